@@ -1,0 +1,163 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/run_time_error.h"
+
+namespace polefit {
+
+/// The button that ended a message box.
+enum class Answer { ok = 1, cancel = 2, yes = 6, no = 7 };
+
+/// Message styles, as the numbers that the boxes take. Some callers join digits to other
+/// numbers; those stand at their call.
+namespace message_style {
+inline constexpr int kOk = 0;
+inline constexpr int kCritical = 16;
+inline constexpr int kOkCancelQuestion = 33;
+inline constexpr int kYesNoCancelQuestion = 35;
+inline constexpr int kYesNoQuestion = 36;
+inline constexpr int kExclamation = 48;
+inline constexpr int kYesNoExclamation = 52;
+}  // namespace message_style
+
+/// The one file dialog of the program. It keeps its settings from use to use.
+struct CommonDialog {
+  std::string title;
+  /// Pairs of description and patterns: "Text Files (*.txt)|*.txt|All|*.*".
+  std::string filter;
+  /// Counts from 1.
+  int filterIndex = 1;
+  /// In: the suggestion. Out: the chosen path, or empty when cancelled.
+  std::string fileName;
+  std::string initialFolder;
+  /// When set, a cancelled dialog is error 32755.
+  bool cancelIsError = false;
+};
+
+enum class WindowStyle { hidden = 0, normal = 1, minimised = 2, maximised = 3 };
+
+/// A program to start. Arguments are whole words; nothing splits them again.
+struct Command {
+  std::string program;
+  std::vector<std::string> arguments;
+  WindowStyle windowStyle = WindowStyle::normal;
+
+  bool operator==(const Command&) const = default;
+};
+
+/// The root of the user's part of the registry.
+inline constexpr std::uint32_t kCurrentUser = 0x80000001;
+
+namespace registry_access {
+inline constexpr std::uint32_t kRead = 0x20019;
+inline constexpr std::uint32_t kWrite = 0x20006;
+}  // namespace registry_access
+
+namespace registry_type {
+inline constexpr int kString = 1;
+inline constexpr int kBinary = 3;
+inline constexpr int kDword = 4;
+}  // namespace registry_type
+
+/// A registry value as stored: its type and its bytes (a string's are UTF-8 without a final zero,
+/// a number's are four, lowest first).
+struct RegistryValue {
+  int type = registry_type::kString;
+  std::string bytes;
+
+  bool operator==(const RegistryValue&) const = default;
+};
+
+using RegistryKey = int;
+
+struct CreatedKey {
+  RegistryKey key = 0;
+  bool existed = false;
+};
+
+/// Thrown by EndProgram so that the stack unwinds to the one place that leaves the process.
+struct ProgramEnded {};
+
+/// Everything that the program does to the world outside itself. Texts are UTF-8. A failing
+/// operation throws RunTimeError unless it says otherwise.
+class Host {
+ public:
+  virtual ~Host() = default;
+
+  /// Shows a message and waits for the button. `style` is taken as it stands: the low four bits
+  /// are the buttons, the next four the icon, 256 and 512 move the default button.
+  virtual Answer MessageBox(const std::string& text, int style, const std::string& title) = 0;
+  /// Ask for a file to open, or to save as; the answer is in `dialog.fileName`.
+  virtual void ShowOpen(CommonDialog& dialog) = 0;
+  virtual void ShowSave(CommonDialog& dialog) = 0;
+
+  /// The directory look-up: the name of a normal file that `path` names, "" when there is none.
+  /// "*" and "?" in the last part make it a pattern.
+  virtual std::string LookUpFile(const std::string& path) = 0;
+  virtual bool LookUpFolder(const std::string& path) = 0;
+
+  /// The one shared file. Opening a second one is error 55.
+  virtual void OpenForReading(const std::string& path) = 0;
+  /// Replaces the file at `path`. Its former content stays beside it as `path` & "~" until
+  /// CloseFile finds every line written.
+  virtual void OpenForWriting(const std::string& path) = 0;
+  /// The next line without its end, from Windows-1252; error 62 after the last. The text stays
+  /// valid until the next call.
+  virtual std::string_view ReadLine() = 0;
+  /// How many lines ReadLine has given of this file.
+  virtual int LinesRead() const = 0;
+  /// Writes the line and CR LF as Windows-1252.
+  virtual void WriteLine(std::string_view line) = 0;
+  /// Closes the shared file if it is open. After writing, the number of characters that the code
+  /// page lacks and that stand as "?" in the file.
+  virtual int CloseFile() = 0;
+  /// Closes the shared file as it stands after an error; the former content stays beside it.
+  virtual void AbandonFile() = 0;
+
+  virtual void DeleteFile(const std::string& path) = 0;
+  virtual void MakeFolder(const std::string& path) = 0;
+  /// The process's current folder, without a trailing separator.
+  virtual std::string CurrentFolder() = 0;
+  virtual void ChangeFolder(const std::string& path) = 0;
+  /// Makes the drive of `path` current, where there are drives.
+  virtual void ChangeDrive(const std::string& path) = 0;
+  /// The short (8.3) form of an existing folder, or the folder itself where there is none.
+  virtual std::string ShortPath(const std::string& folder) = 0;
+  /// The folder of the running executable, without a trailing separator.
+  virtual std::string OwnFolder() = 0;
+
+  /// A key opened with `access`, or nothing when there is no such key.
+  virtual std::optional<RegistryKey> RegOpenKeyExA(std::uint32_t root, const std::string& subKey,
+                                                   std::uint32_t access) = 0;
+  /// The key, made when missing; nothing when that fails.
+  virtual std::optional<CreatedKey> RegCreateKeyExA(std::uint32_t root,
+                                                    const std::string& subKey) = 0;
+  virtual std::optional<RegistryValue> RegQueryValueExA(RegistryKey key,
+                                                        const std::string& name) = 0;
+  /// False when the key was not opened for writing or the store cannot be written.
+  virtual bool RegSetValueExA(RegistryKey key, const std::string& name,
+                              const RegistryValue& value) = 0;
+  virtual void RegCloseKey(RegistryKey key) = 0;
+
+  /// Starts a program without waiting; its process id. Error 53 when it cannot be started.
+  virtual long StartProgram(const Command& command) = 0;
+  /// Opens a file with the desktop's program for it.
+  virtual void ShellExecuteA(const std::string& path) = 0;
+  /// Waits for a started program with no time limit.
+  virtual void WaitForSingleObject(long processId) = 0;
+
+  /// The present time in the pattern of strftime, names in the system's language.
+  virtual std::string FormatNow(const char* pattern) = 0;
+  /// Major version in the lowest byte, minor in the next.
+  virtual std::uint32_t GetVersion() = 0;
+
+  /// Closes every window and leaves; throws ProgramEnded.
+  [[noreturn]] virtual void EndProgram() = 0;
+};
+
+}  // namespace polefit

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/host.h"
+
+namespace polefit {
+
+inline constexpr char kSeparator = '/';
+
+std::string JoinPath(std::string_view folder, std::string_view name);
+
+/// The file name of a path; `folder` becomes what stands before it, without a trailing separator,
+/// or the process's current folder. A path is cut at the last of either separator, so that files
+/// made elsewhere read alike.
+std::string SplitPath(Host& host, const std::string& path, std::string& folder);
+
+/// The files that the program works on. Folders have no trailing separator.
+struct FileState {
+  std::string currentFileName;
+  std::string currentFolder;
+  std::string lastUsedName;
+  std::string lastUsedFolder;
+};
+
+/// Makes the file at `path` the current file and the last-used one.
+void SetCurrentFile(Host& host, FileState& files, const std::string& path);
+
+/// A path as the solver's command line takes it: in lower case where file names are case-blind,
+/// which they are where the separator is a backslash.
+std::string CommandLinePath(const std::string& path, char separator = kSeparator);
+
+}  // namespace polefit

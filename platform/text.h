@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace polefit {
+
+/// Appends Windows-1252 bytes to `utf8` as UTF-8. Each of the 256 bytes has its own character;
+/// the five that the code page leaves undefined are the control characters of the same number.
+void AppendFromWindows1252(std::string_view bytes, std::string& utf8);
+std::string FromWindows1252(std::string_view bytes);
+
+/// Appends UTF-8 text to `bytes` as Windows-1252. A character that the code page lacks, or a
+/// byte that is no UTF-8, becomes "?"; their number is returned.
+int AppendToWindows1252(std::string_view utf8, std::string& bytes);
+std::string ToWindows1252(std::string_view utf8);
+
+/// The first `count` characters of a UTF-8 text, all of it when it is shorter.
+std::string_view FirstCharacters(std::string_view utf8, std::size_t count);
+
+/// How many characters a UTF-8 text has.
+std::size_t CharacterCount(std::string_view utf8);
+
+/// The text without blanks at both ends. Tabs are not blanks.
+std::string_view TrimBlanks(std::string_view text);
+
+/// The text in lower case, as the Windows-1252 letters go.
+std::string LowerCase(std::string_view utf8);
+
+}  // namespace polefit

@@ -1,0 +1,93 @@
+#include "responsefile/reader.h"
+
+#include <string_view>
+
+#include "platform/error_template.h"
+#include "platform/file_checks.h"
+#include "platform/number.h"
+#include "responsefile/value_line.h"
+
+namespace polefit {
+
+namespace {
+
+void SkipBlockHeader(Host& host) {
+  host.ReadLine();
+  host.ReadLine();
+}
+
+/// The point count of a count answer; the lists get one spare row behind it. The spare row takes
+/// part in the 16-bit arithmetic, so 32,767 points are too many.
+template <std::size_t Columns>
+std::int16_t SizeLists(const std::string& answer, PointLists<Columns>& points) {
+  const std::int16_t rows = ToInteger16(ReadNumber(answer) + 1);
+  points.Resize(rows);
+  return static_cast<std::int16_t>(rows - 1);
+}
+
+/// Stores the cells of a normalised row, further ones ignored. The cells before a missing one
+/// are stored.
+template <std::size_t Columns>
+void StoreRow(std::string_view row, int rowNumber, PointLists<Columns>& points, ShortRow shortRow) {
+  for (int column = 1; column <= points.kColumns; ++column) {
+    if (row.empty()) {
+      if (shortRow == ShortRow::isKept) return;
+      throw MakeRunTimeError(error_number::kSubscriptOutOfRange);
+    }
+    const std::string_view cell = row.substr(0, row.find(' '));
+    points.At(rowNumber, column) = cell;
+    row.remove_prefix(std::min(row.size(), cell.size() + 1));
+  }
+}
+
+template <std::size_t Columns>
+void ReadBlock(Host& host, const std::string& countAnswer, PointLists<Columns>& points,
+               std::int16_t& count, ShortRow shortRow) {
+  count = SizeLists(countAnswer, points);
+  SkipBlockHeader(host);
+  for (int row = 1; row <= count; ++row) {
+    StoreRow(NormalizeList(ReadValueLine(host)), row, points, shortRow);
+  }
+}
+
+void ReadSolverValues(Host& host, ResponseRecord& record) {
+  const bool wanted = ReadValueLine(host) == "Y";  // Kept: a small "y" counts as no
+  record.solverCount = wanted ? kSolverValueCount : 0;
+  for (std::string& value : record.solver) value = wanted ? ReadValueLine(host) : std::string();
+}
+
+}  // namespace
+
+void ReadResponse(Host& host, ResponseRecord& record, std::string& name,
+                  std::string& lastUsedFolder, ShortRow shortRow) {
+  name = ReadValueLine(host);
+  record.LastFileName = SplitPath(host, name, lastUsedFolder);
+  for (int number = slot::kEqualDelay; number <= slot::kMaxXY; ++number) {
+    record.Slot(number) = ReadValueLine(host);
+  }
+  record.Slot(slot::kFreqPoints) = ReadValueLine(host);
+  ReadBlock(host, record.Slot(slot::kFreqPoints), record.passband, record.nFreqPoints, shortRow);
+  record.Slot(slot::kDelayPointCount) = ReadValueLine(host);
+  ReadBlock(host, record.Slot(slot::kDelayPointCount), record.delay, record.nDelayPoints, shortRow);
+  record.Note1 = ReadValueLine(host);
+  record.Note2 = ReadValueLine(host);
+  ReadSolverValues(host, record);
+}
+
+void FileReadMe(Host& host, FileState& files, ResponseRecord& record, std::string& name,
+                const std::string& folder) {
+  if (!FileExists(host, JoinPath(folder, name))) {
+    if (!name.empty()) {
+      host.MessageBox("Missing '" + name + "' file?", message_style::kExclamation,
+                      " File not found.");
+    }
+    return;
+  }
+  try {
+    ReadResponse(host, record, name, files.lastUsedFolder);
+  } catch (const RunTimeError& error) {
+    ReportUnexpected(host, error, "FileReadMe");
+  }
+}
+
+}  // namespace polefit

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "form/response_record.h"
+#include "platform/host.h"
+#include "platform/paths.h"
+
+namespace polefit {
+
+/// What a grid row with too few cells does: the form stops there with error 9, the solver reads on
+/// and judges the row by its empty cells.
+enum class ShortRow { fails, isKept };
+
+/// Reads a Response Input File from the shared file, which is open for reading, into `record`.
+/// `name` becomes the value of line 1, `lastUsedFolder` its folder part or the current folder.
+/// Throws RunTimeError where the text ends or cannot be taken; what was read before stays.
+void ReadResponse(Host& host, ResponseRecord& record, std::string& name,
+                  std::string& lastUsedFolder, ShortRow shortRow = ShortRow::fails);
+
+/// Reads the opened file `folder`/`name` into `record`. A missing file and a read error are
+/// reported in a message and the program goes on with what was read. On return `name` holds what
+/// line 1 gave.
+void FileReadMe(Host& host, FileState& files, ResponseRecord& record, std::string& name,
+                const std::string& folder);
+
+}  // namespace polefit

@@ -1,0 +1,109 @@
+#include "responsefile/writer.h"
+
+#include "form/question_catalogue.h"
+#include "platform/number.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr std::size_t kLabelLength = 50;
+constexpr std::size_t kDroppedCaptionEnd = 15;
+
+/// "22, 5, and 9          March 03, 2004 @ 9:05 AM": the counts and the time of writing. Kept:
+/// it is cut like every label, so a long month name or large counts lose the end of the time.
+std::string HeaderText(Host& host, const ResponseRecord& record) {
+  return "22, " + std::to_string(record.nFreqPoints) + ", and " +
+         std::to_string(record.solverCount) + "          " +
+         host.FormatNow("%B %d, %Y @ %-I:%M %p");
+}
+
+/// What a solver question leaves for its comment. Kept: the cut falls inside words.
+std::string_view SolverComment(std::string_view caption) {
+  const std::size_t length = CharacterCount(caption);
+  if (length < kDroppedCaptionEnd) throw MakeRunTimeError(error_number::kOverflow);
+  return TrimBlanks(FirstCharacters(caption, length - kDroppedCaptionEnd));
+}
+
+/// Writes rows 1 to `count`: the cells with two blanks between them, then the row's number.
+template <std::size_t Columns>
+void WriteRows(Host& host, const PointLists<Columns>& points, int count) {
+  std::string line;
+  for (int row = 1; row <= count; ++row) {
+    line.clear();
+    for (int column = 1; column <= points.kColumns; ++column) {
+      if (column > 1) line += "  ";
+      line += points.At(row, column);
+    }
+    line += "\t\t ! Point # ";
+    line += SignedText(row);
+    line += ' ';
+    host.WriteLine(line);
+  }
+}
+
+void WriteAnswers(Host& host, const ResponseRecord& record) {
+  for (const Question& question : kQuestions) {
+    WriteAnswerLine(host, record.Slot(question.slot), question.label);
+  }
+}
+
+void WritePoints(Host& host, const ResponseRecord& record) {
+  WriteAnswerLine(host, record.Slot(slot::kFreqPoints), kPointCountQuestion);
+  host.WriteLine("Freq       Yin          Yout           Weight");
+  host.WriteLine("===========================================");
+  WriteRows(host, record.passband, record.nFreqPoints);
+  WriteAnswerLine(host, record.Slot(slot::kDelayPointCount), "");
+  host.WriteLine("       DelFreq          TX");
+  host.WriteLine("  ==============================");
+  WriteRows(host, record.delay, record.nDelayPoints);
+}
+
+void WriteSolverValues(Host& host, const ResponseRecord& record) {
+  const bool wanted = record.solverCount > 0;
+  WriteAnswerLine(host, wanted ? "Y" : "N", "22. » Want to change solver variables?");
+  if (!wanted) return;
+  for (std::size_t i = 0; i < record.solver.size(); ++i) {
+    WriteAnswerLine(host, record.solver[i], SolverComment(kSolverQuestions[i].label));
+  }
+}
+
+void WriteLines(Host& host, const ResponseRecord& record, const std::string& name) {
+  WriteAnswerLine(host, name, HeaderText(host, record));
+  WriteAnswers(host, record);
+  WritePoints(host, record);
+  WriteAnswerLine(host, record.Note1, "20. » Note1");
+  WriteAnswerLine(host, record.Note2, "    » Note2");
+  WriteSolverValues(host, record);
+}
+
+bool HasSolverValues(const ResponseRecord& record) {
+  // Kept: only the first three values decide; the other six are dropped with them.
+  return !(record.solver[0] + record.solver[1] + record.solver[2]).empty();
+}
+
+}  // namespace
+
+void WriteAnswerLine(Host& host, std::string_view value, std::string_view label) {
+  std::string line(value.empty() ? "-999" : value);
+  line += "\t\t! ";
+  line += FirstCharacters(label, kLabelLength);
+  host.WriteLine(line);
+}
+
+int WriteResponseFile(Host& host, ResponseRecord& record, const ResponseTarget& target) {
+  record.solverCount = HasSolverValues(record) ? kSolverValueCount : 0;
+  const bool isLastRun = !target.name.empty() && target.name == target.lastRunPath;
+  host.OpenForWriting(isLastRun ? target.name : JoinPath(target.folder, target.name));
+  try {
+    WriteLines(host, record, isLastRun ? record.LastFileName : target.name);
+    return host.CloseFile();
+  } catch (...) {
+    host.AbandonFile();
+    throw;
+  }
+}
+
+}  // namespace polefit
