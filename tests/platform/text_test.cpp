@@ -1,0 +1,50 @@
+#include "platform/text.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace polefit {
+namespace {
+
+TEST(Windows1252, EveryByteHasItsOwnCharacterAndComesBack) {
+  std::set<std::string> characters;
+  for (int byte = 0; byte < 256; ++byte) {
+    const std::string bytes(1, static_cast<char>(byte));
+    const std::string utf8 = FromWindows1252(bytes);
+    characters.insert(utf8);
+    EXPECT_EQ(ToWindows1252(utf8), bytes) << byte;
+  }
+  EXPECT_EQ(characters.size(), 256U);
+  EXPECT_EQ(FromWindows1252("\xBB\x80\x99\x81"), "»€™\u0081");
+}
+
+TEST(Windows1252, WhatTheCodePageLacksBecomesAQuestionMarkAndIsCounted) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"aΩb", "a?b"}, {"𝄞", "?"},         {"\u0080", "?"},    {"\xFFz", "?z"},
+      {"\xC3", "?"},  {"\xE2\x82", "??"}, {"\xC0\xAF", "??"}, {"é»", "\xE9\xBB"}};
+  for (const auto& [utf8, expected] : cases) {
+    std::string bytes;
+    const int replaced = AppendToWindows1252(utf8, bytes);
+    EXPECT_EQ(bytes, expected);
+    EXPECT_EQ(replaced, std::count(expected.begin(), expected.end(), '?')) << utf8;
+  }
+}
+
+TEST(Text, IsCutByCharactersAndNotByBytes) {
+  EXPECT_EQ(FirstCharacters("1. » x", 4), "1. »");
+  EXPECT_EQ(FirstCharacters("ab", 5), "ab");
+  EXPECT_EQ(CharacterCount("1. »€"), 5U);
+}
+
+TEST(Text, TrimsBlanksOnly) {
+  EXPECT_EQ(TrimBlanks("  \ta b\t  "), "\ta b\t");
+  EXPECT_EQ(TrimBlanks("   "), "");
+}
+
+TEST(Text, LowerCaseKnowsTheLettersOfTheCodePage) {
+  EXPECT_EQ(LowerCase("RUN1.TXT ÄÖÜ ÞŸŠŒŽ ×ß€"), "run1.txt äöü þÿšœž ×ß€");
+}
+
+}  // namespace
+}  // namespace polefit
