@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "platform/command.h"
 #include "platform/run_time_error.h"
 
 namespace polefit {
@@ -37,17 +37,6 @@ struct CommonDialog {
   std::string initialFolder;
   /// When set, a cancelled dialog is error 32755.
   bool cancelIsError = false;
-};
-
-enum class WindowStyle { hidden = 0, normal = 1, minimised = 2, maximised = 3 };
-
-/// A program to start. Arguments are whole words; nothing splits them again.
-struct Command {
-  std::string program;
-  std::vector<std::string> arguments;
-  WindowStyle windowStyle = WindowStyle::normal;
-
-  bool operator==(const Command&) const = default;
 };
 
 /// The root of the user's part of the registry.
