@@ -90,7 +90,8 @@ std::int16_t ToInteger16(double number) {
 }
 
 std::string SignedText(long number) {
-  return (number < 0 ? "" : " ") + std::to_string(number);
+  std::string text(number < 0 ? "" : " ");
+  return text += std::to_string(number);
 }
 
 std::string ShortestText(float number) {
