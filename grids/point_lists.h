@@ -24,7 +24,8 @@ class PointLists {
   /// Makes one column `rows` empty cells long. Fewer than 1 row is error 9.
   void ResizeColumn(int column, int rows) {
     if (rows < 1) throw MakeRunTimeError(error_number::kSubscriptOutOfRange);
-    columns_[Index(column)].assign(static_cast<std::size_t>(rows), std::string());
+    columns_[Index(column)].clear();
+    columns_[Index(column)].resize(static_cast<std::size_t>(rows));
   }
 
   /// The cell at `row`, `column`; outside the column it is error 9.

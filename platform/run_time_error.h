@@ -13,6 +13,7 @@ struct RunTimeError {
 namespace error_number {
 inline constexpr int kOverflow = 6;
 inline constexpr int kSubscriptOutOfRange = 9;
+inline constexpr int kBadFileNumber = 52;
 inline constexpr int kFileNotFound = 53;
 inline constexpr int kFileAlreadyOpen = 55;
 inline constexpr int kDiskFull = 61;

@@ -4,8 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <utility>
 
 #include "platform/run_time_error.h"
@@ -15,7 +15,7 @@ namespace polefit {
 
 namespace {
 
-constexpr std::size_t kFlushSize = 1U << 16U;
+constexpr std::size_t kChunkSize = 1U << 16U;
 constexpr unsigned kNewFileMode = 0666;
 
 [[noreturn]] void ThrowSystemError() {
@@ -31,38 +31,59 @@ bool SomethingIsAt(const std::string& path) {
 
 SharedFile::~SharedFile() {
   CloseDescriptors();
-  std::free(lineBuffer_);
 }
 
 void SharedFile::RequireClosed() const {
-  if (input_ != nullptr || output_ >= 0) throw MakeRunTimeError(error_number::kFileAlreadyOpen);
+  if (input_ >= 0 || output_ >= 0) throw MakeRunTimeError(error_number::kFileAlreadyOpen);
 }
 
 void SharedFile::OpenForReading(const std::string& path) {
   RequireClosed();
-  input_ = std::fopen(path.c_str(), "re");
-  if (input_ == nullptr) ThrowSystemError();
+  input_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (input_ < 0) ThrowSystemError();
+  inputBuffer_.clear();
+  inputAt_ = 0;
   linesRead_ = 0;
 }
 
-std::string_view SharedFile::ReadLine() {
-  if (input_ == nullptr) throw MakeRunTimeError(52);
-  errno = 0;
-  const ssize_t length = ::getline(&lineBuffer_, &lineCapacity_, input_);
-  if (length < 0) {
-    if (std::ferror(input_) != 0) ThrowSystemError();
-    throw MakeRunTimeError(error_number::kInputPastEndOfFile);
+/// Reads on behind what is left of the buffer; false at the end of the file.
+bool SharedFile::FillInput() {
+  inputBuffer_.erase(0, std::exchange(inputAt_, 0));
+  const std::size_t held = inputBuffer_.size();
+  inputBuffer_.resize(held + kChunkSize);
+  ssize_t length = 0;
+  do {
+    length = ::read(input_, inputBuffer_.data() + held, kChunkSize);
+  } while (length < 0 && errno == EINTR);
+  inputBuffer_.resize(held + static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
+  if (length < 0) ThrowSystemError();
+  return length > 0;
+}
+
+/// The next line with its end.
+std::string_view SharedFile::TakeLine() {
+  std::size_t end = inputBuffer_.find('\n', inputAt_);
+  while (end == std::string::npos) {
+    const std::size_t searched = inputBuffer_.size() - inputAt_;
+    if (!FillInput()) break;
+    end = inputBuffer_.find('\n', searched);
   }
+  const std::size_t start = inputAt_;
+  inputAt_ = end == std::string::npos ? inputBuffer_.size() : end + 1;
+  if (inputAt_ == start) throw MakeRunTimeError(error_number::kInputPastEndOfFile);
+  return std::string_view(inputBuffer_).substr(start, inputAt_ - start);
+}
+
+std::string_view SharedFile::ReadLine() {
+  if (input_ < 0) throw MakeRunTimeError(error_number::kBadFileNumber);
+  std::string_view bytes = TakeLine();
   ++linesRead_;
-  std::string_view bytes(lineBuffer_, static_cast<std::size_t>(length));
   if (bytes.ends_with("\r\n")) {
     bytes.remove_suffix(2);
   } else if (bytes.ends_with('\n')) {
     bytes.remove_suffix(1);
   }
-  line_.clear();
-  AppendFromWindows1252(bytes, line_);
-  return line_;
+  return FromWindows1252(bytes, line_);
 }
 
 void SharedFile::SetFormerAside(const std::string& path) {
@@ -99,10 +120,10 @@ void SharedFile::OpenForWriting(const std::string& path) {
 }
 
 void SharedFile::WriteLine(std::string_view line) {
-  if (output_ < 0) throw MakeRunTimeError(52);
+  if (output_ < 0) throw MakeRunTimeError(error_number::kBadFileNumber);
   replacedCharacters_ += AppendToWindows1252(line, pending_);
   pending_ += "\r\n";
-  if (pending_.size() >= kFlushSize) Flush();
+  if (pending_.size() >= kChunkSize) Flush();
 }
 
 void SharedFile::Flush() {
@@ -140,9 +161,9 @@ void SharedFile::Abandon() {
 }
 
 void SharedFile::CloseDescriptors() {
-  if (input_ != nullptr) std::fclose(input_);
+  if (input_ >= 0) ::close(input_);
   if (output_ >= 0) ::close(output_);
-  input_ = nullptr;
+  input_ = -1;
   output_ = -1;
 }
 

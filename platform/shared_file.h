@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -27,14 +26,17 @@ class SharedFile {
 
  private:
   void RequireClosed() const;
+  bool FillInput();
+  std::string_view TakeLine();
   void SetFormerAside(const std::string& path);
   void CreateTarget(const std::string& path);
   void Flush();
   void CloseDescriptors();
 
-  std::FILE* input_ = nullptr;
-  char* lineBuffer_ = nullptr;
-  std::size_t lineCapacity_ = 0;
+  int input_ = -1;
+  /// What was read of the file; lines are taken from `inputAt_` on.
+  std::string inputBuffer_;
+  std::size_t inputAt_ = 0;
   std::string line_;
   int linesRead_ = 0;
 

@@ -79,24 +79,25 @@ int ByteOf(char32_t codePoint) {
                                       : static_cast<int>(0x80 + (found - kHighControls.begin()));
 }
 
+/// Looks at every byte, without an early end, so that the compiler can take many at a time.
 bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<Byte>(c) < 0x80; });
+  unsigned bits = 0;
+  for (const char c : text) bits |= static_cast<Byte>(c);
+  return bits < 0x80;
 }
 
 }  // namespace
 
-void AppendFromWindows1252(std::string_view bytes, std::string& utf8) {
-  if (IsAscii(bytes)) {
-    utf8 += bytes;
-    return;
-  }
-  for (const char byte : bytes) AppendUtf8(CodePointOf(static_cast<Byte>(byte)), utf8);
+std::string_view FromWindows1252(std::string_view bytes, std::string& buffer) {
+  if (IsAscii(bytes)) return bytes;
+  buffer.clear();
+  for (const char byte : bytes) AppendUtf8(CodePointOf(static_cast<Byte>(byte)), buffer);
+  return buffer;
 }
 
 std::string FromWindows1252(std::string_view bytes) {
-  std::string utf8;
-  AppendFromWindows1252(bytes, utf8);
-  return utf8;
+  std::string buffer;
+  return std::string(FromWindows1252(bytes, buffer));
 }
 
 int AppendToWindows1252(std::string_view utf8, std::string& bytes) {

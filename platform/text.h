@@ -6,10 +6,11 @@
 
 namespace polefit {
 
-/// Appends Windows-1252 bytes to `utf8` as UTF-8. Each of the 256 bytes has its own character;
-/// the five that the code page leaves undefined are the control characters of the same number.
-void AppendFromWindows1252(std::string_view bytes, std::string& utf8);
+/// Windows-1252 bytes as UTF-8. Each of the 256 bytes has its own character; the five that the
+/// code page leaves undefined are the control characters of the same number.
 std::string FromWindows1252(std::string_view bytes);
+/// The same without a copy where none is needed: a view of `bytes` or of `buffer`.
+std::string_view FromWindows1252(std::string_view bytes, std::string& buffer);
 
 /// Appends UTF-8 text to `bytes` as Windows-1252. A character that the code page lacks, or a
 /// byte that is no UTF-8, becomes "?"; their number is returned.

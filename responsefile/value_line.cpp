@@ -17,19 +17,17 @@ std::string ReadValueLine(Host& host) {
   return ValueOfLine(host.ReadLine());
 }
 
-std::string NormalizeList(std::string_view text) {
-  std::string list;
-  list.reserve(text.size());
+std::string NormalizeList(std::string text) {
+  char previous = ' ';
+  char* end = text.data();
   for (const char c : text) {
-    const bool blank = c == ' ' || c == ',';
-    if (!blank) {
-      list += c;
-    } else if (!list.empty() && list.back() != ' ') {
-      list += ' ';
-    }
+    const char next = c == ',' ? ' ' : c;
+    if (next != ' ' || previous != ' ') *end++ = next;
+    previous = next;
   }
-  if (!list.empty() && list.back() == ' ') list.pop_back();
-  return list;
+  if (end != text.data() && previous == ' ') --end;
+  text.resize(static_cast<std::size_t>(end - text.data()));
+  return text;
 }
 
 }  // namespace polefit

@@ -15,6 +15,6 @@ std::string ValueOfLine(std::string_view line);
 std::string ReadValueLine(Host& host);
 
 /// A grid row made ready for splitting: commas are blanks, no blank at the ends, none doubled.
-std::string NormalizeList(std::string_view text);
+std::string NormalizeList(std::string text);
 
 }  // namespace polefit

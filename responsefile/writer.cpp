@@ -38,7 +38,7 @@ void WriteRows(Host& host, const PointLists<Columns>& points, int count) {
       line += points.At(row, column);
     }
     line += "\t\t ! Point # ";
-    line += SignedText(row);
+    AppendSignedText(row, line);
     line += ' ';
     host.WriteLine(line);
   }
