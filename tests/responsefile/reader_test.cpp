@@ -4,16 +4,14 @@
 #include <gtest/gtest.h>
 
 #include "platform/error_of.h"
-#include "platform/temporary_folder.h"
-#include "responsefile/record_host.h"
+#include "platform/scripted_host.h"
 
 namespace polefit {
 namespace {
 
 using ::testing::ElementsAre;
 using testing::ErrorOf;
-using testing::RecordHost;
-using testing::TemporaryFolder;
+using testing::ScriptedHost;
 using testing::WriteBytes;
 
 /// A file of the reader's shape with these blocks; slot k reads "answer k".
@@ -34,8 +32,8 @@ const std::string kTail = "note 1\r\nnote 2\r\nN\r\n";
 class ReaderTest : public ::testing::Test {
  protected:
   int Read(const std::string& text, ShortRow shortRow = ShortRow::fails) {
-    WriteBytes(folder_.File("x"), text);
-    host_.OpenForReading(folder_.File("x"));
+    WriteBytes(host_.Path("x"), text);
+    host_.OpenForReading(host_.Path("x"));
     const int error =
         ErrorOf([&] { ReadResponse(host_, record_, name_, lastUsedFolder_, shortRow); });
     host_.CloseFile();
@@ -43,8 +41,7 @@ class ReaderTest : public ::testing::Test {
   }
   int ReadCount(const std::string& count) { return Read(FileText("x", count, {}, "0", {}, kTail)); }
 
-  TemporaryFolder folder_;
-  RecordHost host_{folder_.File("registry.reg")};
+  ScriptedHost host_;
   ResponseRecord record_;
   std::string name_;
   std::string lastUsedFolder_;
@@ -119,24 +116,27 @@ TEST_F(ReaderTest, AShortRowStopsButKeepsWhatWasReadBefore) {
 TEST_F(ReaderTest, FileReadMeReportsAndGoesOn) {
   FileState files;
   std::string name = "x";
-  WriteBytes(folder_.File("x"), "run.txt\r\nY\r\n");
-  host_.OpenForReading(folder_.File("x"));
-  FileReadMe(host_, files, record_, name, folder_.Path());
+  WriteBytes(host_.Path("x"), "run.txt\r\nY\r\n");
+  host_.OpenForReading(host_.Path("x"));
+  host_.AnswerBox(Answer::ok);
+  FileReadMe(host_, files, record_, name, host_.Root());
   EXPECT_EQ(name, "run.txt");
   EXPECT_EQ(record_.Slot(1), "Y");
-  EXPECT_THAT(host_.messages,
-              ElementsAre("In 'FileReadMe' routine ...|16|Unexpected error # 62 occured: "
-                          "Input past end of file"));
+  EXPECT_EQ(host_.transcript.back(),
+            "MessageBox 16 [In 'FileReadMe' routine ...] Unexpected error # 62 occured: "
+            "Input past end of file -> ok");
 }
 
 TEST_F(ReaderTest, FileReadMeNamesAMissingFileUnlessItHasNoName) {
   FileState files;
   ResponseRecord former = record_;
   std::string name = "gone";
-  FileReadMe(host_, files, record_, name, folder_.Path());
+  host_.AnswerBox(Answer::ok);
+  FileReadMe(host_, files, record_, name, host_.Root());
   name.clear();
-  FileReadMe(host_, files, record_, name, folder_.Path());
-  EXPECT_THAT(host_.messages, ElementsAre(" File not found.|48|Missing 'gone' file?"));
+  FileReadMe(host_, files, record_, name, host_.Root());
+  EXPECT_THAT(host_.transcript,
+              ElementsAre("MessageBox 48 [ File not found.] Missing 'gone' file? -> ok"));
   EXPECT_EQ(record_, former);
 }
 

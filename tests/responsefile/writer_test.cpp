@@ -4,17 +4,15 @@
 
 #include "form/question_catalogue.h"
 #include "platform/error_of.h"
-#include "platform/temporary_folder.h"
+#include "platform/scripted_host.h"
 #include "platform/text.h"
-#include "responsefile/record_host.h"
 
 namespace polefit {
 namespace {
 
 using testing::ErrorOf;
 using testing::FileBytes;
-using testing::RecordHost;
-using testing::TemporaryFolder;
+using testing::ScriptedHost;
 
 ResponseRecord SmallRecord() {
   ResponseRecord record;
@@ -41,12 +39,11 @@ ResponseRecord SmallRecord() {
 class WriterTest : public ::testing::Test {
  protected:
   std::string Written(ResponseRecord& record, const std::string& name) {
-    WriteResponseFile(host_, record, {folder_.Path(), name});
-    return FileBytes(folder_.File(name));
+    WriteResponseFile(host_, record, {host_.Root(), name});
+    return FileBytes(host_.Path(name));
   }
 
-  TemporaryFolder folder_;
-  RecordHost host_{folder_.File("registry.reg")};
+  ScriptedHost host_;
 };
 
 TEST_F(WriterTest, WritesEveryLineToTheByte) {
@@ -110,16 +107,22 @@ TEST_F(WriterTest, LeavesTheSolverValuesOutWhenTheFirstThreeAreEmpty) {
 }
 
 TEST_F(WriterTest, TheHeaderLosesItsEndAfterFiftyCharacters) {
+  class AutumnHost : public ScriptedHost {
+    std::string FormatNow(const char* /*pattern*/) override {
+      return "September 03, 2004 @ 10:05 AM";
+    }
+  } host;
   ResponseRecord record = SmallRecord();
-  host_.now = "September 03, 2004 @ 10:05 AM";
-  const std::string first = Written(record, "x").substr(0, Written(record, "x").find('\r'));
-  EXPECT_EQ(first, "x\t\t! 22, 2, and 9          September 03, 2004 @ 10:05 A");
+  WriteResponseFile(host, record, {host.Root(), "x"});
+  const std::string bytes = FileBytes(host.Path("x"));
+  EXPECT_EQ(bytes.substr(0, bytes.find('\r')),
+            "x\t\t! 22, 2, and 9          September 03, 2004 @ 10:05 A");
 }
 
 TEST_F(WriterTest, TheStartUpStateFileKeepsTheNameOfTheFileThatWasOpen) {
   ResponseRecord record = SmallRecord();
   record.LastFileName = "Ex-a.1";
-  const std::string path = folder_.File("last-run.ini");
+  const std::string path = host_.Path("last-run.ini");
   WriteResponseFile(host_, record, {"/nowhere", path, path});
   EXPECT_TRUE(FileBytes(path).starts_with("Ex-a.1\t\t! 22, "));
   record.LastFileName.clear();
@@ -130,8 +133,8 @@ TEST_F(WriterTest, TheStartUpStateFileKeepsTheNameOfTheFileThatWasOpen) {
 TEST_F(WriterTest, CountsWhatTheCodePageLacks) {
   ResponseRecord record = SmallRecord();
   record.Note1 = "Ω and λ";
-  EXPECT_EQ(WriteResponseFile(host_, record, {folder_.Path(), "x"}), 2);
-  EXPECT_NE(FileBytes(folder_.File("x")).find("? and ?\t\t! 20."), std::string::npos);
+  EXPECT_EQ(WriteResponseFile(host_, record, {host_.Root(), "x"}), 2);
+  EXPECT_NE(FileBytes(host_.Path("x")).find("? and ?\t\t! 20."), std::string::npos);
 }
 
 TEST_F(WriterTest, AnErrorPartWayLeavesBothFilesAndReachesTheCaller) {
@@ -139,8 +142,8 @@ TEST_F(WriterTest, AnErrorPartWayLeavesBothFilesAndReachesTheCaller) {
   const std::string former = Written(record, "x");
   record.nFreqPoints = 4;
   EXPECT_EQ(ErrorOf([&] { Written(record, "x"); }), 9);
-  EXPECT_EQ(FileBytes(folder_.File("x~")), former);
-  EXPECT_TRUE(FileBytes(folder_.File("x")).ends_with("Point #  3 \r\n"));
+  EXPECT_EQ(FileBytes(host_.Path("x~")), former);
+  EXPECT_TRUE(FileBytes(host_.Path("x")).ends_with("Point #  3 \r\n"));
   record.nFreqPoints = 2;
   EXPECT_EQ(Written(record, "x"), former);
 }
