@@ -5,6 +5,7 @@
 
 #include "form/form_view.h"
 #include "form/response_record.h"
+#include "grids/grid_state.h"
 #include "platform/host.h"
 #include "platform/paths.h"
 
@@ -35,8 +36,15 @@ struct Program {
   /// The grid that the editor and the grid routines act on.
   GridView* CurrentGrid = nullptr;
   /// The cell that the editor writes back to.
-  long editedRow = 0;
-  long editedColumn = 0;
+  int editedRow = 0;
+  int editedColumn = 0;
 };
+
+/// What the grid routines work on.
+inline GridState Grids(Program& program) {
+  return {program.frmMain.PassData(), program.frmMain.DelayData(), program.frmMain.txtCellEditor(),
+          program.CurrentGrid,        program.editedRow,           program.editedColumn,
+          program.DataChanged,        program.record.nFreqPoints,  program.record.nDelayPoints};
+}
 
 }  // namespace polefit

@@ -1,0 +1,35 @@
+#include "form/solver_settings.h"
+
+#include "form/question_catalogue.h"
+
+namespace polefit {
+
+void clearSolvdata(FormView& form) {
+  for (const SolverQuestion& question : kSolverQuestions) form.SetText(question.name, "");
+}
+
+void GetSolvAnswers(Program& program) {
+  for (std::size_t i = 0; i < kSolverQuestions.size(); ++i) {
+    program.frmMain.SetText(kSolverQuestions[i].name, program.record.solver[i]);
+  }
+}
+
+void PutSolvAnswers(Program& program) {
+  for (std::size_t i = 0; i < kSolverQuestions.size(); ++i) {
+    program.record.solver[i] = program.frmMain.Text(kSolverQuestions[i].name);
+  }
+}
+
+void cmdEditSolver_Click(FormView& form) {
+  for (const SolverQuestion& question : kSolverQuestions) {
+    form.SetText(question.name, std::string(question.editText));
+  }
+  form.SetFocus("Remax");
+}
+
+void cmdUseDefSolver_Click(FormView& form) {
+  clearSolvdata(form);
+  form.SetFocus("Remax");
+}
+
+}  // namespace polefit

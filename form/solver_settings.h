@@ -1,0 +1,18 @@
+#pragma once
+
+#include "form/program.h"
+
+namespace polefit {
+
+/// Empties the nine solver boxes; the solver then uses its own defaults.
+void clearSolvdata(FormView& form);
+
+/// The record's nine solver values into the boxes, and back, unchanged.
+void GetSolvAnswers(Program& program);
+void PutSolvAnswers(Program& program);
+
+/// The buttons: fill the boxes with the defaults to edit, or empty them. Both focus `Remax`.
+void cmdEditSolver_Click(FormView& form);
+void cmdUseDefSolver_Click(FormView& form);
+
+}  // namespace polefit

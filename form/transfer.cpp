@@ -1,0 +1,97 @@
+#include "form/transfer.h"
+
+#include <string>
+#include <string_view>
+
+#include "form/field_rules.h"
+#include "form/question_catalogue.h"
+#include "form/solver_settings.h"
+#include "grids/cell_editor.h"
+#include "grids/grid_routines.h"
+#include "platform/number.h"
+
+namespace polefit {
+
+namespace {
+
+std::string TakeAnswer(const FormView& form, const Question& question) {
+  if (question.kind == AnswerKind::flag) return form.IsChecked(question.boxes[0].name) ? "Y" : "N";
+  std::string answer;
+  for (const AnswerBox& box : question.Boxes()) {
+    if (&box != question.boxes.data()) answer += ' ';
+    answer += form.Text(box.name);
+  }
+  return answer;
+}
+
+bool IsYes(const std::string& answer) {
+  return answer == "Y" || answer == "y";
+}
+
+void ShowAnswer(FormView& form, const Question& question, const std::string& answer) {
+  if (question.kind == AnswerKind::flag) {
+    form.SetChecked(question.boxes[0].name, IsYes(answer));
+  } else if (question.kind != AnswerKind::counts) {
+    form.SetText(question.boxes[0].name, answer);
+  }
+}
+
+/// Splits the zero counts at every single blank; pieces after the third are ignored.
+void ShowZeroCounts(FormView& form, const std::string& answer) {
+  const std::size_t index = slot::kZeroCounts - 1;
+  std::string_view rest = answer.empty() ? std::string_view("0 0 0") : answer;
+  bool ended = false;
+  for (const AnswerBox& box : kQuestions.at(index).Boxes()) {
+    if (ended) throw MakeRunTimeError(error_number::kSubscriptOutOfRange);
+    const std::size_t blank = rest.find(' ');
+    form.SetText(box.name, std::string(rest.substr(0, blank)));
+    ended = blank == std::string_view::npos;
+    if (!ended) rest.remove_prefix(blank + 1);
+  }
+}
+
+void ResetGrids(Program& program) {
+  const GridState grids = Grids(program);
+  ResponseRecord& record = program.record;
+  ClearGrid(grids, grids.PassData);
+  record.nFreqPoints = ToInteger16(ReadNumber(record.Slot(slot::kFreqPoints)));
+  ClearGrid(grids, grids.DelayData);
+  record.nDelayPoints = ToInteger16(ReadNumber(record.Slot(slot::kDelayPointCount)));
+}
+
+}  // namespace
+
+void PutAnswers(Program& program) {
+  FormView& form = program.frmMain;
+  ResponseRecord& record = program.record;
+  HideCellEditor(Grids(program), false);
+  if (program.RunMode != "Demo") record.LastFileName = program.files.currentFileName;
+  for (const Question& question : kQuestions) {
+    record.Slot(question.slot) = TakeAnswer(form, question);
+  }
+  record.Slot(slot::kFreqPoints) = SignedText(record.nFreqPoints);
+  record.Slot(slot::kDelayPointCount) = SignedText(record.nDelayPoints);
+  for (const NoteBox& note : kNoteBoxes) record.*note.field = form.Text(note.name);
+  ReadGrids(Grids(program), record.passband, record.delay);
+  PutSolvAnswers(program);
+}
+
+void GetAnswers(Program& program) {
+  FormView& form = program.frmMain;
+  const ResponseRecord& record = program.record;
+  for (const Question& question : kQuestions) {
+    ShowAnswer(form, question, record.Slot(question.slot));
+  }
+  ShowZeroCounts(form, record.Slot(slot::kZeroCounts));
+  ResetGrids(program);
+  for (const NoteBox& note : kNoteBoxes) form.SetText(note.name, record.*note.field);
+  form.SetText("LastFileName", record.LastFileName);
+  FillGrids(Grids(program), record.passband, record.delay);
+  GetSolvAnswers(program);
+  // Every text shown has raised its change notification; the record just shown is unchanged.
+  program.DataChanged = 0;
+  ShowWeightColumn(Grids(program), form.IsChecked("chkUseWeights"));
+  ApplyFieldRules(form);
+}
+
+}  // namespace polefit

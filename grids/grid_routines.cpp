@@ -1,0 +1,159 @@
+#include "grids/grid_routines.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "grids/cell_editor.h"
+#include "platform/number.h"
+#include "platform/text.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr std::string_view kPassDataFormat = "#|^Frequency|^Yin|^Yout|^Weight;#";
+constexpr std::string_view kDelayDataFormat = "#|^Frequency|^Delay (tx);#";
+constexpr int kClearedRowCount = 3;
+
+bool PassDataIsCurrent(const GridState& state) {
+  return state.CurrentGrid == &state.PassData;
+}
+
+int DataColumnCount(const GridState& state) {
+  return PassDataIsCurrent(state) ? PassbandPoints::kColumns : DelayPoints::kColumns;
+}
+
+std::vector<int> DataColumnWidths(const GridState& state) {
+  std::vector<int> widths;
+  for (int column = 1; column <= DataColumnCount(state); ++column) {
+    widths.push_back(state.CurrentGrid->ColumnWidth(column));
+  }
+  return widths;
+}
+
+void RestoreWidths(const GridState& state, const std::vector<int>& widths) {
+  int column = 0;
+  for (const int width : widths) state.CurrentGrid->SetColumnWidth(++column, width);
+}
+
+template <std::size_t Columns>
+void FillGrid(const GridState& state, GridView& grid, const PointLists<Columns>& points,
+              int count) {
+  if (count < 1) return;
+  state.CurrentGrid = &grid;
+  for (int row = 1; row <= count; ++row) {
+    AddGridRow(state, false);
+    for (int column = 1; column <= points.kColumns; ++column) {
+      grid.SetText(row, column, points.At(row, column));
+    }
+  }
+  AddGridRow(state, true);
+}
+
+/// Stores one grid row; false when one of its cells is empty. A row beyond the last is empty.
+template <std::size_t Columns>
+bool ReadRow(const GridView& grid, int row, PointLists<Columns>& points) {
+  if (row >= grid.RowCount()) return false;
+  bool full = true;
+  for (int column = 1; column <= points.kColumns; ++column) {
+    std::string& cell = points.At(row, column);
+    cell = TrimBlanks(grid.Text(row, column));
+    full = full && !cell.empty();
+  }
+  return full;
+}
+
+template <std::size_t Columns>
+void ReadGrid(const GridView& grid, PointLists<Columns>& points, std::int16_t& count) {
+  if (count < 1) {
+    // Kept: a grid without points is not read, whatever was typed into it. Its count opens again
+    // only when a file with points is shown.
+    points.Resize(1);
+    return;
+  }
+  points.Resize(grid.RowCount() + 1);
+  int row = 1;
+  while (ReadRow(grid, row, points)) ++row;
+  // The row that ends the list is counted in 16 bits too, as the reader counts its spare row.
+  count = static_cast<std::int16_t>(ToInteger16(row) - 1);
+}
+
+}  // namespace
+
+void FormatGrid(const GridState& state) {
+  GridView& grid = *state.CurrentGrid;
+  std::string format(PassDataIsCurrent(state) ? kPassDataFormat : kDelayDataFormat);
+  const int rows = grid.RowCount();
+  for (int row = 1; row <= rows; ++row) {
+    format += '|';
+    format += std::to_string(row);
+  }
+  grid.SetFormatString(format);
+  // The header row has no number, so the numbers made one row too many.
+  grid.SetRowCount(grid.RowCount() - 1);
+}
+
+void ClearGrid(const GridState& state) {
+  state.DataChanged = 1;
+  (PassDataIsCurrent(state) ? state.nFreqPoints : state.nDelayPoints) = 0;
+  const std::vector<int> widths = DataColumnWidths(state);
+  HideCellEditor(state, true);
+  state.CurrentGrid->Clear();
+  state.CurrentGrid->SetRowCount(kClearedRowCount);
+  FormatGrid(state);
+  RestoreWidths(state, widths);
+}
+
+void ClearGrid(const GridState& state, GridView& grid) {
+  state.CurrentGrid = &grid;
+  ClearGrid(state);
+}
+
+void ClearBoth(const GridState& state) {
+  ClearGrid(state, state.PassData);
+  ClearGrid(state, state.DelayData);
+}
+
+void AddGridRow(const GridState& state, bool renumber) {
+  const std::vector<int> widths = DataColumnWidths(state);
+  state.CurrentGrid->SetRowCount(state.CurrentGrid->RowCount() + 1);
+  state.DataChanged = 1;
+  if (renumber) FormatGrid(state);
+  RestoreWidths(state, widths);
+}
+
+void SizeGridColumns(const GridState& state) {
+  constexpr int kPassDataWidth = 6910;
+  constexpr int kDelayDataWidth = 5315;
+  constexpr int kBorder = 20;
+  GridView& pass = state.PassData;
+  const int passWidth = pass.Width() - pass.ColumnWidth(0) - kBorder;
+  const int quarter = ToInteger16(passWidth / 4.0);
+  for (const int column : {1, 2, kWeightColumn}) pass.SetColumnWidth(column, quarter);
+  pass.SetColumnWidth(3, passWidth - 3 * quarter);
+  pass.SetWidth(kPassDataWidth);
+
+  GridView& delay = state.DelayData;
+  const int delayWidth = delay.Width() - delay.ColumnWidth(0) - kBorder;
+  const int half = ToInteger16(delayWidth / 2.0);
+  delay.SetColumnWidth(1, half);
+  delay.SetColumnWidth(2, delayWidth - half - 30);
+  delay.SetWidth(kDelayDataWidth);
+}
+
+void ShowWeightColumn(const GridState& state, bool useWeights) {
+  state.PassData.SetColumnWidth(kWeightColumn, useWeights ? state.PassData.ColumnWidth(1) : 0);
+}
+
+void FillGrids(const GridState& state, const PassbandPoints& passband, const DelayPoints& delay) {
+  FillGrid(state, state.PassData, passband, state.nFreqPoints);
+  FillGrid(state, state.DelayData, delay, state.nDelayPoints);
+}
+
+void ReadGrids(const GridState& state, PassbandPoints& passband, DelayPoints& delay) {
+  ReadGrid(state.PassData, passband, state.nFreqPoints);
+  ReadGrid(state.DelayData, delay, state.nDelayPoints);
+}
+
+}  // namespace polefit
