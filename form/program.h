@@ -32,6 +32,8 @@ struct Program {
   /// The scratch text: what the last operation left in it.
   std::string Scratch = {};
   CommonDialog CMDialog1 = {};
+  /// What was last said of characters that a file could not hold.
+  std::string lastToldLoss = {};
 
   /// The grid that the editor and the grid routines act on.
   GridView* CurrentGrid = nullptr;

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "form/fake_form.h"
+#include "form/program.h"
+#include "platform/scripted_host.h"
+
+namespace polefit::testing {
+
+/// A program as it stands after start-up: installed in a temporary folder, the "User" folder
+/// current, a fresh form, and no effects so far.
+struct ScriptedProgram {
+  ScriptedProgram() {
+    program.BaseFolder = host.Root();
+    program.ProgramFolder = host.Path("Tessel.hz");
+    program.LastRunPath = host.Path("Tessel.hz/last-run.ini");
+    program.Scratch = user;
+    host.MakeFolder(user);
+    host.ChangeFolder(user);
+    SetCurrentFile(host, program.files, "Start Up Values");
+    form.onChange = [this] { program.DataChanged = 1; };
+    program.CurrentGrid = &form.passData;
+    host.TakeTranscript();
+  }
+
+  ScriptedHost host;
+  FakeForm form;
+  Program program{host, form};
+  std::string user = host.Path("Tessel.hz/User");
+};
+
+}  // namespace polefit::testing
