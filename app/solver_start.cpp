@@ -1,0 +1,118 @@
+#include "app/solver_start.h"
+
+#include <array>
+#include <cstdio>
+
+#include "app/start_up.h"
+#include "platform/file_checks.h"
+#include "platform/number.h"
+#include "platform/text.h"
+
+namespace polefit {
+
+namespace {
+
+/// The four words that the solver takes: data file, data folder, base folder, drive. Kept: the
+/// drive is the first two characters of the base folder, also where there are no drives.
+std::vector<std::string> SolverArguments(const Program& program) {
+  const FileState& files = program.files;
+  const std::string drive(FirstCharacters(program.BaseFolder, 2));
+  return {CommandLinePath(files.lastUsedName), CommandLinePath(files.lastUsedFolder),
+          CommandLinePath(program.BaseFolder), CommandLinePath(drive)};
+}
+
+void TakeRunFile(Program& program) {
+  FileState& files = program.files;
+  files.lastUsedFolder = program.host.ShortPath(files.currentFolder);
+  std::string folder;
+  const std::string path = JoinPath(files.currentFolder, files.currentFileName);
+  files.lastUsedName = SplitPath(program.host, path, folder);
+}
+
+/// The authors' own way in, with fixed folders and a question.
+bool AskDevelopmentRun(Program& program) {
+  program.BaseFolder = "c:\\program files\\cv-Tools";
+  program.ProgramFolder = JoinPath(program.BaseFolder, "cvx");
+  const Command command{JoinPath(program.ProgramFolder, "run-pft.pif"), SolverArguments(program)};
+  const Answer answer = program.host.MessageBox(
+      "Test AOK! ... whereAmI= " + CommandLine(command) + "\r\nWant to make a run?",
+      message_style::kYesNoQuestion, "");
+  return answer == Answer::yes;
+}
+
+void WriteRestartScript(Host& host, const std::string& path, const std::string& executable) {
+  host.OpenForWriting(path);
+  host.WriteLine("REGEDIT4");
+  host.WriteLine("");
+  host.WriteLine("[HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce]");
+  // Kept: the path is fixed and does not follow the installation.
+  host.WriteLine(R"("Polefit startup"="c:\\program files\\cv-Tools\\Tessel.hz\\)" + executable +
+                 R"(.exe")");
+  host.CloseFile();
+}
+
+void ReportMissingStartScript(Host& host) {
+  host.MessageBox(
+      "Re-Install Polefit Program; if this continues please contact us.  Try running a Demo and "
+      "see if this error occurs.",
+      message_style::kExclamation, "A Polefit File is missing!");
+}
+
+}  // namespace
+
+void RunSolver(Program& program) {
+  TakeRunFile(program);
+  if (!IsReleaseBuild() && !AskDevelopmentRun(program)) return;
+  program.BaseFolder = program.host.ShortPath(program.BaseFolder);
+  program.ProgramFolder = JoinPath(program.BaseFolder, "Tessel.hz");
+  if (CheckDosSupport(program.host) == "nogo") return;
+  if (!FileExists(program.host, JoinPath(program.BaseFolder, "DOSstart.cvx"))) {
+    ReportMissingStartScript(program.host);
+    return;
+  }
+  WriteRestartEntry(program, "pfit");
+  program.host.StartProgram({JoinPath(program.ProgramFolder, "run-Freq.pif"),
+                             SolverArguments(program), WindowStyle::normal});
+}
+
+std::string CheckDosSupport(Host& host) {
+  constexpr double kFirstWithout = 4.11;
+  const std::string version = GetWindowsVer(host);
+  if (ReadNumber(version) < kFirstWithout) return "OK";
+  host.MessageBox("Sorry, requires Windows 95/98 to run DOS portion of program!",
+                  message_style::kExclamation, "GetWindowsVer = " + version);
+  return "nogo";
+}
+
+std::string GetWindowsVer(Host& host) {
+  const std::uint32_t version = host.GetVersion() & 0xFFFFU;
+  const std::uint32_t hundredths = version % 256 * 100 + version / 256;
+  std::array<char, 16> text{};
+  std::snprintf(text.data(), text.size(), "%u.%02u", hundredths / 100, hundredths % 100);
+  return text.data();
+}
+
+bool WriteRestartEntry(Program& program, const std::string& executable) {
+  Host& host = program.host;
+  const std::string script = JoinPath(program.BaseFolder, "re-start.reg");
+  try {
+    WriteRestartScript(host, script, executable);
+    host.StartProgram({"regedit", {"/s", script}, WindowStyle::hidden});
+    CopyWithCommand(host, JoinPath(program.BaseFolder, "DOSstart.cvx"),
+                    JoinPath(program.BaseFolder, "DOSstart.tmp"));
+  } catch (const RunTimeError&) {
+    host.AbandonFile();
+    return false;
+  }
+  return true;
+}
+
+void CopyWithCommand(Host& host, const std::string& source, const std::string& target) {
+  if (host.LookUpFile(source).empty()) {
+    host.MessageBox("\"" + source + "\" is not a valid file name.", message_style::kOk, "Polefit");
+    return;
+  }
+  host.StartProgram({"COMMAND.COM", {"/C", "COPY", source, target}, WindowStyle::minimised});
+}
+
+}  // namespace polefit

@@ -1,0 +1,115 @@
+#include "app/start_up.h"
+
+#include <variant>
+
+#include "app/settings_file.h"
+#include "platform/error_template.h"
+#include "platform/file_checks.h"
+#include "platform/number.h"
+#include "platform/registry.h"
+#include "platform/text.h"
+
+namespace polefit {
+
+namespace {
+
+bool IsWholePath(const std::string& path) {
+  return path.starts_with(kSeparator) || (path.size() >= 3 && path.compare(1, 2, ":\\") == 0);
+}
+
+/// The folder above the program's own one, by arithmetic on the text alone: 0 characters when
+/// there is no separator.
+std::string FolderAbove(const std::string& folder) {
+  const std::size_t cut = folder.rfind(kSeparator);
+  return cut == std::string::npos ? std::string() : folder.substr(0, cut);
+}
+
+/// Kept: the name of the folder that the program runs from is not looked at; it is taken to be
+/// this one.
+std::string ProgramFolderIn(const std::string& baseFolder) {
+  const std::string base = IsReleaseBuild() ? baseFolder : "e:\\Tools.vb";
+  return JoinPath(base, "Tessel.hz");
+}
+
+void ReadOrMakeSettings(Program& program) {
+  if (FileExists(program.host, SettingsPath(program))) {
+    ReadSettingsFile(program);
+  } else {
+    WriteSettingsFile(program);
+  }
+}
+
+void PrepareDataFolder(Program& program) {
+  const std::string user = UserFolder(program);
+  if (!dirExists(program.host, user)) program.host.MakeFolder(user);
+  EnterUserFolder(program);
+  program.Scratch = LastFilePath(program);
+  if (program.Scratch.empty()) program.Scratch = user;
+  program.CMDialog1.initialFolder = program.Scratch;
+}
+
+/// Kept: the description runs straight into the advice, and "occured" is spelled so.
+void ReportStartFailure(Program& program, const RunTimeError& error) {
+  program.host.MessageBox("Unexpected error #" + SignedText(error.number) +
+                              " occured: \r\nPath =" + program.ProgramFolder + "\r\n" +
+                              error.description + "Suggest re-installing Polefit.",
+                          message_style::kCritical, RoutineTitle("Start_INI"));
+}
+
+}  // namespace
+
+void Start_Path(Program& program) {
+  constexpr std::size_t kShortestBase = 4;
+  program.RunMode = " ";
+  program.CommandDelay = 1.0F;
+  program.record.solverCount = 0;
+  program.BaseFolder = FolderAbove(program.host.OwnFolder());
+  if (CharacterCount(program.BaseFolder) < kShortestBase) {
+    program.host.MessageBox(
+        "Missing Polefit's base directory, \\CV-Tools; Can't proceed without it.  Please "
+        "re-install Polefit.",
+        message_style::kCritical, "In 'Start_Path' routine ... Exiting!");
+    program.host.EndProgram();
+  }
+  program.ProgramFolder = ProgramFolderIn(program.BaseFolder);
+}
+
+void Start_INI(Program& program) {
+  program.RegistryKeyPath = "Software\\Corvane Systems\\Polefit";
+  program.LastRunPath = JoinPath(program.ProgramFolder, "last-run.ini");
+  try {
+    ReadOrMakeSettings(program);
+    PrepareDataFolder(program);
+  } catch (const RunTimeError& error) {
+    program.host.AbandonFile();
+    ReportStartFailure(program, error);
+    // Kept: a broken start was meant to delete `LastRunPath` too, but the program ends before.
+    EndProgram(program);
+  }
+}
+
+std::string LastFilePath(Program& program) {
+  Host& host = program.host;
+  const std::string& key = program.RegistryKeyPath;
+  if (!RegKeyExists(host, kCurrentUser, key)) return {};
+  const RegistryData stored =
+      QueryRegValue(host, kCurrentUser, key, "LastFilePath", registry_type::kString, std::string());
+  const std::string& path = std::get<std::string>(stored);
+  return IsWholePath(path) ? path : std::string();
+}
+
+std::string UserFolder(const Program& program) {
+  return JoinPath(program.ProgramFolder, "User");
+}
+
+void EnterUserFolder(Program& program) {
+  program.host.ChangeDrive(program.ProgramFolder);
+  program.host.ChangeFolder(UserFolder(program));
+}
+
+void EndProgram(Program& program) {
+  program.files.lastUsedName = program.LastRunPath;
+  program.host.EndProgram();
+}
+
+}  // namespace polefit
