@@ -1,0 +1,24 @@
+#include "demos/demo_runner.h"
+
+#include "app/solver_start.h"
+#include "app/start_up.h"
+#include "responsefile/file_commands.h"
+
+namespace polefit {
+
+bool MayShowDemos(Program& program) {
+  return PromptSaveChanges(program, program.DataChanged) == kGoOn;
+}
+
+void ChooseDemo(Program& program, int index) {
+  program.files.currentFileName = kDemos.at(static_cast<std::size_t>(index - 1)).fileName;
+  program.files.currentFolder = UserFolder(program);
+}
+
+void RunDemo(Program& program) {
+  program.files.currentFolder = UserFolder(program);
+  program.RunMode = "Demo";
+  RunSolver(program);
+}
+
+}  // namespace polefit

@@ -1,0 +1,16 @@
+#include "demos/introduction.h"
+
+#include "platform/file_checks.h"
+
+namespace polefit {
+
+bool WantsIntroduction(Program& program) {
+  Host& host = program.host;
+  program.files.currentFolder = "null";
+  const std::string ownFolder = host.OwnFolder();
+  host.ChangeDrive(ownFolder);
+  host.ChangeFolder(ownFolder);
+  return !FileExists(host, "Polefit.ini");
+}
+
+}  // namespace polefit

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "form/program.h"
+
+namespace polefit {
+
+/// Prepares the first moment of the program: no run folder yet, its own folder the current one.
+/// True when this is a first start, which the introduction opens.
+bool WantsIntroduction(Program& program);
+
+}  // namespace polefit
