@@ -22,19 +22,6 @@ char32_t CodePointOf(Byte byte) {
   return byte >= 0x80 && byte < 0xA0 ? kHighControls[byte - 0x80U] : byte;
 }
 
-void AppendUtf8(char32_t codePoint, std::string& utf8) {
-  if (codePoint < 0x80) {
-    utf8 += static_cast<char>(codePoint);
-  } else if (codePoint < 0x800) {
-    utf8 += static_cast<char>(0xC0 | (codePoint >> 6));
-    utf8 += static_cast<char>(0x80 | (codePoint & 0x3F));
-  } else {
-    utf8 += static_cast<char>(0xE0 | (codePoint >> 12));
-    utf8 += static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
-    utf8 += static_cast<char>(0x80 | (codePoint & 0x3F));
-  }
-}
-
 bool IsContinuation(char byte) {
   return (static_cast<Byte>(byte) & 0xC0) == 0x80;
 }
@@ -87,6 +74,19 @@ bool IsAscii(std::string_view text) {
 }
 
 }  // namespace
+
+void AppendUtf8(char32_t codePoint, std::string& utf8) {
+  if (codePoint < 0x80) {
+    utf8 += static_cast<char>(codePoint);
+  } else if (codePoint < 0x800) {
+    utf8 += static_cast<char>(0xC0 | (codePoint >> 6));
+    utf8 += static_cast<char>(0x80 | (codePoint & 0x3F));
+  } else {
+    utf8 += static_cast<char>(0xE0 | (codePoint >> 12));
+    utf8 += static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
+    utf8 += static_cast<char>(0x80 | (codePoint & 0x3F));
+  }
+}
 
 std::string_view FromWindows1252(std::string_view bytes, std::string& buffer) {
   if (IsAscii(bytes)) return bytes;

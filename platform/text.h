@@ -12,6 +12,9 @@ std::string FromWindows1252(std::string_view bytes);
 /// The same without a copy where none is needed: a view of `bytes` or of `buffer`.
 std::string_view FromWindows1252(std::string_view bytes, std::string& buffer);
 
+/// Appends a character below 10000 (hexadecimal) as UTF-8.
+void AppendUtf8(char32_t codePoint, std::string& utf8);
+
 /// Appends UTF-8 text to `bytes` as Windows-1252. A character that the code page lacks, or a
 /// byte that is no UTF-8, becomes "?"; their number is returned.
 int AppendToWindows1252(std::string_view utf8, std::string& bytes);
