@@ -20,14 +20,14 @@ void PutSolvAnswers(Program& program) {
   }
 }
 
-void cmdEditSolver_Click(FormView& form) {
+void EditSolverDefaults(FormView& form) {
   for (const SolverQuestion& question : kSolverQuestions) {
     form.SetText(question.name, std::string(question.editText));
   }
   form.SetFocus("Remax");
 }
 
-void cmdUseDefSolver_Click(FormView& form) {
+void UseSolverDefaults(FormView& form) {
   clearSolvdata(form);
   form.SetFocus("Remax");
 }

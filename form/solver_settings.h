@@ -11,8 +11,9 @@ void clearSolvdata(FormView& form);
 void GetSolvAnswers(Program& program);
 void PutSolvAnswers(Program& program);
 
-/// The buttons: fill the boxes with the defaults to edit, or empty them. Both focus `Remax`.
-void cmdEditSolver_Click(FormView& form);
-void cmdUseDefSolver_Click(FormView& form);
+/// "&Edit Defaults" and "&Use Defaults": fill the boxes with the defaults to edit, or empty them.
+/// Both focus `Remax`.
+void EditSolverDefaults(FormView& form);
+void UseSolverDefaults(FormView& form);
 
 }  // namespace polefit

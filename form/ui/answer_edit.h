@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QLineEdit>
+
+namespace polefit {
+
+/// A text box for an answer of about `length` digits. When it receives the focus it selects its
+/// whole text, or leaves the caret where it is, however the focus came.
+class AnswerEdit final : public QLineEdit {
+ public:
+  AnswerEdit(int length, bool selectsAll) : length_(length), selectsAll_(selectsAll) {}
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void focusInEvent(QFocusEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+  int length_;
+  bool selectsAll_;
+  bool pressGaveFocus_ = false;
+};
+
+}  // namespace polefit

@@ -1,0 +1,183 @@
+#include "form/ui/pages.h"
+
+#include <QBoxLayout>
+#include <QFormLayout>
+#include <QPushButton>
+#include <QRegularExpression>
+
+#include "form/question_catalogue.h"
+#include "form/ui/answer_edit.h"
+#include "form/ui/controls.h"
+#include "grids/ui/grid_widget.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr int kSolverLength = 20;
+constexpr int kNoteLength = 60;
+
+void AddQuestion(Page& page, const Question& question) {
+  QWidget* response = MakeResponse(question);
+  const std::string name = "Question" + std::to_string(question.slot);
+  auto* control = question.kind == AnswerKind::counts
+                      ? response->findChild<QWidget*>(question.boxes[0].name.data())
+                      : response;
+  page.AddRow({response, new ControlLabel(name, question.label, control)});
+}
+
+void AddQuestions(Page& page, Tab tab) {
+  for (const Question& question : kQuestions) {
+    if (question.tab == tab) AddQuestion(page, question);
+  }
+}
+
+/// A solver question with the line break that its run of blanks stands for.
+std::string WithLineBreak(std::string_view label) {
+  std::string text(label);
+  const std::size_t blanks = text.find("        ");
+  if (blanks != std::string::npos) text.insert(text.find_first_not_of(' ', blanks), "\n");
+  return text;
+}
+
+QHBoxLayout* ButtonRow(std::initializer_list<QPushButton*> buttons) {
+  auto* row = new QHBoxLayout;
+  for (QPushButton* button : buttons) row->addWidget(button);
+  row->addStretch();
+  return row;
+}
+
+/// The grid at its own width, beside it a column with what belongs to it.
+QHBoxLayout* BesideGrid(GridWidget* grid, std::initializer_list<QWidget*> column) {
+  auto* row = new QHBoxLayout;
+  row->addWidget(grid);
+  row->addSpacing(grid->fontMetrics().height());
+  auto* side = new QVBoxLayout;
+  for (QWidget* widget : column) {
+    side->addWidget(widget);
+    side->addSpacing(grid->fontMetrics().height() / 2);
+  }
+  side->addStretch();
+  row->addLayout(side, 1);
+  return row;
+}
+
+}  // namespace
+
+Page* MakeStartPage() {
+  auto* page = new Page;
+  page->AddWhole(MakeText("lblInstructions1",
+                          "Instructions: Answer following questions; Save your responses into a "
+                          "file for later retrieval; and, submit responses for execution."));
+  page->AddGap();
+  page->AddHeaders(
+      {MakeHeader("lblHeader1a", "Responses"), MakeHeader("lblHeader1b", "Questions")});
+  AddQuestions(*page, Tab::start);
+  page->AddStretch();
+  auto* name = new QLineEdit;
+  name->setObjectName("LastFileName");
+  name->setReadOnly(true);
+  auto* row = new QHBoxLayout;
+  row->addWidget(new ControlLabel("lblLastFileName", "Last Saved under fileName:", name));
+  row->addWidget(name, 1);
+  page->AddWhole(row);
+  return page;
+}
+
+Page* MakePolesAndZerosPage() {
+  auto* page = new Page;
+  page->AddWhole(MakeNote("lblNote2",
+                          " === Below here, location values must be normalized by X or Y-axis "
+                          "Norm value! === "));
+  AddQuestions(*page, Tab::polesAndZeros);
+  page->AddStretch();
+  return page;
+}
+
+Page* MakeMiscPage() {
+  auto* page = new Page;
+  page->AddWhole(MakeNote("lblNote3",
+                          " === Below here, location values must be normalized by X or Y-axis "
+                          "Norm value! === "));
+  AddQuestions(*page, Tab::misc);
+  page->AddGap();
+  QLabel* label = nullptr;
+  for (const NoteBox& note : kNoteBoxes) {
+    AnswerEdit* box = MakeBox(note.name, note.defaultText, kNoteLength, true);
+    box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    box->setAccessibleName(ToQString(note.name));
+    if (label == nullptr) {
+      label = new ControlLabel("lblKeepNotes", "20. » Keep notes below ...", box);
+      page->AddWhole(label);
+    }
+    page->AddWhole(box);
+  }
+  page->AddStretch();
+  return page;
+}
+
+Page* MakePassbandPage(GridWidget* passData) {
+  auto* page = new Page;
+  AddQuestions(*page, Tab::passbandData);
+  passData->setAccessibleName("Passband data");
+  page->AddWhole(
+      BesideGrid(
+          passData,
+          {MakeText("lblGridHint1", "Use Up && Down Arrow keys to enter/edit X && Y data values."),
+           MakeText("lblGridHint2",
+                    "After/during edit use the 'Esc'ape key then Left or Right arrow keys "
+                    "to move between columns."),
+           MakeButton("cmdClearPassData", "&Clear Columns")}),
+      1);
+  return page;
+}
+
+Page* MakeDelayPage(GridWidget* delayData) {
+  auto* page = new Page;
+  delayData->setAccessibleName("Delay data");
+  page->AddWhole(BesideGrid(delayData, {MakeButton("cmdClearDelayData", "Cle&ar Columns")}), 1);
+  return page;
+}
+
+Page* MakeSolverPage() {
+  auto* page = new Page(3);
+  page->AddWhole(MakeText("lblSolverInstruction",
+                          "For a definition of the following Solver control variables read the "
+                          "'Manual.rtf' file."));
+  page->AddGap();
+  page->AddHeaders({MakeHeader("", ""), MakeHeader("lblDefaultValues", "Default Values"),
+                    MakeHeader("lblControlQuestions", "Control Questions")});
+  int number = 0;
+  for (const SolverQuestion& question : kSolverQuestions) {
+    const std::string index = std::to_string(++number);
+    AnswerEdit* box =
+        MakeBox(question.name, question.designText, kSolverLength, question.selectsAll);
+    auto* label = new ControlLabel("SolvQuestion" + index, WithLineBreak(question.label), box);
+    page->AddRow({box, new ControlLabel("DefAnswer" + index, question.defaultLabel, box), label});
+  }
+  page->AddGap();
+  page->AddWhole(ButtonRow({MakeButton("cmdEditSolver", "&Edit Defaults"),
+                            MakeButton("cmdUseDefSolver", "&Use Defaults")}));
+  page->AddStretch();
+  return page;
+}
+
+Page* MakeRunPage() {
+  auto* page = new Page;
+  page->AddHeaders({MakeHeader("lblRun", "What will be run")});
+  for (const auto& [name, caption] : {std::pair("RunFileName", "Response file:"),
+                                      {"RunFolder", "Folder:"},
+                                      {"RunChanges", "Changed since it was opened:"}}) {
+    page->AddRow({MakeText("", caption), MakeText(name, "")});
+  }
+  page->AddGap();
+  page->AddWhole(ButtonRow({MakeButton("cmdSubmit", "&Submit Batch Run")}));
+  page->AddGap();
+  page->AddWhole(MakeText("lblRunHint",
+                          "The run goes on in a program of its own. When it has ended, View > Last "
+                          "Output shows its report."));
+  page->AddStretch();
+  return page;
+}
+
+}  // namespace polefit

@@ -1,0 +1,224 @@
+#include "grids/ui/grid_widget.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QStyle>
+#include <algorithm>
+
+#include "grids/ui/grid_corner.h"
+#include "grids/ui/grid_model.h"
+#include "grids/ui/twips.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr int kDesignRowCount = 4;
+
+/// The character that a key press types, or none: keys that only move, "Del" and what belongs to a
+/// menu. Ctrl with a letter types the control character.
+QString TypedCharacter(const QKeyEvent& event) {
+  const QString text = event.text();
+  const bool forMenu = event.modifiers() & (Qt::AltModifier | Qt::MetaModifier);
+  if (text.isEmpty() || forMenu || event.key() == Qt::Key_Delete) return {};
+  return text.left(text.at(0).isHighSurrogate() ? 2 : 1);
+}
+
+}  // namespace
+
+GridWidget::GridWidget(const char* name, int columns, int width)
+    : model_(new GridModel(columns, this)),
+      corner_(new GridCorner(this)),
+      columnWidths_(static_cast<std::size_t>(columns)),
+      width_(width) {
+  setObjectName(name);
+  setModel(model_);
+  setEditTriggers(NoEditTriggers);
+  setSelectionMode(ContiguousSelection);
+  setTabKeyNavigation(false);
+  setWordWrap(false);
+  setCornerButtonEnabled(false);
+  setHorizontalScrollMode(ScrollPerPixel);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  connect(horizontalHeader(), &QHeaderView::sectionResized, this,
+          [this](int section, int, int pixels) { TakeDraggedWidth(section, pixels); });
+  connect(horizontalHeader(), &QHeaderView::sectionPressed, this, &GridWidget::mousePressed);
+  connect(verticalHeader(), &QHeaderView::sectionPressed, this, &GridWidget::mousePressed);
+  connect(this, &QTableView::doubleClicked, this, &GridWidget::cellDoubleClicked);
+  SetRowCount(kDesignRowCount);
+  for (int column = 0; column < columns; ++column) SetColumnWidth(column, TitleWidth(column));
+  SetCurrentRow(1);
+}
+
+int GridWidget::RowCount() const {
+  return model_->GridRowCount();
+}
+
+void GridWidget::SetRowCount(int rows) {
+  model_->SetGridRowCount(rows);
+  ShowChangesLater();
+}
+
+std::string GridWidget::Text(int row, int column) const {
+  return model_->Cell(row, column);
+}
+
+void GridWidget::SetText(int row, int column, const std::string& text) {
+  model_->SetCell(row, column, text);
+  ShowChangesLater();
+}
+
+void GridWidget::Clear() {
+  model_->Clear();
+  ShowChangesLater();
+}
+
+void GridWidget::SetFormatString(const std::string& format) {
+  model_->Apply(ParseFormatString(format));
+  corner_->setText(QString::fromStdString(model_->Cell(0, 0)));
+  for (int column = 0; column < model_->GridColumnCount(); ++column) {
+    SetColumnWidth(column, TitleWidth(column));
+  }
+  ShowChangesLater();
+}
+
+int GridWidget::ColumnWidth(int column) const {
+  return columnWidths_.at(static_cast<std::size_t>(column));
+}
+
+void GridWidget::SetColumnWidth(int column, int twips) {
+  if (ColumnWidth(column) == twips) return;
+  columnWidths_.at(static_cast<std::size_t>(column)) = twips;
+  ApplyColumnWidth(column);
+}
+
+void GridWidget::SetWidth(int twips) {
+  width_ = twips;
+  updateGeometry();
+}
+
+int GridWidget::CurrentRow() const {
+  return std::max(currentIndex().row() + 1, 1);
+}
+
+int GridWidget::CurrentColumn() const {
+  return std::max(currentIndex().column() + 1, 1);
+}
+
+void GridWidget::SetCurrentRow(int row) {
+  ShowChanges();
+  setCurrentIndex(model_->index(row - 1, CurrentColumn() - 1));
+}
+
+void GridWidget::CollapseSelection() {
+  ShowChanges();
+  selectionModel()->select(currentIndex(), QItemSelectionModel::ClearAndSelect);
+}
+
+QRect GridWidget::CurrentCellRect() {
+  ShowChanges();
+  scrollTo(currentIndex());
+  return visualRect(currentIndex());
+}
+
+Qt::Alignment GridWidget::CurrentCellAlignment() const {
+  return model_->data(currentIndex(), Qt::TextAlignmentRole).value<Qt::Alignment>();
+}
+
+QString GridWidget::CurrentCellName() const {
+  return QString::fromStdString(model_->Cell(0, CurrentColumn())) + ' ' +
+         QString::number(CurrentRow());
+}
+
+QSize GridWidget::sizeHint() const {
+  const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+  return {TwipsToPixels(*this, width_) + scrollBar, QTableView::sizeHint().height()};
+}
+
+QSize GridWidget::minimumSizeHint() const {
+  return {sizeHint().width(),
+          horizontalHeader()->sizeHint().height() + 5 * verticalHeader()->defaultSectionSize()};
+}
+
+void GridWidget::mousePressEvent(QMouseEvent* event) {
+  Q_EMIT mousePressed();
+  QTableView::mousePressEvent(event);
+}
+
+void GridWidget::keyPressEvent(QKeyEvent* event) {
+  const QString character = TypedCharacter(*event);
+  if (character.isEmpty()) return QTableView::keyPressEvent(event);
+  Q_EMIT characterTyped(character);
+}
+
+void GridWidget::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) ApplyMetrics();
+}
+
+void GridWidget::updateGeometries() {
+  QTableView::updateGeometries();
+  corner_->setGeometry(frameWidth(), frameWidth(), verticalHeader()->width(),
+                       horizontalHeader()->height());
+  Q_EMIT cellsMoved();
+}
+
+void GridWidget::scrollContentsBy(int dx, int dy) {
+  QTableView::scrollContentsBy(dx, dy);
+  Q_EMIT cellsMoved();
+}
+
+void GridWidget::TakeDraggedWidth(int section, int pixels) {
+  int& twips = columnWidths_.at(static_cast<std::size_t>(section + 1));
+  if (TwipsToPixels(*this, twips) != pixels) twips = PixelsToTwips(*this, pixels);
+  Q_EMIT cellsMoved();
+}
+
+void GridWidget::ApplyColumnWidth(int column) {
+  const int twips = ColumnWidth(column);
+  const int pixels = TwipsToPixels(*this, twips);
+  if (column == 0) {
+    verticalHeader()->setFixedWidth(pixels);
+    return;
+  }
+  if (twips == 0 && column == CurrentColumn() && column > 1) {
+    setCurrentIndex(currentIndex().siblingAtColumn(column - 2));
+  }
+  // Showing a column gives it its former width for a moment, which is not a dragged one.
+  const QSignalBlocker noDrag(horizontalHeader());
+  setColumnHidden(column - 1, twips == 0);
+  if (twips != 0) setColumnWidth(column - 1, pixels);
+}
+
+void GridWidget::ApplyMetrics() {
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+  for (int column = 0; column < model_->GridColumnCount(); ++column) ApplyColumnWidth(column);
+  updateGeometry();
+}
+
+int GridWidget::TitleWidth(int column) const {
+  // Column 0 has room for the longest row number, so that it need not grow with the rows.
+  const QString text =
+      column == 0 ? QString("00000") : QString::fromStdString(model_->Cell(0, column));
+  return PixelsToTwips(*this, fontMetrics().horizontalAdvance(text) + fontMetrics().height());
+}
+
+void GridWidget::ShowChanges() {
+  model_->Announce();
+}
+
+void GridWidget::ShowChangesLater() {
+  if (changesPosted_) return;
+  changesPosted_ = true;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        changesPosted_ = false;
+        ShowChanges();
+      },
+      Qt::QueuedConnection);
+}
+
+}  // namespace polefit
