@@ -40,7 +40,12 @@ class PointLists {
   bool operator==(const PointLists&) const = default;
 
  private:
-  static std::size_t Index(int column) { return static_cast<std::size_t>(column - 1); }
+  static std::size_t Index(int column) {
+    if (column < 1 || column > kColumns) {
+      throw MakeRunTimeError(error_number::kSubscriptOutOfRange);
+    }
+    return static_cast<std::size_t>(column - 1);
+  }
 
   std::size_t Row(int row, int column) const {
     if (row < 1 || row > RowsOf(column)) throw MakeRunTimeError(error_number::kSubscriptOutOfRange);

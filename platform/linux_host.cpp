@@ -1,7 +1,6 @@
 #include "platform/linux_host.h"
 
 #include <dirent.h>
-#include <fnmatch.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -14,6 +13,8 @@
 #include <memory>
 
 #include "platform/paths.h"
+#include "platform/pattern.h"
+#include "platform/text.h"
 
 namespace polefit {
 
@@ -23,7 +24,9 @@ namespace {
 std::optional<mode_t> ModeOf(const std::string& path) {
   struct stat status {};
   if (::stat(path.c_str(), &status) == 0) return status.st_mode;
-  if (errno == ENOENT || errno == ENOTDIR) return std::nullopt;
+  const bool nothingThere =
+      errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG || errno == ELOOP;
+  if (nothingThere) return std::nullopt;
   throw FromSystemError(errno);
 }
 
@@ -35,16 +38,6 @@ bool HasWildcards(const std::string& name) {
   return name.find_first_of("*?") != std::string::npos;
 }
 
-/// The pattern with only "*" and "?" left as wildcards.
-std::string FilePattern(const std::string& name) {
-  std::string pattern;
-  for (const char c : name) {
-    if (c == '[' || c == '\\') pattern += '\\';
-    pattern += c;
-  }
-  return pattern;
-}
-
 /// The first name in byte order of a file in `folder` that fits `name`, or "".
 std::string FirstMatch(const std::string& folder, const std::string& name) {
   const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.c_str()), ::closedir);
@@ -52,17 +45,25 @@ std::string FirstMatch(const std::string& folder, const std::string& name) {
     if (errno == ENOENT || errno == ENOTDIR) return {};
     throw FromSystemError(errno);
   }
-  const std::string pattern = FilePattern(name);
   std::string first;
   while (const dirent* const entry = ::readdir(listing.get())) {
     const std::string candidate = entry->d_name;
     const bool better = first.empty() || candidate < first;
-    if (better && ::fnmatch(pattern.c_str(), candidate.c_str(), 0) == 0 &&
-        IsFile(ModeOf(JoinPath(folder, candidate)))) {
+    if (better && FitsPattern(candidate, name) && IsFile(ModeOf(JoinPath(folder, candidate)))) {
       first = candidate;
     }
   }
   return first;
+}
+
+/// The time in the pattern of strftime, with the names of a locale; "" is the user's.
+std::string FormatTime(const std::tm& time, const char* pattern, const char* localeName) {
+  locale_t locale = ::newlocale(LC_TIME_MASK, localeName, nullptr);
+  if (locale == nullptr) locale = ::newlocale(LC_TIME_MASK, "C", nullptr);
+  std::array<char, 256> text{};
+  ::strftime_l(text.data(), text.size(), pattern, &time, locale);
+  ::freelocale(locale);
+  return text.data();
 }
 
 }  // namespace
@@ -144,12 +145,10 @@ std::string LinuxHost::FormatNow(const char* pattern) {
   const std::time_t now = std::time(nullptr);
   std::tm local{};
   ::localtime_r(&now, &local);
-  locale_t locale = ::newlocale(LC_TIME_MASK, "", nullptr);
-  if (locale == nullptr) locale = ::newlocale(LC_TIME_MASK, "C", nullptr);
-  std::array<char, 256> text{};
-  ::strftime_l(text.data(), text.size(), pattern, &local, locale);
-  ::freelocale(locale);
-  return text.data();
+  const std::string text = FormatTime(local, pattern, "");
+  // Names that the files' code page lacks would reach them as question marks.
+  std::string bytes;
+  return AppendToWindows1252(text, bytes) == 0 ? text : FormatTime(local, pattern, "C");
 }
 
 std::uint32_t LinuxHost::GetVersion() {

@@ -1,5 +1,6 @@
 #include "platform/number.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -57,13 +58,25 @@ class NumberScanner {
   std::size_t at_ = 0;
 };
 
+/// The sign and digits behind "e", as far as they fit; 0 when there are none.
+long ExponentOf(std::string_view number) {
+  const std::size_t mark = number.find_first_of("eE");
+  if (mark == std::string_view::npos) return 0;
+  const bool negative = number.substr(mark + 1, 1) == "-";
+  number.remove_prefix(number.find_first_of("0123456789", mark));
+  long exponent = 0;
+  const auto result = std::from_chars(number.data(), number.data() + number.size(), exponent);
+  if (result.ec != std::errc()) exponent = std::numeric_limits<int>::max();
+  return negative ? -exponent : exponent;
+}
+
 /// True when a number that does not fit a double is too small for it, not too large: its first
-/// digit other than 0 stands at or behind the decimal point once the exponent has moved it.
+/// digit other than 0 stands behind the decimal point once the exponent has moved that.
 bool IsUnderflow(std::string_view number) {
-  const std::size_t exponent = number.find_first_of("eE");
-  if (exponent == std::string_view::npos)
-    return number.find_first_of("123456789") > number.find('.');
-  return number.substr(exponent + 1, 1) == "-";
+  const std::string_view mantissa = number.substr(0, number.find_first_of("eE"));
+  const auto point = static_cast<long>(std::min(mantissa.find('.'), mantissa.size()));
+  const auto digit = static_cast<long>(mantissa.find_first_of("123456789"));
+  return point - digit + ExponentOf(number) < 0;
 }
 
 }  // namespace

@@ -11,8 +11,9 @@ inline constexpr char kSeparator = '/';
 
 std::string JoinPath(std::string_view folder, std::string_view name);
 
-/// The file name of a path; `folder` becomes what stands before it, without a trailing separator,
-/// or the process's current folder. A path is cut at the last of either separator, so that files
+/// The file name of a path; `folder` becomes what stands before it, without a trailing separator
+/// ("" for a file at the root, which JoinPath puts together again), or the process's current folder
+/// when the path has no separator. A path is cut at the last of either separator, so that files
 /// made elsewhere read alike.
 std::string SplitPath(Host& host, const std::string& path, std::string& folder);
 

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "platform/dword.h"
+#include "platform/text.h"
 
 namespace polefit {
 
@@ -38,7 +39,8 @@ class OpenedKey {
 std::optional<RegistryData> Decode(int type, const std::string& bytes) {
   switch (type) {
     case registry_type::kString:
-      if (bytes.size() >= kStringBuffer) return std::nullopt;
+      // The buffer holds the text and the zero behind it.
+      if (CharacterCount(bytes) >= kStringBuffer) return std::nullopt;
       return bytes;
     case registry_type::kBinary:
       if (bytes.size() > kBinaryBuffer) return std::nullopt;

@@ -18,7 +18,8 @@ bool RegKeyExists(Host& host, std::uint32_t root, const std::string& subKey);
 bool CreateRegKey(Host& host, std::uint32_t root, const std::string& subKey);
 
 /// The value, or `defaultValue` when key or value cannot be read. A string is at most 1023
-/// characters, binary data at most 4096 bytes. Error 1001 for another type code.
+/// characters, binary data at most 4096 bytes. Error 1001 for another type code,
+/// whether the value is there or not.
 RegistryData QueryRegValue(Host& host, std::uint32_t root, const std::string& subKey,
                            const std::string& name, int type, const RegistryData& defaultValue);
 

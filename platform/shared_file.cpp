@@ -22,6 +22,14 @@ constexpr unsigned kNewFileMode = 0666;
   throw FromSystemError(errno);
 }
 
+/// What a missing file is called: its folder may be missing too.
+int MissingNumber(const std::string& path) {
+  const std::size_t cut = path.rfind('/');
+  const bool folderIsThere =
+      cut == std::string::npos || ::access(path.substr(0, cut + 1).c_str(), F_OK) == 0;
+  return folderIsThere ? error_number::kFileNotFound : error_number::kPathNotFound;
+}
+
 bool SomethingIsAt(const std::string& path) {
   struct stat status {};
   return ::lstat(path.c_str(), &status) == 0;
@@ -40,7 +48,7 @@ void SharedFile::RequireClosed() const {
 void SharedFile::OpenForReading(const std::string& path) {
   RequireClosed();
   input_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (input_ < 0) ThrowSystemError();
+  if (input_ < 0) throw FromSystemError(errno, MissingNumber(path));
   inputBuffer_.clear();
   inputAt_ = 0;
   linesRead_ = 0;
@@ -86,78 +94,98 @@ std::string_view SharedFile::ReadLine() {
   return FromWindows1252(bytes, line_);
 }
 
-void SharedFile::SetFormerAside(const std::string& path) {
+void SharedFile::SetFormerAside() {
   struct stat own {};
-  if (::lstat(path.c_str(), &own) != 0) return;
+  if (::lstat(target_.c_str(), &own) != 0) return;
   struct stat content {};
-  const bool reached = ::stat(path.c_str(), &content) == 0;
+  const bool reached = ::stat(target_.c_str(), &content) == 0;
   if (reached && !S_ISREG(content.st_mode)) return;  // a device or a pipe has no former content
-  if (S_ISREG(own.st_mode)) targetMode_ = own.st_mode & 07777U;
-  std::string aside = path + "~";
+  if (S_ISREG(own.st_mode)) {
+    // The rename alone would pass over a write-protected file without a word.
+    if (::faccessat(AT_FDCWD, target_.c_str(), W_OK, AT_EACCESS) != 0) ThrowSystemError();
+    formerMode_ = own.st_mode & 07777U;
+  }
+  std::string aside = target_ + "~";
   while (SomethingIsAt(aside)) aside += '~';
-  if (::rename(path.c_str(), aside.c_str()) != 0) ThrowSystemError();
+  if (::rename(target_.c_str(), aside.c_str()) != 0) ThrowSystemError();
   former_ = aside;
 }
 
-void SharedFile::CreateTarget(const std::string& path) {
-  output_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, targetMode_);
+void SharedFile::CreateTarget() {
+  output_ = ::open(target_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kNewFileMode);
   if (output_ < 0) {
     const RunTimeError error = FromSystemError(errno, error_number::kPathNotFound);
-    if (!former_.empty()) ::rename(former_.c_str(), path.c_str());
+    if (!former_.empty() && !SomethingIsAt(target_)) {
+      ::rename(former_.c_str(), target_.c_str());
+      former_.clear();
+    }
     throw error;
   }
-  if (!former_.empty()) ::fchmod(output_, targetMode_);
+  if (formerMode_) ::fchmod(output_, *formerMode_);
 }
 
 void SharedFile::OpenForWriting(const std::string& path) {
   RequireClosed();
-  former_.clear();
-  targetMode_ = kNewFileMode;
-  SetFormerAside(path);
-  CreateTarget(path);
+  const bool tryAgain = path == target_ && !former_.empty();
+  if (!tryAgain) {
+    target_ = path;
+    former_.clear();
+    formerMode_.reset();
+    SetFormerAside();
+  }
+  CreateTarget();
   pending_.clear();
   replacedCharacters_ = 0;
 }
 
 void SharedFile::WriteLine(std::string_view line) {
   if (output_ < 0) throw MakeRunTimeError(error_number::kBadFileNumber);
+  const auto start = static_cast<std::ptrdiff_t>(pending_.size());
   replacedCharacters_ += AppendToWindows1252(line, pending_);
+  std::replace(pending_.begin() + start, pending_.end(), '\n', ' ');
   pending_ += "\r\n";
   if (pending_.size() >= kChunkSize) Flush();
 }
 
+/// Writes what is pending; what could not be written is dropped, so that nothing writes it twice.
 void SharedFile::Flush() {
-  std::string_view rest = pending_;
+  const std::string bytes = std::exchange(pending_, {});
+  std::string_view rest = bytes;
   while (!rest.empty()) {
     const ssize_t written = ::write(output_, rest.data(), rest.size());
+    if (written < 0 && errno == EINTR) continue;
     if (written < 0) {
-      if (errno == EINTR) continue;
+      failed_ = true;
       ThrowSystemError();
     }
     rest.remove_prefix(static_cast<std::size_t>(written));
   }
-  pending_.clear();
 }
 
 int SharedFile::Close() {
-  if (output_ >= 0) {
-    Flush();
-    const int descriptor = output_;
-    output_ = -1;
-    if (::close(descriptor) != 0) ThrowSystemError();
-    if (!former_.empty()) ::unlink(former_.c_str());
-  }
+  if (output_ >= 0) FinishWriting();
   CloseDescriptors();
   return std::exchange(replacedCharacters_, 0);
+}
+
+/// The former content goes only when the new one is on the disk.
+void SharedFile::FinishWriting() {
+  Flush();
+  if (failed_) throw MakeRunTimeError(error_number::kDiskFull);
+  if (!former_.empty() && ::fsync(output_) != 0) ThrowSystemError();
+  if (::close(std::exchange(output_, -1)) != 0) ThrowSystemError();
+  if (!former_.empty()) ::unlink(former_.c_str());
+  former_.clear();
 }
 
 void SharedFile::Abandon() {
   try {
     if (output_ >= 0) Flush();
   } catch (const RunTimeError&) {
-    pending_.clear();  // the disk has no room for the rest; what is written stays
+    failed_ = true;  // the error that led here has been told; what is written stays
   }
   CloseDescriptors();
+  replacedCharacters_ = 0;
 }
 
 void SharedFile::CloseDescriptors() {
@@ -165,6 +193,7 @@ void SharedFile::CloseDescriptors() {
   if (output_ >= 0) ::close(output_);
   input_ = -1;
   output_ = -1;
+  failed_ = false;
 }
 
 }  // namespace polefit

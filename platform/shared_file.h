@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,9 +17,11 @@ class SharedFile {
 
   void OpenForReading(const std::string& path);
   /// The former content is moved to `path` & "~" (one more "~" while that name is taken), never
-  /// through a link, and is removed by Close.
+  /// through a link, and is removed by Close. After a save that failed, the next one to the same
+  /// path writes over the torn file and keeps to the former content of the first.
   void OpenForWriting(const std::string& path);
   std::string_view ReadLine();
+  /// A line feed inside the line is written as a blank.
   void WriteLine(std::string_view line);
   int Close();
   void Abandon();
@@ -28,9 +31,10 @@ class SharedFile {
   void RequireClosed() const;
   bool FillInput();
   std::string_view TakeLine();
-  void SetFormerAside(const std::string& path);
-  void CreateTarget(const std::string& path);
+  void SetFormerAside();
+  void CreateTarget();
   void Flush();
+  void FinishWriting();
   void CloseDescriptors();
 
   int input_ = -1;
@@ -41,9 +45,14 @@ class SharedFile {
   int linesRead_ = 0;
 
   int output_ = -1;
+  std::string target_;
   std::string pending_;
+  /// Where the former content lies, or empty.
   std::string former_;
-  unsigned targetMode_ = 0;
+  /// The permissions of the former file, when it was one.
+  std::optional<unsigned> formerMode_;
+  /// A line of the present save could not be written.
+  bool failed_ = false;
   int replacedCharacters_ = 0;
 };
 

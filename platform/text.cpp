@@ -38,6 +38,7 @@ std::size_t SequenceLength(Byte first) {
 /// Takes the first character off `utf8`; kNoCharacter for a byte that begins none.
 char32_t TakeCodePoint(std::string_view& utf8) {
   static constexpr std::array<Byte, 5> kFirstBits = {0, 0x7F, 0x1F, 0x0F, 0x07};
+  static constexpr std::array<char32_t, 5> kFirstOfLength = {0, 0, 0x80, 0x800, 0x10000};
   const auto first = static_cast<Byte>(utf8.front());
   const std::size_t length = SequenceLength(first);
   const bool whole =
@@ -52,8 +53,10 @@ char32_t TakeCodePoint(std::string_view& utf8) {
   for (std::size_t i = 1; i < length; ++i) {
     codePoint = (codePoint << 6) | (static_cast<Byte>(utf8[i]) & 0x3FU);
   }
-  utf8.remove_prefix(length);
-  return codePoint;
+  // An overlong form would hide a character behind other bytes.
+  const bool shortest = codePoint >= kFirstOfLength[length];
+  utf8.remove_prefix(shortest ? length : 1);
+  return shortest ? codePoint : kNoCharacter;
 }
 
 /// The byte for a code point, or -1 when the code page has none.

@@ -130,32 +130,45 @@ std::string UserValuesPath() {
 
 UserValues::UserValues(std::string path) : path_(std::move(path)) {}
 
-void UserValues::LoadLine(const std::string& line, Key*& current) {
+UserValues::Key& UserValues::EnterKey(const std::string& path) {
+  const std::size_t cut = path.rfind('\\');
+  if (cut != std::string::npos) EnterKey(path.substr(0, cut));
+  Key& key = keys_[LowerCase(path)];
+  if (key.path.empty()) key.path = path;
+  return key;
+}
+
+/// False for a line that is not understood.
+bool UserValues::LoadLine(const std::string& line, Key*& current) {
+  if (line.empty() || line == kSignature) return true;
   if (line.starts_with('[') && line.ends_with(']')) {
-    const std::string path = line.substr(1, line.size() - 2);
-    current = &keys_[LowerCase(path)];
-    current->path = path;
-    return;
+    current = &EnterKey(line.substr(1, line.size() - 2));
+    return true;
   }
   std::string_view rest = line;
   const std::optional<std::string> name = TakeQuoted(rest);
-  if (current == nullptr || !name || !rest.starts_with('=')) return;
-  if (const auto value = ParseValue(rest.substr(1))) {
-    current->values[LowerCase(*name)] = {*name, *value};
-  }
+  if (current == nullptr || !name || !rest.starts_with('=')) return false;
+  const std::optional<RegistryValue> value = ParseValue(rest.substr(1));
+  if (value) current->values[LowerCase(*name)] = {*name, *value};
+  return value.has_value();
 }
 
 void UserValues::Load() {
   if (std::exchange(loaded_, true)) return;
+  EnterKey(RootName(kCurrentUser));
+  std::error_code error;
+  if (!std::filesystem::exists(path_, error)) return;
   std::ifstream file(path_, std::ios::binary);
   Key* current = nullptr;
   for (std::string line; std::getline(file, line);) {
     if (line.ends_with('\r')) line.pop_back();
-    LoadLine(line, current);
+    mayWrite_ = LoadLine(line, current) && mayWrite_;
   }
+  mayWrite_ = mayWrite_ && file.eof();
 }
 
 bool UserValues::Save() const {
+  if (!mayWrite_) return false;
   namespace fs = std::filesystem;
   std::error_code error;
   fs::create_directories(fs::path(path_).parent_path(), error);
@@ -182,7 +195,7 @@ RegistryKey UserValues::Remember(const std::string& foldedPath, std::uint32_t ac
 std::optional<RegistryKey> UserValues::Open(std::uint32_t root, const std::string& subKey,
                                             std::uint32_t access) {
   Load();
-  const std::string folded = LowerCase(RootName(root) + "\\" + subKey);
+  const std::string folded = LowerCase(RootName(root) + (subKey.empty() ? "" : "\\" + subKey));
   if (!keys_.contains(folded)) return std::nullopt;
   return Remember(folded, access);
 }
@@ -191,12 +204,16 @@ std::optional<CreatedKey> UserValues::Create(std::uint32_t root, const std::stri
   constexpr std::uint32_t kAllAccess = registry_access::kRead | registry_access::kWrite;
   Load();
   const std::string path = RootName(root) + "\\" + subKey;
-  const auto [key, isNew] = keys_.try_emplace(LowerCase(path), Key{path, {}});
-  if (isNew && !Save()) {
-    keys_.erase(key);
-    return std::nullopt;
+  const bool existed = keys_.contains(LowerCase(path));
+  if (!existed) {
+    const std::map<std::string, Key> former = keys_;
+    EnterKey(path);
+    if (!Save()) {
+      keys_ = former;
+      return std::nullopt;
+    }
   }
-  return CreatedKey{Remember(key->first, kAllAccess), !isNew};
+  return CreatedKey{Remember(LowerCase(path), kAllAccess), existed};
 }
 
 std::optional<RegistryValue> UserValues::Query(RegistryKey key, const std::string& name) {
@@ -212,8 +229,12 @@ bool UserValues::Set(RegistryKey key, const std::string& name, const RegistryVal
   constexpr std::uint32_t kMaySet = 0x2;
   const auto open = open_.find(key);
   if (open == open_.end() || (open->second.access & kMaySet) == 0) return false;
-  keys_[open->second.foldedPath].values[LowerCase(name)] = {name, value};
-  return Save();
+  std::map<std::string, NamedValue>& values = keys_[open->second.foldedPath].values;
+  const std::map<std::string, NamedValue> former = values;
+  values[LowerCase(name)] = {name, value};
+  if (Save()) return true;
+  values = former;
+  return false;
 }
 
 void UserValues::Close(RegistryKey key) {

@@ -11,7 +11,8 @@
 namespace polefit {
 
 /// The registry of this platform: a per-user text file of keys and values in the notation of
-/// registry scripts. Names disregard case. It is read when it is first asked for.
+/// registry scripts. Names disregard case. It is read when it is first asked for. A store with
+/// something in it that is not understood, or that cannot be read, is never written over.
 class UserValues {
  public:
   /// `path` is the store's file; it need not exist.
@@ -39,12 +40,14 @@ class UserValues {
   };
 
   void Load();
-  void LoadLine(const std::string& line, Key*& current);
+  bool LoadLine(const std::string& line, Key*& current);
+  Key& EnterKey(const std::string& path);
   bool Save() const;
   RegistryKey Remember(const std::string& foldedPath, std::uint32_t access);
 
   std::string path_;
   bool loaded_ = false;
+  bool mayWrite_ = true;
   std::map<std::string, Key> keys_;
   std::map<RegistryKey, OpenKey> open_;
   RegistryKey lastKey_ = 0;

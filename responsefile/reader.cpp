@@ -1,5 +1,6 @@
 #include "responsefile/reader.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "platform/error_template.h"

@@ -95,6 +95,8 @@ void WriteAnswerLine(Host& host, std::string_view value, std::string_view label)
 
 int WriteResponseFile(Host& host, ResponseRecord& record, const ResponseTarget& target) {
   record.solverCount = HasSolverValues(record) ? kSolverValueCount : 0;
+  record.Slot(slot::kFreqPoints) = SignedText(record.nFreqPoints);
+  record.Slot(slot::kDelayPointCount) = SignedText(record.nDelayPoints);
   const bool isLastRun = !target.name.empty() && target.name == target.lastRunPath;
   host.OpenForWriting(isLastRun ? target.name : JoinPath(target.folder, target.name));
   try {

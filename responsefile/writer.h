@@ -22,10 +22,11 @@ struct ResponseTarget {
   std::string lastRunPath = {};
 };
 
-/// Writes `record` as a Response Input File and sets its solver count to 9, or to 0 when the first
-/// three solver values are empty. Returns the number of characters that the code page lacks and
-/// that stand as "?" in the file. On an error the partial file and the former one stay on disk,
-/// the latter under the name with "~", and the error is passed on.
+/// Writes `record` as a Response Input File. Sets its two count answers to the rows that are
+/// written and its solver count to 9, or to 0 when the first three solver values are empty. Returns
+/// the number of characters that the code page lacks and that stand as "?" in the file. On an error
+/// the partial file and the former one stay on disk, the latter under the name with "~", and the
+/// error is passed on.
 int WriteResponseFile(Host& host, ResponseRecord& record, const ResponseTarget& target);
 
 }  // namespace polefit

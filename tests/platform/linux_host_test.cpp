@@ -7,6 +7,7 @@
 #include "platform/console_host.h"
 #include "platform/file_checks.h"
 #include "platform/paths.h"
+#include "platform/pattern.h"
 #include "platform/temporary_folder.h"
 
 namespace polefit {
@@ -33,11 +34,26 @@ class LinuxHostTest : public ::testing::Test {
 
 TEST_F(LinuxHostTest, FileExistsKnowsNamesAndPatterns) {
   const std::pair<std::string, bool> cases[] = {
-      {"Ex-a.12", true}, {"ex-a.12", false},        {"Ex-?.1*", true},      {"*.txt", true},
-      {"*.bin", false},  {"User", false},           {"U*", false},          {"b[1].txt", true},
-      {"b[1]*", true},   {folder_.File("*"), true}, {"no/*", false},        {"", false},
-      {"no/x", false},   {"Ex-a.12/x", false},      {folder_.Path(), false}};
+      {"Ex-a.12", true},      {"ex-a.12", false},
+      {"Ex-?.1*", true},      {"*.txt", true},
+      {"*.*", true},          {std::string(300, 'n'), false},
+      {"*.bin", false},       {"User", false},
+      {"U*", false},          {"b[1].txt", true},
+      {"b[1]*", true},        {folder_.File("*"), true},
+      {"no/*", false},        {"", false},
+      {"no/x", false},        {"Ex-a.12/x", false},
+      {folder_.Path(), false}};
   for (const auto& [path, expected] : cases) EXPECT_EQ(FileExists(host_, path), expected) << path;
+}
+
+TEST_F(LinuxHostTest, PatternsStandForCharacters) {
+  const std::tuple<const char*, const char*, bool> cases[] = {
+      {"é.q", "?.q", true},     {"é.q", "??.q", false}, {"abcab", "*ab", true},
+      {"abcab", "a*b*b", true}, {"abc", "a*d", false},  {"Makefile", "*.*", true},
+      {"x", "", false},         {"", "**", true},       {"a*", "a\\*", false}};
+  for (const auto& [name, pattern, fits] : cases) {
+    EXPECT_EQ(FitsPattern(name, pattern), fits) << name << " " << pattern;
+  }
 }
 
 TEST_F(LinuxHostTest, DirExistsLooksForTheFolderItself) {

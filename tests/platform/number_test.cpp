@@ -24,7 +24,11 @@ TEST(Number, IsReadLeniently) {
 TEST(Number, TooLargeForADoubleIsAnOverflow) {
   EXPECT_EQ(ErrorOf([] { ReadNumber("1e400"); }), 6);
   EXPECT_EQ(ErrorOf([] { ReadNumber("-" + std::string(400, '9')); }), 6);
-  EXPECT_EQ(ReadNumber("." + std::string(400, '0') + "1"), 0);
+  EXPECT_EQ(ErrorOf([] { ReadNumber(std::string(400, '9') + "e-5"); }), 6);
+  EXPECT_EQ(ErrorOf([] { ReadNumber("1e99999999999999999999"); }), 6);
+  for (const char* const end : {"1", "1e5", "1e-5"}) {
+    EXPECT_EQ(ReadNumber("0." + std::string(400, '0') + end), 0) << end;
+  }
 }
 
 TEST(Number, BecomesASixteenBitIntegerWithHalvesToEven) {

@@ -34,6 +34,8 @@ TEST_F(RegistryTest, CreateSaysWhetherTheKeyExisted) {
   EXPECT_FALSE(CreateRegKey(host_, kCurrentUser, kKey));
   EXPECT_TRUE(CreateRegKey(host_, kCurrentUser, kKey));
   EXPECT_TRUE(RegKeyExists(host_, kCurrentUser, "SOFTWARE\\corvane systems\\POLEFIT"));
+  EXPECT_TRUE(CreateRegKey(host_, kCurrentUser, "Software\\Corvane Systems"));
+  EXPECT_TRUE(RegKeyExists(host_, kCurrentUser, ""));
   EXPECT_FALSE(RegKeyExists(host_, 0x80000002, kKey));
 }
 
@@ -102,6 +104,19 @@ TEST_F(RegistryTest, AStoreEditedByHandIsReadAndABrokenLineIsPassedOver) {
   for (const char* name : {"y", "z", "w"}) {
     EXPECT_EQ(query(name), RegistryData(std::string("none"))) << name;
   }
+}
+
+TEST_F(RegistryTest, AStoreThatIsNotUnderstoodIsNotWrittenOver) {
+  const std::string path = folder_.File("hand.reg");
+  const std::string text = "; by hand\n[HKEY_CURRENT_USER\\A]\n\"x\"=\"/data\"\n";
+  WriteBytes(path, text);
+  ConsoleHost host{path};
+  EXPECT_THROW(CreateRegKey(host, kCurrentUser, "B"), RunTimeError);
+  SetRegValue(host, kCurrentUser, "A", "x", 1, std::string("new"));
+  EXPECT_EQ(QueryRegValue(host, kCurrentUser, "A", "x", 1, std::string()),
+            RegistryData(std::string("/data")));
+  EXPECT_FALSE(RegKeyExists(host, kCurrentUser, "B"));
+  EXPECT_EQ(FileBytes(path), text);
 }
 
 TEST_F(RegistryTest, AStoreThatCannotBeMadeIsError1001) {

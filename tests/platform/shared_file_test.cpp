@@ -61,7 +61,7 @@ TEST_F(SharedFileTest, LinesEndAtALineFeedAndBytesAreOrdinary) {
 
 TEST_F(SharedFileTest, FailuresHaveTheirNumbers) {
   EXPECT_EQ(ErrorOf([&] { file_.OpenForReading(path_); }), 53);
-  EXPECT_EQ(ErrorOf([&] { file_.OpenForReading(path_ + "/x"); }), 53);
+  EXPECT_EQ(ErrorOf([&] { file_.OpenForReading(folder_.File("no/x")); }), 76);
   EXPECT_EQ(ErrorOf([&] { file_.OpenForWriting(folder_.File("no/x")); }), 76);
   EXPECT_EQ(ErrorOf([&] { file_.OpenForWriting(folder_.Path()); }), 75);
   EXPECT_EQ(ErrorOf([&] { file_.ReadLine(); }), 52);
@@ -90,6 +90,27 @@ TEST_F(SharedFileTest, AFullDiskLeavesThePartialFileAndTheFormerOne) {
   EXPECT_EQ(fs::file_size(path_), 100'000U);
 }
 
+TEST_F(SharedFileTest, AFailedLineIsNotWrittenTwiceAndARetryKeepsTheFirstFormerContent) {
+  Save(path_, "former");
+  file_.OpenForWriting(path_);
+  {
+    const FullDisk disk(100);
+    EXPECT_EQ(ErrorOf([&] { file_.WriteLine(std::string(70'000, 'x')); }), 61);
+  }
+  EXPECT_EQ(ErrorOf([&] { file_.Close(); }), 61);
+  file_.Abandon();
+  EXPECT_EQ(FileBytes(path_), std::string(100, 'x'));
+  EXPECT_EQ(FileBytes(path_ + "~"), "former\r\n");
+  Save(path_, "second try");
+  EXPECT_EQ(FileBytes(path_), "second try\r\n");
+  EXPECT_FALSE(fs::exists(path_ + "~"));
+}
+
+TEST_F(SharedFileTest, ALineStaysOneLine) {
+  Save(path_, "a\nb");
+  EXPECT_EQ(FileBytes(path_), "a b\r\n");
+}
+
 TEST_F(SharedFileTest, WhatACrashLeftIsNotOverwrittenByTheNextSave) {
   WriteBytes(path_ + "~", "whole");
   WriteBytes(path_, "torn");
@@ -110,9 +131,12 @@ TEST_F(SharedFileTest, ALinkIsReplacedAndNotFollowed) {
   EXPECT_EQ(FileBytes(path_), "new\r\n");
 }
 
-TEST_F(SharedFileTest, ATargetThatCannotBeMadeKeepsItsFormerContent) {
+TEST_F(SharedFileTest, AProtectedFileOrFolderKeepsItsContent) {
   if (::geteuid() == 0) GTEST_SKIP() << "root may write everywhere";
   Save(path_, "former");
+  fs::permissions(path_, fs::perms(0444));
+  EXPECT_EQ(ErrorOf([&] { file_.OpenForWriting(path_); }), 70);
+  fs::permissions(path_, fs::perms(0644));
   fs::permissions(folder_.Path(), fs::perms(0555));
   EXPECT_EQ(ErrorOf([&] { file_.OpenForWriting(path_); }), 70);
   fs::permissions(folder_.Path(), fs::perms(0755));

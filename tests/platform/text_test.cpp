@@ -21,8 +21,9 @@ TEST(Windows1252, EveryByteHasItsOwnCharacterAndComesBack) {
 
 TEST(Windows1252, WhatTheCodePageLacksBecomesAQuestionMarkAndIsCounted) {
   const std::pair<std::string, std::string> cases[] = {
-      {"aΩb", "a?b"}, {"𝄞", "?"},         {"\u0080", "?"},    {"\xFFz", "?z"},
-      {"\xC3", "?"},  {"\xE2\x82", "??"}, {"\xC0\xAF", "??"}, {"é»", "\xE9\xBB"}};
+      {"aΩb", "a?b"},    {"𝄞", "?"},         {"\u0080", "?"},    {"\xFFz", "?z"},
+      {"\xC3", "?"},     {"\xE2\x82", "??"}, {"\xC0\xAF", "??"}, {"\xE0\x80\xA1", "???"},
+      {"é»", "\xE9\xBB"}};
   for (const auto& [utf8, expected] : cases) {
     std::string bytes;
     const int replaced = AppendToWindows1252(utf8, bytes);

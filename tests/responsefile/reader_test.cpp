@@ -89,6 +89,10 @@ TEST_F(ReaderTest, CountsAreTakenWithTheSpareRow) {
     EXPECT_EQ(ReadCount(count), error) << count;
     EXPECT_EQ(record_.nFreqPoints, points) << count;
   }
+  for (const char* const count : {"0.5", "1.5"}) {
+    EXPECT_EQ(ReadCount(count), 9) << "the next line is taken as a row";
+    EXPECT_EQ(record_.nFreqPoints, 1) << count;
+  }
   EXPECT_EQ(ReadCount("32766"), 9) << "the next line is taken as a row";
   EXPECT_EQ(record_.passband.RowsOf(4), 32767);
 }

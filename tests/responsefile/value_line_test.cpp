@@ -18,12 +18,10 @@ TEST(ValueLine, IsTheTextBeforeTheFirstMark) {
       {"\t-999", "-999"},
       {"5 \t\t! the blank stands before the tabs", "5 "},
       {"a\tb", "ab"},
-      {" \t 5 \t", "\t 5 \t"},
+      {" \t 5 \t", " 5 "},
   };
   for (const auto& [line, value] : cases) {
-    std::string expected = value;
-    std::erase(expected, '\t');
-    EXPECT_EQ(ValueOfLine(line), expected) << line;
+    EXPECT_EQ(ValueOfLine(line), value) << line;
   }
 }
 

@@ -20,8 +20,7 @@ ResponseRecord SmallRecord() {
   record.Slot(slot::kTmin) = "76.7";
   record.Slot(slot::kNPoles) = "1  4";
   record.Slot(slot::kZeroCounts) = "0 0 0";
-  record.Slot(slot::kFreqPoints) = " 2";
-  record.Slot(slot::kDelayPointCount) = " 1";
+  record.Slot(slot::kFreqPoints) = "whatever: the rows count";
   record.passband.Resize(3);
   const char* const cells[] = {"1.0", "0.5", "0.5", "1", "2", "", "é", ""};
   for (int i = 0; i < 8; ++i) record.passband.At(1 + i / 4, 1 + i % 4) = cells[i];
@@ -146,6 +145,7 @@ TEST_F(WriterTest, AnErrorPartWayLeavesBothFilesAndReachesTheCaller) {
   EXPECT_TRUE(FileBytes(host_.Path("x")).ends_with("Point #  3 \r\n"));
   record.nFreqPoints = 2;
   EXPECT_EQ(Written(record, "x"), former);
+  EXPECT_EQ(host_.LookUpFile(host_.Path("x~")), "");
 }
 
 }  // namespace
