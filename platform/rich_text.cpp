@@ -78,9 +78,6 @@ class RtfReader {
       case '~':
         Byte(' ');
         break;
-      case '_':
-        Byte('-');
-        break;
       case '\n':
       case '\r':
         Append("\n");

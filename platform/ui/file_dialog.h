@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QFileDialog>
+
+#include "platform/host.h"
+
+namespace polefit {
+
+/// The program's file dialog on a CommonDialog's settings. A name with "*" or "?" is no file: to
+/// open, it narrows the list to what fits; to save, it is refused. Either way the dialog stays
+/// open.
+class FileDialog final : public QFileDialog {
+ public:
+  FileDialog(const CommonDialog& settings, AcceptMode mode, QWidget* parent);
+
+ protected:
+  void accept() override;
+
+ private:
+  QStringList filters_;
+};
+
+/// Shows the dialog and waits. An accepted one gives its path and leaves the process in the chosen
+/// folder; a cancelled one gives an empty name, or error 32755 when the settings ask for it.
+void AskForFile(CommonDialog& dialog, QFileDialog::AcceptMode mode);
+
+/// A CommonDialog's filter text in the toolkit's notation: one entry a pair, "*.*" as every file.
+QStringList NameFilters(const std::string& filter);
+
+}  // namespace polefit

@@ -1,0 +1,60 @@
+#include "platform/ui/plain_viewer.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QPlainTextEdit>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "platform/rich_text.h"
+#include "platform/run_time_error.h"
+#include "platform/text.h"
+
+namespace polefit {
+
+namespace {
+
+QString TextOf(const std::string& path) {
+  QFile file(QString::fromStdString(path));
+  if (!file.open(QIODevice::ReadOnly)) throw MakeRunTimeError(error_number::kFileNotFound);
+  const std::string bytes = file.readAll().toStdString();
+  const bool isRich = bytes.starts_with("{\\rtf");
+  return QString::fromStdString(isRich ? PlainTextOfRtf(bytes) : FromWindows1252(bytes));
+}
+
+QPlainTextEdit* MakePage(const QString& text, bool wraps) {
+  auto* const page = new QPlainTextEdit(text);
+  page->setObjectName("viewerText");
+  page->setAccessibleName(QObject::tr("Text of the file"));
+  page->setReadOnly(true);
+  page->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  page->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  page->setLineWrapMode(wraps ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
+  return page;
+}
+
+}  // namespace
+
+void ShowPlainViewer(const std::string& path) {
+  const QString text = TextOf(path);
+  auto* const window = new QWidget;
+  window->setObjectName("plainViewer");
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  window->setWindowTitle(QFileInfo(QString::fromStdString(path)).fileName());
+  QPlainTextEdit* const page = MakePage(text, path.ends_with(".rtf"));
+  auto* const layout = new QVBoxLayout(window);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(page);
+  for (const QKeySequence& key :
+       {QKeySequence(QKeySequence::Close), QKeySequence(Qt::Key_Escape)}) {
+    QObject::connect(new QShortcut(key, window), &QShortcut::activated, window, &QWidget::close);
+  }
+  constexpr int kColumns = 84;
+  constexpr int kLines = 40;
+  const QFontMetrics metrics(page->font());
+  window->resize(kColumns * metrics.horizontalAdvance('0'), kLines * metrics.lineSpacing());
+  window->show();
+}
+
+}  // namespace polefit
