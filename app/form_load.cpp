@@ -6,6 +6,7 @@
 #include "form/transfer.h"
 #include "grids/grid_routines.h"
 #include "platform/file_checks.h"
+#include "responsefile/file_commands.h"
 #include "responsefile/reader.h"
 
 namespace polefit {
@@ -61,6 +62,18 @@ void RestoreLastRun(Program& program) {
     throw;
   }
   EndStartUp(program);
+}
+
+void TakeImprovedValues(Program& program) {
+  if (PromptSaveChanges(program, program.DataChanged) == kGoOn) RestoreLastRun(program);
+}
+
+void OpenNamedFile(Program& program, const std::string& path) {
+  if (FileExists(program.host, path)) {
+    OpenResponseFile(program, path);
+  } else {
+    ReportMissingFile(program.host, path);
+  }
 }
 
 }  // namespace polefit

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "form/program.h"
 
 namespace polefit {
@@ -11,5 +13,13 @@ void LoadMainForm(Program& program);
 /// Shows the values that the last run left, as those that the form starts with: they belong to no
 /// file until they are saved. Without such a file the form's own contents become the record.
 void RestoreLastRun(Program& program);
+
+/// Takes the values that a run has just left into the form, once changed data are dealt with as
+/// for opening a file.
+void TakeImprovedValues(Program& program);
+
+/// Opens the file at `path`, a whole path, as the Open command would; one that is not there is
+/// reported and changes nothing.
+void OpenNamedFile(Program& program, const std::string& path);
 
 }  // namespace polefit

@@ -75,13 +75,14 @@ void ReadResponse(Host& host, ResponseRecord& record, std::string& name,
   ReadSolverValues(host, record);
 }
 
+void ReportMissingFile(Host& host, const std::string& name) {
+  host.MessageBox("Missing '" + name + "' file?", message_style::kExclamation, " File not found.");
+}
+
 void FileReadMe(Host& host, FileState& files, ResponseRecord& record, std::string& name,
                 const std::string& folder) {
   if (!FileExists(host, JoinPath(folder, name))) {
-    if (!name.empty()) {
-      host.MessageBox("Missing '" + name + "' file?", message_style::kExclamation,
-                      " File not found.");
-    }
+    if (!name.empty()) ReportMissingFile(host, name);
     return;
   }
   try {

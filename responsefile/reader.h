@@ -18,6 +18,9 @@ enum class ShortRow { fails, isKept };
 void ReadResponse(Host& host, ResponseRecord& record, std::string& name,
                   std::string& lastUsedFolder, ShortRow shortRow = ShortRow::fails);
 
+/// Says that a file is missing.
+void ReportMissingFile(Host& host, const std::string& name);
+
 /// Reads the opened file `folder`/`name` into `record`. A missing file and a read error are
 /// reported in a message and the program goes on with what was read. On return `name` holds what
 /// line 1 gave.

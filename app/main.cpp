@@ -1,0 +1,31 @@
+#include <QApplication>
+#include <QIcon>
+#include <filesystem>
+#include <string>
+
+#include "demos/ui/session.h"
+#include "platform/ui/qt_host.h"
+
+namespace {
+
+int RunWindows(int argc, char** argv, const std::string& fileToOpen) {
+  QApplication::setDesktopFileName("polefit");
+  QApplication::setApplicationName("Polefit");
+  QApplication::setApplicationVersion(POLEFIT_VERSION);
+  const QApplication application(argc, argv);
+  QApplication::setWindowIcon(QIcon::fromTheme("polefit"));
+  // Windows come and go; the program ends where its own way out says so.
+  QApplication::setQuitOnLastWindowClosed(false);
+  polefit::QtHost host;
+  polefit::Session session(host, fileToOpen);
+  session.Start();
+  return session.HasEnded() ? 0 : QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // Start-up changes the current folder, so a relative name is made whole before it.
+  const std::string file = argc > 1 ? std::filesystem::absolute(argv[1]).string() : std::string();
+  return RunWindows(argc, argv, file);
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace polefit {
+
+/// How far a run is: evaluations used, of how many at most.
+struct RunProgress {
+  long evaluations = 0;
+  long limit = 0;
+
+  bool operator==(const RunProgress&) const = default;
+};
+
+/// The progress that a line of the solver's output tells ("... 120 of 2000 ..."), if any.
+std::optional<RunProgress> ProgressOf(std::string_view line);
+
+enum class Outcome { converged, limitReached, stopped, failed, noReport };
+
+struct Verdict {
+  Outcome outcome = Outcome::noReport;
+  /// One sentence for the user.
+  std::string text;
+};
+
+/// What is known of a run that has ended.
+struct EndOfRun {
+  /// The last line of its output that is not blank.
+  std::string lastLine;
+  bool hasReport = false;
+  /// Whether it was asked to stop.
+  bool stopAsked = false;
+};
+
+Verdict VerdictOn(const EndOfRun& end);
+
+}  // namespace polefit

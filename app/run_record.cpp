@@ -1,0 +1,105 @@
+#include "app/run_record.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/detached_process.h"
+#include "platform/paths.h"
+
+namespace polefit {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A file's time may lag behind the clock by one tick of the system's timer.
+constexpr std::int64_t kClockGrain = 10'000'000;
+
+std::string RunRecordPath(const std::string& programFolder) {
+  return JoinPath(programFolder, "~pft-run.txt");
+}
+
+std::int64_t NanosecondsNow() {
+  using namespace std::chrono;
+  return duration_cast<nanoseconds>(system_clock::now().time_since_epoch()).count();
+}
+
+void RequireProgram(const std::string& path) {
+  if (::access(path.c_str(), X_OK) == 0) return;
+  RunTimeError error = FromSystemError(errno);
+  error.description += ": " + path;
+  throw error;
+}
+
+void WriteRunRecord(const std::string& programFolder, const RunRecord& run) {
+  const std::string path = RunRecordPath(programFolder);
+  std::ofstream(path + ".new", std::ios::binary | std::ios::trunc)
+      << run.processId << ' ' << run.processStart << ' ' << run.started << '\n'
+      << run.dataFile << '\n'
+      << run.command << '\n';
+  std::error_code error;
+  fs::rename(path + ".new", path, error);
+}
+
+}  // namespace
+
+RunRecord StartRun(const Command& command) {
+  const std::string folder = command.program.substr(0, command.program.rfind(kSeparator));
+  const Command solver{JoinPath(folder, "pfit"), command.arguments, command.windowStyle};
+  RequireProgram(solver.program);
+  std::error_code error;
+  fs::remove(RunLogPath(folder), error);
+  RunRecord run;
+  run.started = NanosecondsNow();
+  run.dataFile = command.arguments.empty() ? std::string() : command.arguments.front();
+  run.command = CommandLine(solver);
+  std::vector<std::string> words = solver.arguments;
+  words.insert(words.begin(), solver.program);
+  run.processId = StartDetached(words, RunLogPath(folder));
+  run.processStart = StartOfProcess(run.processId).value_or(0);
+  WriteRunRecord(folder, run);
+  return run;
+}
+
+std::optional<RunRecord> ReadRunRecord(const std::string& programFolder) {
+  std::ifstream file(RunRecordPath(programFolder), std::ios::binary);
+  RunRecord run;
+  file >> run.processId >> run.processStart >> run.started;
+  file.ignore(1);
+  std::getline(file, run.dataFile);
+  std::getline(file, run.command);
+  return file ? std::optional(run) : std::nullopt;
+}
+
+bool IsRunning(const RunRecord& run) {
+  return StartOfProcess(run.processId) == run.processStart;
+}
+
+bool IsResultOf(const RunRecord& run, const std::string& path) {
+  std::error_code error;
+  const auto written = fs::last_write_time(path, error);
+  if (error) return false;
+  const auto time = std::chrono::file_clock::to_sys(written).time_since_epoch();
+  const auto since = std::chrono::duration_cast<std::chrono::nanoseconds>(time).count();
+  return since >= run.started - kClockGrain;
+}
+
+std::string RunLogPath(const std::string& programFolder) {
+  return JoinPath(programFolder, "~pft-log.txt");
+}
+
+bool MayStartRun(Program& program) {
+  const std::optional<RunRecord> run = ReadRunRecord(program.ProgramFolder);
+  if (!run || !IsRunning(*run)) return true;
+  program.host.MessageBox("The run of '" + run->dataFile +
+                              "' is still going on, and a second one would overwrite its report "
+                              "and its results.  Wait for its end or stop it, then submit again.",
+                          message_style::kExclamation, "A run is going on");
+  return false;
+}
+
+}  // namespace polefit

@@ -1,0 +1,56 @@
+#include "app/ui/about_box.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace polefit {
+
+namespace {
+
+QLabel* MakeLine(const char* name, const QString& text) {
+  auto* const line = new QLabel(text);
+  line->setObjectName(name);
+  line->setTextFormat(Qt::PlainText);
+  line->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  line->setWordWrap(true);
+  return line;
+}
+
+QLabel* MakeTitle() {
+  constexpr double kTitleScale = 1.8;
+  QLabel* const title = MakeLine("lblTitle", "Polefit™");
+  QFont font = title->font();
+  font.setBold(true);
+  font.setPointSizeF(font.pointSizeF() * kTitleScale);
+  title->setFont(font);
+  return title;
+}
+
+}  // namespace
+
+void ShowAboutBox(QWidget* parent) {
+  QDialog box(parent);
+  box.setObjectName("frmAbout");
+  box.setWindowTitle(QObject::tr("About Polefit"));
+  auto* const rows = new QVBoxLayout(&box);
+  rows->setContentsMargins(24, 20, 24, 16);
+  rows->setSpacing(10);
+  rows->addWidget(MakeTitle());
+  rows->addWidget(MakeLine("lblVersion", QObject::tr("Version %1").arg(POLEFIT_VERSION)));
+  rows->addWidget(
+      MakeLine("lblPurpose", QObject::tr("Finds the poles and zeros of the transfer function that "
+                                         "turns a given input signal into a desired output.")));
+  rows->addWidget(MakeLine("lblLicence", QObject::tr("Free software under the MIT licence.")));
+  auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &box, &QDialog::accept);
+  rows->addSpacing(6);
+  rows->addWidget(buttons);
+  box.setMinimumWidth(box.fontMetrics().averageCharWidth() * 56);
+  box.exec();
+}
+
+}  // namespace polefit
