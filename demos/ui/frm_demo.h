@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QWidget>
+
+class QButtonGroup;
+class QGridLayout;
+
+namespace polefit {
+
+/// The dialog that runs an example problem. It forwards what is chosen and decides nothing.
+class FrmDemo final : public QWidget {
+  Q_OBJECT
+
+ public:
+  FrmDemo();
+
+ Q_SIGNALS:
+  /// The option with this index, from 1, was clicked.
+  void examChosen(int index);
+  void cmdRunDemo();
+  /// By its button or by the close box.
+  void cmdCancelDemo();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  QGridLayout* BuildTable();
+  void AddRow(QGridLayout* table, int index);
+
+  QButtonGroup* exams_;
+};
+
+}  // namespace polefit

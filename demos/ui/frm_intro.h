@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QWidget>
+
+namespace polefit {
+
+/// The dialog of a first start. It forwards what is chosen and decides nothing.
+class FrmIntro final : public QWidget {
+  Q_OBJECT
+
+ public:
+  FrmIntro();
+
+ Q_SIGNALS:
+  void cmdRunIntro();
+  void cmdCreateIntro();
+  /// By its button or by the close box.
+  void cmdExitIntro();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+};
+
+}  // namespace polefit

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+
+#include "app/ui/event_guard.h"
+#include "app/ui/run_console.h"
+#include "demos/ui/frm_demo.h"
+#include "demos/ui/frm_intro.h"
+#include "form/program.h"
+#include "form/ui/frm_main.h"
+#include "platform/ui/qt_host.h"
+
+namespace polefit {
+
+/// All windows of the program, wired to its routines.
+class Session {
+ public:
+  /// `fileToOpen` is a whole path that is opened once the main form is up, or empty.
+  Session(QtHost& host, std::string fileToOpen);
+
+  /// Shows the introduction on a first start, else the main form.
+  void Start();
+  bool HasEnded() const { return guard_.HasEnded(); }
+
+  Program& Values() { return program_; }
+
+ private:
+  using Routine = void (*)(Program&);
+
+  void ConnectMainForm();
+  void ConnectDialogs();
+  void On(void (FrmMain::*signal)(), Routine routine);
+  void ShowMainForm();
+  void LoadMainFormOnce();
+  void ShowDemos();
+  void Submit();
+  bool MayStart();
+  void TakeImproved();
+
+  EventGuard guard_;
+  FrmMain frmMain_;
+  Program program_;
+  RunConsole console_;
+  FrmIntro frmIntro_;
+  FrmDemo frmDemo_;
+  std::string fileToOpen_;
+  bool loaded_ = false;
+};
+
+}  // namespace polefit
