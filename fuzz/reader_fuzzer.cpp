@@ -41,7 +41,9 @@ class MemoryHost : public ConsoleHost {
   }
   void OpenForWriting(const std::string& /*path*/) override { output_.clear(); }
   void WriteLine(std::string_view line) override {
-    if (AppendToWindows1252(line, output_) > 0) std::abort();  // what was read can be written
+    int replaced = 0;
+    output_ += ToWindows1252(line, line_, replaced);
+    if (replaced > 0) std::abort();  // what was read can be written
     output_ += "\r\n";
   }
   int CloseFile() override { return 0; }

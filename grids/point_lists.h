@@ -29,10 +29,8 @@ class PointLists {
   }
 
   /// The cell at `row`, `column`; outside the column it is error 9.
-  std::string& At(int row, int column) { return columns_[Index(column)][Row(row, column)]; }
-  const std::string& At(int row, int column) const {
-    return columns_[Index(column)][Row(row, column)];
-  }
+  std::string& At(int row, int column) { return const_cast<std::string&>(Cell(row, column)); }
+  const std::string& At(int row, int column) const { return Cell(row, column); }
 
   /// How many cells the column holds, the spare one counted.
   int RowsOf(int column) const { return static_cast<int>(columns_[Index(column)].size()); }
@@ -47,9 +45,11 @@ class PointLists {
     return static_cast<std::size_t>(column - 1);
   }
 
-  std::size_t Row(int row, int column) const {
-    if (row < 1 || row > RowsOf(column)) throw MakeRunTimeError(error_number::kSubscriptOutOfRange);
-    return static_cast<std::size_t>(row - 1);
+  const std::string& Cell(int row, int column) const {
+    const std::vector<std::string>& cells = columns_[Index(column)];
+    const auto index = static_cast<std::size_t>(row) - 1;
+    if (index >= cells.size()) throw MakeRunTimeError(error_number::kSubscriptOutOfRange);
+    return cells[index];
   }
 
   std::array<std::vector<std::string>, ColumnCount> columns_;

@@ -148,7 +148,9 @@ std::string LinuxHost::FormatNow(const char* pattern) {
   const std::string text = FormatTime(local, pattern, "");
   // Names that the files' code page lacks would reach them as question marks.
   std::string bytes;
-  return AppendToWindows1252(text, bytes) == 0 ? text : FormatTime(local, pattern, "C");
+  int replaced = 0;
+  ToWindows1252(text, bytes, replaced);
+  return replaced == 0 ? text : FormatTime(local, pattern, "C");
 }
 
 std::uint32_t LinuxHost::GetVersion() {

@@ -102,17 +102,8 @@ std::int16_t ToInteger16(double number) {
   return static_cast<std::int16_t>(whole);
 }
 
-void AppendSignedText(long number, std::string& text) {
-  std::array<char, 24> digits{};
-  const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number);
-  if (number >= 0) text += ' ';
-  text.append(digits.data(), result.ptr);
-}
-
 std::string SignedText(long number) {
-  std::string text;
-  AppendSignedText(number, text);
-  return text;
+  return (number < 0 ? "" : " ") + std::to_string(number);
 }
 
 std::string ShortestText(float number) {

@@ -17,7 +17,6 @@ std::int16_t ToInteger16(double number);
 
 /// The number in decimal, with a blank in place of the sign when it is not negative: " 12".
 std::string SignedText(long number);
-void AppendSignedText(long number, std::string& text);
 
 /// The shortest text that reads back as the same single-precision number: "1", "0.5".
 std::string ShortestText(float number);

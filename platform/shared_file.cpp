@@ -141,25 +141,25 @@ void SharedFile::OpenForWriting(const std::string& path) {
 void SharedFile::WriteLine(std::string_view line) {
   if (output_ < 0) throw MakeRunTimeError(error_number::kBadFileNumber);
   const auto start = static_cast<std::ptrdiff_t>(pending_.size());
-  replacedCharacters_ += AppendToWindows1252(line, pending_);
-  std::replace(pending_.begin() + start, pending_.end(), '\n', ' ');
+  pending_ += line;
+  if (line.find('\n') != std::string_view::npos) {
+    std::replace(pending_.begin() + start, pending_.end(), '\n', ' ');
+  }
   pending_ += "\r\n";
   if (pending_.size() >= kChunkSize) Flush();
 }
 
-/// Writes what is pending; what could not be written is dropped, so that nothing writes it twice.
+/// Writes the pending lines. What could not be written is dropped, so that nothing sends it twice.
 void SharedFile::Flush() {
-  const std::string bytes = std::exchange(pending_, {});
-  std::string_view rest = bytes;
-  while (!rest.empty()) {
+  std::string_view rest = ToWindows1252(pending_, bytes_, replacedCharacters_);
+  while (!rest.empty() && !failed_) {
     const ssize_t written = ::write(output_, rest.data(), rest.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) {
-      failed_ = true;
-      ThrowSystemError();
-    }
-    rest.remove_prefix(static_cast<std::size_t>(written));
+    if (written >= 0) rest.remove_prefix(static_cast<std::size_t>(written));
+    failed_ = written < 0 && errno != EINTR;
   }
+  const RunTimeError error = FromSystemError(errno);
+  pending_.clear();
+  if (failed_) throw error;
 }
 
 int SharedFile::Close() {

@@ -46,7 +46,9 @@ class SharedFile {
 
   int output_ = -1;
   std::string target_;
+  /// Lines as UTF-8, and the same as they go out.
   std::string pending_;
+  std::string bytes_;
   /// Where the former content lies, or empty.
   std::string former_;
   /// The permissions of the former file, when it was one.

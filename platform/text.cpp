@@ -103,24 +103,25 @@ std::string FromWindows1252(std::string_view bytes) {
   return std::string(FromWindows1252(bytes, buffer));
 }
 
-int AppendToWindows1252(std::string_view utf8, std::string& bytes) {
-  if (IsAscii(utf8)) {
-    bytes += utf8;
-    return 0;
-  }
-  int replaced = 0;
+std::string_view ToWindows1252(std::string_view utf8, std::string& buffer, int& replaced) {
+  if (IsAscii(utf8)) return utf8;
+  buffer.clear();
   while (!utf8.empty()) {
+    const std::size_t plain = LengthOfAscii(utf8);
+    buffer += utf8.substr(0, plain);
+    utf8.remove_prefix(plain);
+    if (utf8.empty()) break;
     const int byte = ByteOf(TakeCodePoint(utf8));
-    bytes += byte < 0 ? '?' : static_cast<char>(byte);
+    buffer += byte < 0 ? '?' : static_cast<char>(byte);
     replaced += byte < 0 ? 1 : 0;
   }
-  return replaced;
+  return buffer;
 }
 
 std::string ToWindows1252(std::string_view utf8) {
-  std::string bytes;
-  AppendToWindows1252(utf8, bytes);
-  return bytes;
+  std::string buffer;
+  int replaced = 0;
+  return std::string(ToWindows1252(utf8, buffer, replaced));
 }
 
 std::string_view FirstCharacters(std::string_view utf8, std::size_t count) {

@@ -15,10 +15,12 @@ std::string_view FromWindows1252(std::string_view bytes, std::string& buffer);
 /// Appends a character below 10000 (hexadecimal) as UTF-8.
 void AppendUtf8(char32_t codePoint, std::string& utf8);
 
-/// Appends UTF-8 text to `bytes` as Windows-1252. A character that the code page lacks, or a
-/// byte that is no UTF-8, becomes "?"; their number is returned.
-int AppendToWindows1252(std::string_view utf8, std::string& bytes);
+/// UTF-8 text as Windows-1252. A character that the code page lacks, or a byte that is no UTF-8,
+/// becomes "?".
 std::string ToWindows1252(std::string_view utf8);
+/// The same without a copy where none is needed: a view of `utf8` or of `buffer`. Adds the number
+/// of characters that became "?" to `replaced`.
+std::string_view ToWindows1252(std::string_view utf8, std::string& buffer, int& replaced);
 
 /// The first `count` characters of a UTF-8 text, all of it when it is shorter.
 std::string_view FirstCharacters(std::string_view utf8, std::size_t count);

@@ -1,5 +1,8 @@
 #include "responsefile/writer.h"
 
+#include <algorithm>
+#include <charconv>
+
 #include "form/question_catalogue.h"
 #include "platform/number.h"
 #include "platform/paths.h"
@@ -27,21 +30,36 @@ std::string_view SolverComment(std::string_view caption) {
   return TrimBlanks(FirstCharacters(caption, length - kDroppedCaptionEnd));
 }
 
-/// Writes rows 1 to `count`: the cells with two blanks between them, then the row's number.
+char* Put(char* at, std::string_view text) {
+  return std::copy(text.begin(), text.end(), at);
+}
+
+/// One grid row: the cells with two blanks between them, then the row's number. The text is built
+/// in place, because the largest file has 65,532 of them.
+template <std::size_t Columns>
+std::string_view RowText(const PointLists<Columns>& points, int row, std::string& buffer) {
+  constexpr std::string_view kGap = "  ";
+  constexpr std::string_view kComment = "\t\t ! Point #  ";
+  constexpr std::size_t kLongestNumber = 12;
+  std::size_t length = kComment.size() + kLongestNumber;
+  for (int column = 1; column <= points.kColumns; ++column) {
+    length += kGap.size() + points.At(row, column).size();
+  }
+  if (buffer.size() < length) buffer.resize(length);
+  char* at = Put(buffer.data(), points.At(row, 1));
+  for (int column = 2; column <= points.kColumns; ++column) {
+    at = Put(Put(at, kGap), points.At(row, column));
+  }
+  at = Put(at, kComment);
+  at = std::to_chars(at, at + kLongestNumber, row).ptr;
+  *at++ = ' ';
+  return {buffer.data(), at};
+}
+
 template <std::size_t Columns>
 void WriteRows(Host& host, const PointLists<Columns>& points, int count) {
-  std::string line;
-  for (int row = 1; row <= count; ++row) {
-    line.clear();
-    for (int column = 1; column <= points.kColumns; ++column) {
-      if (column > 1) line += "  ";
-      line += points.At(row, column);
-    }
-    line += "\t\t ! Point # ";
-    AppendSignedText(row, line);
-    line += ' ';
-    host.WriteLine(line);
-  }
+  std::string buffer;
+  for (int row = 1; row <= count; ++row) host.WriteLine(RowText(points, row, buffer));
 }
 
 void WriteAnswers(Host& host, const ResponseRecord& record) {

@@ -25,9 +25,9 @@ TEST(Windows1252, WhatTheCodePageLacksBecomesAQuestionMarkAndIsCounted) {
       {"\xC3", "?"},     {"\xE2\x82", "??"}, {"\xC0\xAF", "??"}, {"\xE0\x80\xA1", "???"},
       {"é»", "\xE9\xBB"}};
   for (const auto& [utf8, expected] : cases) {
-    std::string bytes;
-    const int replaced = AppendToWindows1252(utf8, bytes);
-    EXPECT_EQ(bytes, expected);
+    std::string buffer;
+    int replaced = 0;
+    EXPECT_EQ(ToWindows1252(utf8, buffer, replaced), expected);
     EXPECT_EQ(replaced, std::count(expected.begin(), expected.end(), '?')) << utf8;
   }
 }
