@@ -78,6 +78,9 @@ class RtfReader {
       case '~':
         Byte(' ');
         break;
+      case '_':
+        Byte('-');
+        break;
       case '\n':
       case '\r':
         Append("\n");

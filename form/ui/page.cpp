@@ -15,8 +15,10 @@ Page::Page(int columns) {
   const int line = fontMetrics().height();
   rows_->setContentsMargins(line, line, line, line);
   rows_->setHorizontalSpacing(line);
-  rows_->setVerticalSpacing(line / 2);
+  rows_->setVerticalSpacing(line * 2 / 3);
   rows_->setColumnStretch(columns - 1, 1);
+  // Beyond this width the rows would only drift apart.
+  content->setMaximumWidth(80 * line);
   setWidget(content);
   // The tab's own background shows through.
   content->setAutoFillBackground(false);

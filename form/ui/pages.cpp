@@ -26,9 +26,17 @@ void AddQuestion(Page& page, const Question& question) {
   page.AddRow({response, new ControlLabel(name, question.label, control)});
 }
 
+/// Questions that begin a group stand off from the one before.
+bool BeginsGroup(const Question& question) {
+  return question.slot == slot::kIPower || question.slot == slot::kSigmaZeroWanted ||
+         question.slot == slot::kZeroCounts;
+}
+
 void AddQuestions(Page& page, Tab tab) {
   for (const Question& question : kQuestions) {
-    if (question.tab == tab) AddQuestion(page, question);
+    if (question.tab != tab) continue;
+    if (BeginsGroup(question)) page.AddGap();
+    AddQuestion(page, question);
   }
 }
 
@@ -42,20 +50,38 @@ std::string WithLineBreak(std::string_view label) {
 
 QHBoxLayout* ButtonRow(std::initializer_list<QPushButton*> buttons) {
   auto* row = new QHBoxLayout;
+  row->setSpacing((*buttons.begin())->fontMetrics().height() / 2);
   for (QPushButton* button : buttons) row->addWidget(button);
   row->addStretch();
   return row;
 }
 
-/// The grid at its own width, beside it a column with what belongs to it.
-QHBoxLayout* BesideGrid(GridWidget* grid, std::initializer_list<QWidget*> column) {
+QHBoxLayout* LastFileNameRow() {
+  auto* name = new QLineEdit;
+  name->setObjectName("LastFileName");
+  name->setReadOnly(true);
+  name->setMaximumWidth(name->fontMetrics().horizontalAdvance(QString(kNoteLength, u'0')));
   auto* row = new QHBoxLayout;
+  row->setSpacing(name->fontMetrics().height());
+  auto* label = new ControlLabel("lblLastFileName", "Last Saved under fileName:", name);
+  label->setWordWrap(false);
+  row->addWidget(label, 0, Qt::AlignTop);
+  row->addWidget(name, 1);
+  row->addStretch();
+  return row;
+}
+
+/// The grid at its own width, beside it what belongs to it.
+QHBoxLayout* BesideGrid(GridWidget* grid, std::initializer_list<QWidget*> column) {
+  const int line = grid->fontMetrics().height();
+  auto* row = new QHBoxLayout;
+  row->setSpacing(line);
   row->addWidget(grid);
-  row->addSpacing(grid->fontMetrics().height());
   auto* side = new QVBoxLayout;
+  side->setSpacing(line);
   for (QWidget* widget : column) {
-    side->addWidget(widget);
-    side->addSpacing(grid->fontMetrics().height() / 2);
+    const bool isButton = qobject_cast<QPushButton*>(widget) != nullptr;
+    side->addWidget(widget, 0, isButton ? Qt::AlignLeft : Qt::Alignment());
   }
   side->addStretch();
   row->addLayout(side, 1);
@@ -73,14 +99,9 @@ Page* MakeStartPage() {
   page->AddHeaders(
       {MakeHeader("lblHeader1a", "Responses"), MakeHeader("lblHeader1b", "Questions")});
   AddQuestions(*page, Tab::start);
+  page->AddGap();
+  page->AddWhole(LastFileNameRow());
   page->AddStretch();
-  auto* name = new QLineEdit;
-  name->setObjectName("LastFileName");
-  name->setReadOnly(true);
-  auto* row = new QHBoxLayout;
-  row->addWidget(new ControlLabel("lblLastFileName", "Last Saved under fileName:", name));
-  row->addWidget(name, 1);
-  page->AddWhole(row);
   return page;
 }
 
@@ -145,7 +166,7 @@ Page* MakeSolverPage() {
                           "For a definition of the following Solver control variables read the "
                           "'Manual.rtf' file."));
   page->AddGap();
-  page->AddHeaders({MakeHeader("", ""), MakeHeader("lblDefaultValues", "Default Values"),
+  page->AddHeaders({MakeHeader("", "Responses"), MakeHeader("lblDefaultValues", "Default Values"),
                     MakeHeader("lblControlQuestions", "Control Questions")});
   int number = 0;
   for (const SolverQuestion& question : kSolverQuestions) {
@@ -168,7 +189,9 @@ Page* MakeRunPage() {
   for (const auto& [name, caption] : {std::pair("RunFileName", "Response file:"),
                                       {"RunFolder", "Folder:"},
                                       {"RunChanges", "Changed since it was opened:"}}) {
-    page->AddRow({MakeText("", caption), MakeText(name, "")});
+    QLabel* label = MakeText("", caption);
+    label->setWordWrap(false);
+    page->AddRow({label, MakeText(name, "")});
   }
   page->AddGap();
   page->AddWhole(ButtonRow({MakeButton("cmdSubmit", "&Submit Batch Run")}));

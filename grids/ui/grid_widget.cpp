@@ -47,8 +47,11 @@ GridWidget::GridWidget(const char* name, int columns, int width)
   connect(horizontalHeader(), &QHeaderView::sectionPressed, this, &GridWidget::mousePressed);
   connect(verticalHeader(), &QHeaderView::sectionPressed, this, &GridWidget::mousePressed);
   connect(this, &QTableView::doubleClicked, this, &GridWidget::cellDoubleClicked);
+  horizontalHeader()->setHighlightSections(false);
+  verticalHeader()->setHighlightSections(false);
   SetRowCount(kDesignRowCount);
   for (int column = 0; column < columns; ++column) SetColumnWidth(column, TitleWidth(column));
+  ApplyMetrics();
   SetCurrentRow(1);
 }
 
@@ -193,7 +196,7 @@ void GridWidget::ApplyColumnWidth(int column) {
 }
 
 void GridWidget::ApplyMetrics() {
-  verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 8 / 5);
   for (int column = 0; column < model_->GridColumnCount(); ++column) ApplyColumnWidth(column);
   updateGeometry();
 }

@@ -1,0 +1,183 @@
+#include "grids/grid_routines.h"
+
+#include <gtest/gtest.h>
+
+#include "grids/grid_program.h"
+#include "platform/error_of.h"
+
+namespace polefit::testing {
+namespace {
+
+using Cells = std::vector<std::string>;
+
+struct GridRoutines : ::testing::Test, GridProgram {
+  /// Shows `count` points whose cells name their row and column.
+  void Show(int count) {
+    PassbandPoints points;
+    points.Resize(count + 1);
+    for (int row = 1; row <= count; ++row) {
+      for (int column = 1; column <= 4; ++column) {
+        points.At(row, column) = std::to_string(row) + "." + std::to_string(column);
+      }
+    }
+    ClearGrid(state, pass);
+    freqPoints = static_cast<std::int16_t>(count);
+    FillGrids(state, points, DelayPoints());
+  }
+};
+
+TEST_F(GridRoutines, AClearedGridHasItsTitlesAndTwoNumberedRowsAndKeepsItsDataColumnWidths) {
+  pass.SetText(1, 1, "7");
+  pass.SetColumnWidth(0, 1);
+  pass.SetColumnWidth(2, 1234);
+  pass.SetColumnWidth(4, 0);
+  delay.SetColumnWidth(2, 77);
+  freqPoints = delayPoints = 9;
+  editor.visible = true;
+  ClearBoth(state);
+  ASSERT_EQ(pass.RowCount(), 3);
+  EXPECT_EQ(pass.Row(0), (Cells{"#", "Frequency", "Yin", "Yout", "Weight"}));
+  EXPECT_EQ(pass.Row(1), (Cells{"1", "", "", "", ""}));
+  EXPECT_EQ(pass.Row(2), (Cells{"2", "", "", "", ""}));
+  EXPECT_EQ(delay.Row(0), (Cells{"#", "Frequency", "Delay (tx)"}));
+  EXPECT_EQ(delay.RowCount(), 3);
+  EXPECT_EQ(pass.ColumnWidth(0), FakeGrid::kTitleWidth);
+  EXPECT_EQ(pass.ColumnWidth(2), 1234);
+  EXPECT_EQ(pass.ColumnWidth(4), 0);
+  EXPECT_EQ(delay.ColumnWidth(2), 77);
+  EXPECT_EQ(freqPoints, 0);
+  EXPECT_EQ(delayPoints, 0);
+  EXPECT_EQ(changed, 1);
+  EXPECT_FALSE(editor.visible);
+  EXPECT_EQ(current, &delay);
+}
+
+TEST_F(GridRoutines, ClearingDropsWhatStandsInTheEditor) {
+  Show(2);
+  editor.visible = true;
+  editor.text = "typed";
+  editedRow = 1;
+  editedColumn = 1;
+  current = &delay;
+  ClearGrid(state);
+  EXPECT_FALSE(editor.visible);
+  EXPECT_EQ(delay.Row(1), (Cells{"1", "", ""}));
+  EXPECT_EQ(pass.Text(1, 1), "1.1");
+}
+
+TEST_F(GridRoutines, AnAddedRowIsNumberedOnlyWhenAsked) {
+  ClearGrid(state, pass);
+  changed = 0;
+  AddGridRow(state, false);
+  EXPECT_EQ(pass.Row(3)[0], "");
+  EXPECT_EQ(changed, 1);
+  AddGridRow(state, true);
+  EXPECT_EQ(pass.RowCount(), 5);
+  EXPECT_EQ(pass.Row(3)[0], "3");
+  EXPECT_EQ(pass.Row(4)[0], "4");
+}
+
+TEST_F(GridRoutines, FivePointsGiveNineNumberedRowsAndReadBackAsFive) {
+  Show(5);
+  ASSERT_EQ(pass.RowCount(), 9);
+  for (int row = 1; row < 9; ++row) EXPECT_EQ(pass.Row(row)[0], std::to_string(row));
+  EXPECT_EQ(pass.Row(5), (Cells{"5", "5.1", "5.2", "5.3", "5.4"}));
+  EXPECT_EQ(pass.Row(6), (Cells{"6", "", "", "", ""}));
+  PassbandPoints read;
+  DelayPoints none;
+  ReadGrids(state, read, none);
+  EXPECT_EQ(freqPoints, 5);
+  EXPECT_EQ(read.At(5, 4), "5.4");
+  EXPECT_EQ(read.RowsOf(1), 10);
+}
+
+TEST_F(GridRoutines, TheReadOutEndsAtTheFirstRowWithAnEmptyCell) {
+  struct Case {
+    const char* what;
+    int row, column;
+    const char* text;
+    int points;
+  };
+  for (const Case& c : {Case{"an empty Yout", 3, 3, "", 2}, Case{"blanks only", 2, 1, "  ", 1},
+                        Case{"an empty Weight, hidden or not", 1, 4, "", 0},
+                        Case{"a point more", 5, 1, " 5 ", 4}}) {
+    Show(4);
+    ShowWeightColumn(state, false);
+    pass.SetText(c.row, c.column, c.text);
+    PassbandPoints read;
+    DelayPoints none;
+    ReadGrids(state, read, none);
+    EXPECT_EQ(freqPoints, c.points) << c.what;
+    EXPECT_EQ(read.At(1, 1), "1.1") << c.what;
+  }
+}
+
+TEST_F(GridRoutines, CellsAreTrimmedAndAFullGridEndsBehindItsLastRow) {
+  ClearGrid(state, delay);
+  delayPoints = 1;
+  for (int row = 1; row <= 2; ++row) {
+    delay.SetText(row, 1, "  1 5 ");
+    delay.SetText(row, 2, "\t2");
+  }
+  PassbandPoints none;
+  DelayPoints read;
+  ReadGrids(state, none, read);
+  EXPECT_EQ(delayPoints, 2);
+  EXPECT_EQ(read.At(1, 1), "1 5");
+  EXPECT_EQ(read.At(2, 2), "\t2");
+}
+
+TEST_F(GridRoutines, AGridWithoutPointsIsNotRead) {
+  ClearGrid(state, pass);
+  for (int column = 1; column <= 4; ++column) pass.SetText(1, column, "1");
+  for (const std::int16_t count : {std::int16_t{0}, std::int16_t{-3}}) {
+    freqPoints = count;
+    PassbandPoints read;
+    read.Resize(7);
+    DelayPoints none;
+    ReadGrids(state, read, none);
+    EXPECT_EQ(freqPoints, count);
+    EXPECT_EQ(read.RowsOf(1), 1);
+    EXPECT_EQ(read.At(1, 1), "");
+  }
+}
+
+TEST_F(GridRoutines, ACountBeyondTheListsIsErrorNine) {
+  PassbandPoints points;
+  points.Resize(2);
+  freqPoints = 3;
+  EXPECT_EQ(ErrorOf([&] { FillGrids(state, points, DelayPoints()); }),
+            error_number::kSubscriptOutOfRange);
+}
+
+TEST_F(GridRoutines, MorePointsThanTheReaderTakesAreErrorSix) {
+  Show(32766);
+  PassbandPoints read;
+  DelayPoints none;
+  ReadGrids(state, read, none);
+  EXPECT_EQ(freqPoints, 32766);
+  for (int column = 1; column <= 4; ++column) pass.SetText(32767, column, "1");
+  EXPECT_EQ(ErrorOf([&] { ReadGrids(state, read, none); }), error_number::kOverflow);
+}
+
+TEST_F(GridRoutines, ColumnsAreSizedFromTheDesignWidths) {
+  pass.SetColumnWidth(0, 388);   // leaves 6402: a quarter is 1600.5, halves go to the even one
+  delay.SetColumnWidth(0, 387);  // leaves 4793
+  SizeGridColumns(state);
+  EXPECT_EQ(pass.ColumnWidth(1), 1600);
+  EXPECT_EQ(pass.ColumnWidth(2), 1600);
+  EXPECT_EQ(pass.ColumnWidth(3), 1602);
+  EXPECT_EQ(pass.ColumnWidth(4), 1600);
+  EXPECT_EQ(pass.Width(), 6910);
+  EXPECT_EQ(delay.ColumnWidth(1), 2396);
+  EXPECT_EQ(delay.ColumnWidth(2), 2367);
+  EXPECT_EQ(delay.Width(), 5315);
+  ShowWeightColumn(state, false);
+  EXPECT_EQ(pass.ColumnWidth(4), 0);
+  pass.SetColumnWidth(1, 900);
+  ShowWeightColumn(state, true);
+  EXPECT_EQ(pass.ColumnWidth(4), 900);
+}
+
+}  // namespace
+}  // namespace polefit::testing
