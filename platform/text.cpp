@@ -76,6 +76,13 @@ bool IsAscii(std::string_view text) {
   return bits < 0x80;
 }
 
+/// How many characters from the front on are plain ASCII.
+std::size_t LengthOfAscii(std::string_view text) {
+  const auto* const end =
+      std::find_if(text.begin(), text.end(), [](char c) { return static_cast<Byte>(c) >= 0x80; });
+  return static_cast<std::size_t>(end - text.begin());
+}
+
 }  // namespace
 
 void AppendUtf8(char32_t codePoint, std::string& utf8) {
