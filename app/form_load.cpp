@@ -43,6 +43,8 @@ void EndStartUp(Program& program) {
 
 void LoadMainForm(Program& program) {
   program.frmMain.SelectTab(Tab::start);
+  program.frmMain.PassData().SetRowCount(3);
+  program.frmMain.DelayData().SetRowCount(3);
   SizeGridColumns(Grids(program));
   Start_Path(program);
   Start_INI(program);

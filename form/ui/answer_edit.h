@@ -7,6 +7,8 @@ namespace polefit {
 /// A text box for an answer of about `length` digits. When it receives the focus it selects its
 /// whole text, or leaves the caret where it is, however the focus came.
 class AnswerEdit final : public QLineEdit {
+  Q_OBJECT
+
  public:
   AnswerEdit(int length, bool selectsAll) : length_(length), selectsAll_(selectsAll) {}
 

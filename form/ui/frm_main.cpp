@@ -40,6 +40,8 @@ FrmMain::FrmMain(Guard guard)
       editor_(new CellEditorBox) {
   setObjectName("frmMain");
   setWindowTitle("Polefit");
+  passData_->SetFormatString("#|^Frequency|^Yin|^Yout|^Weight;#|1|2|3");
+  delayData_->SetFormatString("#|^Frequency|^Delay (tx);#|1|2|3");
   BuildMenus();
   BuildTabs();
   ConnectControls();
@@ -104,6 +106,7 @@ void FrmMain::ConnectControls() {
 }
 
 void FrmMain::ConnectGrid(GridWidget& grid) {
+  connect(&grid, &GridWidget::cellsMoved, editor_, &CellEditorBox::FollowCell);
   connect(&grid, &GridWidget::mousePressed, this, [this, &grid] {
     Run([&grid](Program& program) { GridMousePressed(Grids(program), grid); });
   });

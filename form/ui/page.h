@@ -13,6 +13,8 @@ namespace polefit {
 /// One tab of the main form: rows from top to bottom, in each the response left and the question
 /// right. It scrolls only in a window that is too small for it.
 class Page final : public QScrollArea {
+  Q_OBJECT
+
  public:
   /// A page whose rows have `columns` cells; the last one takes the spare width.
   explicit Page(int columns = 2);

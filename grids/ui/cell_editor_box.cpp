@@ -41,10 +41,7 @@ CellEditorBox::CellEditorBox() {
 
 void CellEditorBox::ShowOver(GridView& grid) {
   grid_ = dynamic_cast<GridWidget*>(&grid);
-  if (parentWidget() != grid_->viewport()) {
-    setParent(grid_->viewport());
-    connect(grid_, &GridWidget::cellsMoved, this, &CellEditorBox::FollowCell, Qt::UniqueConnection);
-  }
+  if (parentWidget() != grid_->viewport()) setParent(grid_->viewport());
   setFont(grid_->font());
   setAlignment(grid_->CurrentCellAlignment());
   setAccessibleName(grid_->CurrentCellName());
@@ -99,9 +96,7 @@ void CellEditorBox::paintEvent(QPaintEvent* event) {
 }
 
 void CellEditorBox::FollowCell() {
-  if (grid_ != nullptr && parentWidget() == grid_->viewport()) {
-    setGeometry(grid_->visualRect(grid_->currentIndex()));
-  }
+  if (grid_ != nullptr) setGeometry(grid_->visualRect(grid_->currentIndex()));
 }
 
 }  // namespace polefit

@@ -25,6 +25,8 @@ class CellEditorBox final : public QLineEdit, public CellEditorView {
   void ShowOver(GridView& grid) override;
   /// When the editor has the focus, the grid gets it.
   void Hide() override;
+  /// Stays over its cell when the cells of a grid have moved.
+  void FollowCell();
 
  Q_SIGNALS:
   void keyPressed(polefit::EditorKey key);
@@ -39,8 +41,6 @@ class CellEditorBox final : public QLineEdit, public CellEditorView {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void FollowCell();
-
   GridWidget* grid_ = nullptr;
 };
 

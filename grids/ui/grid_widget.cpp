@@ -174,7 +174,7 @@ void GridWidget::scrollContentsBy(int dx, int dy) {
 }
 
 void GridWidget::TakeDraggedWidth(int section, int pixels) {
-  int& twips = columnWidths_.at(static_cast<std::size_t>(section + 1));
+  int& twips = columnWidths_.at(static_cast<std::size_t>(section) + 1);
   if (TwipsToPixels(*this, twips) != pixels) twips = PixelsToTwips(*this, pixels);
   Q_EMIT cellsMoved();
 }
