@@ -1,0 +1,184 @@
+// How long the window takes: from the start of the process to its first paint, against an empty
+// window of the same toolkit; to show a file with as many points as there can be; and for a key
+// press in the grids that are then filled.
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMainWindow>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+#include "app/form_load.h"
+#include "demos/ui/session.h"
+#include "form/transfer.h"
+#include "grids/ui/grid_widget.h"
+#include "platform/number.h"
+#include "responsefile/writer.h"
+
+namespace polefit {
+namespace {
+
+constexpr int kStarts = 21;
+constexpr int kPoints = 32766;
+
+/// Ends the process once a window has been painted.
+class FirstPaint final : public QObject {
+ public:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) {
+      QMetaObject::invokeMethod(
+          qApp, [] { std::_Exit(0); }, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+  }
+};
+
+int RunEmptyWindow() {
+  QMainWindow window;
+  window.resize(1024, 700);
+  window.show();
+  return QApplication::exec();
+}
+
+int RunForm() {
+  QtHost host;
+  Session session(host, {});
+  session.Start();
+  return QApplication::exec();
+}
+
+/// The shortest, the middle and the longest of some times, in ms.
+struct Times {
+  double shortest = 0;
+  double middle = 0;
+  double longest = 0;
+};
+
+template <typename Action>
+Times Measure(int times, Action action) {
+  std::vector<double> taken;
+  for (int i = 0; i < times; ++i) {
+    QElapsedTimer timer;
+    timer.start();
+    action();
+    taken.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
+  }
+  std::sort(taken.begin(), taken.end());
+  return {taken.front(), taken[taken.size() / 2], taken.back()};
+}
+
+/// Measures `action` with all that it paints.
+template <typename Action>
+void Print(const char* what, int times, Action action) {
+  const Times taken = Measure(times, [&] {
+    action();
+    QApplication::processEvents();
+  });
+  std::printf("  %-28s %6.2f ms, at most %6.2f\n", what, taken.middle, taken.longest);
+}
+
+void WriteLargestFile(Program& program) {
+  ResponseRecord record = program.record;
+  record.nFreqPoints = record.nDelayPoints = kPoints;
+  record.Slot(slot::kFreqPoints) = record.Slot(slot::kDelayPointCount) = SignedText(kPoints);
+  record.passband.Resize(kPoints + 1);
+  record.delay.Resize(kPoints + 1);
+  for (int row = 1; row <= kPoints; ++row) {
+    const std::string number = std::to_string(row * 0.001);
+    for (int column = 1; column <= 4; ++column) record.passband.At(row, column) = number;
+    for (int column = 1; column <= 2; ++column) record.delay.At(row, column) = number;
+  }
+  WriteResponseFile(program.host, record, {program.ProgramFolder, "largest.txt"});
+}
+
+void PressKeys(FrmMain& form, const char* name, Tab tab) {
+  form.SelectTab(tab);
+  auto* grid = form.findChild<GridWidget*>(name);
+  const auto press = [](int key) {
+    return [key] { QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key)); };
+  };
+  const auto from = [&](int row) {
+    grid->setFocus();
+    grid->SetCurrentRow(row);
+    QApplication::processEvents();
+  };
+  from(100);
+  std::printf("%s\n", name);
+  Print("arrow in the grid", 200, press(Qt::Key_Down));
+  Print("page down in the grid", 50, press(Qt::Key_PageDown));
+  Print("first character", 1, press(Qt::Key_7));
+  Print("further characters", 20, press(Qt::Key_8));
+  Print("down in the editor", 200, press(Qt::Key_Down));
+  Print("enter", 1, press(Qt::Key_Return));
+  from(grid->RowCount() - 3);
+  press(Qt::Key_7)();
+  Print("down with a row added", 20, press(Qt::Key_Down));
+  press(Qt::Key_Escape)();
+}
+
+void MeasureLargestFile() {
+  QtHost host;
+  Session session(host, {});
+  session.Start();
+  Program& program = session.Values();
+  auto& form = dynamic_cast<FrmMain&>(program.frmMain);
+  QApplication::processEvents();
+  WriteLargestFile(program);
+  const std::string path = program.ProgramFolder + "/largest.txt";
+  std::printf("%d + %d points\n", kPoints, kPoints);
+  Print("open the file", 9, [&] { OpenNamedFile(program, path); });
+  Print("show the record", 9, [&] { GetAnswers(program); });
+  PressKeys(form, "PassData", Tab::passbandData);
+  PressKeys(form, "DelayData", Tab::delayData);
+}
+
+/// Installs the running program in a folder of its own and measures it there.
+int MeasureAll() {
+  const QTemporaryDir base;
+  const QString folder = base.filePath("tools/Tessel.hz");
+  const QString program = folder + "/window_bench";
+  QDir().mkpath(folder);
+  qputenv("XDG_CONFIG_HOME", base.path().toUtf8());
+  QFile::copy(QCoreApplication::applicationFilePath(), program);
+  QFile ini(folder + "/Polefit.ini");
+  if (!ini.open(QIODevice::WriteOnly)) return 1;
+  ini.write("header\r\n1 ! seconds\r\n");
+  ini.close();
+  // In turn, and the shortest of each: what else the machine does falls out.
+  double empty = 1e9;
+  double form = 1e9;
+  for (int i = 0; i < kStarts; ++i) {
+    const auto start = [&](const char* window) { QProcess::execute(program, {window}); };
+    empty = std::min(empty, Measure(1, [&] { start("empty"); }).shortest);
+    form = std::min(form, Measure(1, [&] { start("form"); }).shortest);
+  }
+  std::printf("start to first paint: empty window %.1f ms, main form %.1f ms, %.2f times\n", empty,
+              form, form / empty);
+  std::fflush(stdout);
+  return QProcess::execute(program, {"largest"});
+}
+
+int Run(const QString& what) {
+  FirstPaint ending;
+  if (what == "empty" || what == "form") qApp->installEventFilter(&ending);
+  if (what == "empty") return RunEmptyWindow();
+  if (what == "form") return RunForm();
+  if (what != "largest") return MeasureAll();
+  MeasureLargestFile();
+  std::fflush(stdout);
+  std::_Exit(0);
+}
+
+}  // namespace
+}  // namespace polefit
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
+  return polefit::Run(argc > 1 ? argv[1] : "");
+}
