@@ -36,7 +36,7 @@ void FrmMain::BuildMenus() {
       {"mnuFileSaveAs", "Save &As ...", "Ctrl+Shift+S", "document-save-as",
        &FrmMain::mnuFileSaveAs},
       {"mnuFileDelete", "&Delete ...", "", "edit-delete", &FrmMain::mnuFileDelete},
-      {"mnuFileSubmit", "Submit &Run", "Ctrl+R", "system-run", &FrmMain::mnuFileSubmit, true},
+      {"mnuFileSubmit", "Submit &Run", "F5", "system-run", &FrmMain::mnuFileSubmit, true},
       {"mnuFileExit", "E&xit", "Ctrl+Q", "application-exit", &FrmMain::Unload, true},
   };
   static constexpr MenuEntry kView[] = {
