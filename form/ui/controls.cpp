@@ -33,8 +33,8 @@ QWidget* MakeCountBoxes(const Question& question) {
     AnswerEdit* box = MakeBox(answer.name, answer.defaultText, kCountLength, question.selectsAll);
     box->setAccessibleName(PlainCaption(question.label).simplified() + ' ' +
                            ToQString(answer.caption));
-    row->addWidget(new ControlLabel(answer.captionName, answer.caption, box));
-    row->addWidget(box);
+    row->addWidget(new ControlLabel(answer.captionName, answer.caption, box), 0, Qt::AlignTop);
+    row->addWidget(box, 0, Qt::AlignTop);
     row->addSpacing(group->fontMetrics().height() / 2);
   }
   row->addStretch();
@@ -129,6 +129,8 @@ QPushButton* MakeButton(std::string_view name, std::string_view caption) {
   button->setObjectName(ToQString(name));
   button->setAccessibleName(ToQString(caption).remove('&'));
   button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  const int line = button->fontMetrics().height();
+  button->setMinimumSize(button->sizeHint() + QSize(line, line / 3));
   return button;
 }
 

@@ -97,11 +97,11 @@ void FrmMain::ConnectControls() {
   OnClick("cmdUseDefSolver", [this](Program&) { UseSolverDefaults(*this); });
   connect(Find<QPushButton>("cmdSubmit"), &QPushButton::clicked, this,
           [this] { Command(&FrmMain::cmdSubmit); });
-  connect(tabs_, &QTabWidget::currentChanged, this, &FrmMain::ShowRun);
+  connect(tabs_, &QTabWidget::currentChanged, this, &FrmMain::ShowState);
   connect(Find<QLineEdit>("LastFileName"), &QLineEdit::textChanged, this,
           [this](const QString& name) {
             setWindowTitle(name.isEmpty() ? "Polefit" : name + " - Polefit");
-            ShowRun();
+            ShowState();
           });
 }
 
@@ -131,7 +131,10 @@ void FrmMain::ConnectEditor() {
 }
 
 void FrmMain::OnClick(const char* button, const std::function<void(Program&)>& action) {
-  connect(Find<QPushButton>(button), &QPushButton::clicked, this, [this, action] { Run(action); });
+  connect(Find<QPushButton>(button), &QPushButton::clicked, this, [this, action] {
+    Run(action);
+    ShowState();
+  });
 }
 
 void FrmMain::Run(const std::function<void(Program&)>& action) {
@@ -147,14 +150,16 @@ void FrmMain::Command(Signal signal) {
   // What stands in the editor belongs to the data that the command saves or asks about.
   Run([](Program& program) { HideCellEditor(Grids(program), false); });
   (this->*signal)();
-  ShowRun();
+  ShowState();
 }
 
-void FrmMain::ShowRun() {
+void FrmMain::ShowState() {
   Run([this](Program& program) {
     Find<QLabel>("RunFileName")->setText(ToQString(program.files.currentFileName));
     Find<QLabel>("RunFolder")->setText(ToQString(program.files.currentFolder));
     Find<QLabel>("RunChanges")->setText(program.DataChanged != 0 ? "Yes" : "No");
+    Find<QLabel>("lblNoFreqPoints")->setVisible(program.record.nFreqPoints < 1);
+    Find<QLabel>("lblNoDelayPoints")->setVisible(program.record.nDelayPoints < 1);
   });
 }
 

@@ -82,7 +82,8 @@ class FrmMain final : public QMainWindow, public FormView {
   /// Runs `action` under the guard, once there are values to work on.
   void Run(const std::function<void(Program&)>& action);
   void Command(Signal signal);
-  void ShowRun();
+  /// What follows the program's values and has no notification of its own.
+  void ShowState();
   void RestorePlace();
   template <typename Widget>
   Widget* Find(std::string_view control) const;

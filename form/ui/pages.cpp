@@ -56,6 +56,14 @@ QHBoxLayout* ButtonRow(std::initializer_list<QPushButton*> buttons) {
   return row;
 }
 
+/// Tells, while a grid's point count is 0, that its rows are not read.
+QLabel* MakeNoPointsHint(std::string_view name) {
+  return MakeText(
+      name,
+      "There are no points yet: rows typed here stay out of the saved file until a file "
+      "with points has been opened.");
+}
+
 QHBoxLayout* LastFileNameRow() {
   auto* name = new QLineEdit;
   name->setObjectName("LastFileName");
@@ -148,7 +156,7 @@ Page* MakePassbandPage(GridWidget* passData) {
            MakeText("lblGridHint2",
                     "After/during edit use the 'Esc'ape key then Left or Right arrow keys "
                     "to move between columns."),
-           MakeButton("cmdClearPassData", "&Clear Columns")}),
+           MakeButton("cmdClearPassData", "&Clear Columns"), MakeNoPointsHint("lblNoFreqPoints")}),
       1);
   return page;
 }
@@ -156,7 +164,9 @@ Page* MakePassbandPage(GridWidget* passData) {
 Page* MakeDelayPage(GridWidget* delayData) {
   auto* page = new Page;
   delayData->setAccessibleName("Delay data");
-  page->AddWhole(BesideGrid(delayData, {MakeButton("cmdClearDelayData", "Cle&ar Columns")}), 1);
+  page->AddWhole(BesideGrid(delayData, {MakeButton("cmdClearDelayData", "Cle&ar Columns"),
+                                        MakeNoPointsHint("lblNoDelayPoints")}),
+                 1);
   return page;
 }
 

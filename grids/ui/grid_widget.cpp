@@ -16,12 +16,13 @@ namespace {
 
 constexpr int kDesignRowCount = 4;
 
-/// The character that a key press types, or none: keys that only move, "Del" and what belongs to a
-/// menu. Ctrl with a letter types the control character.
+/// The character that a key press types, or none: keys that only move, "Del", what belongs to a
+/// menu and Ctrl+Tab. Ctrl with a letter types the control character.
 QString TypedCharacter(const QKeyEvent& event) {
   const QString text = event.text();
   const bool forMenu = event.modifiers() & (Qt::AltModifier | Qt::MetaModifier);
-  if (text.isEmpty() || forMenu || event.key() == Qt::Key_Delete) return {};
+  const bool typesNothing = event.key() == Qt::Key_Delete || event.key() == Qt::Key_Tab;
+  if (text.isEmpty() || forMenu || typesNothing) return {};
   return text.left(text.at(0).isHighSurrogate() ? 2 : 1);
 }
 

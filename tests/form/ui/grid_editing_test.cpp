@@ -150,6 +150,12 @@ TEST_P(GridEditing, TheEditorFollowsItsCellWhenTheGridScrollsOrAColumnIsDragged)
   EXPECT_NE(grid.ColumnWidth(1), before);
 }
 
+TEST_P(GridEditing, CtrlTabChangesTheTabAndOpensNoEditor) {
+  Press(Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_FALSE(editor.isVisible());
+  EXPECT_FALSE(grid.isVisible());
+}
+
 TEST_P(GridEditing, ClearColumnsEmptiesTheGridAtOnce) {
   QTest::mouseClick(&Find<QPushButton>(std::string("cmdClear") + GetParam()), Qt::LeftButton);
   QApplication::processEvents();
@@ -158,6 +164,9 @@ TEST_P(GridEditing, ClearColumnsEmptiesTheGridAtOnce) {
   EXPECT_EQ(grid.Text(2, 2), "");
   EXPECT_EQ(grid.Text(2, 0), "2");
   EXPECT_EQ(program.DataChanged, 1);
+  const bool pass = grid.objectName() == "PassData";
+  const auto& hint = Find<QWidget>(pass ? "lblNoFreqPoints" : "lblNoDelayPoints");
+  EXPECT_TRUE(hint.isVisible()) << "rows typed now are not read";
 }
 
 TEST_F(MainForm, TheWeightColumnFollowsItsCheckBox) {
