@@ -10,7 +10,7 @@ namespace polefit {
 /// first written for become what this desktop does instead: the solver's start goes to the
 /// function given here, "regedit" makes the autostart entry, "COMMAND.COM" a copy, Notepad the
 /// user's text editor, the mail client the desktop's own.
-class QtHost final : public LinuxHost {
+class QtHost : public LinuxHost {
  public:
   /// Starts the solver with these arguments; its process id.
   using SolverStart = std::function<long(const Command&)>;
