@@ -1,0 +1,145 @@
+#include "solver/answers.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+namespace polefit {
+
+namespace {
+
+struct QuestionLabel {
+  std::string_view number;
+  std::string_view subject;
+};
+
+/// By slot, from 1.
+constexpr std::array<QuestionLabel, slot::kFreqPoints> kLabels = {{
+    {"1", "equalize group delay"},
+    {"1a", "Tmin"},
+    {"1b", "DelRipplePower"},
+    {"2", "Ipower"},
+    {"3", "weights"},
+    {"4", "magnitude against delay"},
+    {"5", "Freq Norm"},
+    {"6", "number of poles"},
+    {"7", "sigma-axis poles"},
+    {"8", "pole pairs, real"},
+    {"9", "pole pairs, imaginary"},
+    {"10", "sigma zero wanted"},
+    {"10a", "sigma zero"},
+    {"10b", "doublet"},
+    {"10c", "lossless"},
+    {"11", "number of zeros"},
+    {"11a", "omega-axis zeros"},
+    {"11b", "zero pairs and quads, real"},
+    {"11c", "zero pairs and quads, imaginary"},
+    {"12", "gain"},
+    {"13", "smallest sigma"},
+    {"14", "largest location"},
+    {"23", "number of passband points"},
+}};
+
+const QuestionLabel& LabelOf(int slot) {
+  return kLabels.at(static_cast<std::size_t>(slot - 1));
+}
+
+std::string NotANumber(const std::string& name, const std::string& text) {
+  return name + ": \"" + text + "\" is not a number (decimal point, no comma).";
+}
+
+}  // namespace
+
+std::string_view QuestionNumber(int slot) {
+  return LabelOf(slot).number;
+}
+
+std::string QuestionName(int slot) {
+  return "Question " + std::string(LabelOf(slot).number) + " (" +
+         std::string(LabelOf(slot).subject) + ")";
+}
+
+std::optional<double> ParseNumber(std::string_view text) {
+  while (text.starts_with(' ')) text.remove_prefix(1);
+  while (text.ends_with(' ')) text.remove_suffix(1);
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+  double value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  if (!std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+std::vector<std::string> Words(std::string_view text) {
+  std::vector<std::string> words;
+  while (true) {
+    const std::size_t start = text.find_first_not_of(' ');
+    if (start == std::string_view::npos) return words;
+    const std::string_view word = text.substr(start, text.find(' ', start) - start);
+    words.emplace_back(word);
+    text.remove_prefix(start + word.size());
+  }
+}
+
+std::optional<double> AnswerReader::Number(const std::string& name, const std::string& answer) {
+  if (Words(answer).empty()) {
+    Fault(name + ": the answer is empty; one number is needed.");
+    return std::nullopt;
+  }
+  const std::optional<double> value = ParseNumber(answer);
+  if (!value) Fault(NotANumber(name, answer));
+  return value;
+}
+
+std::vector<double> AnswerReader::Numbers(const std::string& name, const std::string& answer,
+                                          int count, const std::string& wantedBy) {
+  if (count == 1 && Words(answer).empty()) {
+    Number(name, answer);
+    return {};
+  }
+  std::vector<double> values;
+  bool isClean = true;
+  for (const std::string& word : Words(answer)) {
+    const std::optional<double> value = ParseNumber(word);
+    if (!value) {
+      Fault(NotANumber(name, word));
+      isClean = false;
+    }
+    values.push_back(value.value_or(0));
+  }
+  if (values.empty()) {
+    Fault(name + ": the answer is empty; " + std::to_string(count) + " numbers are needed.");
+  } else if (values.size() != static_cast<std::size_t>(count)) {
+    Fault(name + ": " + std::to_string(values.size()) +
+          (values.size() == 1 ? " value given, " : " values given, ") + wantedBy + " asks for " +
+          std::to_string(count) + ".");
+    isClean = false;
+  }
+  return isClean ? values : std::vector<double>();
+}
+
+std::vector<int> AnswerReader::Counts(const std::string& name, const std::string& answer,
+                                      int count) {
+  constexpr int kMost = 40;
+  const std::vector<std::string> words = Words(answer);
+  std::vector<int> counts;
+  for (const std::string& word : words) {
+    int value = -1;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+    const bool isWhole = error == std::errc() && end == word.data() + word.size();
+    if (isWhole && value >= 0 && value <= kMost) counts.push_back(value);
+  }
+  const auto wanted = static_cast<std::size_t>(count);
+  if (words.size() == wanted && counts.size() == wanted) return counts;
+  const std::string numbers = std::to_string(count) + " whole numbers";
+  if (words.empty()) {
+    Fault(name + ": the answer is empty; " + numbers + " are needed.");
+  } else {
+    Fault(name + ": \"" + answer + "\" is not " + numbers + " from 0 to " + std::to_string(kMost) +
+          ".");
+  }
+  return {};
+}
+
+}  // namespace polefit

@@ -1,0 +1,83 @@
+#include "solver/command_line.h"
+
+#include "platform/paths.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: pfit DATA_FILE DATA_FOLDER BASE_FOLDER DRIVE | pfit FILE [--out FOLDER]";
+
+/// The front end's call: the outputs go into the program folder.
+RunFiles FrontEndFiles(const std::string& dataFile, const std::string& dataFolder,
+                       const std::string& baseFolder) {
+  const std::string folder = JoinPath(baseFolder, "Tessel.hz");
+  return {dataFile,
+          dataFolder,
+          folder,
+          JoinPath(folder, "~pft-out.txt"),
+          JoinPath(folder, "last-run.ini"),
+          JoinPath(folder, "~pft-run.lock")};
+}
+
+/// A call by hand or script: the outputs bear the data file's name, so that many runs can share a
+/// folder.
+RunFiles OwnFiles(const std::string& path, const std::string& outputFolder) {
+  const std::size_t cut = path.rfind(kSeparator);
+  const std::string name = cut == std::string::npos ? path : path.substr(cut + 1);
+  std::string folder = cut == std::string::npos ? "." : path.substr(0, cut);
+  if (cut == 0) folder = "/.";
+  const std::string output = outputFolder.empty() ? folder : outputFolder;
+  return {name,
+          folder,
+          output,
+          JoinPath(output, name + ".out.txt"),
+          JoinPath(output, name + ".last-run.ini"),
+          JoinPath(output, name + ".lock")};
+}
+
+bool IsOption(const std::string& word) {
+  return word.starts_with("--");
+}
+
+}  // namespace
+
+std::string RunFiles::InputPath() const {
+  return JoinPath(dataFolder, dataFile);
+}
+
+Request ParseCommandLine(const std::vector<std::string>& words) {
+  using Action = Request::Action;
+  if (words.size() == 1 && words[0] == "--help") return {Action::help, {}};
+  if (words.size() == 1 && words[0] == "--version") return {Action::version, {}};
+  const bool namesFile =
+      !words.empty() && !IsOption(words[0]) && !words[0].ends_with('/') && !words[0].empty();
+  if (!namesFile) return {};
+  if (words.size() == 1) return {Action::run, OwnFiles(words[0], "")};
+  if (words.size() == 3 && words[1] == "--out" && !words[2].empty()) {
+    return {Action::run, OwnFiles(words[0], words[2])};
+  }
+  if (words.size() == 4 && !IsOption(words[1]) && !IsOption(words[2])) {
+    return {Action::run, FrontEndFiles(words[0], words[1], words[2])};
+  }
+  return {};
+}
+
+std::string HelpText() {
+  return std::string(kUsage) +
+         "\n\n"
+         "Fits the poles and zeros of H(s) to the problem in a Response Input File.\n\n"
+         "  DATA_FILE DATA_FOLDER BASE_FOLDER DRIVE\n"
+         "                 as the front end calls it: writes ~pft-out.txt and last-run.ini\n"
+         "                 into BASE_FOLDER/Tessel.hz; DRIVE is not used\n"
+         "  FILE           writes FILE.out.txt (the report) and FILE.last-run.ini (the problem\n"
+         "                 with the answers found) beside it\n"
+         "  --out FOLDER   writes them into FOLDER\n"
+         "  --help, --version\n\n"
+         "Exit: 0 converged, 1 stopped early with the best point found, 2 faulty answers,\n"
+         "3 data file unreadable, 4 output not writable, 5 no finite error, 6 wrong usage,\n"
+         "7 another run is using the output folder.\n";
+}
+
+}  // namespace polefit

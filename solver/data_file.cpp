@@ -1,0 +1,82 @@
+#include "solver/data_file.h"
+
+#include <cmath>
+
+#include "platform/run_time_error.h"
+#include "responsefile/reader.h"
+#include "solver/answers.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr int kPassbandCountLine = 24;
+constexpr double kMostPoints = 32766;
+
+/// What is wrong with a count line; empty when it is a count.
+std::string CountFault(const std::string& name, const std::string& answer,
+                       const std::string& hint) {
+  const std::optional<double> count = ParseNumber(answer);
+  if (count && *count == std::floor(*count) && *count >= 0 && *count <= kMostPoints) return {};
+  if (count && *count == kMostPoints + 1) return name + ": 32767 points are one more than fit.";
+  return name + ": \"" + answer + "\" is not a whole number from 0 to 32767" + hint + ".";
+}
+
+/// The fault of a count that made the reader take the rest of the file for something else.
+std::string MisledBy(const ResponseRecord& record, int linesRead) {
+  if (linesRead < kPassbandCountLine) return {};
+  const std::string& passband = record.Slot(slot::kFreqPoints);
+  std::string fault = CountFault(QuestionName(slot::kFreqPoints), passband, "");
+  const int delayCountLine = kPassbandCountLine + 2 + record.nFreqPoints + 1;
+  if (!fault.empty() || linesRead < delayCountLine) return fault;
+  const std::string points(Words(passband).front());
+  return CountFault("Number of delay points", record.Slot(slot::kDelayPointCount),
+                    " (is the passband point count, " + points + ", right?)");
+}
+
+Failure Unreadable(const std::string& message) {
+  return {Exit::unreadable, "NOT RUN: the data file cannot be read", {message}};
+}
+
+Failure CannotRead(const std::string& path, const RunTimeError& error) {
+  const bool isMissing =
+      error.number == error_number::kFileNotFound || error.number == error_number::kPathNotFound;
+  return Unreadable("Cannot read the data file '" + path +
+                    "': " + (isMissing ? "No such file or directory" : error.description) + ".");
+}
+
+}  // namespace
+
+Failure Refusal(const std::vector<std::string>& faults) {
+  return {Exit::faultyAnswers,
+          "NOT RUN: " + std::to_string(faults.size()) +
+              (faults.size() == 1 ? " fault in the answers" : " faults in the answers"),
+          faults};
+}
+
+std::optional<Failure> ReadDataFile(Host& host, const std::string& path, ResponseRecord& record) {
+  try {
+    host.OpenForReading(path);
+  } catch (const RunTimeError& error) {
+    return CannotRead(path, error);
+  }
+  std::optional<RunTimeError> failure;
+  try {
+    std::string name;
+    std::string folder;
+    ReadResponse(host, record, name, folder, ShortRow::isKept);
+    record.LastFileName = name;
+  } catch (const RunTimeError& error) {
+    failure = error;
+  }
+  const int lines = host.LinesRead();
+  host.CloseFile();
+  const std::string misled = MisledBy(record, lines);
+  if (!misled.empty()) return Refusal({misled});
+  if (!failure) return std::nullopt;
+  if (failure->number != error_number::kInputPastEndOfFile) return CannotRead(path, *failure);
+  return Unreadable("The data file ends at line " + std::to_string(lines) +
+                    ", before answer line " + std::to_string(lines + 1) + ".");
+}
+
+}  // namespace polefit

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "form/response_record.h"
+#include "platform/host.h"
+
+namespace polefit {
+
+/// How a run ended; the exit code of the program.
+enum class Exit {
+  converged = 0,
+  stopped = 1,
+  faultyAnswers = 2,
+  unreadable = 3,
+  unwritable = 4,
+  noFiniteError = 5,
+  usage = 6,
+  locked = 7
+};
+
+/// Why there is no fit.
+struct Failure {
+  Exit exit = Exit::converged;
+  /// What stands behind "Result:".
+  std::string result;
+  std::vector<std::string> messages;
+};
+
+/// Reads the problem at `path` into `record`, rows with too few cells as they are. The record's
+/// LastFileName is the value of line 1. Returns what made the file unreadable, if anything.
+std::optional<Failure> ReadDataFile(Host& host, const std::string& path, ResponseRecord& record);
+
+/// The failure of a problem whose answers cannot be run.
+Failure Refusal(const std::vector<std::string>& faults);
+
+}  // namespace polefit

@@ -1,0 +1,34 @@
+#include "solver/evaluator.h"
+
+#include <utility>
+
+namespace polefit {
+
+Evaluator::Evaluator(const Problem& problem, Listener& listener,
+                     std::function<bool()> isStopRequested)
+    : problem_(problem),
+      objective_(problem.constellation, problem.rows, problem.options.gradientWhenIndefinite),
+      lynx_(problem.constellation, problem.largest, problem.options, listener),
+      isStopRequested_(std::move(isStopRequested)) {}
+
+bool Evaluator::Evaluate(Point& point) {
+  point.isFinite = false;
+  if (!stopped_ && Left() <= 0) stopped_ = EndReason::evalMax;
+  if (!stopped_ && isStopRequested_()) stopped_ = EndReason::requested;
+  if (stopped_) return false;
+  ++count_;
+  if (problem_.Equalises() && !lynx_.Equalise(point.parameters)) {
+    ++retryCount_;
+    return false;
+  }
+  if (!objective_.Evaluate(point.parameters, point.fit)) return false;
+  if (problem_.Equalises()) {
+    lynx_.Eliminate(point.parameters, point.fit);
+    point.peaks = lynx_.Peaks();
+  }
+  point.isFinite = point.fit.hessian.allFinite() && point.fit.gradient.allFinite();
+  if (point.isFinite && point.Cost() < best_.Cost()) best_ = point;
+  return point.isFinite;
+}
+
+}  // namespace polefit

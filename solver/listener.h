@@ -1,0 +1,49 @@
+#pragma once
+
+#include <Eigen/Core>
+#include <string>
+
+namespace polefit {
+
+struct Point;
+
+/// Why an iteration ended.
+enum class EndReason { zero, rho, stepsLim, evalMax, requested };
+
+/// Where a start comes from.
+enum class StartKind { typed, standard, perturbed, random };
+
+/// One accepted or refused step of ORCA.
+struct StepReport {
+  int problem = 0;  ///< 0 in the polish
+  int step = 0;
+  int evaluations = 0;
+  double rho = 0;
+  double radius = 0;
+  const Point* point = nullptr;
+};
+
+/// The end of a barrier problem, or of the polish as problem 0.
+struct ProblemReport {
+  int problem = 0;
+  double rho = 0;
+  int steps = 0;
+  EndReason ending = EndReason::zero;
+  int evaluations = 0;
+  const Point* point = nullptr;
+};
+
+/// Whom the solvers tell what they do. A call must be cheap.
+class Listener {
+ public:
+  virtual ~Listener() = default;
+  virtual void StartBegan(int /*start*/, StartKind /*kind*/) {}
+  virtual void StepTaken(const StepReport& /*step*/) {}
+  virtual void ProblemEnded(const ProblemReport& /*problem*/) {}
+  /// LYNX has reached peaks that differ by `mismatch` nepers with `share` of its step.
+  virtual void LynxIterated(double /*mismatch*/, double /*share*/) {}
+  /// WREN has taken `step` to `frequency`, both normalised.
+  virtual void WrenIterated(double /*frequency*/, double /*step*/) {}
+};
+
+}  // namespace polefit

@@ -1,0 +1,265 @@
+#include <algorithm>
+#include <cmath>
+
+#include "solver/problem_reader.h"
+
+namespace polefit {
+
+namespace {
+
+/// One location as typed and as the solvers take it.
+struct Location {
+  double value = 0;
+  std::string text;
+};
+
+class LocationReader {
+ public:
+  LocationReader(const ResponseRecord& record, AnswerReader& answers, Problem& problem)
+      : record_(record), answers_(answers), problem_(problem) {}
+
+  void Read() {
+    ReadBounds();
+    poleCounts_ = answers_.Counts(QuestionName(slot::kNPoles), Text(slot::kNPoles), 2);
+    zeroCounts_ = answers_.Counts(QuestionName(slot::kZeroCounts), Text(slot::kZeroCounts), 3);
+    if (poleCounts_.empty() || zeroCounts_.empty()) return;
+    ReadPoles();
+    ReadSigmaZero();
+    ReadOmegaZeros();
+    ReadPairedZeros();
+    CheckOrder();
+    PlaceParameters();
+  }
+
+ private:
+  const std::string& Text(int slot) const { return record_.Slot(slot); }
+
+  void ReadBounds() {
+    const auto lowest = answers_.Number(QuestionName(slot::kLowestXY), Text(slot::kLowestXY));
+    const auto largest = answers_.Number(QuestionName(slot::kMaxXY), Text(slot::kMaxXY));
+    if (lowest && !(*lowest > 0)) {
+      answers_.Fault(QuestionName(slot::kLowestXY) + ": " + Text(slot::kLowestXY) +
+                     " must be greater than 0.");
+    }
+    if (!lowest || !largest) return;
+    problem_.lowest = *lowest;
+    problem_.largest = *largest;
+    hasBounds_ = *largest > *lowest;
+    if (!hasBounds_) {
+      answers_.Fault(QuestionName(slot::kMaxXY) + ": " + Text(slot::kMaxXY) +
+                     " must be greater than the answer to question 13.");
+    }
+  }
+
+  std::vector<Location> List(int slot, int count, int countSlot) {
+    const std::vector<double> values =
+        answers_.Numbers(QuestionName(slot), Text(slot), count,
+                         "question " + std::string(QuestionNumber(countSlot)));
+    const std::vector<std::string> words = Words(Text(slot));
+    std::vector<Location> list;
+    for (std::size_t i = 0; i < values.size(); ++i) list.push_back({values[i], words[i]});
+    return list;
+  }
+
+  void ReadPoles() {
+    if (poleCounts_[0] + poleCounts_[1] == 0) {
+      answers_.Fault(QuestionName(slot::kNPoles) + ": H(s) needs at least one pole.");
+    }
+    if (poleCounts_[0] > 0) {
+      for (const Location& pole : List(slot::kSigmaPoles, poleCounts_[0], slot::kNPoles)) {
+        AddFactor(FactorKind::sigmaPole, -1, 1, {Magnitude(slot::kSigmaPoles, pole)}, false);
+      }
+    }
+    if (poleCounts_[1] > 0) ReadPolePairs();
+  }
+
+  void ReadPolePairs() {
+    const auto real = List(slot::kPoleReal, poleCounts_[1], slot::kNPoles);
+    const auto imaginary = List(slot::kPoleImag, poleCounts_[1], slot::kNPoles);
+    for (std::size_t i = 0; i < std::min(real.size(), imaginary.size()); ++i) {
+      AddFactor(FactorKind::polePair, -1, 1,
+                {Magnitude(slot::kPoleReal, real[i]), Imaginary(slot::kPoleImag, imaginary[i])},
+                false);
+    }
+  }
+
+  /// Poles lie left of the omega axis whatever sign is typed.
+  double Magnitude(int slot, const Location& location) {
+    const double magnitude = std::abs(location.value);
+    if (location.value < 0) {
+      answers_.Warn("Question " + std::string(QuestionNumber(slot)) + ": " + location.text +
+                    " is taken as its magnitude.");
+    }
+    CheckStart(slot, location, magnitude, problem_.lowest, Text(slot::kLowestXY));
+    return magnitude;
+  }
+
+  double Imaginary(int slot, const Location& location) {
+    const double magnitude = std::abs(location.value);
+    CheckStart(slot, location, magnitude, 0, "0");
+    return magnitude;
+  }
+
+  /// ORCA begins inside the bounds.
+  void CheckStart(int slot, const Location& location, double magnitude, double lowest,
+                  const std::string& lowestText) {
+    if (!hasBounds_ || (magnitude > lowest && magnitude < problem_.largest)) return;
+    const std::string begin =
+        "Question " + std::string(QuestionNumber(slot)) + ": " + location.text;
+    const bool isOn = magnitude == lowest || magnitude == problem_.largest;
+    if (isOn) {
+      answers_.Warn(begin + " lies on a bound and starts just inside it.");
+    } else {
+      answers_.Warn(begin + " lies outside " + lowestText + " to " + Text(slot::kMaxXY) +
+                    " and starts at the nearest bound.");
+    }
+  }
+
+  void ReadSigmaZero() {
+    if (!IsYes(Text(slot::kSigmaZeroWanted))) return;
+    const std::string name = QuestionName(slot::kSigmaZero);
+    const auto zero = answers_.Number(name, Text(slot::kSigmaZero));
+    if (!zero) return;
+    if (*zero == 0) {
+      answers_.Fault(name + ": " + Text(slot::kSigmaZero) + " must be other than 0.");
+      return;
+    }
+    const bool isDoublet = IsYes(Text(slot::kDoublet));
+    const bool isLossless = IsYes(Text(slot::kLossless));
+    const bool keepsSide = !isDoublet && !isLossless;
+    const bool isRightHalf = keepsSide && *zero < 0;
+    const Location location = {keepsSide ? std::abs(*zero) : *zero, Text(slot::kSigmaZero)};
+    const int logCount = isLossless ? 0 : isDoublet ? 2 : 1;
+    const int plainDelay = isRightHalf ? 1 : -1;
+    const int delayCount = isLossless ? (isDoublet ? 4 : 2) : isDoublet ? 0 : plainDelay;
+    ownPoles_ = isLossless ? (isDoublet ? 2 : 1) : 0;
+    zeros_ += isDoublet ? 2 : 1;
+    AddFactor(FactorKind::sigmaZero, logCount, delayCount, {Magnitude(slot::kSigmaZero, location)},
+              isRightHalf);
+  }
+
+  void ReadOmegaZeros() {
+    if (zeroCounts_[0] == 0) return;
+    zeros_ += 2 * zeroCounts_[0];
+    const std::string name = QuestionName(slot::kYzero);
+    std::vector<Location> list = List(slot::kYzero, zeroCounts_[0], slot::kZeroCounts);
+    std::stable_sort(list.begin(), list.end(), [](const Location& one, const Location& other) {
+      return one.value < other.value;
+    });
+    for (const Location& zero : list) {
+      if (zero.value < 1) {
+        answers_.Fault(name + ": " + zero.text + " is below 1.0.");
+      } else if (hasBounds_ && zero.value > problem_.largest) {
+        answers_.Fault(name + ": " + zero.text + " is above the largest location " +
+                       Text(slot::kMaxXY) + " (question 14).");
+      }
+      AddFactor(FactorKind::omegaZero, 1, 0, {zero.value}, false);
+    }
+  }
+
+  void ReadPairedZeros() {
+    const int count = zeroCounts_[1] + zeroCounts_[2];
+    if (count == 0) return;
+    zeros_ += 2 * zeroCounts_[1] + 4 * zeroCounts_[2];
+    const auto real = List(slot::kZreal, count, slot::kZeroCounts);
+    const auto imaginary = List(slot::kZimag, count, slot::kZeroCounts);
+    for (const Location& location : real) {
+      if (location.value == 0) {
+        answers_.Fault(QuestionName(slot::kZreal) + ": " + location.text +
+                       " is not allowed; use omega-axis zeros instead.");
+      }
+    }
+    for (std::size_t i = 0; i < std::min(real.size(), imaginary.size()); ++i) {
+      const bool isQuad = i >= static_cast<std::size_t>(zeroCounts_[1]);
+      const bool isRightHalf = !isQuad && real[i].value < 0;
+      const double magnitude = std::abs(real[i].value);
+      CheckStart(slot::kZreal, real[i], magnitude, problem_.lowest, Text(slot::kLowestXY));
+      AddFactor(isQuad ? FactorKind::zeroQuad : FactorKind::zeroPair, isQuad ? 2 : 1,
+                isQuad ? 0 : (isRightHalf ? 1 : -1),
+                {magnitude, Imaginary(slot::kZimag, imaginary[i])}, isRightHalf);
+    }
+  }
+
+  void CheckOrder() {
+    const int poles = poleCounts_[0] + 2 * poleCounts_[1] + ownPoles_;
+    if (poles - ownPoles_ == 0 || zeros_ <= poles) return;
+    answers_.Fault("Questions 6 and 11: H(s) has " + std::to_string(zeros_) + " zeros but only " +
+                   std::to_string(poles) + (poles == 1 ? " pole" : " poles") +
+                   "; it needs at least as many poles as zeros.");
+  }
+
+  void AddFactor(FactorKind kind, int logCount, int delayCount, std::vector<double> values,
+                 bool isRightHalf) {
+    problem_.constellation.factors.push_back({kind, 0, logCount, delayCount});
+    problem_.isRightHalf.push_back(isRightHalf);
+    values_.push_back(std::move(values));
+  }
+
+  /// Whether passband rows tell anything about the sidelobes.
+  bool HasRowsBeyondBand() const {
+    return std::any_of(problem_.passband.begin(), problem_.passband.end(),
+                       [this](const PassbandPoint& point) {
+                         return point.frequency > problem_.freqNorm * (1 + 1e-12);
+                       });
+  }
+
+  /// Who moves the omega-axis zero that is the `number`-th from 0: 0 ORCA, 1 LYNX, 2 nobody.
+  int MoverOf(const Factor& factor, double value, int number, bool equalises) const {
+    if (factor.kind != FactorKind::omegaZero) return 0;
+    if (equalises && number > 0) return 1;
+    return value == 1 ? 2 : 0;
+  }
+
+  /// Gives every location its place in the parameters: ORCA's, LYNX's, the held ones.
+  void PlaceParameters() {
+    Constellation& constellation = problem_.constellation;
+    const bool equalises = zeroCounts_[0] >= 2 && !HasRowsBeyondBand();
+    std::vector<double> parameters;
+    std::array<int*, 3> counts = {&constellation.orcaCount, &constellation.lynxCount,
+                                  &constellation.heldCount};
+    for (int mover = 0; mover < 3; ++mover) {
+      int omegaZeros = 0;
+      for (std::size_t i = 0; i < constellation.factors.size(); ++i) {
+        Factor& factor = constellation.factors[i];
+        const bool isOmega = factor.kind == FactorKind::omegaZero;
+        const int number = isOmega ? omegaZeros++ : 0;
+        if (MoverOf(factor, values_[i][0], number, equalises) != mover) continue;
+        factor.parameter = static_cast<int>(parameters.size());
+        parameters.insert(parameters.end(), values_[i].begin(), values_[i].end());
+        *counts[static_cast<std::size_t>(mover)] += static_cast<int>(values_[i].size());
+      }
+    }
+    problem_.typedParameters = Eigen::Map<Eigen::VectorXd>(
+        parameters.data(), static_cast<Eigen::Index>(parameters.size()));
+    PlaceBounds();
+  }
+
+  void PlaceBounds() {
+    const int count = problem_.constellation.orcaCount;
+    problem_.lower = Eigen::VectorXd::Constant(count, problem_.lowest);
+    problem_.upper = Eigen::VectorXd::Constant(count, problem_.largest);
+    for (const Factor& factor : problem_.constellation.factors) {
+      if (factor.parameter >= count) continue;
+      if (factor.kind == FactorKind::omegaZero) problem_.lower[factor.parameter] = 1;
+      if (factor.IsPair()) problem_.lower[factor.parameter + 1] = 0;
+    }
+  }
+
+  const ResponseRecord& record_;
+  AnswerReader& answers_;
+  Problem& problem_;
+  bool hasBounds_ = false;
+  std::vector<int> poleCounts_;
+  std::vector<int> zeroCounts_;
+  int ownPoles_ = 0;
+  int zeros_ = 0;
+  std::vector<std::vector<double>> values_;
+};
+
+}  // namespace
+
+void ReadLocations(const ResponseRecord& record, AnswerReader& answers, Problem& problem) {
+  LocationReader(record, answers, problem).Read();
+}
+
+}  // namespace polefit

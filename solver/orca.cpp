@@ -1,0 +1,303 @@
+#include "solver/orca.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "solver/trust_region.h"
+
+namespace polefit {
+
+using Eigen::ArrayXd;
+using Eigen::MatrixXd;
+using Eigen::VectorXd;
+
+namespace {
+
+constexpr double kFirstRadius = 0.5;
+/// A step is taken when this share of the predicted decrease came true.
+constexpr double kTakenShare = 1e-4;
+
+/// The natural size of a change of each of ORCA's variables: the distance to the omega axis, on
+/// which all sharp features of |H| depend.
+ArrayXd Scales(const Problem& problem, const VectorXd& parameters) {
+  constexpr double kLeast = 1e-3;
+  ArrayXd scales(problem.constellation.orcaCount);
+  for (const Factor& factor : problem.constellation.factors) {
+    if (factor.parameter >= problem.constellation.orcaCount) continue;
+    const double location = parameters[factor.parameter];
+    const bool isOmega = factor.kind == FactorKind::omegaZero;
+    const double scale = std::max(kLeast, isOmega ? 0.3 * location : location);
+    scales[factor.parameter] = scale;
+    if (factor.IsPair()) scales[factor.parameter + 1] = scale;
+  }
+  return scales;
+}
+
+MatrixXd Scaled(const MatrixXd& hessian, const ArrayXd& scales) {
+  return scales.matrix().asDiagonal() * hessian * scales.matrix().asDiagonal();
+}
+
+}  // namespace
+
+/// F - rho sum(ln(x - lower) + ln(upper - x)) with multipliers of the bounds.
+struct Orca::Barrier {
+  const Problem& problem;
+  double rho;
+  ArrayXd lowMultipliers;
+  ArrayXd highMultipliers;
+
+  Barrier(const Problem& theProblem, double theRho, const VectorXd& parameters)
+      : problem(theProblem), rho(theRho) {
+    lowMultipliers = rho / LowSlack(parameters);
+    highMultipliers = rho / HighSlack(parameters);
+  }
+
+  ArrayXd LowSlack(const VectorXd& parameters) const {
+    return parameters.head(problem.lower.size()).array() - problem.lower.array();
+  }
+  ArrayXd HighSlack(const VectorXd& parameters) const {
+    return problem.upper.array() - parameters.head(problem.upper.size()).array();
+  }
+  double Value(const Point& point) const {
+    return point.Cost() -
+           rho * (LowSlack(point.parameters) * HighSlack(point.parameters)).log().sum();
+  }
+  VectorXd Gradient(const Point& point) const {
+    return (point.fit.gradient.array() - rho / LowSlack(point.parameters) +
+            rho / HighSlack(point.parameters))
+        .matrix();
+  }
+  MatrixXd Hessian(const MatrixXd& ofCost, const VectorXd& parameters) const {
+    MatrixXd hessian = ofCost;
+    hessian.diagonal().array() +=
+        lowMultipliers / LowSlack(parameters) + highMultipliers / HighSlack(parameters);
+    return hessian;
+  }
+
+  /// The penalty dominates F, so that a smaller rho tells more.
+  bool Dominates(double cost) const {
+    return 2 * static_cast<double>(problem.lower.size()) * rho > 0.3 * cost;
+  }
+
+  /// Newton's step for multiplier * slack = rho, from before the step to its end.
+  void MoveMultipliers(const VectorXd& before, const VectorXd& after) {
+    const ArrayXd step = (after - before).head(problem.lower.size()).array();
+    Move(lowMultipliers, LowSlack(before), LowSlack(after), step);
+    Move(highMultipliers, HighSlack(before), HighSlack(after), -step);
+  }
+
+  void LowerRho(double smaller, const VectorXd& parameters) {
+    rho = smaller;
+    Keep(lowMultipliers, LowSlack(parameters));
+    Keep(highMultipliers, HighSlack(parameters));
+  }
+
+ private:
+  void Move(ArrayXd& multipliers, const ArrayXd& before, const ArrayXd& after,
+            const ArrayXd& step) const {
+    multipliers = (rho - multipliers * step) / before;
+    Keep(multipliers, after);
+  }
+  void Keep(ArrayXd& multipliers, const ArrayXd& slack) const {
+    constexpr double kFactor = 1000;
+    multipliers = multipliers.max(rho / slack / kFactor).min(rho / slack * kFactor);
+  }
+};
+
+Orca::Orca(const Problem& problem, Evaluator& evaluator, Listener& listener)
+    : problem_(problem), options_(problem.options), evaluator_(evaluator), listener_(listener) {}
+
+/// Moves every variable off its bounds by 1 % of its range or size, whichever is less.
+void Orca::MoveInside(VectorXd& parameters) const {
+  const ArrayXd range = (problem_.upper - problem_.lower).array();
+  const ArrayXd margin = 0.01 * range.min(1.0).min(Scales(problem_, parameters).max(0.05));
+  auto variables = parameters.head(Size()).array();
+  variables =
+      variables.max(problem_.lower.array() + margin).min(problem_.upper.array() - margin).eval();
+}
+
+StartSummary Orca::Run(StartKind kind, const VectorXd& parameters, int maxPolishSteps) {
+  StartSummary summary;
+  summary.kind = kind;
+  const int before = evaluator_.Count();
+  evaluator_.ForgetBest();
+  current_.parameters = parameters;
+  MoveInside(current_.parameters);
+  evaluator_.Evaluate(current_);
+  if (current_.isFinite) {
+    summary.ending = RunBarriers();
+    if (summary.ending == EndReason::zero) summary.ending = Polish(maxPolishSteps);
+  }
+  if (evaluator_.Stopped()) summary.ending = *evaluator_.Stopped();
+  summary.best = evaluator_.Best();
+  summary.evaluations = evaluator_.Count() - before;
+  return summary;
+}
+
+/// The barrier problems of one start; zero when the polish may follow.
+EndReason Orca::RunBarriers() {
+  const double bounds = 2.0 * Size();
+  Barrier barrier(problem_, 0.01 * current_.Cost() / bounds, current_.parameters);
+  double former = current_.Cost();
+  for (int problem = 1; problem <= options_.maxIterations[0]; ++problem) {
+    int steps = 0;
+    const EndReason ending = SolveBarrier(barrier, problem, steps);
+    listener_.ProblemEnded({problem, barrier.rho, steps, ending, evaluator_.Count(), &current_});
+    if (evaluator_.Stopped()) return ending;
+    const double cost = current_.Cost();
+    const bool isAccurate = bounds * barrier.rho < options_.accuracy * cost &&
+                            std::abs(cost - former) < options_.accuracy * cost;
+    if (isAccurate) break;
+    former = cost;
+    barrier.LowerRho(std::min(barrier.rho / options_.ratio, 0.01 * cost / bounds),
+                     current_.parameters);
+  }
+  return EndReason::zero;
+}
+
+EndReason Orca::SolveBarrier(Barrier& barrier, int problem, int& steps) {
+  double radius = kFirstRadius;
+  for (steps = 0; steps < options_.maxSteps; ++steps) {
+    if (barrier.Dominates(current_.Cost())) return EndReason::rho;
+    const std::optional<EndReason> ending = BarrierStep(barrier, radius);
+    if (ending) return *ending;
+    listener_.StepTaken({problem, steps + 1, evaluator_.Count(), barrier.rho, radius, &current_});
+  }
+  return EndReason::stepsLim;
+}
+
+/// The share of a step that goes 99.5 % of the way to a bound, at most 1.
+double Orca::CutAtBounds(const VectorXd& step) const {
+  constexpr double kShareOfWay = 0.995;
+  double share = 1;
+  for (int i = 0; i < Size(); ++i) {
+    const double way = step[i] < 0 ? problem_.lower[i] - current_.parameters[i]
+                                   : problem_.upper[i] - current_.parameters[i];
+    if (share * std::abs(step[i]) > kShareOfWay * std::abs(way)) {
+      share = kShareOfWay * std::abs(way / step[i]);
+    }
+  }
+  return share;
+}
+
+std::optional<EndReason> Orca::BarrierStep(Barrier& barrier, double& radius) {
+  constexpr double kLeastScaledStep = 1e-9;
+  const ArrayXd scales = Scales(problem_, current_.parameters);
+  const VectorXd gradient = scales * barrier.Gradient(current_).array();
+  MatrixXd hessian = Scaled(barrier.Hessian(current_.fit.hessian, current_.parameters), scales);
+  TrustStep trust = SolveTrustRegion(gradient, hessian, radius);
+  if (options_.gradientWhenIndefinite && trust.isIndefinite) {
+    hessian = Scaled(barrier.Hessian(current_.fit.gaussNewton, current_.parameters), scales);
+    trust = SolveTrustRegion(gradient, hessian, radius);
+  }
+  if (trust.predictedDecrease <= 0.01 * options_.tolerance[0] * current_.Cost() ||
+      trust.step.norm() <= kLeastScaledStep) {
+    return EndReason::zero;
+  }
+  const VectorXd full = scales * trust.step.array();
+  const double share = CutAtBounds(full);
+  const VectorXd scaledStep = share * trust.step;
+  const double predicted = PredictedDecrease(gradient, hessian, scaledStep);
+  Try(current_.parameters.head(Size()) + share * full);
+  if (evaluator_.Stopped()) return evaluator_.Stopped();
+  const double gained =
+      trial_.isFinite ? (barrier.Value(current_) - barrier.Value(trial_)) / predicted : -1;
+  radius = NextRadius(radius, scaledStep.norm(), trust.isAtEdge, gained);
+  if (gained > kTakenShare) {
+    barrier.MoveMultipliers(current_.parameters, trial_.parameters);
+    std::swap(current_, trial_);
+  }
+  return std::nullopt;
+}
+
+/// Evaluates the trial point with these variables, from the present equalised zeros.
+bool Orca::Try(const VectorXd& variables) {
+  trial_.parameters = current_.parameters;
+  trial_.parameters.head(Size()) = variables;
+  return evaluator_.Evaluate(trial_);
+}
+
+/// Puts the variables that stand close to a bound and are pushed towards it onto the bound, where
+/// that does not raise F.
+void Orca::PutOntoBounds() {
+  constexpr double kClose = 0.002;
+  const ArrayXd scales = Scales(problem_, current_.parameters);
+  VectorXd variables = current_.parameters.head(Size());
+  for (int i = 0; i < Size(); ++i) {
+    const double slope = current_.fit.gradient[i];
+    const double close = kClose * scales[i];
+    if (slope > 0 && variables[i] - problem_.lower[i] < close) variables[i] = problem_.lower[i];
+    if (slope < 0 && problem_.upper[i] - variables[i] < close) variables[i] = problem_.upper[i];
+  }
+  if (variables == current_.parameters.head(Size())) return;
+  if (Try(variables) && trial_.Cost() <= current_.Cost()) std::swap(current_, trial_);
+}
+
+/// 1 for every variable that may move, 0 for those held by a bound they are pushed towards.
+VectorXd Orca::FreeVariables() const {
+  VectorXd free = VectorXd::Ones(Size());
+  for (int i = 0; i < Size(); ++i) {
+    const double slope = current_.fit.gradient[i];
+    const double value = current_.parameters[i];
+    const bool isHeld =
+        (slope > 0 && value <= problem_.lower[i]) || (slope < 0 && value >= problem_.upper[i]);
+    if (isHeld) free[i] = 0;
+  }
+  return free;
+}
+
+EndReason Orca::Polish(int maxSteps) {
+  constexpr int kSmallGains = 4;
+  PutOntoBounds();
+  double radius = kFirstRadius;
+  int smallGains = 0;
+  EndReason ending = EndReason::stepsLim;
+  int steps = 0;
+  while (steps < maxSteps) {
+    const std::optional<EndReason> ended = PolishStep(radius, smallGains);
+    if (ended) {
+      ending = *ended;
+      break;
+    }
+    ++steps;
+    listener_.StepTaken({0, steps, evaluator_.Count(), 0, radius, &current_});
+    if (smallGains >= kSmallGains) {
+      ending = EndReason::zero;
+      break;
+    }
+  }
+  listener_.ProblemEnded({0, 0, steps, ending, evaluator_.Count(), &current_});
+  return ending;
+}
+
+/// A trust-region Newton step of the free variables, cut off at the bounds one by one.
+std::optional<EndReason> Orca::PolishStep(double& radius, int& smallGains) {
+  const VectorXd free = FreeVariables();
+  const ArrayXd scales = Scales(problem_, current_.parameters);
+  const VectorXd gradient = scales * free.array() * current_.fit.gradient.array();
+  MatrixXd hessian = Scaled(current_.fit.hessian, scales * free.array());
+  hessian.diagonal() += (VectorXd::Ones(Size()) - free) * hessian.diagonal().cwiseAbs().sum();
+  const TrustStep trust = SolveTrustRegion(gradient, hessian, radius);
+  const double least = 1e-4 * options_.accuracy * current_.Cost();
+  if (trust.predictedDecrease <= least) return EndReason::zero;
+
+  const VectorXd before = current_.parameters.head(Size());
+  const VectorXd wanted = before + (scales * trust.step.array()).matrix();
+  const VectorXd variables = wanted.cwiseMax(problem_.lower).cwiseMin(problem_.upper);
+  const VectorXd scaledStep = ((variables - before).array() / scales).matrix();
+  const double predicted = PredictedDecrease(gradient, hessian, scaledStep);
+  double gained = -1;
+  if (predicted > 0) {
+    Try(variables);
+    if (evaluator_.Stopped()) return evaluator_.Stopped();
+    if (trial_.isFinite) gained = (current_.Cost() - trial_.Cost()) / predicted;
+  }
+  radius = NextRadius(radius, trust.step.norm(), trust.isAtEdge, gained);
+  const double gain = gained > kTakenShare ? current_.Cost() - trial_.Cost() : 0;
+  smallGains = gain < 0.1 * options_.accuracy * current_.Cost() ? smallGains + 1 : 0;
+  if (gained > kTakenShare) std::swap(current_, trial_);
+  return std::nullopt;
+}
+
+}  // namespace polefit

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <Eigen/Core>
+#include <optional>
+
+#include "solver/evaluator.h"
+#include "solver/listener.h"
+#include "solver/problem.h"
+
+namespace polefit {
+
+/// How one start ended.
+struct StartSummary {
+  StartKind kind = StartKind::typed;
+  /// The best point seen; not finite when the start had no finite error anywhere.
+  Point best;
+  int evaluations = 0;
+  /// How the polish ended, or what ended the start before it.
+  EndReason ending = EndReason::zero;
+
+  bool HasEnded() const { return ending == EndReason::zero || ending == EndReason::stepsLim; }
+};
+
+/// ORCA, the outer solver: minimises F over all locations but the equalised zeros, between their
+/// bounds, from one start: a sequence of primal-dual barrier problems, each by a trust-region
+/// Newton method, then a polish with an active set, which hits bounds exactly.
+/// (J. Nocedal and S. Wright, Numerical Optimization, 2006, chapters 4, 16 and 19.)
+class Orca {
+ public:
+  Orca(const Problem& problem, Evaluator& evaluator, Listener& listener);
+
+  StartSummary Run(StartKind kind, const Eigen::VectorXd& parameters, int maxPolishSteps);
+
+ private:
+  struct Barrier;
+  struct ScaledModel;
+
+  int Size() const { return problem_.constellation.orcaCount; }
+  void MoveInside(Eigen::VectorXd& parameters) const;
+  EndReason RunBarriers();
+  EndReason SolveBarrier(Barrier& barrier, int problem, int& steps);
+  std::optional<EndReason> BarrierStep(Barrier& barrier, double& radius);
+  double CutAtBounds(const Eigen::VectorXd& step) const;
+  EndReason Polish(int maxSteps);
+  void PutOntoBounds();
+  Eigen::VectorXd FreeVariables() const;
+  std::optional<EndReason> PolishStep(double& radius, int& smallGains);
+  bool Try(const Eigen::VectorXd& variables);
+
+  const Problem& problem_;
+  const Options& options_;
+  Evaluator& evaluator_;
+  Listener& listener_;
+  Point current_;
+  Point trial_;
+};
+
+}  // namespace polefit

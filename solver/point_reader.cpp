@@ -1,0 +1,217 @@
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <utility>
+
+#include "solver/problem_reader.h"
+
+namespace polefit {
+
+namespace {
+
+/// The filled cells at the beginning of a row.
+template <std::size_t Columns>
+int FilledCells(const PointLists<Columns>& points, int row) {
+  int count = 0;
+  while (count < points.kColumns && !points.At(row, count + 1).empty()) ++count;
+  return count;
+}
+
+/// Reads the needed cells of one row; all of them, or none after a fault.
+class RowReader {
+ public:
+  RowReader(AnswerReader& answers, std::string block)
+      : answers_(answers), block_(std::move(block)) {}
+
+  template <std::size_t Columns>
+  std::vector<double> Read(const PointLists<Columns>& points, int row, int needed,
+                           const std::vector<const char*>& names, int mayBeNegative) {
+    const std::string name = block_ + " point " + std::to_string(row) + ": ";
+    const int found = FilledCells(points, row);
+    if (found < needed) {
+      answers_.Fault(name + std::to_string(found) + " value(s) found, " + std::to_string(needed) +
+                     " needed.");
+      return {};
+    }
+    std::vector<double> values;
+    for (int column = 1; column <= needed; ++column) {
+      const std::string& text = points.At(row, column);
+      std::string fault = name;
+      fault += names.at(static_cast<std::size_t>(column - 1));
+      const std::optional<double> value = ParseNumber(text);
+      if (!value) {
+        answers_.Fault(fault.append(" \"").append(text).append("\" is not a number."));
+      } else if (*value < 0 && column != mayBeNegative) {
+        answers_.Fault(fault.append(" ").append(text).append(" is negative."));
+      } else {
+        values.push_back(*value);
+      }
+    }
+    return values.size() == static_cast<std::size_t>(needed) ? values : std::vector<double>();
+  }
+
+ private:
+  AnswerReader& answers_;
+  std::string block_;
+};
+
+class PointReader {
+ public:
+  PointReader(const ResponseRecord& record, AnswerReader& answers, Problem& problem)
+      : record_(record), answers_(answers), problem_(problem) {}
+
+  void Read() {
+    ReadPassband();
+    if (problem_.wantsDelay) ReadDelay();
+    if (!isClean_) return;
+    WeighPassband();
+    if (problem_.wantsDelay) WeighDelay();
+  }
+
+ private:
+  void Fault(const std::string& text) {
+    isClean_ = false;
+    answers_.Fault(text);
+  }
+
+  void ReadPassband() {
+    if (record_.nFreqPoints <= 0) {
+      Fault("Question 23: there are no passband points.");
+      return;
+    }
+    RowReader rows(answers_, "Passband");
+    const int needed = problem_.usesWeights ? 4 : 3;
+    for (int row = 1; row <= record_.nFreqPoints; ++row) {
+      const auto values =
+          rows.Read(record_.passband, row, needed, {"frequency", "Yin", "Yout", "weight"}, 0);
+      if (values.empty()) {
+        isClean_ = false;
+        continue;
+      }
+      const double weight = problem_.usesWeights ? values[3] : 1;
+      problem_.passband.push_back({values[0], values[1], values[2], weight});
+      if (values[2] == 0 && problem_.inputPower > 0) RefuseDivision(row);
+    }
+    if (isClean_) CheckPassband();
+  }
+
+  void RefuseDivision(int row) {
+    Fault("Passband point " + std::to_string(row) + ": Yout is 0 and Ipower is " +
+          record_.Slot(slot::kIPower) +
+          "; the error cannot be divided by 0 (use Ipower 0 or less, or leave the point out).");
+  }
+
+  void CheckPassband() {
+    const auto& points = problem_.passband;
+    const auto any = [&points](auto fits) {
+      return std::any_of(points.begin(), points.end(), fits);
+    };
+    if (!any([](const PassbandPoint& point) { return point.yout > 0; })) {
+      Fault("Passband points: every Yout is 0.");
+    } else if (!any([](const PassbandPoint& point) { return point.yin > 0 && point.yout > 0; })) {
+      Fault("Passband points: no point has both Yin and Yout greater than 0.");
+    }
+    if (!any([](const PassbandPoint& point) { return point.weight > 0; })) {
+      Fault("Passband points: all weights are 0.");
+    }
+  }
+
+  void ReadDelay() {
+    const int needed = problem_.rows.wantedDelay > 0 ? 1 : 2;
+    if (record_.nDelayPoints < needed) {
+      Fault("Question 1 is Y but there " + std::string(record_.nDelayPoints == 1 ? "is " : "are ") +
+            std::to_string(record_.nDelayPoints) +
+            (record_.nDelayPoints == 1 ? " delay point; at least " : " delay points; at least ") +
+            std::to_string(needed) + " needed.");
+      return;
+    }
+    RowReader rows(answers_, "Delay");
+    for (int row = 1; row <= record_.nDelayPoints; ++row) {
+      constexpr int kTxColumn = 2;
+      const auto values = rows.Read(record_.delay, row, 2, {"frequency", "TX"}, kTxColumn);
+      if (values.empty()) {
+        isClean_ = false;
+      } else {
+        problem_.delay.push_back({values[0], values[1]});
+      }
+    }
+  }
+
+  double LargestYout() const {
+    double largest = 0;
+    for (const PassbandPoint& point : problem_.passband) largest = std::max(largest, point.yout);
+    return largest;
+  }
+
+  void WeighPassband() {
+    const double largest = LargestYout();
+    const auto count = static_cast<Eigen::Index>(problem_.passband.size());
+    DataRows& rows = problem_.rows;
+    rows.frequencies.resize(count);
+    rows.inputs.resize(count);
+    rows.targets.resize(count);
+    for (Eigen::Index i = 0; i < count; ++i) {
+      const PassbandPoint& point = problem_.passband[static_cast<std::size_t>(i)];
+      // At Yout = 0 a negative power gives the weight 0.
+      const double weight =
+          point.weight * std::pow(point.yout / largest, -problem_.inputPower) / largest;
+      rows.frequencies[i] = point.frequency / problem_.freqNorm;
+      rows.inputs[i] = weight * point.yin;
+      rows.targets[i] = weight * point.yout;
+    }
+  }
+
+  void WeighDelay() {
+    const double largest = LargestYout();
+    const auto count = static_cast<Eigen::Index>(problem_.delay.size());
+    DataRows& rows = problem_.rows;
+    rows.delayFrequencies.resize(count);
+    rows.delayOffsets.resize(count);
+    rows.delayLevels.resize(count);
+    std::vector<PassbandPoint> sorted = problem_.passband;
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const PassbandPoint& one, const PassbandPoint& other) {
+                       return one.frequency < other.frequency;
+                     });
+    for (Eigen::Index i = 0; i < count; ++i) {
+      const DelayPoint& point = problem_.delay[static_cast<std::size_t>(i)];
+      const double share = YoutAt(sorted, point.frequency) / largest;
+      if (share == 0 && problem_.delayRipplePower > 0) RefuseDelayDivision(i);
+      const double level = problem_.freqNorm / 1000 * std::pow(share, -problem_.delayRipplePower);
+      rows.delayFrequencies[i] = point.frequency / problem_.freqNorm;
+      rows.delayOffsets[i] = level * point.tx;
+      rows.delayLevels[i] = level;
+    }
+    rows.delaySlopes = rows.delayLevels * problem_.DelayUnit();
+  }
+
+  void RefuseDelayDivision(Eigen::Index index) {
+    Fault("Delay point " + std::to_string(index + 1) + ": Yout is 0 there and DelRipplePower is " +
+          record_.Slot(slot::kDelRipplePower) + "; use 0 or less.");
+  }
+
+  /// Yout at a frequency: linear between the points, the end value outside.
+  static double YoutAt(const std::vector<PassbandPoint>& sorted, double frequency) {
+    const auto after = std::upper_bound(
+        sorted.begin(), sorted.end(), frequency,
+        [](double value, const PassbandPoint& point) { return value < point.frequency; });
+    if (after == sorted.begin()) return sorted.front().yout;
+    const auto before = std::prev(after);
+    if (after == sorted.end()) return before->yout;
+    const double share = (frequency - before->frequency) / (after->frequency - before->frequency);
+    return before->yout + share * (after->yout - before->yout);
+  }
+
+  const ResponseRecord& record_;
+  AnswerReader& answers_;
+  Problem& problem_;
+  bool isClean_ = true;
+};
+
+}  // namespace
+
+void ReadPoints(const ResponseRecord& record, AnswerReader& answers, Problem& problem) {
+  PointReader(record, answers, problem).Read();
+}
+
+}  // namespace polefit

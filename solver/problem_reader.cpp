@@ -1,0 +1,108 @@
+#include "solver/problem_reader.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace polefit {
+
+namespace {
+
+constexpr double kPi = 3.141592653589793;
+
+/// Reads a number that must be above `least`, or at least `least`.
+double Above(AnswerReader& answers, const ResponseRecord& record, int slot, double least,
+             bool mayBeEqual = false) {
+  const std::optional<double> value = answers.Number(QuestionName(slot), record.Slot(slot));
+  if (!value) return 1;
+  if (*value > least || (mayBeEqual && *value == least)) return *value;
+  answers.Fault(QuestionName(slot) + ": " + record.Slot(slot) +
+                (mayBeEqual ? " must be 0 or greater." : " must be greater than 0."));
+  return 1;
+}
+
+void ReadFitAnswers(const ResponseRecord& record, AnswerReader& answers, Problem& problem) {
+  problem.wantsDelay = IsYes(record.Slot(slot::kEqualDelay));
+  problem.usesWeights = IsYes(record.Slot(slot::kUseWeights));
+  if (problem.wantsDelay) {
+    problem.rows.wantedDelay = Above(answers, record, slot::kTmin, 0, true);
+    problem.delayRipplePower =
+        answers.Number(QuestionName(slot::kDelRipplePower), record.Slot(slot::kDelRipplePower))
+            .value_or(0);
+    problem.rows.magnitudeWeight = Above(answers, record, slot::kMagnVSripple, 0);
+  }
+  problem.inputPower =
+      answers.Number(QuestionName(slot::kIPower), record.Slot(slot::kIPower)).value_or(0);
+  problem.freqNorm = Above(answers, record, slot::kFreqNorm, 0);
+}
+
+void ReadGain(const ResponseRecord& record, AnswerReader& answers, Problem& problem) {
+  const std::string& text = record.Slot(slot::kGain);
+  const std::optional<double> gain = answers.Number(QuestionName(slot::kGain), text);
+  if (!gain) return;
+  if (*gain == 0) answers.Fault(QuestionName(slot::kGain) + ": " + text + " must be other than 0.");
+  if (*gain < 0) answers.Warn("Question 12: " + text + " is taken as its magnitude.");
+  problem.typedGain = std::abs(*gain);
+}
+
+void WarnOfFewRows(AnswerReader& answers, const Problem& problem) {
+  const auto rows = static_cast<int>(problem.passband.size() + problem.delay.size());
+  const int unknowns = problem.constellation.orcaCount;
+  if (unknowns <= rows) return;
+  answers.Warn(std::to_string(unknowns) + " unknowns but only " + std::to_string(rows) +
+               (rows == 1 ? " point" : " points") + "; the answer is not unique.");
+}
+
+}  // namespace
+
+double Problem::DelayUnit() const {
+  return 1000 / (2 * kPi * freqNorm);
+}
+
+int Problem::PoleCount() const {
+  return std::accumulate(constellation.factors.begin(), constellation.factors.end(), 0,
+                         [](int sum, const Factor& factor) {
+                           switch (factor.kind) {
+                             case FactorKind::sigmaPole:
+                               return sum + 1;
+                             case FactorKind::polePair:
+                               return sum + 2;
+                             case FactorKind::sigmaZero:
+                               return sum + (factor.logCount == 0 ? factor.delayCount / 2 : 0);
+                             default:
+                               return sum;
+                           }
+                         });
+}
+
+int Problem::ZeroCount() const {
+  return std::accumulate(
+      constellation.factors.begin(), constellation.factors.end(), 0,
+      [](int sum, const Factor& factor) {
+        switch (factor.kind) {
+          case FactorKind::sigmaZero:
+            return sum + (factor.logCount == 0 ? factor.delayCount / 2 : factor.logCount);
+          case FactorKind::omegaZero:
+          case FactorKind::zeroPair:
+            return sum + 2;
+          case FactorKind::zeroQuad:
+            return sum + 4;
+          default:
+            return sum;
+        }
+      });
+}
+
+Problem ReadProblem(const ResponseRecord& record, Findings& findings) {
+  AnswerReader answers(findings);
+  Problem problem;
+  ReadFitAnswers(record, answers, problem);
+  ReadPoints(record, answers, problem);
+  ReadLocations(record, answers, problem);
+  ReadGain(record, answers, problem);
+  if (record.solverCount > 0) ReadOptions(record, answers, problem.options);
+  if (findings.faults.empty()) WarnOfFewRows(answers, problem);
+  return problem;
+}
+
+}  // namespace polefit

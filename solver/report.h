@@ -1,0 +1,63 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "form/response_record.h"
+#include "solver/answers.h"
+#include "solver/journal.h"
+#include "solver/problem.h"
+#include "solver/report_text.h"
+#include "solver/search.h"
+
+namespace polefit {
+
+/// What the head of every report tells, whether the problem was run or not.
+struct ReportHead {
+  std::string dataFile;
+  std::string dataFolder;
+  std::string date;
+  double seconds = 0;
+  /// "converged (6 of 8 starts agree)" and so on.
+  std::string result;
+};
+
+/// A solved problem with everything that the report shows of it.
+struct SolvedProblem {
+  const ResponseRecord& record;
+  const Problem& problem;
+  const Summary& summary;
+  const Journal& journal;
+  const std::vector<std::string>& warnings;
+};
+
+/// The result in one line: "converged (6 of 8 starts agree)" or why the run stopped.
+std::string ResultText(const Summary& summary);
+
+/// The whole report of a run.
+std::vector<std::string> FullReport(const ReportHead& head, const SolvedProblem& solved);
+
+/// The report of a problem that was not run: the head and the messages, at most 20.
+std::vector<std::string> FailureReport(const ReportHead& head,
+                                       const std::vector<std::string>& messages);
+
+/// The sections of the full report, in its order.
+void ReportProblem(const SolvedProblem& solved, ReportText& text);
+void ReportIterations(const SolvedProblem& solved, ReportText& text);
+void ReportLocations(const SolvedProblem& solved, ReportText& text);
+void ReportBounds(const SolvedProblem& solved, ReportText& text);
+void ReportPassband(const SolvedProblem& solved, ReportText& text);
+void ReportDelay(const SolvedProblem& solved, ReportText& text);
+void ReportSidelobes(const SolvedProblem& solved, ReportText& text);
+void ReportGraphs(const SolvedProblem& solved, ReportText& text);
+
+/// How the total delay of the best point, in ns, follows its constant.
+struct DelayQuality {
+  std::vector<double> total;  ///< a delay point each
+  double peakToPeak = 0;
+  double rms = 0;
+  double largest = 0;
+};
+DelayQuality JudgeDelay(const Problem& problem, const Point& point);
+
+}  // namespace polefit

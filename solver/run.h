@@ -1,0 +1,25 @@
+#pragma once
+
+#include <functional>
+#include <ostream>
+
+#include "platform/host.h"
+#include "solver/command_line.h"
+#include "solver/data_file.h"
+
+namespace polefit {
+
+/// Where a run tells what it does, and whom it obeys.
+struct Console {
+  std::ostream& out;
+  std::ostream& err;
+  /// How often the user has asked it to stop. At the first time the run ends at the next model
+  /// evaluation with the best point so far, at the second without writing anything.
+  std::function<int()> stopRequests;
+};
+
+/// Reads, solves, and writes the report and the last-run file. The old report is removed first; an
+/// output appears under its name only when both are complete.
+Exit RunSolver(Host& host, const RunFiles& files, const Console& console);
+
+}  // namespace polefit

@@ -1,0 +1,85 @@
+#include "solver/search.h"
+
+#include <algorithm>
+
+#include "solver/second_starts.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr int kWantedAgreement = 6;
+constexpr int kSecondPolishSteps = 40;
+/// Starts that end within this share of the best F agree with it.
+constexpr double kAgreement = 0.001;
+/// Another start's answer must be lower than the typed start's by this share to replace it.
+constexpr double kReplacement = 0.01;
+
+bool WantsAnotherStart(const Summary& summary, const Evaluator& evaluator) {
+  if (evaluator.Stopped()) return false;
+  const double typed = summary.starts.front().evaluations;
+  return summary.AgreeingStarts() < kWantedAgreement &&
+         evaluator.Left() >= std::max(30.0, 0.3 * typed);
+}
+
+/// The typed start, unless another one is lower by more than rounding and luck.
+std::size_t Choose(const std::vector<StartSummary>& starts) {
+  std::size_t lowest = 0;
+  for (std::size_t i = 1; i < starts.size(); ++i) {
+    if (starts[i].best.Cost() < starts[lowest].best.Cost()) lowest = i;
+  }
+  const bool isMuchLower =
+      !(starts[lowest].best.Cost() > (1 - kReplacement) * starts.front().best.Cost());
+  return isMuchLower ? lowest : 0;
+}
+
+/// Only the typed start must have ended; the others are an extra. A request always shows.
+EndReason EndingOf(const Summary& summary, const Evaluator& evaluator) {
+  if (evaluator.Stopped() == EndReason::requested) return EndReason::requested;
+  if (!summary.starts.front().HasEnded()) return EndReason::evalMax;
+  const StartSummary& chosen = summary.starts[summary.chosen];
+  return chosen.HasEnded() ? chosen.ending : EndReason::zero;
+}
+
+}  // namespace
+
+int Summary::AgreeingStarts() const {
+  double lowest = best.Cost();
+  for (const StartSummary& start : starts) lowest = std::min(lowest, start.best.Cost());
+  return static_cast<int>(
+      std::count_if(starts.begin(), starts.end(), [lowest](const StartSummary& start) {
+        return start.HasEnded() && start.best.isFinite &&
+               start.best.Cost() <= (1 + kAgreement) * lowest;
+      }));
+}
+
+Summary Solve(const Problem& problem, Listener& listener,
+              const std::function<bool()>& isStopRequested) {
+  Evaluator evaluator(problem, listener, isStopRequested);
+  Orca orca(problem, evaluator, listener);
+  Summary summary;
+  summary.typedCost = Objective(problem.constellation, problem.rows, false)
+                          .CostWithGain(problem.typedParameters, problem.typedGain);
+  listener.StartBegan(1, StartKind::typed);
+  summary.starts.push_back(
+      orca.Run(StartKind::typed, problem.typedParameters, problem.options.maxSteps));
+
+  SecondStarts seconds(problem);
+  while (WantsAnotherStart(summary, evaluator)) {
+    const Point& best = summary.starts[Choose(summary.starts)].best;
+    StartKind kind = StartKind::standard;
+    const Eigen::VectorXd start =
+        seconds.Next(best.isFinite ? best.parameters : problem.typedParameters, kind);
+    listener.StartBegan(static_cast<int>(summary.starts.size()) + 1, kind);
+    const int polishSteps = std::min(problem.options.maxSteps, kSecondPolishSteps);
+    summary.starts.push_back(orca.Run(kind, start, polishSteps));
+  }
+  summary.chosen = Choose(summary.starts);
+  summary.best = summary.starts[summary.chosen].best;
+  summary.evaluations = evaluator.Count();
+  summary.retries = evaluator.RetryCount();
+  summary.ending = EndingOf(summary, evaluator);
+  return summary;
+}
+
+}  // namespace polefit
