@@ -2,8 +2,11 @@
 #include <QIcon>
 #include <filesystem>
 #include <string>
+#include <vector>
 
+#include "app/console.h"
 #include "demos/ui/session.h"
+#include "platform/console_host.h"
 #include "platform/ui/qt_host.h"
 
 namespace {
@@ -25,7 +28,11 @@ int RunWindows(int argc, char** argv, const std::string& fileToOpen) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  polefit::ConsoleHost console;
+  const std::vector<std::string> arguments(argv + 1, argv + argc);
+  const polefit::CommandLineResult result = polefit::RunCommandLine(console, arguments);
+  if (result.exitCode) return *result.exitCode;
   // Start-up changes the current folder, so a relative name is made whole before it.
-  const std::string file = argc > 1 ? std::filesystem::absolute(argv[1]).string() : std::string();
-  return RunWindows(argc, argv, file);
+  const std::string& file = result.window.fileToOpen;
+  return RunWindows(argc, argv, file.empty() ? file : std::filesystem::absolute(file).string());
 }
