@@ -1,11 +1,16 @@
 #include "form/ui/answer_edit.h"
 
 #include <QFocusEvent>
+#include <limits>
 #include <utility>
 
 #include "grids/ui/focus_reason.h"
 
 namespace polefit {
+
+AnswerEdit::AnswerEdit(int length, bool selectsAll) : length_(length), selectsAll_(selectsAll) {
+  setMaxLength(std::numeric_limits<int>::max());
+}
 
 QSize AnswerEdit::sizeHint() const {
   const QFontMetrics metrics = fontMetrics();

@@ -10,7 +10,7 @@ class AnswerEdit final : public QLineEdit {
   Q_OBJECT
 
  public:
-  AnswerEdit(int length, bool selectsAll) : length_(length), selectsAll_(selectsAll) {}
+  AnswerEdit(int length, bool selectsAll);
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }

@@ -3,7 +3,6 @@
 #include <QLabel>
 #include <string_view>
 
-class QCheckBox;
 class QPushButton;
 
 namespace polefit {

@@ -51,6 +51,12 @@ FrmMain::FrmMain(Guard guard)
   RestorePlace();
 }
 
+FrmMain::~FrmMain() {
+  // Hiding moves the focus, which must not reach routines and values that are gone.
+  program_ = nullptr;
+  hide();
+}
+
 void FrmMain::Attach(Program& program) {
   program_ = &program;
   program.CurrentGrid = passData_;
@@ -77,15 +83,14 @@ void FrmMain::BuildTabs() {
 }
 
 void FrmMain::ConnectControls() {
+  const auto markChanged = [this] { Run([](Program& program) { program.DataChanged = 1; }); };
   for (AnswerEdit* box : findChildren<AnswerEdit*>()) {
     box->installEventFilter(this);
-    connect(box, &QLineEdit::textChanged, this,
-            [this] { Run([](Program& program) { program.DataChanged = 1; }); });
+    connect(box, &QLineEdit::textChanged, this, markChanged);
   }
   for (QCheckBox* box : findChildren<QCheckBox*>()) {
     box->installEventFilter(this);
-    connect(box, &QCheckBox::toggled, this,
-            [this] { Run([](Program& program) { program.DataChanged = 1; }); });
+    connect(box, &QCheckBox::toggled, this, markChanged);
   }
   connect(Find<QCheckBox>("chkUseWeights"), &QCheckBox::toggled, this, [this](bool checked) {
     Run([checked](Program& program) { ShowWeightColumn(Grids(program), checked); });

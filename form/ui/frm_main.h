@@ -10,7 +10,6 @@
 #include "form/form_view.h"
 #include "form/program.h"
 
-class QLineEdit;
 class QTabWidget;
 
 namespace polefit {
@@ -30,6 +29,7 @@ class FrmMain final : public QMainWindow, public FormView {
   using Guard = std::function<void(const std::function<void()>&)>;
 
   explicit FrmMain(Guard guard = {});
+  ~FrmMain() override;
 
   /// Until it has the program's values the form takes no notice of changes.
   void Attach(Program& program);

@@ -23,7 +23,6 @@ void FrmMain::BuildMenu(const char* name, const char* caption, std::span<const M
     QAction* action = menu->addAction(QIcon::fromTheme(entry.icon), entry.caption);
     action->setObjectName(entry.name);
     action->setShortcut(QKeySequence(entry.shortcut));
-    action->setShortcutContext(Qt::WindowShortcut);
     connect(action, &QAction::triggered, this, [this, chosen = entry.chosen] { Command(chosen); });
   }
 }

@@ -1,9 +1,8 @@
 #include "form/ui/pages.h"
 
 #include <QBoxLayout>
-#include <QFormLayout>
+#include <QLineEdit>
 #include <QPushButton>
-#include <QRegularExpression>
 
 #include "form/question_catalogue.h"
 #include "form/ui/answer_edit.h"
@@ -16,6 +15,9 @@ namespace {
 
 constexpr int kSolverLength = 20;
 constexpr int kNoteLength = 60;
+
+constexpr std::string_view kNormalizedNote =
+    " === Below here, location values must be normalized by X or Y-axis Norm value! === ";
 
 void AddQuestion(Page& page, const Question& question) {
   QWidget* response = MakeResponse(question);
@@ -115,9 +117,7 @@ Page* MakeStartPage() {
 
 Page* MakePolesAndZerosPage() {
   auto* page = new Page;
-  page->AddWhole(MakeNote("lblNote2",
-                          " === Below here, location values must be normalized by X or Y-axis "
-                          "Norm value! === "));
+  page->AddWhole(MakeNote("lblNote2", kNormalizedNote));
   AddQuestions(*page, Tab::polesAndZeros);
   page->AddStretch();
   return page;
@@ -125,19 +125,15 @@ Page* MakePolesAndZerosPage() {
 
 Page* MakeMiscPage() {
   auto* page = new Page;
-  page->AddWhole(MakeNote("lblNote3",
-                          " === Below here, location values must be normalized by X or Y-axis "
-                          "Norm value! === "));
+  page->AddWhole(MakeNote("lblNote3", kNormalizedNote));
   AddQuestions(*page, Tab::misc);
   page->AddGap();
-  QLabel* label = nullptr;
   for (const NoteBox& note : kNoteBoxes) {
     AnswerEdit* box = MakeBox(note.name, note.defaultText, kNoteLength, true);
     box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     box->setAccessibleName(ToQString(note.name));
-    if (label == nullptr) {
-      label = new ControlLabel("lblKeepNotes", "20. » Keep notes below ...", box);
-      page->AddWhole(label);
+    if (&note == kNoteBoxes.data()) {
+      page->AddWhole(new ControlLabel("lblKeepNotes", "20. » Keep notes below ...", box));
     }
     page->AddWhole(box);
   }

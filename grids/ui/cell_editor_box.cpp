@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -36,6 +37,7 @@ std::optional<EditorKey> EditorKeyOf(int key) {
 CellEditorBox::CellEditorBox() {
   setObjectName("txtCellEditor");
   setFrame(false);
+  setMaxLength(std::numeric_limits<int>::max());
   hide();
 }
 

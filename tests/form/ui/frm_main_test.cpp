@@ -131,6 +131,7 @@ TEST_F(FrmMainTest, ARecordTravelsThroughTheWindowUnchanged) {
   for (const int flag : {slot::kSigmaZeroWanted, slot::kDoublet}) program.record.Slot(flag) = "N";
   program.record.Slot(slot::kZeroCounts) = "1  3";
   program.record.Note2 = "»";
+  program.record.Note1 = std::string(100000, '7');
   program.record.solver[8] = "1e-9";
   ShowPoints(30);
   EXPECT_EQ(program.DataChanged, 0);
@@ -142,6 +143,7 @@ TEST_F(FrmMainTest, ARecordTravelsThroughTheWindowUnchanged) {
   expected.LastFileName = program.files.currentFileName;
   expected.Slot(slot::kFreqPoints) = expected.Slot(slot::kDelayPointCount) = " 30";
   EXPECT_EQ(program.record.slots, expected.slots);
+  EXPECT_EQ(program.record.Note1.size(), 100000U);
   EXPECT_EQ(program.record.Note2, "»");
   EXPECT_EQ(program.record.solver, expected.solver);
   EXPECT_EQ(program.record.passband.At(30, 4), "30");
