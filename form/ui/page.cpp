@@ -59,4 +59,8 @@ void Page::AddStretch() {
   rows_->setRowStretch(row_++, 1);
 }
 
+QSize Page::sizeHint() const {
+  return minimumSizeHint();
+}
+
 }  // namespace polefit

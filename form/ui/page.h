@@ -29,6 +29,9 @@ class Page final : public QScrollArea {
   /// The rest of the page stays blank.
   void AddStretch();
 
+  /// The same for every page, so that hidden ones need not be laid out: the window has its size.
+  QSize sizeHint() const override;
+
  private:
   QGridLayout* rows_;
   int row_ = 0;

@@ -160,6 +160,12 @@ void GridWidget::keyPressEvent(QKeyEvent* event) {
 void GridWidget::changeEvent(QEvent* event) {
   QTableView::changeEvent(event);
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) ApplyMetrics();
+  if (event->type() == QEvent::PaletteChange) ApplyGridColor();
+}
+
+void GridWidget::showEvent(QShowEvent* event) {
+  ApplyGridColor();
+  QTableView::showEvent(event);
 }
 
 void GridWidget::updateGeometries() {
@@ -200,6 +206,17 @@ void GridWidget::ApplyMetrics() {
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 8 / 5);
   for (int column = 0; column < model_->GridColumnCount(); ++column) ApplyColumnWidth(column);
   updateGeometry();
+}
+
+void GridWidget::ApplyGridColor() {
+  // The style's own colour cannot be seen on a dark base.
+  const QColor base = palette().color(QPalette::Base);
+  const QColor text = palette().color(QPalette::Text);
+  const auto mix = [](int from, int to) { return (3 * from + to) / 4; };
+  const QColor color(mix(base.red(), text.red()), mix(base.green(), text.green()),
+                     mix(base.blue(), text.blue()));
+  const QString sheet = "QTableView { gridline-color: " + color.name() + "; }";
+  if (styleSheet() != sheet) setStyleSheet(sheet);
 }
 
 int GridWidget::TitleWidth(int column) const {

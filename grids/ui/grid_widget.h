@@ -56,6 +56,7 @@ class GridWidget final : public QTableView, public GridView {
   void mousePressEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void updateGeometries() override;
   void scrollContentsBy(int dx, int dy) override;
 
@@ -63,6 +64,7 @@ class GridWidget final : public QTableView, public GridView {
   void TakeDraggedWidth(int section, int pixels);
   void ApplyColumnWidth(int column);
   void ApplyMetrics();
+  void ApplyGridColor();
   int TitleWidth(int column) const;
   /// Brings the view up to the model, at once or when the running event is done.
   void ShowChanges();
