@@ -52,6 +52,8 @@ void FillGrid(const GridState& state, GridView& grid, const PointLists<Columns>&
 }
 
 /// Stores one grid row; false when one of its cells is empty. A row beyond the last is empty.
+/// Kept: the Weight cell counts while its column is hidden, so a row without a weight ends the
+/// list.
 template <std::size_t Columns>
 bool ReadRow(const GridView& grid, int row, PointLists<Columns>& points) {
   if (row >= grid.RowCount()) return false;

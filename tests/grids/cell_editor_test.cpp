@@ -74,6 +74,7 @@ TEST_F(CellEditor, DownAddsARowWhenFewerThanTwoWouldBeLeft) {
     EXPECT_EQ(pass.RowCount(), rows);
     EXPECT_EQ(pass.Row(rows - 1)[0], std::to_string(rows - 1));
     EXPECT_EQ(pass.CurrentRow(), row + 1);
+    EXPECT_EQ(changed, row > 7 ? 1 : 0) << "a row added is a change";
   }
 }
 
