@@ -47,8 +47,12 @@ void WriteRunRecord(const std::string& programFolder, const RunRecord& run) {
 
 }  // namespace
 
+std::string ProgramFolderOf(const Command& command) {
+  return command.program.substr(0, command.program.rfind(kSeparator));
+}
+
 RunRecord StartRun(const Command& command) {
-  const std::string folder = command.program.substr(0, command.program.rfind(kSeparator));
+  const std::string folder = ProgramFolderOf(command);
   const Command solver{JoinPath(folder, "pfit"), command.arguments, command.windowStyle};
   RequireProgram(solver.program);
   std::error_code error;

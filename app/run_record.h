@@ -23,6 +23,9 @@ struct RunRecord {
   bool operator==(const RunRecord&) const = default;
 };
 
+/// The program folder that a start file lies in.
+std::string ProgramFolderOf(const Command& command);
+
 /// Starts `pfit` of the program folder in place of the start file that `command` names, with the
 /// same arguments, and records it. Its output replaces the former log. Throws RunTimeError, naming
 /// the path, when it cannot be started; the former log and record then stay.

@@ -1,6 +1,5 @@
 #include "app/ui/run_console.h"
 
-#include <QCloseEvent>
 #include <QDateTime>
 #include <QFile>
 #include <QFontDatabase>
@@ -102,6 +101,7 @@ void RunConsole::Build() {
   buttons->addStretch();
   for (QPushButton* const button : {cmdReport_, cmdImproved_, close}) buttons->addWidget(button);
   auto* const rows = new QVBoxLayout(this);
+  rows->setContentsMargins(16, 14, 16, 14);
   rows->setSpacing(10);
   rows->addWidget(lblDataFile_);
   rows->addWidget(lblCommand_);
@@ -110,12 +110,15 @@ void RunConsole::Build() {
   rows->addWidget(progress_);
   rows->addWidget(lblVerdict_);
   rows->addLayout(buttons);
-  resize(760, 520);
+  constexpr int kColumns = 116;
+  constexpr int kLines = 32;
+  const QFontMetrics metrics(output_->font());
+  resize(kColumns * metrics.horizontalAdvance('0'), kLines * metrics.lineSpacing());
 }
 
 long RunConsole::Start(const Command& command) {
   const RunRecord run = StartRun(command);
-  Watch(run, command.program.substr(0, command.program.rfind(kSeparator)));
+  Watch(run, ProgramFolderOf(command));
   return run.processId;
 }
 

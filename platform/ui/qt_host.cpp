@@ -34,7 +34,10 @@ long StartMail(const Command& command) {
   const std::string address = command.arguments.at(0).substr(kPrefix.size());
   const std::string url = QUrl(QString::fromStdString(address)).toEncoded().toStdString();
   const auto words = DesktopProgramFor("x-scheme-handler/mailto", url);
-  if (!words) throw MakeRunTimeError(error_number::kFileNotFound);
+  if (!words) {
+    throw RunTimeError{error_number::kFileNotFound,
+                       "File not found: the desktop has no mail program."};
+  }
   return StartDetached(*words);
 }
 
