@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kCountLength = 4;
 constexpr int kNumberLength = 12;
-constexpr int kListLength = 36;
+constexpr int kListLength = 48;
 
 QWidget* MakeCheckBox(std::string_view name) {
   auto* box = new QCheckBox("Yes");

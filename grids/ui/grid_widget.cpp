@@ -4,7 +4,6 @@
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QStyle>
-#include <algorithm>
 
 #include "grids/ui/grid_corner.h"
 #include "grids/ui/grid_model.h"
@@ -21,7 +20,8 @@ constexpr int kDesignRowCount = 4;
 QString TypedCharacter(const QKeyEvent& event) {
   const QString text = event.text();
   const bool forMenu = event.modifiers() & (Qt::AltModifier | Qt::MetaModifier);
-  const bool typesNothing = event.key() == Qt::Key_Delete || event.key() == Qt::Key_Tab;
+  const bool typesNothing = event.key() == Qt::Key_Delete || event.key() == Qt::Key_Tab ||
+                            event.key() == Qt::Key_Backtab;
   if (text.isEmpty() || forMenu || typesNothing) return {};
   return text.left(text.at(0).isHighSurrogate() ? 2 : 1);
 }
@@ -53,7 +53,9 @@ GridWidget::GridWidget(const char* name, int columns, int width)
   SetRowCount(kDesignRowCount);
   for (int column = 0; column < columns; ++column) SetColumnWidth(column, TitleWidth(column));
   ApplyMetrics();
-  SetCurrentRow(1);
+  // There is always a current cell.
+  ShowChanges();
+  setCurrentIndex(model_->index(0, 0));
 }
 
 int GridWidget::RowCount() const {
@@ -62,6 +64,8 @@ int GridWidget::RowCount() const {
 
 void GridWidget::SetRowCount(int rows) {
   model_->SetGridRowCount(rows);
+  // The current cell stays inside the rows that there are.
+  if (currentIndex().row() + 1 >= rows) ShowChanges();
   ShowChangesLater();
 }
 
@@ -108,7 +112,7 @@ int GridWidget::CurrentRow() const {
 }
 
 int GridWidget::CurrentColumn() const {
-  return std::max(currentIndex().column() + 1, 1);
+  return currentIndex().column() + 1;
 }
 
 void GridWidget::SetCurrentRow(int row) {

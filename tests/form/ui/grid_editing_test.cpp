@@ -150,6 +150,16 @@ TEST_P(GridEditing, TheEditorFollowsItsCellWhenTheGridScrollsOrAColumnIsDragged)
   EXPECT_NE(grid.ColumnWidth(1), before);
 }
 
+TEST_P(GridEditing, TheCurrentCellStaysInsideTheRowsThatThereAre) {
+  ShowPoints(200);
+  MoveTo(150, 1);
+  ShowPoints(200);
+  EXPECT_EQ(grid.CurrentRow(), 2) << "the rows of the first file went before those of the next";
+  ShowPoints(0);
+  EXPECT_EQ(grid.CurrentRow(), 2);
+  EXPECT_EQ(grid.model()->rowCount(), 2);
+}
+
 TEST_P(GridEditing, CtrlTabChangesTheTabAndOpensNoEditor) {
   Press(Qt::Key_Tab, Qt::ControlModifier);
   EXPECT_FALSE(editor.isVisible());
