@@ -147,6 +147,7 @@ void RunConsole::Watch(const RunRecord& run, const std::string& programFolder) {
   output_->clear();
   lblState_->setText(tr("Running"));
   progress_->setRange(0, 0);
+  progress_->show();
   lblVerdict_->clear();
   cmdStop_->setText(tr("&Stop"));
   cmdStop_->setEnabled(true);
@@ -223,7 +224,7 @@ void RunConsole::End() {
   const Verdict verdict = VerdictOn({lastLine_, hasReport, stopAsked_});
   lblState_->setText(tr("Ended"));
   lblVerdict_->setText(QString::fromStdString(verdict.text));
-  if (progress_->maximum() == 0) progress_->setRange(0, 1);
+  progress_->setVisible(progress_->maximum() > 0);
   cmdStop_->setEnabled(false);
   cmdReport_->setEnabled(hasReport);
   cmdImproved_->setEnabled(IsResultOf(run_, Path("last-run.ini")));

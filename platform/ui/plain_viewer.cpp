@@ -50,7 +50,7 @@ void ShowPlainViewer(const std::string& path) {
        {QKeySequence(QKeySequence::Close), QKeySequence(Qt::Key_Escape)}) {
     QObject::connect(new QShortcut(key, window), &QShortcut::activated, window, &QWidget::close);
   }
-  constexpr int kColumns = 84;
+  constexpr int kColumns = 88;
   constexpr int kLines = 40;
   const QFontMetrics metrics(page->font());
   window->resize(kColumns * metrics.horizontalAdvance('0'), kLines * metrics.lineSpacing());

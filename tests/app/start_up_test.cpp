@@ -156,6 +156,8 @@ TEST_F(StartUpTest, WithoutALastRunTheFormsOwnContentsBecomeTheRecord) {
   EXPECT_EQ(program_.files.lastUsedFolder, host_.Path("Tessel.hz/User"));
   EXPECT_EQ(form_.Text("LastFileName"), "Start Up Values");
   EXPECT_EQ(form_.selectedTab, Tab::start);
+  EXPECT_EQ(form_.passData.RowCount(), 3);
+  EXPECT_EQ(form_.delayData.RowCount(), 3);
   EXPECT_EQ(program_.DataChanged, 0);
 }
 

@@ -144,6 +144,22 @@ TEST_F(SessionTest, ATypicalRunFromOpenToTheImprovedValues) {
   EXPECT_EQ(TextOf("frmMain", "tmin"), "80.1");
 }
 
+TEST_F(SessionTest, TheRealSolverImprovesAnExampleAndTheNextRunStartsThere) {
+  std::filesystem::create_symlink(POLEFIT_SOLVER, Installed("pfit"));
+  std::filesystem::copy(POLEFIT_EXAMPLES "/Ex-Yzero.101", Installed("User/Ex-Yzero.101"));
+  Start(Installed("User/Ex-Yzero.101"));
+  const std::string typed = TextOf("frmMain", "poleReal");
+  Choose("mnuFileSubmit");
+  EXPECT_THAT(Verdict(), StartsWith("Converged"));
+  EXPECT_THAT(FileBytes(Installed("~pft-out.txt")), HasSubstr("End of report."));
+  Click("frmRun", "cmdImproved");
+  EXPECT_NE(TextOf("frmMain", "poleReal"), typed);
+  answers_.Press(QMessageBox::Ok);
+  answers_.Choose("run1.txt");
+  Choose("mnuFileSubmit");
+  EXPECT_THAT(Verdict(), StartsWith("Converged"));
+}
+
 TEST_F(SessionTest, AFileOnTheCommandLineIsOpenedAfterStartUp) {
   Start(MakeFile("-a file.txt", "12"));
   EXPECT_EQ(TextOf("frmMain", "tmin"), "12");
