@@ -6,6 +6,7 @@
 namespace polefit {
 
 void EventGuard::Run(const std::function<void()>& action) {
+  if (ended_) return;
   try {
     action();
   } catch (const ProgramEnded&) {

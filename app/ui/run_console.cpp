@@ -8,6 +8,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "platform/detached_process.h"
@@ -96,6 +97,7 @@ void RunConsole::Build() {
   lblElapsed_->setWordWrap(false);
   auto* const close = MakeButton("cmdClose", tr("&Close"));
   connect(close, &QPushButton::clicked, this, &QWidget::close);
+  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
   auto* const buttons = new QHBoxLayout;
   buttons->addWidget(cmdStop_);
   buttons->addStretch();
