@@ -17,19 +17,33 @@ namespace {
 constexpr double kFirstRadius = 0.5;
 /// A step is taken when this share of the predicted decrease came true.
 constexpr double kTakenShare = 1e-4;
+/// A shorter scaled step is none.
+constexpr double kLeastScaledStep = 1e-9;
 
-/// The natural size of a change of each of ORCA's variables: the distance to the omega axis, on
-/// which all sharp features of |H| depend.
+/// How far along the omega axis |H| and the delay count.
+double EndOfBand(const Problem& problem) {
+  if (problem.Equalises()) return problem.largest;
+  const double passband = problem.rows.frequencies.maxCoeff();
+  if (problem.rows.delayFrequencies.size() == 0) return passband;
+  return std::max(passband, problem.rows.delayFrequencies.maxCoeff());
+}
+
+/// The natural size of a change of each of ORCA's variables: the distance to the part of the omega
+/// axis that counts, which sets how sharp a feature of |H| a location makes there.
 ArrayXd Scales(const Problem& problem, const VectorXd& parameters) {
   constexpr double kLeast = 1e-3;
+  const double end = EndOfBand(problem);
   ArrayXd scales(problem.constellation.orcaCount);
   for (const Factor& factor : problem.constellation.factors) {
     if (factor.parameter >= problem.constellation.orcaCount) continue;
     const double location = parameters[factor.parameter];
-    const bool isOmega = factor.kind == FactorKind::omegaZero;
-    const double scale = std::max(kLeast, isOmega ? 0.3 * location : location);
-    scales[factor.parameter] = scale;
-    if (factor.IsPair()) scales[factor.parameter + 1] = scale;
+    double scale = factor.kind == FactorKind::omegaZero ? 0.3 * location : location;
+    if (factor.IsPair()) {
+      const double beyond = std::max(0.0, parameters[factor.parameter + 1] - end);
+      scale = std::hypot(location, beyond);
+      scales[factor.parameter + 1] = std::max(kLeast, scale);
+    }
+    scales[factor.parameter] = std::max(kLeast, scale);
   }
   return scales;
 }
@@ -182,7 +196,6 @@ double Orca::CutAtBounds(const VectorXd& step) const {
 }
 
 std::optional<EndReason> Orca::BarrierStep(Barrier& barrier, double& radius) {
-  constexpr double kLeastScaledStep = 1e-9;
   const ArrayXd scales = Scales(problem_, current_.parameters);
   const VectorXd gradient = scales * barrier.Gradient(current_).array();
   MatrixXd hessian = Scaled(barrier.Hessian(current_.fit.hessian, current_.parameters), scales);
@@ -280,7 +293,9 @@ std::optional<EndReason> Orca::PolishStep(double& radius, int& smallGains) {
   hessian.diagonal() += (VectorXd::Ones(Size()) - free) * hessian.diagonal().cwiseAbs().sum();
   const TrustStep trust = SolveTrustRegion(gradient, hessian, radius);
   const double least = 1e-4 * options_.accuracy * current_.Cost();
-  if (trust.predictedDecrease <= least) return EndReason::zero;
+  if (trust.predictedDecrease <= least || trust.step.norm() <= kLeastScaledStep) {
+    return EndReason::zero;
+  }
 
   const VectorXd before = current_.parameters.head(Size());
   const VectorXd wanted = before + (scales * trust.step.array()).matrix();
@@ -294,9 +309,10 @@ std::optional<EndReason> Orca::PolishStep(double& radius, int& smallGains) {
     if (trial_.isFinite) gained = (current_.Cost() - trial_.Cost()) / predicted;
   }
   radius = NextRadius(radius, trust.step.norm(), trust.isAtEdge, gained);
-  const double gain = gained > kTakenShare ? current_.Cost() - trial_.Cost() : 0;
+  if (gained <= kTakenShare) return std::nullopt;
+  const double gain = current_.Cost() - trial_.Cost();
   smallGains = gain < 0.1 * options_.accuracy * current_.Cost() ? smallGains + 1 : 0;
-  if (gained > kTakenShare) std::swap(current_, trial_);
+  std::swap(current_, trial_);
   return std::nullopt;
 }
 
