@@ -1,15 +1,16 @@
 #include "form/ui/answer_edit.h"
 
 #include <QFocusEvent>
-#include <limits>
+#include <QGuiApplication>
 #include <utility>
 
 #include "grids/ui/focus_reason.h"
+#include "grids/ui/one_line.h"
 
 namespace polefit {
 
 AnswerEdit::AnswerEdit(int length, bool selectsAll) : length_(length), selectsAll_(selectsAll) {
-  setMaxLength(std::numeric_limits<int>::max());
+  KeepToOneLine(*this);
 }
 
 QSize AnswerEdit::sizeHint() const {
@@ -25,7 +26,8 @@ void AnswerEdit::focusInEvent(QFocusEvent* event) {
   if (selectsAll_) {
     selectAll();
     // The press that gave the focus goes on to set the caret; its release selects again.
-    pressGaveFocus_ = event->reason() == Qt::MouseFocusReason;
+    pressGaveFocus_ = event->reason() == Qt::MouseFocusReason &&
+                      QGuiApplication::mouseButtons() == Qt::LeftButton;
   } else {
     setCursorPosition(caret);
   }

@@ -2,12 +2,12 @@
 
 #include <QKeyEvent>
 #include <QPainter>
-#include <limits>
 #include <optional>
 #include <utility>
 
 #include "grids/ui/focus_reason.h"
 #include "grids/ui/grid_widget.h"
+#include "grids/ui/one_line.h"
 
 namespace polefit {
 
@@ -37,7 +37,7 @@ std::optional<EditorKey> EditorKeyOf(int key) {
 CellEditorBox::CellEditorBox() {
   setObjectName("txtCellEditor");
   setFrame(false);
-  setMaxLength(std::numeric_limits<int>::max());
+  KeepToOneLine(*this);
   hide();
 }
 

@@ -16,13 +16,15 @@ namespace {
 constexpr int kDesignRowCount = 4;
 
 /// The character that a key press types, or none: keys that only move, "Del", what belongs to a
-/// menu and Ctrl+Tab. Ctrl with a letter types the control character.
+/// menu or to a shortcut and Ctrl+Tab. Ctrl with a letter types the control character.
 QString TypedCharacter(const QKeyEvent& event) {
   const QString text = event.text();
   const bool forMenu = event.modifiers() & (Qt::AltModifier | Qt::MetaModifier);
-  const bool typesNothing = event.key() == Qt::Key_Delete || event.key() == Qt::Key_Tab ||
-                            event.key() == Qt::Key_Backtab;
+  const bool typesNothing =
+      event.key() == Qt::Key_Delete || event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
   if (text.isEmpty() || forMenu || typesNothing) return {};
+  const bool isShortcut = event.modifiers() & Qt::ControlModifier;
+  if (isShortcut && text.at(0) >= ' ') return {};
   return text.left(text.at(0).isHighSurrogate() ? 2 : 1);
 }
 
@@ -201,9 +203,14 @@ void GridWidget::ApplyColumnWidth(int column) {
     setCurrentIndex(currentIndex().siblingAtColumn(column - 2));
   }
   // Showing a column gives it its former width for a moment, which is not a dragged one.
-  const QSignalBlocker noDrag(horizontalHeader());
-  setColumnHidden(column - 1, twips == 0);
-  if (twips != 0) setColumnWidth(column - 1, pixels);
+  {
+    const QSignalBlocker noDrag(horizontalHeader());
+    setColumnHidden(column - 1, twips == 0);
+    if (twips != 0) setColumnWidth(column - 1, pixels);
+  }
+  // The blocked signals would have told the table to lay out and paint its cells.
+  updateGeometries();
+  viewport()->update();
 }
 
 void GridWidget::ApplyMetrics() {

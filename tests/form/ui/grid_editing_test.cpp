@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <QClipboard>
 #include <QHeaderView>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -179,13 +180,51 @@ TEST_P(GridEditing, ClearColumnsEmptiesTheGridAtOnce) {
   EXPECT_TRUE(hint.isVisible()) << "rows typed now are not read";
 }
 
+/// How often a widget is painted by what has been asked for so far.
+int PaintsOf(QWidget& widget) {
+  class Counter : public QObject {
+   public:
+    int paints = 0;
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+      paints += event->type() == QEvent::Paint ? 1 : 0;
+      return false;
+    }
+  } counter;
+  widget.installEventFilter(&counter);
+  QApplication::processEvents();
+  return counter.paints;
+}
+
+TEST_F(MainForm, PastedLineBreaksAreBlanksAndShortcutsTypeNothing) {
+  ShowPoints(3);
+  QApplication::clipboard()->setText("1\r\n2\n3");
+  form.SetFocus("iPower");
+  Press(Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(form.Text("iPower"), "1 2 3");
+  form.SelectTab(Tab::passbandData);
+  auto& grid = Find<GridWidget>("PassData");
+  grid.setFocus();
+  Press(Qt::Key_Minus, Qt::ControlModifier);
+  EXPECT_EQ(FocusName(), "PassData");
+  Type("7");
+  Press(Qt::Key_V, Qt::ControlModifier);
+  Press(Qt::Key_Return);
+  EXPECT_EQ(grid.Text(1, 1), "71 2 3");
+  Find<QPushButton>("cmdClearPassData").setFocus();
+  Press(Qt::Key_Return);
+  EXPECT_EQ(grid.RowCount(), 3) << "Return presses a button";
+}
+
 TEST_F(MainForm, TheWeightColumnFollowsItsCheckBox) {
   ShowPoints(3);
   auto& grid = Find<GridWidget>("PassData");
   EXPECT_TRUE(grid.isColumnHidden(3));
+  QApplication::processEvents();
+  form.SelectTab(Tab::passbandData);
   form.SetFocus("chkUseWeights");
   Press(Qt::Key_Space);
   EXPECT_FALSE(grid.isColumnHidden(3));
+  EXPECT_GT(PaintsOf(*grid.viewport()), 0) << "the cells show, not only their title";
   EXPECT_EQ(grid.columnWidth(3), grid.columnWidth(0));
   grid.setCurrentIndex(grid.model()->index(0, 3));
   Press(Qt::Key_Space);
