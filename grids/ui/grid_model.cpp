@@ -11,10 +11,7 @@ GridModel::GridModel(int columns, QObject* parent)
       centred_(static_cast<std::size_t>(columns)) {}
 
 void GridModel::SetGridRowCount(int rows) {
-  const std::size_t size = Index(rows, 0);
-  // Rows are added one at a time, and the next ones are likely to follow.
-  if (size > cells_.capacity()) cells_.reserve(size * 2);
-  cells_.resize(size);
+  cells_.resize(Index(rows, 0));
 }
 
 void GridModel::SetCell(int row, int column, const std::string& text) {
