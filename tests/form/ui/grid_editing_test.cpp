@@ -219,9 +219,9 @@ TEST_F(MainForm, TheWeightColumnFollowsItsCheckBox) {
   ShowPoints(3);
   auto& grid = Find<GridWidget>("PassData");
   EXPECT_TRUE(grid.isColumnHidden(3));
-  QApplication::processEvents();
   form.SelectTab(Tab::passbandData);
   form.SetFocus("chkUseWeights");
+  QTest::qWait(50);  // until everything that was asked for so far has been painted
   Press(Qt::Key_Space);
   EXPECT_FALSE(grid.isColumnHidden(3));
   EXPECT_GT(PaintsOf(*grid.viewport()), 0) << "the cells show, not only their title";
