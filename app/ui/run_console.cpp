@@ -112,7 +112,7 @@ void RunConsole::Build() {
   rows->addWidget(progress_);
   rows->addWidget(lblVerdict_);
   rows->addLayout(buttons);
-  constexpr int kColumns = 116;
+  constexpr int kColumns = 128;
   constexpr int kLines = 32;
   const QFontMetrics metrics(output_->font());
   resize(kColumns * metrics.horizontalAdvance('0'), kLines * metrics.lineSpacing());

@@ -237,5 +237,38 @@ TEST_F(SessionTest, SubmitRegistersOneRestartAndCopiesTheStartScript) {
       QTest::qWaitFor([this] { return FileBytes(base_ + "/DOSstart.tmp") == "start\r\n"; }));
 }
 
+TEST_F(SessionTest, ExamplesManualAndMailGoToTheDesktopsPrograms) {
+  const std::string program = root_.File("any program");
+  const std::string words = root_.File("words");
+  WriteBytes(program, "#!/bin/sh\nprintf '%s' \"$*\" > '" + words + "'\n");
+  ::chmod(program.c_str(), 0755);
+  std::filesystem::create_directories(root_.File("none/applications"));
+  WriteBytes(root_.File("none/applications/any.desktop"),
+             "[Desktop Entry]\nExec=\"" + program + "\" --open %u\n");
+  WriteBytes(root_.File("none/applications/mimeapps.list"),
+             "[Default Applications]\ntext/plain=any.desktop\ntext/rtf=any.desktop\n"
+             "x-scheme-handler/mailto=any.desktop\n");
+  const auto opened = [&] {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !FileBytes(words).empty(); }));
+    const std::string bytes = FileBytes(words);
+    std::filesystem::remove(words);
+    return bytes;
+  };
+  Start();
+  answers_.Choose(MakeFile("Ex-it's a.1", "1"));
+  Choose("mnuViewDemos");
+  EXPECT_EQ(opened(), "--open " + Installed("User/Ex-it's a.1"));
+  Choose("mnuHelpEmail");
+  EXPECT_EQ(FileBytes(words),
+            "--open mailto:support@polefit.example?subject=Polefit%204.12%20questions/problems");
+  std::filesystem::remove(words);
+  answers_.Press(QMessageBox::Ok);
+  Choose("mnuHelpManual");
+  EXPECT_EQ(answers_.said.back(), "Polefit|Cannot find '" + Installed("manual.rtf") + "'.");
+  WriteBytes(Installed("manual.rtf"), "{\\rtf1 x}");
+  Choose("mnuHelpManual");
+  EXPECT_EQ(opened(), "--open " + Installed("manual.rtf"));
+}
+
 }  // namespace
 }  // namespace polefit
