@@ -41,8 +41,9 @@ void FindOddFlags(const ResponseRecord& record, std::vector<Finding>& findings) 
     const bool plain = answer == "Y" || answer == "y" || answer == "N" || answer == "n";
     if (plain) continue;
     const std::string number(QuestionNumber(question.slot));
-    findings.push_back(
-        {number, "Question " + number + ": \"" + answer + "\" counts as no; only Y or y is yes."});
+    std::string text = "Question " + number;
+    text += ": \"" + answer + "\" counts as no; only Y or y is yes.";
+    findings.push_back({number, text});
   }
 }
 
