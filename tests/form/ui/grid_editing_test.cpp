@@ -180,20 +180,16 @@ TEST_P(GridEditing, ClearColumnsEmptiesTheGridAtOnce) {
   EXPECT_TRUE(hint.isVisible()) << "rows typed now are not read";
 }
 
-/// How often a widget is painted by what has been asked for so far.
-int PaintsOf(QWidget& widget) {
-  class Counter : public QObject {
-   public:
-    int paints = 0;
-    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-      paints += event->type() == QEvent::Paint ? 1 : 0;
-      return false;
-    }
-  } counter;
-  widget.installEventFilter(&counter);
-  QApplication::processEvents();
-  return counter.paints;
-}
+/// Counts how often a widget is painted.
+class PaintCounter : public QObject {
+ public:
+  explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    paints += event->type() == QEvent::Paint ? 1 : 0;
+    return false;
+  }
+  int paints = 0;
+};
 
 TEST_F(MainForm, PastedLineBreaksAreBlanksAndShortcutsTypeNothing) {
   ShowPoints(3);
@@ -222,9 +218,11 @@ TEST_F(MainForm, TheWeightColumnFollowsItsCheckBox) {
   form.SelectTab(Tab::passbandData);
   form.SetFocus("chkUseWeights");
   QTest::qWait(50);  // until everything that was asked for so far has been painted
+  const PaintCounter cells(*grid.viewport());
   Press(Qt::Key_Space);
+  QTest::qWait(50);
   EXPECT_FALSE(grid.isColumnHidden(3));
-  EXPECT_GT(PaintsOf(*grid.viewport()), 0) << "the cells show, not only their title";
+  EXPECT_GT(cells.paints, 0) << "the cells show, not only their title";
   EXPECT_EQ(grid.columnWidth(3), grid.columnWidth(0));
   grid.setCurrentIndex(grid.model()->index(0, 3));
   Press(Qt::Key_Space);
