@@ -8,6 +8,7 @@
 #include "grids/ui/grid_corner.h"
 #include "grids/ui/grid_model.h"
 #include "grids/ui/twips.h"
+#include "platform/ui/outlined_style.h"
 
 namespace polefit {
 
@@ -221,12 +222,7 @@ void GridWidget::ApplyMetrics() {
 
 void GridWidget::ApplyGridColor() {
   // The style's own colour cannot be seen on a dark base.
-  const QColor base = palette().color(QPalette::Base);
-  const QColor text = palette().color(QPalette::Text);
-  const auto mix = [](int from, int to) { return (3 * from + to) / 4; };
-  const QColor color(mix(base.red(), text.red()), mix(base.green(), text.green()),
-                     mix(base.blue(), text.blue()));
-  const QString sheet = "QTableView { gridline-color: " + color.name() + "; }";
+  const QString sheet = "QTableView { gridline-color: " + LineColor(palette()).name() + "; }";
   if (styleSheet() != sheet) setStyleSheet(sheet);
 }
 
