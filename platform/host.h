@@ -6,24 +6,11 @@
 #include <string_view>
 
 #include "platform/command.h"
+#include "platform/message_style.h"
+#include "platform/registry_types.h"
 #include "platform/run_time_error.h"
 
 namespace polefit {
-
-/// The button that ended a message box.
-enum class Answer { ok = 1, cancel = 2, yes = 6, no = 7 };
-
-/// Message styles, as the numbers that the boxes take. Some callers join digits to other
-/// numbers; those stand at their call.
-namespace message_style {
-inline constexpr int kOk = 0;
-inline constexpr int kCritical = 16;
-inline constexpr int kOkCancelQuestion = 33;
-inline constexpr int kYesNoCancelQuestion = 35;
-inline constexpr int kYesNoQuestion = 36;
-inline constexpr int kExclamation = 48;
-inline constexpr int kYesNoExclamation = 52;
-}  // namespace message_style
 
 /// The one file dialog of the program. It keeps its settings from use to use.
 struct CommonDialog {
@@ -37,36 +24,6 @@ struct CommonDialog {
   std::string initialFolder;
   /// When set, a cancelled dialog is error 32755.
   bool cancelIsError = false;
-};
-
-/// The root of the user's part of the registry.
-inline constexpr std::uint32_t kCurrentUser = 0x80000001;
-
-namespace registry_access {
-inline constexpr std::uint32_t kRead = 0x20019;
-inline constexpr std::uint32_t kWrite = 0x20006;
-}  // namespace registry_access
-
-namespace registry_type {
-inline constexpr int kString = 1;
-inline constexpr int kBinary = 3;
-inline constexpr int kDword = 4;
-}  // namespace registry_type
-
-/// A registry value as stored: its type and its bytes (a string's are UTF-8 without a final zero,
-/// a number's are four, lowest first).
-struct RegistryValue {
-  int type = registry_type::kString;
-  std::string bytes;
-
-  bool operator==(const RegistryValue&) const = default;
-};
-
-using RegistryKey = int;
-
-struct CreatedKey {
-  RegistryKey key = 0;
-  bool existed = false;
 };
 
 /// Thrown by EndProgram so that the stack unwinds to the one place that leaves the process.
