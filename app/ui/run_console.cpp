@@ -112,10 +112,10 @@ void RunConsole::Build() {
   rows->addWidget(progress_);
   rows->addWidget(lblVerdict_);
   rows->addLayout(buttons);
-  constexpr int kColumns = 128;
+  constexpr int kColumns = 130;
   constexpr int kLines = 32;
   const QFontMetrics metrics(output_->font());
-  resize(kColumns * metrics.horizontalAdvance('0'), kLines * metrics.lineSpacing());
+  resize(metrics.horizontalAdvance(QString(kColumns, '0')), kLines * metrics.lineSpacing());
 }
 
 long RunConsole::Start(const Command& command) {

@@ -96,6 +96,7 @@ void Session::ShowMainForm() {
   if (HasEnded()) return;
   frmIntro_.hide();
   frmDemo_.hide();
+  frmMain_.ShowState();
   frmMain_.show();
   frmMain_.activateWindow();
   frmMain_.SetFocus("chkEqualDelay");

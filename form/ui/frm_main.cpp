@@ -103,11 +103,7 @@ void FrmMain::ConnectControls() {
   connect(Find<QPushButton>("cmdSubmit"), &QPushButton::clicked, this,
           [this] { Command(&FrmMain::cmdSubmit); });
   connect(tabs_, &QTabWidget::currentChanged, this, &FrmMain::ShowState);
-  connect(Find<QLineEdit>("LastFileName"), &QLineEdit::textChanged, this,
-          [this](const QString& name) {
-            setWindowTitle(name.isEmpty() ? "Polefit" : name + " - Polefit");
-            ShowState();
-          });
+  connect(Find<QLineEdit>("LastFileName"), &QLineEdit::textChanged, this, &FrmMain::ShowState);
 }
 
 void FrmMain::ConnectGrid(GridWidget& grid) {
@@ -160,7 +156,10 @@ void FrmMain::Command(Signal signal) {
 
 void FrmMain::ShowState() {
   Run([this](Program& program) {
-    Find<QLabel>("RunFileName")->setText(ToQString(program.files.currentFileName));
+    // The current file, which Save writes; the file's own line 1 may give another name.
+    const QString file = ToQString(program.files.currentFileName);
+    setWindowTitle(file.isEmpty() ? "Polefit" : file + " - Polefit");
+    Find<QLabel>("RunFileName")->setText(file);
     Find<QLabel>("RunFolder")->setText(ToQString(program.files.currentFolder));
     Find<QLabel>("RunChanges")->setText(program.DataChanged != 0 ? "Yes" : "No");
     Find<QLabel>("lblNoFreqPoints")->setVisible(program.record.nFreqPoints < 1);

@@ -33,6 +33,8 @@ class FrmMain final : public QMainWindow, public FormView {
 
   /// Until it has the program's values the form takes no notice of changes.
   void Attach(Program& program);
+  /// Shows what stands in no control: the current file, changes, tables without points.
+  void ShowState();
 
   std::string Text(std::string_view control) const override;
   void SetText(std::string_view control, const std::string& text) override;
@@ -83,7 +85,6 @@ class FrmMain final : public QMainWindow, public FormView {
   void Run(const std::function<void(Program&)>& action);
   void Command(Signal signal);
   /// What follows the program's values and has no notification of its own.
-  void ShowState();
   void RestorePlace();
   template <typename Widget>
   Widget* Find(std::string_view control) const;

@@ -53,7 +53,7 @@ void ShowPlainViewer(const std::string& path) {
   constexpr int kColumns = 88;
   constexpr int kLines = 40;
   const QFontMetrics metrics(page->font());
-  window->resize(kColumns * metrics.horizontalAdvance('0'), kLines * metrics.lineSpacing());
+  window->resize(metrics.horizontalAdvance(QString(kColumns, '0')), kLines * metrics.lineSpacing());
   window->show();
 }
 

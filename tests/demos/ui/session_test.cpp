@@ -106,7 +106,10 @@ TEST_F(SessionTest, DemosFromTheMenuTakeItsPlaceAndGiveItBack) {
   answers_.Press(QMessageBox::No);
   Choose("mnuDemosRun");
   EXPECT_EQ(Window("frmMain"), nullptr);
+  Click("frmDemo", "Exam2");
   Click("frmDemo", "cmdCancelDemo");
+  ASSERT_NE(Window("frmMain"), nullptr);
+  EXPECT_EQ(Window("frmMain")->windowTitle(), "Ex-Yzero.102 - Polefit");
   EXPECT_EQ(TextOf("frmMain", "tmin"), "1");
   EXPECT_EQ(FocusName(), "chkEqualDelay");
 }
