@@ -92,12 +92,13 @@ bool Lynx::IsOrdered(const VectorXd& parameters) const {
 /// The peaks of all gaps; the result is the largest difference of neighbours, in nepers.
 double Lynx::FindPeaks(const VectorXd& parameters, std::vector<Peak>& peaks) {
   peaks.clear();
+  const LogCurve curve(constellation_, parameters);
   double from = FirstZero(parameters);
   double mismatch = 0;
   for (int k = 0; k <= constellation_.lynxCount; ++k) {
     const bool isLast = k == constellation_.lynxCount;
     const double to = isLast ? largest_ : parameters[constellation_.orcaCount + k];
-    peaks.push_back(FindPeak(constellation_, parameters, {from, to, isLast}, options_, listener_));
+    peaks.push_back(FindPeak(curve, {from, to, isLast}, options_, listener_));
     if (k > 0) {
       const double difference = std::abs(peaks.back().level - peaks[peaks.size() - 2].level);
       if (!(difference <= mismatch)) mismatch = difference;
@@ -168,9 +169,10 @@ void Lynx::Newton(VectorXd& parameters) {
 void Lynx::InterpolateZeros(const std::vector<double>& references, VectorXd& parameters) const {
   std::vector<double> nodes;
   std::vector<double> levels;
+  const LogCurve weight(rest_, parameters);
   for (const double reference : references) {
     nodes.push_back(reference * reference);
-    levels.push_back(LogMagnitude(rest_, parameters, reference));
+    levels.push_back(weight.At(reference));
   }
   const double top = *std::max_element(levels.begin(), levels.end());
   for (double& level : levels) level = std::exp(top - level);
@@ -219,6 +221,7 @@ bool Lynx::Equalise(VectorXd& parameters) {
 // derivative is M_qr - M_qw M_rw / M_ww, unless it stands at the end of the range.
 void Lynx::Eliminate(const VectorXd& parameters, Fit& fit) {
   FindSlopes(parameters);
+  const LogCurve curve(constellation_, parameters);
   const int orca = constellation_.orcaCount;
   const int count = constellation_.lynxCount;
   MatrixXd jacobian(count, orca + count);
@@ -236,8 +239,7 @@ void Lynx::Eliminate(const VectorXd& parameters, Fit& fit) {
     LogDerivatives& peak = slopes_[static_cast<std::size_t>(k)];
     fit.hessian -= weight * peak.second;
     if (peaks_[static_cast<std::size_t>(k)].isEnd) continue;
-    const double bend =
-        LogSlope(constellation_, parameters, peaks_[static_cast<std::size_t>(k)].frequency).second;
+    const double bend = curve.SlopeAt(peaks_[static_cast<std::size_t>(k)].frequency).second;
     fit.hessian += weight / bend * peak.mixed * peak.mixed.transpose();
   }
   fit.gradient = (basis.transpose() * fit.gradient).eval();

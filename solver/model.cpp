@@ -91,29 +91,21 @@ FactorDerivatives<Rows> RelativeOmega(double z, const Rows& w) {
   return d;
 }
 
-/// ln|factor| as a running product, with the logarithm taken once for many factors.
+/// A product as the logarithm of what has left the range of numbers, and a rest.
 class LogProduct {
  public:
-  void Multiply(double squaredMagnitude, int count) {
-    if (count == 0) return;
-    const double power =
-        std::abs(count) == 2 ? squaredMagnitude * squaredMagnitude : squaredMagnitude;
-    product_ = count > 0 ? product_ * power : product_ / power;
+  void Multiply(double value) {
+    product_ *= value;
     constexpr double kFar = 1e100;
-    if (product_ > kFar || product_ < 1 / kFar) TakeLogarithm();
+    if (product_ > kFar || product_ < 1 / kFar) {
+      sum_ += std::log(product_);
+      product_ = 1;
+    }
   }
-
-  double HalfLogarithm() {
-    TakeLogarithm();
-    return sum_ / 2;
-  }
+  double Product() const { return product_; }
+  double LogOfRest() const { return sum_; }
 
  private:
-  void TakeLogarithm() {
-    sum_ += std::log(product_);
-    product_ = 1;
-  }
-
   double product_ = 1;
   double sum_ = 0;
 };
@@ -221,45 +213,75 @@ Eigen::ArrayXd Delays(const Constellation& constellation, const Eigen::VectorXd&
   });
 }
 
-double LogMagnitude(const Constellation& constellation, const Eigen::VectorXd& parameters,
-                    double w) {
-  LogProduct product;
+LogCurve::LogCurve(const Constellation& constellation, const Eigen::VectorXd& parameters) {
+  terms_.reserve(constellation.factors.size());
   for (const Factor& factor : constellation.factors) {
+    if (factor.logCount == 0) continue;
     const double a = Location(factor, parameters);
     if (factor.kind == FactorKind::omegaZero) {
-      const double value = OmegaFactor(a, w);
-      product.Multiply(value * value, 1);
+      terms_.push_back({factor.kind, 1, a, 0, 1});
     } else if (factor.IsPair()) {
       const double b = ImaginaryPart(factor, parameters);
       const double c = a * a + b * b;
-      const double below = a * a + (w - b) * (w - b);
-      const double above = a * a + (w + b) * (w + b);
-      product.Multiply(below * above / (c * c), factor.logCount);
+      terms_.push_back({factor.kind, factor.logCount, a, b, 1 / (c * c)});
+      resonances_.push_back(b);
     } else {
-      product.Multiply(1 + w * w / (a * a), factor.logCount);
+      terms_.push_back({factor.kind, factor.logCount, a, 0, 1 / (a * a)});
     }
   }
-  return product.HalfLogarithm();
 }
 
-Slope LogSlope(const Constellation& constellation, const Eigen::VectorXd& parameters, double w) {
+double LogCurve::SquaredMagnitude(const Term& term, double w) {
+  const double a = term.real;
+  switch (term.kind) {
+    case FactorKind::omegaZero: {
+      const double value = OmegaFactor(a, w);
+      return value * value;
+    }
+    case FactorKind::sigmaPole:
+    case FactorKind::sigmaZero:
+      return 1 + w * w * term.scale;
+    default: {
+      const double below = a * a + (w - term.imaginary) * (w - term.imaginary);
+      const double above = a * a + (w + term.imaginary) * (w + term.imaginary);
+      return below * above * term.scale;
+    }
+  }
+}
+
+double LogCurve::At(double w) const {
+  LogProduct zeros;
+  LogProduct poles;
+  for (const Term& term : terms_) {
+    const double value = SquaredMagnitude(term, w);
+    if (term.count < 0) {
+      poles.Multiply(value);
+    } else {
+      zeros.Multiply(term.count == 2 ? value * value : value);
+    }
+  }
+  const double rest = std::log(zeros.Product() / poles.Product());
+  return (rest + zeros.LogOfRest() - poles.LogOfRest()) / 2;
+}
+
+Slope LogCurve::SlopeAt(double w) const {
   Slope slope;
-  for (const Factor& factor : constellation.factors) {
-    const double a = Location(factor, parameters);
-    if (factor.kind == FactorKind::omegaZero) {
+  for (const Term& term : terms_) {
+    const double a = term.real;
+    if (term.kind == FactorKind::omegaZero) {
       const double gap = (a - w) * (a + w);
       slope.first -= 2 * w / gap;
       slope.second -= 2 * (a * a + w * w) / (gap * gap);
-    } else {
-      const double b = factor.IsPair() ? ImaginaryPart(factor, parameters) : 0;
-      const Complex<double> inverse1 = Inverse(a, w - b);
-      slope.first -= factor.logCount * inverse1.im;
-      slope.second += factor.logCount * (inverse1 * inverse1).re;
-      if (!factor.IsPair()) continue;
-      const Complex<double> inverse2 = Inverse(a, w + b);
-      slope.first -= factor.logCount * inverse2.im;
-      slope.second += factor.logCount * (inverse2 * inverse2).re;
+      continue;
     }
+    const bool isPair = term.kind != FactorKind::sigmaPole && term.kind != FactorKind::sigmaZero;
+    const Complex<double> inverse1 = Inverse(a, w - term.imaginary);
+    slope.first -= term.count * inverse1.im;
+    slope.second += term.count * (inverse1 * inverse1).re;
+    if (!isPair) continue;
+    const Complex<double> inverse2 = Inverse(a, w + term.imaginary);
+    slope.first -= term.count * inverse2.im;
+    slope.second += term.count * (inverse2 * inverse2).re;
   }
   return slope;
 }

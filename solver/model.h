@@ -2,6 +2,7 @@
 
 #include <Eigen/Core>
 #include <array>
+#include <vector>
 
 #include "solver/constellation.h"
 
@@ -42,16 +43,36 @@ Eigen::ArrayXd Magnitudes(const Constellation& constellation, const Eigen::Vecto
 Eigen::ArrayXd Delays(const Constellation& constellation, const Eigen::VectorXd& parameters,
                       const Eigen::ArrayXd& w);
 
-/// ln|H / gain| at one frequency.
-double LogMagnitude(const Constellation& constellation, const Eigen::VectorXd& parameters,
-                    double w);
-
 /// The first two derivatives of ln|H| by w.
 struct Slope {
   double first = 0;
   double second = 0;
 };
-Slope LogSlope(const Constellation& constellation, const Eigen::VectorXd& parameters, double w);
+
+/// ln|H / gain| as a function of the normalised frequency, prepared for many frequencies at one
+/// set of locations.
+class LogCurve {
+ public:
+  LogCurve(const Constellation& constellation, const Eigen::VectorXd& parameters);
+
+  double At(double w) const;
+  Slope SlopeAt(double w) const;
+  /// The imaginary parts of all pairs: where |H| has its bumps and dips.
+  const std::vector<double>& Resonances() const { return resonances_; }
+
+ private:
+  struct Term {
+    FactorKind kind;
+    int count;
+    double real;  ///< or the omega-axis zero
+    double imaginary;
+    double scale;  ///< makes the squared magnitude 1 at w = 0
+  };
+  static double SquaredMagnitude(const Term& term, double w);
+
+  std::vector<Term> terms_;
+  std::vector<double> resonances_;
+};
 
 /// The derivatives of ln|H| at one frequency by the moved parameters, and by them and w.
 struct LogDerivatives {

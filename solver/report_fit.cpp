@@ -85,13 +85,13 @@ std::vector<Peak> FindSidelobes(const Problem& problem, const Point& point,
                                 const std::vector<double>& zeros) {
   if (!point.peaks.empty()) return point.peaks;
   Listener nobody;
+  const LogCurve curve(problem.constellation, point.parameters);
   std::vector<Peak> peaks;
   for (std::size_t i = 0; i < zeros.size(); ++i) {
     const bool isLast = i + 1 == zeros.size();
     const double to = isLast ? std::max(problem.largest, 10 * zeros[i]) : zeros[i + 1];
     if (to > zeros[i]) {
-      peaks.push_back(FindPeak(problem.constellation, point.parameters, {zeros[i], to, isLast},
-                               problem.options, nobody));
+      peaks.push_back(FindPeak(curve, {zeros[i], to, isLast}, problem.options, nobody));
     } else {
       peaks.push_back({zeros[i], -std::numeric_limits<double>::infinity(), false});
     }

@@ -1,5 +1,6 @@
 #include "solver/trust_region.h"
 
+#include <Eigen/Cholesky>
 #include <Eigen/Eigenvalues>
 #include <algorithm>
 #include <cmath>
@@ -34,6 +35,17 @@ double ShiftForRadius(const VectorXd& gradient, const VectorXd& eigenvalues, dou
   return shift;
 }
 
+/// Newton's step, where B is positive definite and the step fits; the usual case near the end.
+bool TakeNewtonStep(const VectorXd& gradient, const Eigen::MatrixXd& hessian, double radius,
+                    TrustStep& result) {
+  const Eigen::LLT<Eigen::MatrixXd> factors(hessian);
+  if (factors.info() != Eigen::Success) return false;
+  result.step = -factors.solve(gradient);
+  if (!(result.step.norm() <= radius)) return false;
+  result.predictedDecrease = -gradient.dot(result.step) / 2;
+  return true;
+}
+
 }  // namespace
 
 double PredictedDecrease(const VectorXd& gradient, const Eigen::MatrixXd& hessian,
@@ -43,13 +55,14 @@ double PredictedDecrease(const VectorXd& gradient, const Eigen::MatrixXd& hessia
 
 TrustStep SolveTrustRegion(const VectorXd& gradient, const Eigen::MatrixXd& hessian,
                            double radius) {
+  TrustStep result;
+  if (TakeNewtonStep(gradient, hessian, radius, result)) return result;
   const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> solver(hessian);
   const VectorXd& eigenvalues = solver.eigenvalues();
   const VectorXd inEigenbasis = solver.eigenvectors().transpose() * gradient;
   const double largest = eigenvalues.cwiseAbs().maxCoeff();
   const double tiny = 1e-14 * std::max(largest, 1e-300);
 
-  TrustStep result;
   result.isIndefinite = eigenvalues[0] < -tiny;
   double shift = std::max(0.0, tiny - eigenvalues[0]);
   const double length = StepLength(inEigenbasis, eigenvalues, shift);

@@ -5,8 +5,6 @@
 #include <cmath>
 #include <vector>
 
-#include "solver/model.h"
-
 namespace polefit {
 
 namespace {
@@ -20,13 +18,8 @@ struct Sample {
 
 class PeakSearch {
  public:
-  PeakSearch(const Constellation& constellation, const Eigen::VectorXd& parameters, const Gap& gap,
-             const Options& options, Listener& listener)
-      : constellation_(constellation),
-        parameters_(parameters),
-        gap_(gap),
-        options_(options),
-        listener_(listener) {}
+  PeakSearch(const LogCurve& curve, const Gap& gap, const Options& options, Listener& listener)
+      : curve_(curve), gap_(gap), options_(options), listener_(listener) {}
 
   Peak Find() {
     TakeSamples();
@@ -35,7 +28,7 @@ class PeakSearch {
         [](const Sample& one, const Sample& other) { return one.level < other.level; });
     const bool isFirst = best == samples_.begin();
     const bool isLast = best + 1 == samples_.end();
-    if (isLast && gap_.isLast && SlopeAt(gap_.to).first >= 0) {
+    if (isLast && gap_.isLast && curve_.SlopeAt(gap_.to).first >= 0) {
       return {gap_.to, best->level, true};
     }
     const double low = isFirst ? gap_.from : (best - 1)->frequency;
@@ -51,28 +44,27 @@ class PeakSearch {
 
  private:
   void TakeSamples() {
+    samples_.reserve(kSpacedSamples + 1 + 3 * curve_.Resonances().size());
     const double ratio = std::pow(gap_.to / gap_.from, 1.0 / (kSpacedSamples + 1));
     double frequency = gap_.from;
     for (int i = 0; i < kSpacedSamples; ++i) Add(frequency *= ratio);
-    for (const Factor& factor : constellation_.factors) {
-      if (!factor.IsPair()) continue;
-      const double resonance = parameters_[factor.parameter + 1];
+    bool isSorted = true;
+    for (const double resonance : curve_.Resonances()) {
       if (!(resonance > gap_.from && resonance < gap_.to)) continue;
       Add(resonance);
       Add((resonance + gap_.from) / 2);
       Add((resonance + gap_.to) / 2);
+      isSorted = false;
     }
-    std::sort(samples_.begin(), samples_.end(), [](const Sample& one, const Sample& other) {
-      return one.frequency < other.frequency;
-    });
+    if (!isSorted) {
+      std::sort(samples_.begin(), samples_.end(), [](const Sample& one, const Sample& other) {
+        return one.frequency < other.frequency;
+      });
+    }
     if (gap_.isLast) Add(gap_.to);
   }
 
-  void Add(double frequency) {
-    samples_.push_back({frequency, LogMagnitude(constellation_, parameters_, frequency)});
-  }
-
-  Slope SlopeAt(double frequency) const { return LogSlope(constellation_, parameters_, frequency); }
+  void Add(double frequency) { samples_.push_back({frequency, curve_.At(frequency)}); }
 
   /// The top of the parabola through three samples, the middle one highest.
   static double Vertex(const Sample& left, const Sample& middle, const Sample& right) {
@@ -91,7 +83,7 @@ class PeakSearch {
     constexpr int kMaxBisections = 60;
     const int newtonSteps = options_.maxIterations[2];
     for (int i = 0; i < newtonSteps + kMaxBisections; ++i) {
-      const Slope slope = SlopeAt(frequency);
+      const Slope slope = curve_.SlopeAt(frequency);
       (slope.first > 0 ? low : high) = frequency;
       const double newton = frequency - slope.first / slope.second;
       const bool newtonFits = slope.second < 0 && newton > low && newton < high;
@@ -101,14 +93,13 @@ class PeakSearch {
       listener_.WrenIterated(frequency, step);
       if (std::abs(step) <= options_.tolerance[2] * frequency) break;
     }
-    const Slope slope = SlopeAt(frequency);
+    const Slope slope = curve_.SlopeAt(frequency);
     const double newton = frequency - slope.first / slope.second;
     if (slope.second < 0 && newton > low && newton < high) frequency = newton;
-    return {frequency, LogMagnitude(constellation_, parameters_, frequency), false};
+    return {frequency, curve_.At(frequency), false};
   }
 
-  const Constellation& constellation_;
-  const Eigen::VectorXd& parameters_;
+  const LogCurve& curve_;
   const Gap& gap_;
   const Options& options_;
   Listener& listener_;
@@ -117,9 +108,8 @@ class PeakSearch {
 
 }  // namespace
 
-Peak FindPeak(const Constellation& constellation, const Eigen::VectorXd& parameters, const Gap& gap,
-              const Options& options, Listener& listener) {
-  return PeakSearch(constellation, parameters, gap, options, listener).Find();
+Peak FindPeak(const LogCurve& curve, const Gap& gap, const Options& options, Listener& listener) {
+  return PeakSearch(curve, gap, options, listener).Find();
 }
 
 }  // namespace polefit

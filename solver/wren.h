@@ -1,9 +1,7 @@
 #pragma once
 
-#include <Eigen/Core>
-
-#include "solver/constellation.h"
 #include "solver/listener.h"
+#include "solver/model.h"
 #include "solver/options.h"
 
 namespace polefit {
@@ -26,7 +24,6 @@ struct Gap {
 ///
 /// The best of a few sampled frequencies is refined by Newton's method on d ln|H|/dw inside a
 /// sign bracket.
-Peak FindPeak(const Constellation& constellation, const Eigen::VectorXd& parameters, const Gap& gap,
-              const Options& options, Listener& listener);
+Peak FindPeak(const LogCurve& curve, const Gap& gap, const Options& options, Listener& listener);
 
 }  // namespace polefit

@@ -47,7 +47,7 @@ TEST(Lynx, EqualisesTheSidelobesOfAThousandRandomConstellations) {
     // The peaks are looked for again: no sidelobe stands above the equal level.
     const double level = lynx.Peaks().front().level;
     for (double w = parameters[parameters.size() - 1]; w < (i % 2 == 0 ? 4 : 22); w *= 1.01) {
-      ASSERT_LT(LogMagnitude(constellation, parameters, w), level + 1e-4) << i << " at " << w;
+      ASSERT_LT(LogCurve(constellation, parameters).At(w), level + 1e-4) << i << " at " << w;
     }
   }
   EXPECT_EQ(failures, 0);
