@@ -59,7 +59,7 @@ void Journal::StepTaken(const StepReport& step) {
   if (start_ != 1 || !IsEach(++stepsOfTypedStart_, problem_.options.stepOut)) return;
   const Point& point = *step.point;
   lines_.push_back({start_, Kind::problem,
-                    Format("      step %-4d eval %-5d RHO %.1e F %.6e rms %.2e max %.2e r %.2g",
+                    Format("    step %-4d (%d) RHO %.1e F %.6e rms %.1e max %.1e r %.2g",
                            stepsOfTypedStart_, step.evaluations, step.rho, point.Cost(), Rms(point),
                            point.fit.largestError, step.radius)});
   ShowProgress(step.problem, step.step, step.evaluations, step.rho, point);
@@ -89,9 +89,9 @@ void Journal::WrenIterated(double frequency, double step) {
 }
 
 void Journal::AddDetail(const std::string& text) {
-  constexpr int kMostDetailLines = 500;
-  if (detailLines_ < kMostDetailLines) lines_.push_back({start_, Kind::detail, text});
-  if (++detailLines_ == kMostDetailLines) {
+  constexpr int kMostLines = 500;
+  if (++detailLines_ < kMostLines) lines_.push_back({start_, Kind::detail, text});
+  if (detailLines_ == kMostLines) {
     lines_.push_back({start_, Kind::detail, "      (DETAIL ends here, after 500 lines)"});
   }
 }

@@ -137,7 +137,11 @@ void ReportProblem(const SolvedProblem& solved, ReportText& text) {
 void ReportIterations(const SolvedProblem& solved, ReportText& text) {
   const Summary& summary = solved.summary;
   text.Heading("ITERATIONS");
-  text.Line("Each line: barrier problem, RHO, steps, evaluations so far, F, what ended it.");
+  text.Line("A barrier problem a line: RHO weighs the barrier that keeps locations off their");
+  text.Line("bounds, F is the cost; last what ended it. The polish does without a barrier.");
+  if (solved.problem.options.stepOut > 0) {
+    text.Line("STEPOUT: step (evaluations so far), ..., r the radius of the trust region.");
+  }
   for (std::size_t i = 0; i < summary.starts.size(); ++i) {
     WriteStart(solved, i, i == 0 || i == summary.chosen, text);
   }

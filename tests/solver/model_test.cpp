@@ -1,0 +1,133 @@
+#include "solver/model.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <string>
+
+#include "solver/example_problem.h"
+#include "solver/report.h"
+
+namespace polefit {
+namespace {
+
+using Complex = std::complex<double>;
+
+/// A problem with every kind of factor: its H(s) / H(0) is written out in `DirectH`.
+ResponseRecord EveryKind(const char* isDoublet, const char* isLossless, const char* sigmaZero) {
+  ResponseRecord record = ExampleRecord("Ex-Delay.101");
+  record.Slot(slot::kNPoles) = "1 5";
+  record.Slot(slot::kSigmaPoles) = ".8";
+  record.Slot(slot::kPoleReal) = ".5 .4 .3 .6 .7";
+  record.Slot(slot::kPoleImag) = ".3 .7 1.1 .2 .9";
+  record.Slot(slot::kDoublet) = isDoublet;
+  record.Slot(slot::kLossless) = isLossless;
+  record.Slot(slot::kSigmaZero) = sigmaZero;
+  record.Slot(slot::kZeroCounts) = "1 1 1";
+  record.Slot(slot::kYzero) = "1.2";
+  record.Slot(slot::kZreal) = "-.2 .9";
+  record.Slot(slot::kZimag) = "1.3 .4";
+  return record;
+}
+
+Complex PairFactor(Complex s, double a, double b) {
+  return ((s + a) * (s + a) + b * b) / (a * a + b * b);
+}
+
+Complex DirectH(Complex s, bool isDoublet, bool isLossless, double v) {
+  const Complex one = (v - s) / (v + s);
+  Complex h = isLossless ? (isDoublet ? one * one : one)
+                         : (isDoublet ? 1.0 - s * s / (v * v) : 1.0 + s / v);
+  h /= 1.0 + s / .8;
+  const double real[] = {.5, .4, .3, .6, .7};
+  const double imaginary[] = {.3, .7, 1.1, .2, .9};
+  for (int i = 0; i < 5; ++i) h /= PairFactor(s, real[i], imaginary[i]);
+  return h * (1.0 + s * s / 1.44) * PairFactor(s, -.2, 1.3) * PairFactor(s, .9, .4) *
+         PairFactor(s, -.9, .4);
+}
+
+TEST(Model, IsTheProductOfItsFactorsInMagnitudeAndDelay) {
+  for (const char* const isDoublet : {"N", "Y"}) {
+    for (const char* const isLossless : {"N", "Y"}) {
+      for (const char* const zero : {".5", "-.5"}) {
+        const bool isPlain = *isDoublet == 'N' && *isLossless == 'N';
+        const double v = isPlain ? std::stod(zero) : .5;
+        const Problem problem = GoodProblem(EveryKind(isDoublet, isLossless, zero));
+        const Eigen::ArrayXd w = Eigen::ArrayXd::LinSpaced(140, 0, 3);
+        const Eigen::ArrayXd magnitude =
+            Magnitudes(problem.constellation, problem.typedParameters, w);
+        const Eigen::ArrayXd delay = Delays(problem.constellation, problem.typedParameters, w);
+        const LogCurve curve(problem.constellation, problem.typedParameters);
+        for (Eigen::Index i = 0; i < w.size(); ++i) {
+          const auto at = [&](double x) {
+            return DirectH({0, x}, *isDoublet == 'Y', *isLossless == 'Y', v);
+          };
+          const double h = 1e-6;
+          const double direct = -std::arg(at(w[i] + h) / at(w[i] - h)) / (2 * h);
+          EXPECT_NEAR(magnitude[i] / std::abs(at(w[i])), 1, 1e-12);
+          EXPECT_NEAR(curve.At(w[i]), std::log(std::abs(at(w[i]))), 1e-11);
+          EXPECT_NEAR(delay[i], direct, 1e-7);
+        }
+      }
+    }
+  }
+}
+
+TEST(Model, CountsPolesAndZerosOfEveryKind) {
+  const Problem plain = GoodProblem(EveryKind("N", "N", ".5"));
+  EXPECT_EQ(plain.PoleCount(), 11);
+  EXPECT_EQ(plain.ZeroCount(), 9);
+  const Problem both = GoodProblem(EveryKind("Y", "Y", ".5"));
+  EXPECT_EQ(both.PoleCount(), 13);
+  EXPECT_EQ(both.ZeroCount(), 10);
+}
+
+TEST(Objective, IsTheErrorMeasureWithItsWeights) {
+  ResponseRecord record = EveryKind("N", "Y", ".5");
+  record.Slot(slot::kIPower) = "-2";
+  record.Slot(slot::kDelRipplePower) = ".5";
+  record.Slot(slot::kTmin) = "150";
+  record.Slot(slot::kUseWeights) = "Y";
+  for (int row = 1; row <= record.nFreqPoints; ++row)
+    record.passband.At(row, 4) = row % 2 ? "3" : "0";
+  const Problem problem = GoodProblem(record);
+  const double gain = 1.1;
+  const double pi = std::acos(-1.0);
+  double passband = 0;
+  for (const PassbandPoint& point : problem.passband) {
+    const double h = gain * std::abs(DirectH({0, point.frequency / 10}, false, true, .5));
+    const double error = (point.yin * h - point.yout) * point.yout * point.yout * point.weight;
+    passband += error * error / static_cast<double>(problem.passband.size());
+  }
+  double delay = 0;
+  const Eigen::ArrayXd t =
+      Delays(problem.constellation, problem.typedParameters, problem.rows.delayFrequencies);
+  for (std::size_t j = 0; j < problem.delay.size(); ++j) {
+    // The delay points stand on passband points, one behind.
+    const double yout = problem.passband[j + 1].yout;
+    const double total =
+        problem.delay[j].tx + 1000 * t[static_cast<Eigen::Index>(j)] / (2 * pi * problem.freqNorm);
+    const double error = problem.freqNorm / 1000 * (total - 150) / std::sqrt(yout);
+    delay += error * error / static_cast<double>(problem.delay.size());
+  }
+  const Objective objective(problem.constellation, problem.rows, false);
+  EXPECT_NEAR(objective.CostWithGain(problem.typedParameters, gain) / (10 * passband + delay), 1,
+              1e-12);
+}
+
+TEST(Objective, HasTheBestGainAndTheBestDelayConstant) {
+  const Problem problem = GoodProblem(EveryKind("Y", "N", ".5"));
+  Objective objective(problem.constellation, problem.rows, false);
+  Fit fit;
+  ASSERT_TRUE(objective.Evaluate(problem.typedParameters, fit));
+  const auto cost = [&](double gain) {
+    return objective.CostWithGain(problem.typedParameters, gain);
+  };
+  EXPECT_NEAR(cost(fit.gain) / fit.cost, 1, 1e-12);
+  EXPECT_GT(cost(1.001 * fit.gain), fit.cost);
+  EXPECT_GT(cost(.999 * fit.gain), fit.cost);
+}
+
+}  // namespace
+}  // namespace polefit
