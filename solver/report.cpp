@@ -23,7 +23,7 @@ void WriteHead(const ReportHead& head, ReportText& text) {
 void WriteQuality(const SolvedProblem& solved, ReportText& text) {
   const Problem& problem = solved.problem;
   const Fit& fit = solved.summary.best.fit;
-  text.Line("        Starts agree that end within 0.1 % of the lowest cost F.");
+  text.Line("        Starts agree that end within 0.1 % of the lowest F.");
   text.Line();
   text.Line(Format("  rms error of the passband  %.3e   (part of the largest Yout%s)",
                    std::sqrt(fit.meanSquare),
