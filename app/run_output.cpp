@@ -12,8 +12,8 @@ std::string_view WordBefore(std::string_view text) {
   return text.substr(text.rfind(' ') + 1);  // npos + 1 is 0: the text is one word
 }
 
-std::optional<long> WholeNumber(std::string_view word) {
-  long number = 0;
+std::optional<int> WholeNumber(std::string_view word) {
+  int number = 0;
   const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
   const bool whole = error == std::errc() && end == word.data() + word.size();
   return whole ? std::optional(number) : std::nullopt;
@@ -30,7 +30,13 @@ Verdict WithoutClosing(const EndOfRun& end) {
   return {Outcome::noReport, "Ended without a report: the solver broke off."};
 }
 
-Verdict FromClosing(const std::string& reason) {
+/// Faults in the answers are named in the line before the closing one, the first of them.
+std::string FailureText(const std::string& reason, const std::string& lineBefore) {
+  const bool notRun = reason.starts_with("NOT RUN") && !lineBefore.empty();
+  return "Failed: " + reason + (notRun ? ".  " + lineBefore : "");
+}
+
+Verdict FromClosing(const std::string& reason, const std::string& lineBefore) {
   if (reason.starts_with("converged")) {
     return {Outcome::converged, "Converged" + reason.substr(std::string_view("converged").size())};
   }
@@ -38,7 +44,7 @@ Verdict FromClosing(const std::string& reason) {
     return {Outcome::stopped, "Stopped by you; the best values so far are kept."};
   }
   if (reason.starts_with("stopped at ")) return {Outcome::limitReached, "Limit reached: " + reason};
-  return {Outcome::failed, "Failed: " + reason};
+  return {Outcome::failed, FailureText(reason, lineBefore)};
 }
 
 }  // namespace
@@ -56,7 +62,7 @@ std::optional<RunProgress> ProgressOf(std::string_view line) {
 
 Verdict VerdictOn(const EndOfRun& end) {
   if (!end.lastLine.starts_with(kClosing)) return WithoutClosing(end);
-  Verdict verdict = FromClosing(end.lastLine.substr(kClosing.size()));
+  Verdict verdict = FromClosing(end.lastLine.substr(kClosing.size()), end.lineBefore);
   if (!end.hasReport) verdict.text += "  No report was written.";
   return verdict;
 }

@@ -8,8 +8,8 @@ namespace polefit {
 
 /// How far a run is: evaluations used, of how many at most.
 struct RunProgress {
-  long evaluations = 0;
-  long limit = 0;
+  int evaluations = 0;
+  int limit = 0;
 
   bool operator==(const RunProgress&) const = default;
 };
@@ -27,8 +27,9 @@ struct Verdict {
 
 /// What is known of a run that has ended.
 struct EndOfRun {
-  /// The last line of its output that is not blank.
+  /// The last line of its output that is not blank, and the one before it.
   std::string lastLine;
+  std::string lineBefore;
   bool hasReport = false;
   /// Whether it was asked to stop.
   bool stopAsked = false;

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "platform/detached_process.h"
 #include "platform/paths.h"
@@ -141,6 +142,7 @@ void RunConsole::Watch(const RunRecord& run, const std::string& programFolder) {
   logRead_ = 0;
   pending_.clear();
   lastLine_.clear();
+  lineBefore_.clear();
   stopAsked_ = false;
   const QString dataFile = QString::fromStdString(run.dataFile);
   setWindowTitle(tr("%1 - Polefit Run").arg(dataFile));
@@ -192,10 +194,10 @@ void RunConsole::TakeLine(const QByteArray& bytes) {
   const QString line = TextOfLine(bytes.endsWith('\r') ? bytes.chopped(1) : bytes);
   output_->appendPlainText(line);
   const std::string text = line.toStdString();
-  if (!line.trimmed().isEmpty()) lastLine_ = text;
+  if (!line.trimmed().isEmpty()) lineBefore_ = std::exchange(lastLine_, text);
   if (const auto progress = ProgressOf(text)) {
-    progress_->setRange(0, static_cast<int>(progress->limit));
-    progress_->setValue(static_cast<int>(std::min(progress->evaluations, progress->limit)));
+    progress_->setRange(0, progress->limit);
+    progress_->setValue(std::min(progress->evaluations, progress->limit));
   }
 }
 
@@ -223,7 +225,7 @@ void RunConsole::End() {
   timer_.stop();
   TakeLines(true);
   const bool hasReport = IsResultOf(run_, Path("~pft-out.txt"));
-  const Verdict verdict = VerdictOn({lastLine_, hasReport, stopAsked_});
+  const Verdict verdict = VerdictOn({lastLine_, lineBefore_, hasReport, stopAsked_});
   lblState_->setText(tr("Ended"));
   lblVerdict_->setText(QString::fromStdString(verdict.text));
   progress_->setVisible(progress_->maximum() > 0);

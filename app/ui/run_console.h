@@ -52,6 +52,7 @@ class RunConsole final : public QWidget {
   qint64 logRead_ = 0;
   QByteArray pending_;
   std::string lastLine_;
+  std::string lineBefore_;
   bool stopAsked_ = false;
 
   QLabel* lblDataFile_;

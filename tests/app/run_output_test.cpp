@@ -14,7 +14,7 @@ TEST(RunOutputTest, ProgressIsFoundInAnyLineThatTellsIt) {
       {"5 of 0", std::nullopt},
       {"(6 of 8 starts agree)", std::nullopt},
       {" of ", std::nullopt},
-      {"99999999999999999999 of 5", std::nullopt}};
+      {"9 of 9999999999", std::nullopt}};
   for (const auto& [line, expected] : cases) EXPECT_EQ(ProgressOf(line), expected) << line;
 }
 
@@ -24,18 +24,25 @@ TEST(RunOutputTest, TheVerdictFollowsTheClosingLineTheReportAndTheStop) {
     Outcome outcome;
   };
   const Case cases[] = {
-      {{"pfit: converged (6 of 8 starts agree)", true, false}, Outcome::converged},
-      {{"pfit: stopped at STEPSLIM; best point found is given", true, false},
+      {{"pfit: converged (6 of 8 starts agree)", "", true, false}, Outcome::converged},
+      {{"pfit: stopped at STEPSLIM; best point found is given", "", true, false},
        Outcome::limitReached},
-      {{"pfit: stopped on request; best point found is given", true, true}, Outcome::stopped},
-      {{"pfit: converged (1 of 1 starts agree)", true, true}, Outcome::converged},
-      {{"pfit: another run is using the program folder", false, false}, Outcome::failed},
-      {{"start 3: random point", true, false}, Outcome::failed},
-      {{"start 3: random point", true, true}, Outcome::stopped},
-      {{"", false, false}, Outcome::noReport}};
+      {{"pfit: stopped on request; best point found is given", "", true, true}, Outcome::stopped},
+      {{"pfit: converged (1 of 1 starts agree)", "", true, true}, Outcome::converged},
+      {{"pfit: another run is using the program folder", "", false, false}, Outcome::failed},
+      {{"start 3: random point", "", true, false}, Outcome::failed},
+      {{"start 3: random point", "", true, true}, Outcome::stopped},
+      {{"", "", false, false}, Outcome::noReport}};
   for (const Case& expected : cases) {
     EXPECT_EQ(VerdictOn(expected.end).outcome, expected.outcome) << expected.end.lastLine;
   }
+}
+
+TEST(RunOutputTest, ARefusedProblemIsToldWithItsFirstFault) {
+  const EndOfRun end{"pfit: NOT RUN: 2 faults in the answers",
+                     "Question 5 (Freq Norm): it is empty.", true, false};
+  EXPECT_EQ(VerdictOn(end).text,
+            "Failed: NOT RUN: 2 faults in the answers.  Question 5 (Freq Norm): it is empty.");
 }
 
 }  // namespace

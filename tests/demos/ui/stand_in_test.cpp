@@ -95,8 +95,8 @@ TEST_F(StandInTest, AnOldReportIsNotTakenForTheRunsOwn) {
 }
 
 TEST_F(StandInTest, ASlowRunShowsItsOutputAndItsProgressAsTheyCome) {
-  Submit("printf 'start 1  120 '; sleep .2; printf 'of 2000  rho 1\\n'; read line < gate");
   ::mkfifo(Installed("gate").c_str(), 0600);
+  Submit("printf 'start 1  120 '; sleep .2; printf 'of 2000  rho 1\\n'; read line < gate");
   ASSERT_TRUE(WaitForOutput("120 of 2000"));
   auto* const progress = In<QProgressBar>("frmRun", "progress");
   EXPECT_EQ(progress->value(), 120);
