@@ -95,23 +95,6 @@ TEST_F(Transfer, ZeroCountsAreCutAtEverySingleBlank) {
   }
 }
 
-TEST_F(Transfer, ShowingARecordFillsTheFormAndLeavesItUnchanged) {
-  FillRecord(12);
-  program.record.LastFileName = "run1.txt";
-  program.record.solver.fill("");
-  Slot(slot::kUseWeights) = "Y";
-  form.onChange = [&] { program.DataChanged = 1; };
-  GetAnswers(program);
-  EXPECT_EQ(program.DataChanged, 0);
-  EXPECT_EQ(form.Text("LastFileName"), "run1.txt");
-  EXPECT_EQ(form.Text("Remax"), "");
-  EXPECT_EQ(form.passData.RowCount(), 16);
-  EXPECT_EQ(form.delayData.Text(12, 2), "2");
-  EXPECT_EQ(form.passData.ColumnWidth(kWeightColumn), form.passData.ColumnWidth(1));
-  EXPECT_FALSE(form.IsEnabled("tmin"));
-  EXPECT_TRUE(form.IsEnabled("sigmaPoles"));
-}
-
 TEST_F(Transfer, CountAnswersAreThoseFromBeforeTheReadOutSoTakingTwiceAgrees) {
   FillRecord(12);
   GetAnswers(program);
@@ -126,20 +109,6 @@ TEST_F(Transfer, CountAnswersAreThoseFromBeforeTheReadOutSoTakingTwiceAgrees) {
   EXPECT_EQ(Slot(slot::kDelayPointCount), " 13");
   EXPECT_EQ(program.record.nFreqPoints, 8);
   EXPECT_EQ(program.record.nDelayPoints, 13);
-}
-
-TEST_F(Transfer, TextInTheCellEditorIsTakenToo) {
-  FillRecord(3);
-  GetAnswers(program);
-  program.CurrentGrid = &form.passData;
-  program.editedRow = 2;
-  program.editedColumn = 1;
-  form.editor.visible = true;
-  form.editor.text = "7.5";
-  PutAnswers(program);
-  EXPECT_EQ(program.record.passband.At(2, 1), "7.5");
-  EXPECT_FALSE(form.editor.visible);
-  EXPECT_EQ(program.DataChanged, 1);
 }
 
 TEST_F(Transfer, CountsAreNumbersAtTheHeadOfTheirText) {

@@ -140,22 +140,12 @@ TEST_F(FrmMainTest, ARecordTravelsThroughTheWindowUnchanged) {
   PutAnswers(program);
   PutAnswers(program);
   ResponseRecord expected = shown;
-  expected.LastFileName = program.files.currentFileName;
   expected.Slot(slot::kFreqPoints) = expected.Slot(slot::kDelayPointCount) = " 30";
   EXPECT_EQ(program.record.slots, expected.slots);
   EXPECT_EQ(program.record.Note1.size(), 100000U);
   EXPECT_EQ(program.record.Note2, "»");
   EXPECT_EQ(program.record.solver, expected.solver);
   EXPECT_EQ(program.record.passband.At(30, 4), "30");
-}
-
-TEST_F(FrmMainTest, TheSolverButtonsWorkAndFocusTheFirstBox) {
-  form.SelectTab(Tab::solverSettings);
-  QTest::mouseClick(&Find<QPushButton>("cmdUseDefSolver"), Qt::LeftButton);
-  EXPECT_EQ(form.Text("Accuracy"), "");
-  QTest::mouseClick(&Find<QPushButton>("cmdEditSolver"), Qt::LeftButton);
-  EXPECT_EQ(form.Text("Detail"), "0   0   0");
-  EXPECT_EQ(FocusName(), "Remax");
 }
 
 TEST_F(FrmMainTest, MenuEntriesAndButtonsGoOutAsSignals) {
