@@ -14,7 +14,8 @@ Evaluator::Evaluator(const Problem& problem, Listener& listener,
 bool Evaluator::Evaluate(Point& point) {
   point.isFinite = false;
   if (!stopped_ && Left() <= 0) stopped_ = EndReason::evalMax;
-  if (!stopped_ && isStopRequested_()) stopped_ = EndReason::requested;
+  // The first evaluation is always made, so that there is a point to report.
+  if (!stopped_ && count_ > 0 && isStopRequested_()) stopped_ = EndReason::requested;
   if (stopped_) return false;
   ++count_;
   if (problem_.Equalises() && !lynx_.Equalise(point.parameters)) {

@@ -14,7 +14,7 @@ struct Console {
   std::ostream& out;
   std::ostream& err;
   /// How often the user has asked it to stop. At the first time the run ends at the next model
-  /// evaluation with the best point so far, at the second without writing anything.
+  /// evaluation but the first with the best point so far, at the second without writing anything.
   std::function<int()> stopRequests;
 };
 

@@ -172,7 +172,8 @@ TEST_F(Run, StopsWhereItIsTold) {
   EXPECT_EQ(Solve(), Exit::stopped);
   EXPECT_THAT(Report(), HasSubstr("Result: stopped at STEPSLIM; best point found is given"));
   requests_ = 1;
-  EXPECT_EQ(Solve(), Exit::noFiniteError);
+  EXPECT_EQ(Solve(), Exit::stopped);
+  EXPECT_THAT(out_.str(), EndsWith(", 1 evaluations\n"));
   requests_ = 0;
   int asked = 0;
   const Console console = {out_, err_, [&asked] { return ++asked > 30 ? 1 : 0; }};

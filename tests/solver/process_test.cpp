@@ -1,0 +1,104 @@
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/temporary_folder.h"
+#include "responsefile/writer.h"
+#include "solver/example_problem.h"
+
+namespace polefit {
+namespace {
+
+using testing::FileBytes;
+
+/// Starts pfit with these words; its process id.
+pid_t Start(std::vector<std::string> words) {
+  words.insert(words.begin(), PFIT);
+  std::vector<char*> arguments;
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  posix_spawn_file_actions_t quiet;
+  posix_spawn_file_actions_init(&quiet);
+  posix_spawn_file_actions_addopen(&quiet, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+  posix_spawn_file_actions_addopen(&quiet, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+  pid_t process = 0;
+  EXPECT_EQ(posix_spawn(&process, PFIT, &quiet, nullptr, arguments.data(), environ), 0);
+  posix_spawn_file_actions_destroy(&quiet);
+  return process;
+}
+
+int ExitCode(pid_t process) {
+  int status = 0;
+  waitpid(process, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+/// A problem that takes minutes: the most points there can be, and no end of evaluations.
+void WriteLongProblem(const std::string& folder) {
+  ResponseRecord record = ExampleRecord("Ex-Yzero.101");
+  const PassbandPoints few = record.passband;
+  constexpr int kMostPoints = 32766;
+  record.passband.Resize(kMostPoints + 1);
+  record.nFreqPoints = kMostPoints;
+  record.Slot(slot::kFreqPoints) = std::to_string(kMostPoints);
+  for (int row = 1; row <= kMostPoints; ++row) {
+    for (int column = 1; column <= 4; ++column) {
+      record.passband.At(row, column) = few.At(1 + row % 21, column);
+    }
+  }
+  record.solver = {"99 10 7", "0 0 0", "1e-15 1e-5 1e-5", "99999", "10", "999999", "1",
+                   "16",      "1e-15"};
+  ConsoleHost host;
+  WriteResponseFile(host, record, {folder, "long.1"});
+}
+
+TEST(Process, EndsAtASignalWithTheBestPointSoFar) {
+  const testing::TemporaryFolder folder;
+  WriteLongProblem(folder.Path());
+  for (const int signal : {SIGTERM, SIGINT}) {
+    const pid_t process = Start({folder.File("long.1")});
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    const auto sent = std::chrono::steady_clock::now();
+    kill(process, signal);
+    EXPECT_EQ(ExitCode(process), 1);
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - sent;
+    EXPECT_LT(taken.count(), 3);  // under the sanitizers; 0.2 s in the program that ships
+    const std::string report = FileBytes(folder.File("long.1.out.txt"));
+    EXPECT_THAT(report, ::testing::HasSubstr("Result: stopped on request; best point found"));
+    EXPECT_THAT(report, ::testing::EndsWith("End of report.\r\n"));
+  }
+}
+
+TEST(Process, LeavesTheFolderFreeWhenItIsKilled) {
+  const testing::TemporaryFolder folder;
+  WriteLongProblem(folder.Path());
+  const pid_t first = Start({folder.File("long.1")});
+  std::this_thread::sleep_for(std::chrono::milliseconds(1000));
+  EXPECT_EQ(ExitCode(Start({folder.File("long.1")})), 7);
+  kill(first, SIGKILL);
+  ExitCode(first);
+  std::filesystem::copy_file(std::string(EXAMPLES) + "/Ex-Delay.101", folder.File("long.1"),
+                             std::filesystem::copy_options::overwrite_existing);
+  EXPECT_EQ(ExitCode(Start({folder.File("long.1")})), 0);
+}
+
+TEST(Process, RefusesWhatItDoesNotUnderstand) {
+  EXPECT_EQ(ExitCode(Start({})), 6);
+  EXPECT_EQ(ExitCode(Start({"--wrong"})), 6);
+  EXPECT_EQ(ExitCode(Start({"--version"})), 0);
+  const testing::TemporaryFolder folder;
+  EXPECT_EQ(ExitCode(Start({folder.File("none")})), 3);
+}
+
+}  // namespace
+}  // namespace polefit

@@ -1,0 +1,67 @@
+#include "solver/search.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "solver/example_problem.h"
+
+namespace polefit {
+namespace {
+
+Summary SolveQuietly(const Problem& problem) {
+  Listener nobody;
+  return Solve(problem, nobody, [] { return false; });
+}
+
+TEST(Search, LeavesAPoorLocalOptimumForABetterOne) {
+  ResponseRecord record = ExampleRecord("Ex-Yzero.101");
+  record.Slot(slot::kPoleReal) = ".207 .847 .13 .0051";
+  record.Slot(slot::kPoleImag) = ".623 .138 .858 3.9";
+  record.Slot(slot::kYzero) = "1 1.32 3.9";
+  const Summary summary = SolveQuietly(GoodProblem(record));
+  EXPECT_GT(summary.starts.front().best.Cost(), 2 * 2.277862e-06);
+  EXPECT_NEAR(summary.best.Cost() / 2.277862e-06, 1, .001);
+  EXPECT_GT(summary.chosen, 0U);
+  EXPECT_LT(summary.AgreeingStarts(), static_cast<int>(summary.starts.size()));
+}
+
+TEST(Search, KeepsTheTypedStartWhenOthersAreHardlyLower) {
+  const Summary summary = SolveQuietly(ExampleProblem("Ex-Yzero.101"));
+  EXPECT_EQ(summary.chosen, 0U);
+  EXPECT_GE(summary.AgreeingStarts(), 6);
+}
+
+TEST(Search, DoesNotCareForTheOrderOfPoints) {
+  ResponseRecord record = ExampleRecord("Ex-Delay.101");
+  const Summary sorted = SolveQuietly(GoodProblem(record));
+  for (int row = 1; row <= 10; ++row) {
+    for (int column = 1; column <= 3; ++column) {
+      std::swap(record.passband.At(row, column), record.passband.At(22 - row, column));
+    }
+  }
+  for (int column = 1; column <= 2; ++column) {
+    std::swap(record.delay.At(1, column), record.delay.At(17, column));
+  }
+  const Summary shuffled = SolveQuietly(GoodProblem(record));
+  EXPECT_NEAR(shuffled.best.Cost() / sorted.best.Cost(), 1, 1e-6);
+}
+
+TEST(Search, FindsAKnownTransferFunctionAgain) {
+  ResponseRecord record = ExampleRecord("Ex-Zpair.1");
+  Problem problem = GoodProblem(record);
+  Eigen::VectorXd known(10);
+  known << .45, .3, .2, .6, .3, .9, .5, .15, .2, 1.3;
+  const Eigen::ArrayXd output =
+      .7 * problem.rows.inputs * Magnitudes(problem.constellation, known, problem.rows.frequencies);
+  problem.rows.targets = output;
+  const Summary summary = SolveQuietly(problem);
+  EXPECT_LT(summary.best.Cost(), 1e-9);
+  const Eigen::ArrayXd w = Eigen::ArrayXd::LinSpaced(50, 0, 1);
+  const Eigen::ArrayXd found =
+      summary.best.fit.gain * Magnitudes(problem.constellation, summary.best.parameters, w);
+  EXPECT_LT((found - .7 * Magnitudes(problem.constellation, known, w)).abs().maxCoeff(), 1e-3);
+}
+
+}  // namespace
+}  // namespace polefit
