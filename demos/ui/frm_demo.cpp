@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QDialogButtonBox>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -36,7 +37,7 @@ FrmDemo::FrmDemo() : exams_(new QButtonGroup(this)) {
   auto* const cancel = new QPushButton("&Cancel");
   run->setObjectName("cmdRunDemo");
   cancel->setObjectName("cmdCancelDemo");
-  run->setDefault(true);
+  for (QPushButton* const button : {run, cancel}) button->setAutoDefault(true);
   buttons->addButton(run, QDialogButtonBox::AcceptRole);
   buttons->addButton(cancel, QDialogButtonBox::RejectRole);
   rows->addWidget(buttons);
@@ -73,6 +74,23 @@ void FrmDemo::AddRow(QGridLayout* table, int index) {
   table->addWidget(exam, index, 0);
   table->addWidget(time, index, 1, Qt::AlignHCenter);
   table->addWidget(description, index, 2);
+}
+
+void FrmDemo::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    Q_EMIT cmdRunDemo();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void FrmDemo::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (event->spontaneous()) return;
+  // A tick from the last time would tell of an example that is no longer the current file.
+  exams_->setExclusive(false);
+  for (QAbstractButton* const exam : exams_->buttons()) exam->setChecked(false);
+  exams_->setExclusive(true);
 }
 
 void FrmDemo::closeEvent(QCloseEvent* event) {

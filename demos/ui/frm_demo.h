@@ -22,6 +22,9 @@ class FrmDemo final : public QWidget {
   void cmdCancelDemo();
 
  protected:
+  /// Return runs the demo, unless a focused button takes it.
+  void keyPressEvent(QKeyEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:

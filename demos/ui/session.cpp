@@ -66,7 +66,10 @@ void Session::ConnectDialogs() {
       if (MayStart()) RunDemo(program_);
     });
   });
-  QObject::connect(&frmDemo_, &FrmDemo::cmdCancelDemo, &frmDemo_, [this] { ShowMainForm(); });
+  QObject::connect(&frmDemo_, &FrmDemo::cmdCancelDemo, &frmDemo_, [this] {
+    PutFileBack();
+    ShowMainForm();
+  });
   QObject::connect(&console_, &RunConsole::reportWanted, &console_,
                    [this] { guard_.Run([this] { ViewLastOutput(program_); }); });
   QObject::connect(&console_, &RunConsole::improvedValuesWanted, &console_,
@@ -106,13 +109,20 @@ void Session::ShowMainForm() {
 void Session::ShowDemos() {
   guard_.Run([this] {
     if (!MayShowDemos(program_)) return;
+    beforeDemos_ = program_.files;
     frmMain_.hide();
     frmDemo_.show();
   });
 }
 
+/// An example chosen in the dialog must not be the file that Save writes the form's data into.
+void Session::PutFileBack() {
+  if (beforeDemos_) program_.files = *std::exchange(beforeDemos_, std::nullopt);
+}
+
 bool Session::MayStart() {
   if (MayStartRun(program_)) return true;
+  console_.Find(program_.ProgramFolder);
   console_.ShowInFront();
   return false;
 }
@@ -126,6 +136,7 @@ void Session::Submit() {
 }
 
 void Session::TakeImproved() {
+  PutFileBack();
   if (loaded_) {
     guard_.Run([this] { TakeImprovedValues(program_); });
     if (HasEnded()) return;

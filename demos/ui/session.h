@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "app/ui/event_guard.h"
@@ -33,6 +34,7 @@ class Session {
   void ShowMainForm();
   void LoadMainFormOnce();
   void ShowDemos();
+  void PutFileBack();
   void Submit();
   bool MayStart();
   void TakeImproved();
@@ -44,6 +46,8 @@ class Session {
   FrmIntro frmIntro_;
   FrmDemo frmDemo_;
   std::string fileToOpen_;
+  /// What the form's data belong to while the demo dialog is in the main form's place.
+  std::optional<FileState> beforeDemos_;
   bool loaded_ = false;
 };
 
