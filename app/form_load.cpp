@@ -1,9 +1,12 @@
 #include "app/form_load.h"
 
+#include <optional>
+
 #include "app/start_up.h"
 #include "form/field_rules.h"
 #include "form/solver_settings.h"
 #include "form/transfer.h"
+#include "grids/cell_editor.h"
 #include "grids/grid_routines.h"
 #include "platform/file_checks.h"
 #include "responsefile/file_commands.h"
@@ -13,16 +16,28 @@ namespace polefit {
 
 namespace {
 
+/// False when there is no such file; `failure` is why one that is there cannot be opened.
+bool OpenLastRun(Program& program, std::optional<RunTimeError>& failure) {
+  try {
+    if (!FileExists(program.host, program.LastRunPath)) return false;
+    program.files.lastUsedName = "last-run.ini";
+    program.host.OpenForReading(program.LastRunPath);
+    return true;
+  } catch (const RunTimeError& error) {
+    failure = error;
+    return false;
+  }
+}
+
 void ReadLastRun(Program& program) {
   FileState& files = program.files;
-  files.lastUsedName = "last-run.ini";
-  program.host.OpenForReading(program.LastRunPath);
   FileReadMe(program.host, files, program.record, files.lastUsedName, program.ProgramFolder);
   program.host.CloseFile();
 }
 
 void ShowLastRun(Program& program) {
-  if (FileExists(program.host, program.LastRunPath)) {
+  std::optional<RunTimeError> failure;
+  if (OpenLastRun(program, failure)) {
     ReadLastRun(program);
     GetAnswers(program);
   } else {
@@ -30,6 +45,7 @@ void ShowLastRun(Program& program) {
   }
   ShowWeightColumn(Grids(program), program.frmMain.IsChecked("chkUseWeights"));
   ApplyFieldRules(program.frmMain);
+  if (failure) throw *failure;
 }
 
 void EndStartUp(Program& program) {
@@ -67,14 +83,21 @@ void RestoreLastRun(Program& program) {
 }
 
 void TakeImprovedValues(Program& program) {
+  // The run's window leaves a cell being edited as it is; its text is a change like any other.
+  HideCellEditor(Grids(program), false);
   if (PromptSaveChanges(program, program.DataChanged) == kGoOn) RestoreLastRun(program);
 }
 
 void OpenNamedFile(Program& program, const std::string& path) {
-  if (FileExists(program.host, path)) {
+  Host& host = program.host;
+  if (FileExists(host, path)) {
+    // As an accepted dialog leaves it: Save looks for the bare name in the current folder.
+    std::string folder;
+    SplitPath(host, path, folder);
+    host.ChangeFolder(host.ShortPath(folder));
     OpenResponseFile(program, path);
   } else {
-    ReportMissingFile(program.host, path);
+    ReportMissingFile(host, path);
   }
 }
 

@@ -106,8 +106,11 @@ void LinuxHost::ChangeFolder(const std::string& path) {
 void LinuxHost::ChangeDrive(const std::string& /*path*/) {}
 
 std::string LinuxHost::ShortPath(const std::string& folder) {
-  if (!LookUpFolder(folder)) throw MakeRunTimeError(error_number::kPathNotFound);
-  return folder;
+  if (folder.empty()) return "/";  // what is left of "/name" before its separator
+  if (LookUpFolder(folder)) return folder;
+  RunTimeError error = MakeRunTimeError(error_number::kPathNotFound);
+  error.description += ": " + folder;
+  throw error;
 }
 
 std::string LinuxHost::OwnFolder() {

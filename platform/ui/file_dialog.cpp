@@ -54,13 +54,36 @@ FileDialog::FileDialog(const CommonDialog& settings, AcceptMode mode, QWidget* p
 
 void FileDialog::accept() {
   const auto* const name = findChild<QLineEdit*>("fileNameEdit");
-  if (name == nullptr || !HasWildcards(name->text())) {
-    QFileDialog::accept();
-  } else if (acceptMode() == AcceptOpen) {
+  const bool pattern = name != nullptr && HasWildcards(name->text());
+  if (pattern && acceptMode() == AcceptOpen) {
     setNameFilters(QStringList(name->text() + " (" + PatternsOf(name->text()) + ")") + filters_);
-  } else {
-    QMessageBox::warning(this, windowTitle(), tr("A file name cannot hold \"*\" or \"?\"."));
+    return;
   }
+  const QString fault =
+      pattern ? tr("A file name cannot hold \"*\" or \"?\".") : FaultOf(selectedFiles().value(0));
+  if (fault.isEmpty()) {
+    QFileDialog::accept();
+  } else {
+    QMessageBox::warning(this, windowTitle(), fault);
+  }
+}
+
+/// Why the file at `path` would fail later, when the form may be lost over it; "" when it would
+/// not. What the toolkit's dialog refuses itself is left to it.
+QString FileDialog::FaultOf(const QString& path) const {
+  constexpr qsizetype kLongestName = 250;  // the copies made while saving bear longer names
+  const QFileInfo file(path);
+  const QFileInfo folder(file.path());
+  if (path.isEmpty() || file.isDir()) return {};
+  if (file.fileName().contains('\\')) return tr("A file name cannot hold \"\\\".");
+  if (file.fileName().toUtf8().size() > kLongestName) return tr("This file name is too long.");
+  if (acceptMode() == AcceptOpen) {
+    const bool unreadable = file.exists() && !file.isReadable();
+    return unreadable ? tr("\"%1\" cannot be read.").arg(path) : QString();
+  }
+  if (!folder.isDir()) return tr("There is no folder \"%1\".").arg(file.path());
+  if (!folder.isWritable()) return tr("The folder \"%1\" cannot be written.").arg(file.path());
+  return {};
 }
 
 void AskForFile(CommonDialog& dialog, QFileDialog::AcceptMode mode) {

@@ -7,8 +7,8 @@
 namespace polefit {
 
 /// The program's file dialog on a CommonDialog's settings. A name with "*" or "?" is no file: to
-/// open, it narrows the list to what fits; to save, it is refused. Either way the dialog stays
-/// open.
+/// open, it narrows the list to what fits; to save, it is refused, as is any file that could not be
+/// read or written later. The dialog then stays open.
 class FileDialog final : public QFileDialog {
  public:
   FileDialog(const CommonDialog& settings, AcceptMode mode, QWidget* parent);
@@ -17,6 +17,8 @@ class FileDialog final : public QFileDialog {
   void accept() override;
 
  private:
+  QString FaultOf(const QString& path) const;
+
   QStringList filters_;
 };
 

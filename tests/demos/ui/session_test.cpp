@@ -109,9 +109,18 @@ TEST_F(SessionTest, DemosFromTheMenuTakeItsPlaceAndGiveItBack) {
   Click("frmDemo", "Exam2");
   Click("frmDemo", "cmdCancelDemo");
   ASSERT_NE(Window("frmMain"), nullptr);
-  EXPECT_EQ(Window("frmMain")->windowTitle(), "Ex-Yzero.102 - Polefit");
+  EXPECT_EQ(Window("frmMain")->windowTitle(), "Start Up Values - Polefit");
   EXPECT_EQ(TextOf("frmMain", "tmin"), "1");
   EXPECT_EQ(FocusName(), "chkEqualDelay");
+  InstallSolver("echo \"$1\" > words");
+  MakeFile("Ex-Yzero.101", "1");
+  answers_.Press(QMessageBox::No);
+  Choose("mnuDemosRun");
+  EXPECT_FALSE(In<QAbstractButton>("frmDemo", "Exam2")->isChecked());
+  Click("frmDemo", "Exam1");
+  QTest::keyClick(In<QWidget>("frmDemo", "Exam1"), Qt::Key_Return);
+  EXPECT_NE(Verdict(), "still running");
+  EXPECT_EQ(FileBytes(Installed("words")), "Ex-Yzero.101\n");
 }
 
 TEST_F(SessionTest, ATypicalRunFromOpenToTheImprovedValues) {
@@ -164,9 +173,13 @@ TEST_F(SessionTest, TheRealSolverImprovesAnExampleAndTheNextRunStartsThere) {
 }
 
 TEST_F(SessionTest, AFileOnTheCommandLineIsOpenedAfterStartUp) {
-  Start(MakeFile("-a file.txt", "12"));
+  std::filesystem::rename(MakeFile("-a file.txt", "12"), root_.File("-a file.txt"));
+  Start(root_.File("-a file.txt"));
   EXPECT_EQ(TextOf("frmMain", "tmin"), "12");
   EXPECT_EQ(TextOf("frmMain", "LastFileName"), "-a file.txt");
+  SetText("tmin", "13");
+  Choose("mnuFileSave");
+  EXPECT_THAT(FileBytes(root_.File("-a file.txt")), HasSubstr("13\t\t! 1a."));
   answers_.Press(QMessageBox::Ok);
   Start(Installed("none.txt"));
   EXPECT_EQ(TextOf("frmMain", "LastFileName"), "Start Up Values");
@@ -176,8 +189,11 @@ TEST_F(SessionTest, AFileOnTheCommandLineIsOpenedAfterStartUp) {
 TEST_F(SessionTest, SaveRefusesPatternsAndAsksBeforeItOverwrites) {
   const std::string path = MakeFile("old.txt", "5");
   Start();
-  answers_.Choose("run*.txt");
-  answers_.Press(QMessageBox::Ok);
+  for (const std::string& name : {std::string("run*.txt"), std::string("none/new.txt"),
+                                  std::string("a\\b.txt"), std::string(251, 'n')}) {
+    answers_.Choose(name);
+    answers_.Press(QMessageBox::Ok);
+  }
   answers_.Choose("old.txt");
   answers_.Press(QMessageBox::No);
   answers_.Choose("new.txt");
