@@ -36,15 +36,19 @@ std::string FailureText(const std::string& reason, const std::string& lineBefore
   return "Failed: " + reason + (notRun ? ".  " + lineBefore : "");
 }
 
-Verdict FromClosing(const std::string& reason, const std::string& lineBefore) {
+Verdict FromClosing(const std::string& reason, const EndOfRun& end) {
   if (reason.starts_with("converged")) {
     return {Outcome::converged, "Converged" + reason.substr(std::string_view("converged").size())};
   }
   if (reason.starts_with("stopped on request")) {
-    return {Outcome::stopped, "Stopped by you; the best values so far are kept."};
+    return {Outcome::stopped, end.hasValues ? "Stopped by you; the best values so far are kept."
+                                            : "Stopped by you; no values were written."};
+  }
+  if (reason.starts_with("ended at once on request")) {
+    return {Outcome::stopped, "Stopped by you at once; nothing is written."};
   }
   if (reason.starts_with("stopped at ")) return {Outcome::limitReached, "Limit reached: " + reason};
-  return {Outcome::failed, FailureText(reason, lineBefore)};
+  return {Outcome::failed, FailureText(reason, end.lineBefore)};
 }
 
 }  // namespace
@@ -62,7 +66,7 @@ std::optional<RunProgress> ProgressOf(std::string_view line) {
 
 Verdict VerdictOn(const EndOfRun& end) {
   if (!end.lastLine.starts_with(kClosing)) return WithoutClosing(end);
-  Verdict verdict = FromClosing(end.lastLine.substr(kClosing.size()), end.lineBefore);
+  Verdict verdict = FromClosing(end.lastLine.substr(kClosing.size()), end);
   if (!end.hasReport) verdict.text += "  No report was written.";
   return verdict;
 }

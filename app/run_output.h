@@ -33,6 +33,8 @@ struct EndOfRun {
   bool hasReport = false;
   /// Whether it was asked to stop.
   bool stopAsked = false;
+  /// Whether it wrote the values that it found.
+  bool hasValues = false;
 };
 
 Verdict VerdictOn(const EndOfRun& end);

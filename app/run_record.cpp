@@ -1,5 +1,7 @@
 #include "app/run_record.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -35,14 +37,59 @@ void RequireProgram(const std::string& path) {
   throw error;
 }
 
+/// A run without a record could neither be found nor stopped later; it is ended at once.
 void WriteRunRecord(const std::string& programFolder, const RunRecord& run) {
   const std::string path = RunRecordPath(programFolder);
-  std::ofstream(path + ".new", std::ios::binary | std::ios::trunc)
-      << run.processId << ' ' << run.processStart << ' ' << run.started << '\n'
-      << run.dataFile << '\n'
-      << run.command << '\n';
+  std::ofstream file(path + ".new", std::ios::binary | std::ios::trunc);
+  file << run.processId << ' ' << run.processStart << ' ' << run.started << '\n'
+       << run.dataFile << '\n'
+       << run.command << '\n';
+  file.close();
   std::error_code error;
-  fs::rename(path + ".new", path, error);
+  if (file) fs::rename(path + ".new", path, error);
+  if (file && !error) return;
+  EndGroup(run.processId, true);
+  RunTimeError refusal = MakeRunTimeError(error_number::kPathFileAccessError);
+  refusal.description += ": " + path;
+  throw refusal;
+}
+
+/// Lets one program at a time look for a run and start one. The lock is on the folder itself.
+class StartLock {
+ public:
+  explicit StartLock(const std::string& folder)
+      : folder_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    if (folder_ >= 0) ::flock(folder_, LOCK_EX);
+  }
+  ~StartLock() {
+    if (folder_ >= 0) ::close(folder_);
+  }
+  StartLock(const StartLock&) = delete;
+  StartLock& operator=(const StartLock&) = delete;
+
+ private:
+  int folder_;
+};
+
+std::string RefusalOf(const RunRecord& run) {
+  return "The run of '" + run.dataFile +
+         "' is still going on, and a second one would overwrite its report and its results.  Wait "
+         "for its end or stop it, then submit again.";
+}
+
+/// Starts the words with their output in a new log, which takes the former one's place only then.
+long StartWithLog(const std::vector<std::string>& words, const std::string& log) {
+  const std::string fresh = log + ".new";
+  std::error_code error;
+  fs::remove(fresh, error);
+  try {
+    const long processId = StartDetached(words, fresh);
+    fs::rename(fresh, log, error);
+    return processId;
+  } catch (const RunTimeError&) {
+    fs::remove(fresh, error);
+    throw;
+  }
 }
 
 }  // namespace
@@ -55,15 +102,17 @@ RunRecord StartRun(const Command& command) {
   const std::string folder = ProgramFolderOf(command);
   const Command solver{JoinPath(folder, "pfit"), command.arguments, command.windowStyle};
   RequireProgram(solver.program);
-  std::error_code error;
-  fs::remove(RunLogPath(folder), error);
+  const StartLock lock(folder);
+  if (const auto other = ReadRunRecord(folder); other && IsRunning(*other)) {
+    throw RunTimeError{error_number::kPermissionDenied, RefusalOf(*other)};
+  }
   RunRecord run;
   run.started = NanosecondsNow();
   run.dataFile = command.arguments.empty() ? std::string() : command.arguments.front();
   run.command = CommandLine(solver);
   std::vector<std::string> words = solver.arguments;
   words.insert(words.begin(), solver.program);
-  run.processId = StartDetached(words, RunLogPath(folder));
+  run.processId = StartWithLog(words, RunLogPath(folder));
   run.processStart = StartOfProcess(run.processId).value_or(0);
   WriteRunRecord(folder, run);
   return run;
@@ -99,10 +148,7 @@ std::string RunLogPath(const std::string& programFolder) {
 bool MayStartRun(Program& program) {
   const std::optional<RunRecord> run = ReadRunRecord(program.ProgramFolder);
   if (!run || !IsRunning(*run)) return true;
-  program.host.MessageBox("The run of '" + run->dataFile +
-                              "' is still going on, and a second one would overwrite its report "
-                              "and its results.  Wait for its end or stop it, then submit again.",
-                          message_style::kExclamation, "A run is going on");
+  program.host.MessageBox(RefusalOf(*run), message_style::kExclamation, "A run is going on");
   return false;
 }
 

@@ -28,7 +28,8 @@ std::string ProgramFolderOf(const Command& command);
 
 /// Starts `pfit` of the program folder in place of the start file that `command` names, with the
 /// same arguments, and records it. Its output replaces the former log. Throws RunTimeError, naming
-/// the path, when it cannot be started; the former log and record then stay.
+/// the path, when it cannot be started, and when another run is still going on there; the former
+/// log and record then stay.
 RunRecord StartRun(const Command& command);
 
 /// The last run of this program folder; nothing when there is no whole record of one.

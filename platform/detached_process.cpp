@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -38,7 +39,12 @@ void Tell(int pipe, const Message& message) {
   ::dup2(nothing, STDIN_FILENO);
   ::dup2(output >= 0 ? output : nothing, STDOUT_FILENO);
   ::dup2(output >= 0 ? output : nothing, STDERR_FILENO);
-  ::execvp(words[0], words);
+  // A path is not searched for, and a text file at it is not handed to the shell.
+  if (std::strchr(words[0], '/') != nullptr) {
+    ::execv(words[0], words);
+  } else {
+    ::execvp(words[0], words);
+  }
   Tell(pipe, {1, errno});
   ::_exit(127);
 }

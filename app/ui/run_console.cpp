@@ -80,6 +80,7 @@ RunConsole::RunConsole()
       cmdImproved_(MakeButton("cmdImproved", tr("Take &Improved Values"))) {
   setObjectName("frmRun");
   Build();
+  for (QPushButton* const button : {cmdStop_, cmdReport_, cmdImproved_}) button->setEnabled(false);
   timer_.setInterval(kPollMilliseconds);
   connect(&timer_, &QTimer::timeout, this, &RunConsole::Poll);
   connect(cmdStop_, &QPushButton::clicked, this, &RunConsole::Stop);
@@ -98,7 +99,10 @@ void RunConsole::Build() {
   lblElapsed_->setWordWrap(false);
   auto* const close = MakeButton("cmdClose", tr("&Close"));
   connect(close, &QPushButton::clicked, this, &QWidget::close);
-  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+  for (const QKeySequence& key :
+       {QKeySequence(QKeySequence::Close), QKeySequence(Qt::Key_Escape)}) {
+    connect(new QShortcut(key, this), &QShortcut::activated, this, &QWidget::close);
+  }
   auto* const buttons = new QHBoxLayout;
   buttons->addWidget(cmdStop_);
   buttons->addStretch();
@@ -127,7 +131,8 @@ long RunConsole::Start(const Command& command) {
 
 void RunConsole::Find(const std::string& programFolder) {
   const std::optional<RunRecord> run = ReadRunRecord(programFolder);
-  if (run && IsRunning(*run)) Watch(*run, programFolder);
+  const bool watched = run == run_ && timer_.isActive();
+  if (run && !watched && IsRunning(*run)) Watch(*run, programFolder);
 }
 
 void RunConsole::ShowInFront() {
@@ -224,15 +229,22 @@ std::string RunConsole::Path(const char* name) const {
 void RunConsole::End() {
   timer_.stop();
   TakeLines(true);
+  // What the solver started may have outlived it.
+  if (stopAsked_) EndGroup(run_.processId, true);
+  const bool hasValues = IsResultOf(run_, Path("last-run.ini"));
   const bool hasReport = IsResultOf(run_, Path("~pft-out.txt"));
-  const Verdict verdict = VerdictOn({lastLine_, lineBefore_, hasReport, stopAsked_});
+  const Verdict verdict = VerdictOn({lastLine_, lineBefore_, hasReport, stopAsked_, hasValues});
   lblState_->setText(tr("Ended"));
   lblVerdict_->setText(QString::fromStdString(verdict.text));
-  progress_->setVisible(progress_->maximum() > 0);
+  progress_->hide();
   cmdStop_->setEnabled(false);
   cmdReport_->setEnabled(hasReport);
-  cmdImproved_->setEnabled(IsResultOf(run_, Path("last-run.ini")));
+  cmdImproved_->setEnabled(hasValues);
   if (cmdReport_->isEnabled()) cmdReport_->setFocus();
+  // A closed console comes back with its verdict, but takes no key from who types elsewhere.
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  show();
+  setAttribute(Qt::WA_ShowWithoutActivating, false);
 }
 
 }  // namespace polefit
