@@ -51,15 +51,15 @@ Request ParseCommandLine(const std::vector<std::string>& words) {
   using Action = Request::Action;
   if (words.size() == 1 && words[0] == "--help") return {Action::help, {}};
   if (words.size() == 1 && words[0] == "--version") return {Action::version, {}};
-  const bool namesFile =
-      !words.empty() && !IsOption(words[0]) && !words[0].ends_with('/') && !words[0].empty();
-  if (!namesFile) return {};
+  const bool namesFile = !words.empty() && !words[0].ends_with('/') && !words[0].empty();
+  // The front end's four words are names, whatever they begin with.
+  if (namesFile && words.size() == 4) {
+    return {Action::run, FrontEndFiles(words[0], words[1], words[2])};
+  }
+  if (!namesFile || IsOption(words[0])) return {};
   if (words.size() == 1) return {Action::run, OwnFiles(words[0], "")};
   if (words.size() == 3 && words[1] == "--out" && !words[2].empty()) {
     return {Action::run, OwnFiles(words[0], words[2])};
-  }
-  if (words.size() == 4 && !IsOption(words[1]) && !IsOption(words[2])) {
-    return {Action::run, FrontEndFiles(words[0], words[1], words[2])};
   }
   return {};
 }

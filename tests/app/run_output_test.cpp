@@ -29,6 +29,7 @@ TEST(RunOutputTest, TheVerdictFollowsTheClosingLineTheReportAndTheStop) {
        Outcome::limitReached},
       {{"pfit: stopped on request; best point found is given", "", true, true}, Outcome::stopped},
       {{"pfit: converged (1 of 1 starts agree)", "", true, true}, Outcome::converged},
+      {{"pfit: ended at once on request; nothing is written", "", false, true}, Outcome::stopped},
       {{"pfit: another run is using the program folder", "", false, false}, Outcome::failed},
       {{"start 3: random point", "", true, false}, Outcome::failed},
       {{"start 3: random point", "", true, true}, Outcome::stopped},

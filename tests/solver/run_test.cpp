@@ -256,6 +256,7 @@ TEST(CommandLineOfTheSolver, TakesTheFrontEndsWordsOrAFile) {
   using Action = Request::Action;
   EXPECT_EQ(ParseCommandLine({"a.101", "/d", "/b", "c:"}).files.report,
             "/b/Tessel.hz/~pft-out.txt");
+  EXPECT_EQ(ParseCommandLine({"--a", "--d", "--b", "--"}).files.InputPath(), "--d/--a");
   EXPECT_EQ(ParseCommandLine({"d/a.101"}).files.report, "d/a.101.out.txt");
   EXPECT_EQ(ParseCommandLine({"a.101"}).files.lastRun, "./a.101.last-run.ini");
   EXPECT_EQ(ParseCommandLine({"/a.101", "--out", "/o"}).files.report, "/o/a.101.out.txt");
