@@ -11,7 +11,7 @@
 
 namespace polefit {
 
-/// The program-wide values. `app/main.cpp` makes the one there is; routines take it first.
+/// The program-wide values. The session of windows makes the one there is; routines take it first.
 struct Program {
   Host& host;
   FormView& frmMain;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/paths.h"
+#include "platform/text.h"
 
 namespace polefit {
 
@@ -45,11 +46,15 @@ std::vector<std::string> ApplicationFolders() {
 
 /// The lists of default programs, the most important first.
 std::vector<std::string> DefaultsLists() {
-  std::vector<std::string> lists = {JoinPath(ConfigurationFolder(), "mimeapps.list")};
-  for (const std::string& folder : SplitAt(Setting("XDG_CONFIG_DIRS", "/etc/xdg"), ':')) {
-    lists.push_back(JoinPath(folder, "mimeapps.list"));
-  }
-  for (const std::string& folder : ApplicationFolders()) {
+  std::vector<std::string> folders = SplitAt(Setting("XDG_CONFIG_DIRS", "/etc/xdg"), ':');
+  folders.insert(folders.begin(), ConfigurationFolder());
+  for (const std::string& folder : ApplicationFolders()) folders.push_back(folder);
+  const std::vector<std::string> desktops = SplitAt(Setting("XDG_CURRENT_DESKTOP", ""), ':');
+  std::vector<std::string> lists;
+  for (const std::string& folder : folders) {
+    for (const std::string& desktop : desktops) {
+      lists.push_back(JoinPath(folder, LowerCase(desktop) + "-mimeapps.list"));
+    }
     lists.push_back(JoinPath(folder, "mimeapps.list"));
   }
   // Not a list of defaults, but of all that can open a type: better than none.
@@ -133,8 +138,24 @@ std::vector<std::string> QuotedWords(std::string_view line) {
   return words;
 }
 
-bool IsTargetField(const std::string& word) {
-  return word == "%f" || word == "%F" || word == "%u" || word == "%U";
+/// Puts what the fields of a word stand for in their place: the target for a file or an address,
+/// nothing for the others. True when the target was put.
+bool FillFields(std::string& word, const std::string& target) {
+  std::string filled;
+  bool placed = false;
+  for (std::size_t i = 0; i < word.size(); ++i) {
+    if (word[i] != '%' || i + 1 == word.size()) {
+      filled += word[i];
+      continue;
+    }
+    const char field = word[++i];
+    const bool isTarget = std::string_view("fFuU").find(field) != std::string_view::npos;
+    if (isTarget) filled += target;
+    if (field == '%') filled += field;
+    placed = placed || isTarget;
+  }
+  word = std::move(filled);
+  return placed;
 }
 
 }  // namespace
@@ -147,13 +168,12 @@ std::vector<std::string> ExecWords(std::string_view exec, const std::string& tar
   std::vector<std::string> words;
   bool placed = false;
   for (std::string& word : QuotedWords(Unescaped(exec))) {
-    if (IsTargetField(word)) {
-      if (!std::exchange(placed, true)) words.push_back(target);
-    } else if (word.size() != 2 || word[0] != '%' || word[1] == '%') {
-      const std::size_t percent = word.find("%%");
-      if (percent != std::string::npos) word.erase(percent, 1);
-      words.push_back(std::move(word));
-    }
+    const bool single = word.size() == 2 && word[0] == '%' && word[1] != '%';
+    const bool takes = FillFields(word, target);
+    const bool again = takes && single && placed;
+    if ((word.empty() && single) || again) continue;
+    placed = placed || takes;
+    words.push_back(std::move(word));
   }
   if (!placed) words.push_back(target);
   return words;

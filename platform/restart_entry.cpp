@@ -26,4 +26,9 @@ void WriteAutostartEntry(const std::string& program) {
   if (!file) throw MakeRunTimeError(error_number::kPathFileAccessError);
 }
 
+void WithdrawAutostartEntry() {
+  std::error_code error;
+  std::filesystem::remove(AutostartEntryPath(), error);
+}
+
 }  // namespace polefit

@@ -9,6 +9,9 @@ namespace polefit {
 /// cannot be written.
 void WriteAutostartEntry(const std::string& program);
 
+/// Takes the entry back, if it is there.
+void WithdrawAutostartEntry();
+
 /// Where that entry lies, in the folder of the user's settings.
 std::string AutostartEntryPath();
 

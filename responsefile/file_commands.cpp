@@ -173,9 +173,6 @@ void FileDelete(Program& program) {
 }
 
 void WriteForm(Program& program) {
-  // The count answers are those from before a read-out; a second one makes them the counts of the
-  // rows that are written.
-  PutAnswers(program);
   PutAnswers(program);
   const FileState& files = program.files;
   const int lost =

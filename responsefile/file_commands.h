@@ -14,7 +14,7 @@ inline constexpr int kStop = 1;
 /// `kStop` when the command that asks must not go on.
 int PromptSaveChanges(Program& program, std::int16_t DataChanged);
 
-/// Empties the record and the form, after two questions.
+/// Empties the record and the form, after a question, and one before it when the data have changed.
 void FileNew(Program& program);
 
 /// Opens a Response Input File that the user chooses. Errors are reported here by their number.

@@ -1,6 +1,9 @@
 #include "platform/ui/qt_host.h"
 
 #include <QUrl>
+#include <algorithm>
+#include <fstream>
+#include <iterator>
 
 #include "platform/desktop_program.h"
 #include "platform/detached_process.h"
@@ -46,6 +49,12 @@ long StartCopy(const Command& command) {
   return StartDetached({"cp", "--", command.arguments.at(2), command.arguments.at(3)});
 }
 
+bool IsAscii(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return std::all_of(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
 std::string BareName(const std::string& program) {
   return LowerCase(program.substr(program.find_last_of("/\\") + 1));
 }
@@ -66,7 +75,7 @@ void QtHost::ShowSave(CommonDialog& dialog) {
 
 long QtHost::StartProgram(const Command& command) {
   const std::string name = BareName(command.program);
-  if (name.ends_with(".pif")) return startSolver_(command);
+  if (name.ends_with(".pif")) return StartSolver(command);
   if (name == "command.com") return StartCopy(command);
   if (name == "notepad.exe") return OpenFile(command.arguments.at(0), {"text/plain"});
   if (name == "msimn.exe") return StartMail(command);
@@ -75,13 +84,25 @@ long QtHost::StartProgram(const Command& command) {
   return kNoProcess;
 }
 
+/// A run that does not start must not bring the program back at the next log-on.
+long QtHost::StartSolver(const Command& command) {
+  try {
+    return startSolver_(command);
+  } catch (const RunTimeError&) {
+    WithdrawAutostartEntry();
+    throw;
+  }
+}
+
 void QtHost::ShellExecuteA(const std::string& path) {
   if (!FileExists(*this, path)) {
     MessageBox("Cannot find '" + path + "'.", message_style::kExclamation, "Polefit");
   } else if (path.ends_with(".rtf")) {
     OpenFile(path, {"application/rtf", "text/rtf"});
-  } else {
+  } else if (IsAscii(path)) {
     OpenFile(path, {"text/plain"});
+  } else {
+    ShowPlainViewer(path);  // today's editors would not take its letters for Windows-1252
   }
 }
 

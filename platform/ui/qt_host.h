@@ -26,6 +26,8 @@ class QtHost : public LinuxHost {
   [[noreturn]] void EndProgram() override;
 
  private:
+  long StartSolver(const Command& command);
+
   SolverStart startSolver_;
 };
 

@@ -66,6 +66,7 @@ TEST_F(DesktopTest, AnExecLineGivesItsWordsBack) {
   Words expected = words;
   expected.emplace_back("target");
   EXPECT_EQ(ExecWords(ExecLine(words), "target"), expected);
+  EXPECT_EQ(ExecWords("x --file=%f", "t"), (Words{"x", "--file=t"}));
   EXPECT_THAT(ExecWords("prog %i %c -f %f --again %f", "t"),
               ElementsAre("prog", "-f", "t", "--again"));
 }
