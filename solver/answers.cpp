@@ -60,6 +60,7 @@ std::string QuestionName(int slot) {
          std::string(LabelOf(slot).subject) + ")";
 }
 
+// Strict where the form is lenient: a number that is read only in part would be solved wrongly.
 std::optional<double> ParseNumber(std::string_view text) {
   while (text.starts_with(' ')) text.remove_prefix(1);
   while (text.ends_with(' ')) text.remove_suffix(1);

@@ -11,6 +11,7 @@ namespace polefit {
 namespace {
 
 constexpr int kPassbandCountLine = 24;
+/// The lists keep a spare row, and rows are counted in 16 bits.
 constexpr double kMostPoints = 32766;
 
 /// What is wrong with a count line; empty when it is a count.

@@ -44,7 +44,7 @@ class Evaluator {
   void ForgetBest() { best_.isFinite = false; }
   const Point& Best() const { return best_; }
 
-  int RemezCount() const { return lynx_.RemezCount(); }
+  /// How many evaluations failed because the sidelobes could not be made equal.
   int RetryCount() const { return retryCount_; }
 
  private:

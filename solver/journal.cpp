@@ -55,6 +55,7 @@ void Journal::StartBegan(int start, StartKind kind) {
   if (IsTimeToShow()) progress_ << Format("start %d: %s", start, NameOf(kind)) << std::endl;
 }
 
+/// STEPOUT counts the steps of the typed start through all its problems.
 void Journal::StepTaken(const StepReport& step) {
   if (start_ != 1 || !IsEach(++stepsOfTypedStart_, problem_.options.stepOut)) return;
   const Point& point = *step.point;
@@ -113,6 +114,7 @@ void Journal::AddLocations(const Point& point) {
   AddDetail(line);
 }
 
+/// A terminal or a pipe that is slow to read must not slow the solver down.
 bool Journal::IsTimeToShow() {
   const Clock::time_point now = Clock::now();
   if (now - lastShown_ < std::chrono::milliseconds(100)) return false;

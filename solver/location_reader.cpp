@@ -13,6 +13,8 @@ struct Location {
   std::string text;
 };
 
+/// Questions 6 to 11c and the bounds. The factors are gathered in the order of the questions; who
+/// moves which location is decided at the end, when all are known.
 class LocationReader {
  public:
   LocationReader(const ResponseRecord& record, AnswerReader& answers, Problem& problem)
@@ -20,6 +22,7 @@ class LocationReader {
 
   void Read() {
     ReadBounds();
+    // Without the counts nothing can be said about the lists.
     poleCounts_ = answers_.Counts(QuestionName(slot::kNPoles), Text(slot::kNPoles), 2);
     zeroCounts_ = answers_.Counts(QuestionName(slot::kZeroCounts), Text(slot::kZeroCounts), 3);
     if (poleCounts_.empty() || zeroCounts_.empty()) return;
@@ -34,6 +37,7 @@ class LocationReader {
  private:
   const std::string& Text(int slot) const { return record_.Slot(slot); }
 
+  /// Start values are judged only against bounds that make sense themselves.
   void ReadBounds() {
     const auto lowest = answers_.Number(QuestionName(slot::kLowestXY), Text(slot::kLowestXY));
     const auto largest = answers_.Number(QuestionName(slot::kMaxXY), Text(slot::kMaxXY));
@@ -115,6 +119,8 @@ class LocationReader {
     }
   }
 
+  /// A doublet has its zeros on both sides and a lossless zero must not have its pole on the right,
+  /// so that only a plain zero keeps the typed side.
   void ReadSigmaZero() {
     if (!IsYes(Text(slot::kSigmaZeroWanted))) return;
     const std::string name = QuestionName(slot::kSigmaZero);
@@ -138,6 +144,7 @@ class LocationReader {
               isRightHalf);
   }
 
+  /// Sorted, since LYNX needs its zeros in order and the first one to be the first null.
   void ReadOmegaZeros() {
     if (zeroCounts_[0] == 0) return;
     zeros_ += 2 * zeroCounts_[0];
@@ -157,6 +164,8 @@ class LocationReader {
     }
   }
 
+  /// Pairs, then quads. On the omega axis itself a pair would be two omega-axis zeros, whose
+  /// magnitude is not smooth there.
   void ReadPairedZeros() {
     const int count = zeroCounts_[1] + zeroCounts_[2];
     if (count == 0) return;
@@ -180,6 +189,7 @@ class LocationReader {
     }
   }
 
+  /// More zeros than poles would let |H| grow without end.
   void CheckOrder() {
     const int poles = poleCounts_[0] + 2 * poleCounts_[1] + ownPoles_;
     if (poles - ownPoles_ == 0 || zeros_ <= poles) return;
@@ -195,7 +205,8 @@ class LocationReader {
     values_.push_back(std::move(values));
   }
 
-  /// Whether passband rows tell anything about the sidelobes.
+  /// Whether passband rows tell anything about the sidelobes. A frequency that is Freq Norm but for
+  /// rounding is not beyond it.
   bool HasRowsBeyondBand() const {
     return std::any_of(problem_.passband.begin(), problem_.passband.end(),
                        [this](const PassbandPoint& point) {

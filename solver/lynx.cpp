@@ -79,6 +79,7 @@ double Lynx::FirstZero(const VectorXd& parameters) const {
   return parameters[firstZero_];
 }
 
+/// The zeros ascend from the first one and stay below the end of the range.
 bool Lynx::IsOrdered(const VectorXd& parameters) const {
   double former = FirstZero(parameters);
   for (int k = 0; k < constellation_.lynxCount; ++k) {
@@ -160,6 +161,7 @@ void Lynx::Newton(VectorXd& parameters) {
     if (!std::isfinite(mismatch_)) return;
     const bool isLastStep = mismatch_ < options_.tolerance[1];
     FindSlopes(parameters);
+    // One step more at the end: the derivatives of F rely on peaks that are truly equal.
     if (!TakeStep(NewtonStep(), parameters) || isLastStep) return;
   }
 }

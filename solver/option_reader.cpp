@@ -19,6 +19,7 @@ struct Rule {
   bool isWhole;
 };
 
+/// Stands for no upper limit, and still is an int.
 constexpr double kMany = 1e9;
 
 /// Reads the values of one setting over their defaults.

@@ -159,6 +159,7 @@ EndReason Orca::RunBarriers() {
     const EndReason ending = SolveBarrier(barrier, problem, steps);
     listener_.ProblemEnded({problem, barrier.rho, steps, ending, evaluator_.Count(), &current_});
     if (evaluator_.Stopped()) return ending;
+    // A schedule of RHO that did not follow F would waste steps on a barrier larger than F.
     const double cost = current_.Cost();
     const bool isAccurate = bounds * barrier.rho < options_.accuracy * cost &&
                             std::abs(cost - former) < options_.accuracy * cost;
@@ -170,6 +171,7 @@ EndReason Orca::RunBarriers() {
   return EndReason::zero;
 }
 
+/// Steps until the problem is solved, until its barrier dominates F, or STEPSLIM.
 EndReason Orca::SolveBarrier(Barrier& barrier, int problem, int& steps) {
   double radius = kFirstRadius;
   for (steps = 0; steps < options_.maxSteps; ++steps) {
@@ -195,6 +197,7 @@ double Orca::CutAtBounds(const VectorXd& step) const {
   return share;
 }
 
+/// One trust-region step of a barrier problem; how the problem ends, if it does.
 std::optional<EndReason> Orca::BarrierStep(Barrier& barrier, double& radius) {
   const ArrayXd scales = Scales(problem_, current_.parameters);
   const VectorXd gradient = scales * barrier.Gradient(current_).array();
@@ -260,6 +263,7 @@ VectorXd Orca::FreeVariables() const {
   return free;
 }
 
+/// Newton steps without a barrier, which keeps the best point off its bounds by a little.
 EndReason Orca::Polish(int maxSteps) {
   constexpr int kSmallGains = 4;
   PutOntoBounds();

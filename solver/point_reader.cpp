@@ -55,6 +55,8 @@ class RowReader {
   std::string block_;
 };
 
+/// The data points and the weights that the error measures give them. Weights are prepared only
+/// from points without a fault.
 class PointReader {
  public:
   PointReader(const ResponseRecord& record, AnswerReader& answers, Problem& problem)
@@ -116,6 +118,7 @@ class PointReader {
     }
   }
 
+  /// A free constant takes one point away.
   void ReadDelay() {
     const int needed = problem_.rows.wantedDelay > 0 ? 1 : 2;
     if (record_.nDelayPoints < needed) {
@@ -143,6 +146,8 @@ class PointReader {
     return largest;
   }
 
+  /// e_i = (Yin |H| - Yout) / Ymax / (Yout / Ymax)^Ipower * Weight, with the factors drawn into
+  /// inputs and targets.
   void WeighPassband() {
     const double largest = LargestYout();
     const auto count = static_cast<Eigen::Index>(problem_.passband.size());
@@ -161,6 +166,7 @@ class PointReader {
     }
   }
 
+  /// d_j = FreqNorm / 1000 * (TX + delay - T0) / (Yout / Ymax)^DelRipplePower.
   void WeighDelay() {
     const double largest = LargestYout();
     const auto count = static_cast<Eigen::Index>(problem_.delay.size());

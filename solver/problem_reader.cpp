@@ -45,6 +45,7 @@ void ReadGain(const ResponseRecord& record, AnswerReader& answers, Problem& prob
   problem.typedGain = std::abs(*gain);
 }
 
+/// The gain and the delay constant are unknowns too, but the best ones for any locations.
 void WarnOfFewRows(AnswerReader& answers, const Problem& problem) {
   const auto rows = static_cast<int>(problem.passband.size() + problem.delay.size());
   const int unknowns = problem.constellation.orcaCount;
@@ -97,7 +98,7 @@ Problem ReadProblem(const ResponseRecord& record, Findings& findings) {
   AnswerReader answers(findings);
   Problem problem;
   ReadFitAnswers(record, answers, problem);
-  ReadPoints(record, answers, problem);
+  ReadPoints(record, answers, problem);  // before the locations: they ask for rows beyond the band
   ReadLocations(record, answers, problem);
   ReadGain(record, answers, problem);
   if (record.solverCount > 0) ReadOptions(record, answers, problem.options);

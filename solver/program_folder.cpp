@@ -39,7 +39,7 @@ RunLock::RunLock(RunLock&& other) noexcept
 
 RunLock::~RunLock() {
   if (descriptor_ < 0) return;
-  ::unlink(path_.c_str());
+  ::unlink(path_.c_str());  // before the lock is gone, so that it is surely ours
   ::close(descriptor_);
 }
 
@@ -52,6 +52,8 @@ std::optional<RunLock> RunLock::Take(const std::string& path) {
       ::close(descriptor);
       return std::nullopt;
     }
+    // Between open and lock the former holder may have removed the file; then another run would
+    // lock a new one.
     if (IsStillAt(descriptor, path)) return RunLock(descriptor, path);
     ::close(descriptor);
   }

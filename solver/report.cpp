@@ -20,6 +20,7 @@ void WriteHead(const ReportHead& head, ReportText& text) {
   text.Wrapped("Result: " + head.result, 8);
 }
 
+/// The first screen: is it good, and can it be trusted?
 void WriteQuality(const SolvedProblem& solved, ReportText& text) {
   const Problem& problem = solved.problem;
   const Fit& fit = solved.summary.best.fit;

@@ -98,6 +98,8 @@ void DrawPassband(const SolvedProblem& solved, ReportText& text) {
   graph.Write(text);
 }
 
+/// |H| to three times Freq Norm, where the sidelobes that matter are; deeper than -80 dB it is
+/// drawn on the floor.
 void DrawMagnitude(const SolvedProblem& solved, ReportText& text) {
   constexpr double kFloor = -80;
   constexpr int kSamples = 4 * kColumns;

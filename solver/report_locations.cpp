@@ -50,6 +50,7 @@ bool IsLossless(const Factor& factor) {
   return factor.kind == FactorKind::sigmaZero && factor.logCount == 0;
 }
 
+/// The side of the omega axis on which a real part lies, or both sides.
 const char* SignOf(const Problem& problem, std::size_t index) {
   const Factor& factor = problem.constellation.factors[index];
   if (factor.kind == FactorKind::zeroQuad) return "+-";
@@ -142,6 +143,8 @@ void WriteBoundsOf(const SolvedProblem& solved, std::size_t index, const std::st
   WriteBound(solved, name + ", imaginary part", factor.parameter + 1, false, text);
 }
 
+/// A pair on the sigma axis has two equal real poles and cannot part by itself: b^2 would have to
+/// become negative.
 void WriteSplitHint(const SolvedProblem& solved, ReportText& text) {
   int singles = 0;
   int pairs = 0;

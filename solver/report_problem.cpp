@@ -21,6 +21,7 @@ std::string PlainCaption(std::string_view caption) {
   return plain;
 }
 
+/// Whether the other answers give this one a meaning.
 bool IsInUse(const SolvedProblem& solved, int slot) {
   const ResponseRecord& record = solved.record;
   const auto counts = [&record](int countSlot) {
@@ -93,6 +94,7 @@ void WriteSize(const SolvedProblem& solved, ReportText& text) {
   }
 }
 
+/// One line for a start; all its lines for those that are told in full.
 void WriteStart(const SolvedProblem& solved, std::size_t index, bool isTold, ReportText& text) {
   const StartSummary& start = solved.summary.starts[index];
   const std::string cost =

@@ -24,6 +24,7 @@ std::string Temporary(const std::string& path) {
   return path + ".new";
 }
 
+/// One run, its lock held by the caller. Whatever cannot be written comes out as RunTimeError.
 class SolverRun {
  public:
   SolverRun(Host& host, const RunFiles& files, const Console& console)
@@ -71,6 +72,7 @@ class SolverRun {
       console_.out << "pfit: ended at once on request; nothing is written" << std::endl;
       return Exit::stopped;
     }
+    // Both are complete. The report comes last: whoever sees it finds the answers in place.
     RenameFile(temporary, files_.lastRun);
     RenameFile(Temporary(files_.report), files_.report);
     console_.out << Format("pfit: %s; rms error %.3e, %d evaluations", result.c_str(),

@@ -8,7 +8,9 @@ namespace polefit {
 
 namespace {
 
+/// A run ends early when so many starts agree.
 constexpr int kWantedAgreement = 6;
+/// A second start that is still creeping after so many steps is not worth more evaluations.
 constexpr int kSecondPolishSteps = 40;
 /// Starts that end within this share of the best F agree with it.
 constexpr double kAgreement = 0.001;

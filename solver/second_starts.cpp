@@ -17,6 +17,7 @@ struct Shape {
   bool isEllipse;
 };
 
+/// Low-pass filters from slow and damped to fast and resonant; no one of them suits every problem.
 constexpr std::array<Shape, 8> kShapes = {{{.35, .95, true},
                                            {.3, 1.05, false},
                                            {.6, 1, true},
@@ -87,6 +88,7 @@ void SecondStarts::PlaceStandard(VectorXd& parameters, int number) const {
   if (number % 2 == 1) ResetZeros(parameters);
 }
 
+/// Zeros outside the band, where they neither cancel poles nor make nulls in the passband.
 void SecondStarts::ResetZeros(VectorXd& parameters) const {
   int pair = 0;
   int quad = 0;
@@ -115,6 +117,8 @@ void SecondStarts::ResetZeros(VectorXd& parameters) const {
   }
 }
 
+/// A pole far outside has lost its influence, and perturbing it changes nothing; it is brought back
+/// to the band.
 void SecondStarts::Perturb(VectorXd& parameters, double size) {
   constexpr double kFarPole = 2.5;
   for (const Factor& factor : problem_.constellation.factors) {
@@ -137,6 +141,7 @@ void SecondStarts::Perturb(VectorXd& parameters, double size) {
   }
 }
 
+/// Anywhere where poles and zeros of filters usually are.
 void SecondStarts::Scatter(VectorXd& parameters) {
   const double low = std::max(problem_.lowest, .03);
   const double high = std::max(2 * low, std::min(problem_.largest, 2.0));

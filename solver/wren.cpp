@@ -9,6 +9,7 @@ namespace polefit {
 
 namespace {
 
+/// Enough for the smooth part of |H|; its bumps have samples of their own.
 constexpr int kSpacedSamples = 15;
 
 struct Sample {
