@@ -43,10 +43,7 @@ class FakeForm final : public FormView {
   void SetEnabled(std::string_view control, bool enabled) override {
     At(control).enabled = enabled;
   }
-  void SetFocus(std::string_view control) override {
-    At(control);
-    focus = control;
-  }
+  void SetFocus(std::string_view control) override { At(control); }
   void SelectTab(Tab tab) override { selectedTab = tab; }
 
   FakeGrid& PassData() override { return passData; }
@@ -55,7 +52,6 @@ class FakeForm final : public FormView {
 
   /// Runs at every text that is set, as the form's change notification does.
   std::function<void()> onChange;
-  std::string focus;
   Tab selectedTab = Tab::start;
   FakeGrid passData{5, 6810};
   FakeGrid delayData{3, 5200};

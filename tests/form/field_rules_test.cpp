@@ -44,19 +44,6 @@ TEST(FieldRules, PairsAndQuadsOfOppositeSignDisableBothLists) {
   EXPECT_TRUE(form.IsEnabled("Yzero"));
 }
 
-TEST(FieldRules, TickedBoxesEnableTheirDependentsAndTextsStay) {
-  FakeForm form;
-  for (const bool ticked : {false, true}) {
-    form.SetChecked("chkEqualDelay", ticked);
-    form.SetChecked("chkSigmaZero", ticked);
-    ApplyFieldRules(form);
-    for (const char* box : {"tmin", "DelRipplePower", "chkLossless", "chkDoublet", "sigmaZero"}) {
-      EXPECT_EQ(form.IsEnabled(box), ticked) << box;
-    }
-    EXPECT_EQ(form.Text("tmin"), "76.7");
-  }
-}
-
 TEST(FieldRules, ASumTooLargeEndsTheRuleQuietlyButReachesWhoShowsARecord) {
   FakeForm form;
   form.SetText("nZpairs", "1e308");

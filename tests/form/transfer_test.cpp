@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "form/scripted_program.h"
-#include "form/solver_settings.h"
-#include "grids/grid_routines.h"
 #include "platform/error_of.h"
 
 namespace polefit::testing {
@@ -70,7 +68,9 @@ TEST_F(Transfer, OnlyAYTicksABox) {
     Slot(slot::kSigmaZeroWanted) = answer;
     GetAnswers(program);
     EXPECT_EQ(form.IsChecked("chkSigmaZero"), ticked) << answer;
-    EXPECT_EQ(form.IsEnabled("sigmaZero"), ticked) << answer;
+    for (const char* dependent : {"sigmaZero", "chkDoublet", "chkLossless"}) {
+      EXPECT_EQ(form.IsEnabled(dependent), ticked) << answer << " " << dependent;
+    }
     PutAnswers(program);
     EXPECT_EQ(Slot(slot::kSigmaZeroWanted), ticked ? "Y" : "N");
   }
@@ -122,20 +122,6 @@ TEST_F(Transfer, CountsAreNumbersAtTheHeadOfTheirText) {
   }
   Slot(slot::kFreqPoints) = "40000";
   EXPECT_EQ(ErrorOf([&] { GetAnswers(program); }), error_number::kOverflow);
-}
-
-TEST_F(Transfer, TheSolverButtonsFillAndEmptyTheBoxes) {
-  EditSolverDefaults(form);
-  PutSolvAnswers(program);
-  const std::array<std::string, kSolverValueCount> defaults = {
-      "5  10  7", "0   0   0", "1e-5 1e-5 1e-5", "100", "10", "2000", "1", "16", ".0001"};
-  EXPECT_EQ(program.record.solver, defaults);
-  EXPECT_EQ(form.focus, "Remax");
-  form.focus = "";
-  UseSolverDefaults(form);
-  PutSolvAnswers(program);
-  EXPECT_EQ(program.record.solver, (std::array<std::string, kSolverValueCount>{}));
-  EXPECT_EQ(form.focus, "Remax");
 }
 
 }  // namespace

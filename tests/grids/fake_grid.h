@@ -51,7 +51,7 @@ class FakeGrid final : public GridView {
   int CurrentRow() const override { return row_; }
   int CurrentColumn() const override { return column_; }
   void SetCurrentRow(int row) override { row_ = row; }
-  void CollapseSelection() override { ++collapsed; }
+  void CollapseSelection() override {}
 
   void MoveTo(int row, int column) {
     row_ = row;
@@ -59,8 +59,6 @@ class FakeGrid final : public GridView {
   }
   /// The cells of one row, column 0 included.
   const std::vector<std::string>& Row(int row) const { return cells_.at(Index(row)); }
-
-  int collapsed = 0;
 
  private:
   static std::size_t Index(int number) { return static_cast<std::size_t>(number); }
@@ -77,21 +75,12 @@ class FakeCellEditor final : public CellEditorView {
   bool IsVisible() const override { return visible; }
   std::string Text() const override { return text; }
   void SetText(const std::string& newText) override { text = newText; }
-  void SetSelection(int start, int length) override {
-    selectionStart = start;
-    selectionLength = length;
-  }
-  void ShowOver(GridView& grid) override {
-    over = &grid;
-    visible = true;
-  }
+  void SetSelection(int /*start*/, int /*length*/) override {}
+  void ShowOver(GridView& /*grid*/) override { visible = true; }
   void Hide() override { visible = false; }
 
   bool visible = false;
   std::string text;
-  int selectionStart = 0;
-  int selectionLength = 0;
-  GridView* over = nullptr;
 };
 
 }  // namespace polefit::testing

@@ -2,13 +2,29 @@
 
 #include <gtest/gtest.h>
 
-#include "grids/grid_program.h"
+#include "grids/cell_editor.h"
+#include "grids/fake_grid.h"
 #include "platform/error_of.h"
 
 namespace polefit::testing {
 namespace {
 
 using Cells = std::vector<std::string>;
+
+/// Both grids in memory with the values that the routines borrow, as a fresh form has them.
+struct GridProgram {
+  FakeGrid pass{5, 6810};
+  FakeGrid delay{3, 5200};
+  FakeCellEditor editor;
+  GridView* current = &pass;
+  int editedRow = 0;
+  int editedColumn = 0;
+  std::int16_t changed = 0;
+  std::int16_t freqPoints = 0;
+  std::int16_t delayPoints = 0;
+  GridState state{pass,         delay,   editor,     current,    editedRow,
+                  editedColumn, changed, freqPoints, delayPoints};
+};
 
 struct GridRoutines : ::testing::Test, GridProgram {
   /// Shows `count` points whose cells name their row and column.
@@ -29,22 +45,17 @@ struct GridRoutines : ::testing::Test, GridProgram {
 TEST_F(GridRoutines, AClearedGridHasItsTitlesAndTwoNumberedRowsAndKeepsItsDataColumnWidths) {
   pass.SetText(1, 1, "7");
   pass.SetColumnWidth(2, 1234);
-  pass.SetColumnWidth(4, 0);
-  delay.SetColumnWidth(2, 77);
   freqPoints = delayPoints = 9;
   ClearBoth(state);
   ASSERT_EQ(pass.RowCount(), 3);
   EXPECT_EQ(pass.Row(0), (Cells{"#", "Frequency", "Yin", "Yout", "Weight"}));
   EXPECT_EQ(pass.Row(1), (Cells{"1", "", "", "", ""}));
-  EXPECT_EQ(pass.Row(2), (Cells{"2", "", "", "", ""}));
   EXPECT_EQ(delay.Row(0), (Cells{"#", "Frequency", "Delay (tx)"}));
-  EXPECT_EQ(delay.RowCount(), 3);
+  EXPECT_EQ(delay.Row(2), (Cells{"2", "", ""}));
   EXPECT_EQ(pass.ColumnWidth(2), 1234);
-  EXPECT_EQ(pass.ColumnWidth(4), 0);
-  EXPECT_EQ(delay.ColumnWidth(2), 77);
-  EXPECT_EQ(freqPoints, 0);
-  EXPECT_EQ(delayPoints, 0);
+  EXPECT_EQ(freqPoints + delayPoints, 0);
   EXPECT_EQ(changed, 1);
+  EXPECT_EQ(current, &delay);
 }
 
 TEST_F(GridRoutines, ClearingDropsWhatStandsInTheEditor) {
@@ -136,22 +147,57 @@ TEST_F(GridRoutines, MorePointsThanTheReaderTakesAreErrorSix) {
 }
 
 TEST_F(GridRoutines, ColumnsAreSizedFromTheDesignWidths) {
+  const auto widths = [](const FakeGrid& grid, int columns) {
+    std::vector<int> all = {grid.Width()};
+    for (int column = 1; column <= columns; ++column) all.push_back(grid.ColumnWidth(column));
+    return all;
+  };
   pass.SetColumnWidth(0, 388);   // leaves 6402: a quarter is 1600.5, halves go to the even one
   delay.SetColumnWidth(0, 387);  // leaves 4793
   SizeGridColumns(state);
-  EXPECT_EQ(pass.ColumnWidth(1), 1600);
-  EXPECT_EQ(pass.ColumnWidth(2), 1600);
-  EXPECT_EQ(pass.ColumnWidth(3), 1602);
-  EXPECT_EQ(pass.ColumnWidth(4), 1600);
-  EXPECT_EQ(pass.Width(), 6910);
-  EXPECT_EQ(delay.ColumnWidth(1), 2396);
-  EXPECT_EQ(delay.ColumnWidth(2), 2367);
-  EXPECT_EQ(delay.Width(), 5315);
-  ShowWeightColumn(state, false);
-  EXPECT_EQ(pass.ColumnWidth(4), 0);
-  pass.SetColumnWidth(1, 900);
-  ShowWeightColumn(state, true);
-  EXPECT_EQ(pass.ColumnWidth(4), 900);
+  EXPECT_EQ(widths(pass, 4), (std::vector{6910, 1600, 1600, 1602, 1600}));
+  EXPECT_EQ(widths(delay, 2), (std::vector{5315, 2396, 2367}));
+}
+
+struct CellEditor : ::testing::Test, GridProgram {
+  CellEditor() {
+    ClearBoth(state);
+    current = &pass;
+    for (int row = 3; row < 10; ++row) AddGridRow(state, true);
+    pass.MoveTo(2, 3);
+    pass.SetText(2, 3, "old");
+    changed = 0;
+  }
+};
+
+TEST_F(CellEditor, DownAddsARowWhenFewerThanTwoWouldBeLeft) {
+  for (const auto& [row, rows] : {std::pair(7, 10), {8, 11}, {9, 12}}) {
+    pass.MoveTo(row, 1);
+    ShowCellEditor(state);
+    MoveCellEditor(state, kMoveDown);
+    EXPECT_EQ(pass.RowCount(), rows);
+    EXPECT_EQ(pass.Row(rows - 1)[0], std::to_string(rows - 1));
+    EXPECT_EQ(pass.CurrentRow(), row + 1);
+    EXPECT_EQ(changed, row > 7 ? 1 : 0) << "a row added is a change";
+  }
+}
+
+TEST_F(CellEditor, ItsFocusLooksAtPassDataButAddsToTheCurrentGrid) {
+  current = &delay;
+  pass.MoveTo(7, 1);
+  CellEditorGotFocus(state);
+  EXPECT_EQ(delay.RowCount(), 3);
+  pass.MoveTo(8, 1);
+  CellEditorGotFocus(state);
+  EXPECT_EQ(delay.RowCount(), 4);
+  EXPECT_EQ(pass.RowCount(), 10);
+}
+
+TEST_F(CellEditor, TextThatIsNoOtherIsNoChange) {
+  ShowCellEditor(state);
+  CellEditorLostFocus(state);
+  EXPECT_EQ(changed, 0);
+  EXPECT_FALSE(editor.visible);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "platform/registry.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "platform/console_host.h"
@@ -69,7 +70,17 @@ TEST_F(RegistryTest, WhatCannotBeReadIsTheDefault) {
   EXPECT_EQ(Query("full", 1, otherwise), RegistryData(std::string(1023, 'a')));
   Set("odd", 2, std::string("unknown types write nothing"));
   EXPECT_EQ(Query("odd", 1, otherwise), otherwise);
-  EXPECT_EQ(ErrorOf([&] { Query("odd", 2, otherwise); }), 1001);
+}
+
+TEST_F(RegistryTest, AnUnknownTypeOrAStoreThatCannotBeMadeIsError1001) {
+  const auto query = [&] { Query("x", 2, std::string()); };
+  EXPECT_EQ(ErrorOf(query), 1001);
+  EXPECT_THAT(query, ::testing::Throws<RunTimeError>(
+                         ::testing::Field(&RunTimeError::description, "Unsupported value type")));
+  WriteBytes(folder_.File("file"), "");
+  ConsoleHost host{folder_.File("file/registry.reg")};
+  EXPECT_EQ(ErrorOf([&] { CreateRegKey(host, kCurrentUser, kKey); }), 1001);
+  EXPECT_FALSE(RegKeyExists(host, kCurrentUser, kKey));
 }
 
 TEST_F(RegistryTest, AccessIsWhatTheKeyWasOpenedWith) {

@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QTabWidget>
 
+#include "form/solver_settings.h"
 #include "form/ui/main_form.h"
 
 namespace polefit::testing {
@@ -136,6 +137,7 @@ TEST_F(FrmMainTest, ARecordTravelsThroughTheWindowUnchanged) {
   ShowPoints(30);
   EXPECT_EQ(program.DataChanged, 0);
   EXPECT_TRUE(form.IsEnabled("tmin"));
+  EXPECT_FALSE(Find<GridWidget>("PassData").isColumnHidden(3));
   const ResponseRecord shown = program.record;
   PutAnswers(program);
   PutAnswers(program);
@@ -146,6 +148,20 @@ TEST_F(FrmMainTest, ARecordTravelsThroughTheWindowUnchanged) {
   EXPECT_EQ(program.record.Note2, "»");
   EXPECT_EQ(program.record.solver, expected.solver);
   EXPECT_EQ(program.record.passband.At(30, 4), "30");
+}
+
+TEST_F(FrmMainTest, TheSolverButtonsWorkAndFocusTheFirstBox) {
+  form.SelectTab(Tab::solverSettings);
+  const std::array<std::string, kSolverValueCount> defaults = {
+      "5  10  7", "0   0   0", "1e-5 1e-5 1e-5", "100", "10", "2000", "1", "16", ".0001"};
+  const std::array<std::string, kSolverValueCount> empty;
+  for (const auto& [button, values] :
+       {std::pair("cmdUseDefSolver", empty), {"cmdEditSolver", defaults}}) {
+    QTest::mouseClick(&Find<QPushButton>(button), Qt::LeftButton);
+    PutSolvAnswers(program);
+    EXPECT_EQ(program.record.solver, values);
+    EXPECT_EQ(FocusName(), "Remax");
+  }
 }
 
 TEST_F(FrmMainTest, MenuEntriesAndButtonsGoOutAsSignals) {
