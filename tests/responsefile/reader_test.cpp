@@ -69,11 +69,6 @@ TEST_F(ReaderTest, FillsTheRecord) {
   EXPECT_EQ(record_.solverCount, 9);
 }
 
-TEST_F(ReaderTest, ABareNameLiesInTheCurrentFolder) {
-  EXPECT_EQ(ReadCount("0"), 0);
-  EXPECT_EQ(lastUsedFolder_, host_.CurrentFolder());
-}
-
 TEST_F(ReaderTest, OnlyACapitalYBringsSolverValues) {
   record_.solver.fill("old");
   EXPECT_EQ(Read(FileText("x", "0", {}, "0", {}, "\r\n\r\ny\r\n1\r\n2")), 0);

@@ -129,13 +129,6 @@ TEST_F(WriterTest, TheStartUpStateFileKeepsTheNameOfTheFileThatWasOpen) {
   EXPECT_TRUE(FileBytes(path).starts_with("-999\t\t! 22, "));
 }
 
-TEST_F(WriterTest, CountsWhatTheCodePageLacks) {
-  ResponseRecord record = SmallRecord();
-  record.Note1 = "Ω and λ";
-  EXPECT_EQ(WriteResponseFile(host_, record, {host_.Root(), "x"}), 2);
-  EXPECT_NE(FileBytes(host_.Path("x")).find("? and ?\t\t! 20."), std::string::npos);
-}
-
 TEST_F(WriterTest, AnErrorPartWayLeavesBothFilesAndReachesTheCaller) {
   ResponseRecord record = SmallRecord();
   const std::string former = Written(record, "x");
