@@ -1,9 +1,6 @@
 #include "platform/ui/qt_host.h"
 
 #include <QUrl>
-#include <algorithm>
-#include <fstream>
-#include <iterator>
 
 #include "platform/desktop_program.h"
 #include "platform/detached_process.h"
@@ -47,12 +44,6 @@ long StartMail(const Command& command) {
 /// COMMAND.COM /C COPY source target
 long StartCopy(const Command& command) {
   return StartDetached({"cp", "--", command.arguments.at(2), command.arguments.at(3)});
-}
-
-bool IsAscii(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return std::all_of(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 std::string BareName(const std::string& program) {
@@ -99,10 +90,8 @@ void QtHost::ShellExecuteA(const std::string& path) {
     MessageBox("Cannot find '" + path + "'.", message_style::kExclamation, "Polefit");
   } else if (path.ends_with(".rtf")) {
     OpenFile(path, {"application/rtf", "text/rtf"});
-  } else if (IsAscii(path)) {
-    OpenFile(path, {"text/plain"});
   } else {
-    ShowPlainViewer(path);  // today's editors would not take its letters for Windows-1252
+    OpenFile(path, {"text/plain"});
   }
 }
 
