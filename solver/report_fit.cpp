@@ -143,7 +143,7 @@ void ReportSidelobes(const SolvedProblem& solved, ReportText& text) {
                                   : std::string("no peak");
     text.Line(Format("%16.6f %11.5g %20.5g %16s%s", zeros[i], zeros[i] * problem.freqNorm,
                      peaks[i].frequency * problem.freqNorm, level.c_str(),
-                     peaks[i].isEnd ? "  (end of range)" : ""));
+                     peaks[i].isEnd ? "  (range end)" : ""));
   }
 }
 

@@ -176,8 +176,8 @@ void ReportLocations(const SolvedProblem& solved, ReportText& text) {
   }
   text.Line();
   text.Line("  gain      H(0) = " + PlainNumber(best.fit.gain));
-  text.Line(Format("  constant  K    = %.9g   in H(s) = K prod(s-z)/prod(s-p), s normalised",
-                   LeadingConstant(problem, best)));
+  text.Line(Format("  constant  K    = %.9g", LeadingConstant(problem, best)));
+  text.Line("            of H(s) = K prod(s-z)/prod(s-p) with normalised s");
 }
 
 void ReportBounds(const SolvedProblem& solved, ReportText& text) {

@@ -148,9 +148,8 @@ void ReportIterations(const SolvedProblem& solved, ReportText& text) {
     WriteStart(solved, i, i == 0 || i == summary.chosen, text);
   }
   text.Line();
-  text.Line(Format("F of the typed values %.6e, of the answer %.6e, a factor of %.4g",
-                   summary.typedCost, summary.best.Cost(),
-                   summary.typedCost / summary.best.Cost()));
+  text.Line(Format("F of the typed values %.6e, of the answer %.6e, ratio %.4g", summary.typedCost,
+                   summary.best.Cost(), summary.typedCost / summary.best.Cost()));
   text.Line(Format("The answer is that of start %zu.", summary.chosen + 1));
   if (summary.retries > 0) {
     text.Line(

@@ -50,8 +50,7 @@ int Summary::AgreeingStarts() const {
   for (const StartSummary& start : starts) lowest = std::min(lowest, start.best.Cost());
   return static_cast<int>(
       std::count_if(starts.begin(), starts.end(), [lowest](const StartSummary& start) {
-        return start.HasEnded() && start.best.isFinite &&
-               start.best.Cost() <= (1 + kAgreement) * lowest;
+        return start.best.isFinite && start.best.Cost() <= (1 + kAgreement) * lowest;
       }));
 }
 

@@ -24,7 +24,7 @@ struct Summary {
   /// Equalisations that failed, so that ORCA shortened its step.
   int retries = 0;
 
-  /// How many starts ended within 0.1 % of the best F.
+  /// How many starts ended, or were cut short, within 0.1 % of the best F.
   int AgreeingStarts() const;
 };
 
