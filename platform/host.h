@@ -90,7 +90,8 @@ class Host {
                               const RegistryValue& value) = 0;
   virtual void RegCloseKey(RegistryKey key) = 0;
 
-  /// Starts a program without waiting; its process id. Error 53, 70, 75 or 76 when it cannot be started.
+  /// Starts a program without waiting; its process id. Error 53, 70, 75 or 76 when it cannot be
+  /// started.
   virtual long StartProgram(const Command& command) = 0;
   /// Opens a file with the desktop's program for it.
   virtual void ShellExecuteA(const std::string& path) = 0;

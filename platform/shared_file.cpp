@@ -140,11 +140,7 @@ void SharedFile::OpenForWriting(const std::string& path) {
 
 void SharedFile::WriteLine(std::string_view line) {
   if (output_ < 0) throw MakeRunTimeError(error_number::kBadFileNumber);
-  const auto start = static_cast<std::ptrdiff_t>(pending_.size());
   pending_ += line;
-  if (line.find('\n') != std::string_view::npos) {
-    std::replace(pending_.begin() + start, pending_.end(), '\n', ' ');
-  }
   pending_ += "\r\n";
   if (pending_.size() >= kChunkSize) Flush();
 }

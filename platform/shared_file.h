@@ -21,7 +21,6 @@ class SharedFile {
   /// path writes over the torn file and keeps to the former content of the first.
   void OpenForWriting(const std::string& path);
   std::string_view ReadLine();
-  /// A line feed inside the line is written as a blank.
   void WriteLine(std::string_view line);
   int Close();
   void Abandon();

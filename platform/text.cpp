@@ -71,8 +71,8 @@ int ByteOf(char32_t codePoint) {
 
 /// Looks at every byte, without an early end, so that the compiler can take many at a time.
 bool IsAscii(std::string_view text) {
-  unsigned bits = 0;
-  for (const char c : text) bits |= static_cast<Byte>(c);
+  Byte bits = 0;
+  for (const char c : text) bits = static_cast<Byte>(bits | static_cast<Byte>(c));
   return bits < 0x80;
 }
 

@@ -1,6 +1,7 @@
 #include "responsefile/writer.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 #include "form/question_catalogue.h"
@@ -41,15 +42,15 @@ std::string_view RowText(const PointLists<Columns>& points, int row, std::string
   constexpr std::string_view kGap = "  ";
   constexpr std::string_view kComment = "\t\t ! Point #  ";
   constexpr std::size_t kLongestNumber = 12;
+  std::array<std::string_view, Columns> cells;
   std::size_t length = kComment.size() + kLongestNumber;
-  for (int column = 1; column <= points.kColumns; ++column) {
-    length += kGap.size() + points.At(row, column).size();
+  for (std::size_t i = 0; i < Columns; ++i) {
+    cells[i] = points.At(row, static_cast<int>(i) + 1);
+    length += kGap.size() + cells[i].size();
   }
   if (buffer.size() < length) buffer.resize(length);
-  char* at = Put(buffer.data(), points.At(row, 1));
-  for (int column = 2; column <= points.kColumns; ++column) {
-    at = Put(Put(at, kGap), points.At(row, column));
-  }
+  char* at = Put(buffer.data(), cells[0]);
+  for (std::size_t i = 1; i < Columns; ++i) at = Put(Put(at, kGap), cells[i]);
   at = Put(at, kComment);
   at = std::to_chars(at, at + kLongestNumber, row).ptr;
   *at++ = ' ';

@@ -73,7 +73,7 @@ TEST_F(SharedFileTest, TheFormerContentLiesBesideUntilTheSaveIsComplete) {
   Save(path_, "former");
   ::chmod(path_.c_str(), 0640);
   file_.OpenForWriting(path_);
-  file_.WriteLine("Ω\nnew");
+  file_.WriteLine("Ω new");
   EXPECT_EQ(FileBytes(path_ + "~"), "former\r\n");
   EXPECT_EQ(file_.Close(), 1);
   EXPECT_EQ(FileBytes(path_), "? new\r\n");
