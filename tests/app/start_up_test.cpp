@@ -121,6 +121,15 @@ TEST_F(StartUpTest, ABrokenSettingsFileEndsTheProgram) {
   EXPECT_FALSE(host_.LookUpFile(LastRun()).empty());
 }
 
+TEST_F(StartUpTest, AnyDeviceErrorInStartINIEndsTheProgram) {
+  for (const char* const operation : {"OpenForWriting", "MakeFolder", "ChangeFolder"}) {
+    Start_Path(program_);
+    host_.Fail(operation, 57);
+    host_.AnswerBox(Answer::ok);
+    EXPECT_THROW(Start_INI(program_), ProgramEnded) << operation;
+  }
+}
+
 TEST_F(StartUpTest, OnlyAWholePathFromTheRegistryIsTaken) {
   Start_Path(program_);
   Start_INI(program_);

@@ -186,5 +186,19 @@ TEST_F(SubmissionTest, AnErrorInTheRestartEntryIsQuietAndTheRunGoesOn) {
   EXPECT_THAT(host_.transcript.back(), ::testing::HasSubstr("run-Freq.pif run1.txt"));
 }
 
+TEST_F(SubmissionTest, ACopyWithoutItsSourceIsRefused) {
+  host_.AnswerBox(Answer::ok);
+  CopyWithCommand(host_, host_.Path("none"), host_.Path("x"));
+  EXPECT_THAT(host_.transcript,
+              ElementsAre("MessageBox 0 [Polefit] \"@/none\" is not a valid file name. -> ok"));
+}
+
+TEST_F(SubmissionTest, ASolverThatCannotBeStartedLeavesTheSavedFile) {
+  SaveAsCurrent("run1.txt");
+  host_.Fail("StartProgram", error_number::kFileNotFound, 3);
+  EXPECT_EQ(ErrorOf([&] { SubmitRun(program_); }), error_number::kFileNotFound);
+  EXPECT_NE(FileBytes(scripted_.user + "/run1.txt"), "former");
+}
+
 }  // namespace
 }  // namespace polefit

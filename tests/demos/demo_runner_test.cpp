@@ -42,5 +42,22 @@ TEST_F(DemoTest, WithNoneChosenTheCurrentNameIsRun) {
               ::testing::HasSubstr("run-Freq.pif mine.txt @/Tessel.hz/User "));
 }
 
+TEST_F(DemoTest, ChangedDataAreOfferedForSavingFirst) {
+  EXPECT_TRUE(MayShowDemos(program_));
+  program_.DataChanged = 1;
+  host_.AnswerBox(Answer::cancel);
+  EXPECT_FALSE(MayShowDemos(program_));
+  host_.AnswerBox(Answer::no);
+  EXPECT_TRUE(MayShowDemos(program_));
+}
+
+TEST_F(DemoTest, TheIntroductionIsForStartsWithoutSettings) {
+  EXPECT_TRUE(WantsIntroduction(program_));
+  EXPECT_EQ(program_.files.currentFolder, "null");
+  EXPECT_EQ(host_.CurrentFolder(), host_.Path("Tessel.hz"));
+  WriteBytes("Polefit.ini", "");
+  EXPECT_FALSE(WantsIntroduction(program_));
+}
+
 }  // namespace
 }  // namespace polefit

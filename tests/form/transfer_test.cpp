@@ -111,6 +111,19 @@ TEST_F(Transfer, CountAnswersAreThoseFromBeforeTheReadOutSoTakingTwiceAgrees) {
   EXPECT_EQ(program.record.nDelayPoints, 13);
 }
 
+TEST_F(Transfer, TextInTheCellEditorIsTakenToo) {
+  FillRecord(3);
+  GetAnswers(program);
+  program.CurrentGrid = &form.passData;
+  program.editedRow = 2;
+  program.editedColumn = 1;
+  form.editor.visible = true;
+  form.editor.text = "7.5";
+  PutAnswers(program);
+  EXPECT_EQ(program.record.passband.At(2, 1), "7.5");
+  EXPECT_EQ(program.DataChanged, 1);
+}
+
 TEST_F(Transfer, CountsAreNumbersAtTheHeadOfTheirText) {
   FillRecord(3);
   for (const auto& [answer, points] :

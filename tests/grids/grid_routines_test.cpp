@@ -136,6 +136,14 @@ TEST_F(GridRoutines, AGridWithoutPointsIsNotRead) {
   }
 }
 
+TEST_F(GridRoutines, ACountBeyondTheListsIsErrorNine) {
+  PassbandPoints points;
+  points.Resize(2);
+  freqPoints = 3;
+  EXPECT_EQ(ErrorOf([&] { FillGrids(state, points, DelayPoints()); }),
+            error_number::kSubscriptOutOfRange);
+}
+
 TEST_F(GridRoutines, MorePointsThanTheReaderTakesAreErrorSix) {
   Show(32766);
   PassbandPoints read;
@@ -191,6 +199,27 @@ TEST_F(CellEditor, ItsFocusLooksAtPassDataButAddsToTheCurrentGrid) {
   CellEditorGotFocus(state);
   EXPECT_EQ(delay.RowCount(), 4);
   EXPECT_EQ(pass.RowCount(), 10);
+}
+
+TEST_F(CellEditor, AMousePressOnEitherGridStoresIntoTheGridThatWasEdited) {
+  for (FakeGrid* pressed : {&pass, &delay}) {
+    current = &pass;
+    ShowCellEditor(state);
+    editor.text = pressed == &pass ? "first" : "second";
+    GridMousePressed(state, *pressed);
+    EXPECT_EQ(pass.Text(editedRow, editedColumn), editor.text);
+    EXPECT_FALSE(editor.visible);
+    EXPECT_EQ(current, pressed);
+  }
+}
+
+TEST_F(CellEditor, ATypedCharacterReplacesTheTextAndAControlCharacterKeepsIt) {
+  pass.SetText(pass.CurrentRow(), pass.CurrentColumn(), "old");
+  for (const auto& [typed, shown] : {std::pair("7", "7"), {"µ", "µ"}, {"\x1f", "old"}}) {
+    GridCharacterTyped(state, pass, typed);
+    EXPECT_EQ(editor.text, shown);
+    HideCellEditor(state, true);
+  }
 }
 
 TEST_F(CellEditor, TextThatIsNoOtherIsNoChange) {

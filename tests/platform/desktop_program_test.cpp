@@ -85,5 +85,33 @@ TEST_F(DesktopTest, TheAutostartEntryRunsTheProgramOnceAndRemovesItself) {
   EXPECT_FALSE(std::filesystem::exists(AutostartEntryPath()));
 }
 
+TEST_F(DesktopTest, ADetachedProgramLeadsItsOwnGroupAndWritesItsOutput) {
+  const std::string log = folder_.File("log");
+  const long id = StartDetached({"sh", "-c", "echo \"$1\"; sleep 60 & wait", "sh", "a  b"}, log);
+  ASSERT_TRUE(WaitForFile(log));
+  EXPECT_EQ(FileBytes(log), "a  b\n");
+  EXPECT_EQ(::getpgid(static_cast<pid_t>(id)), id);
+  EXPECT_TRUE(StartOfProcess(id));
+  EndGroup(id, false);
+  WaitForEnd(id);
+  EXPECT_FALSE(StartOfProcess(id));
+}
+
+TEST_F(DesktopTest, AProgramThatCannotBeStartedIsNamed) {
+  WriteBytes(folder_.File("plain"), "no program");
+  const std::pair<std::string, int> cases[] = {
+      {folder_.File("none"), error_number::kFileNotFound},
+      {folder_.File("plain"), error_number::kPermissionDenied}};
+  for (const auto& [program, number] : cases) {
+    try {
+      StartDetached({program});
+      ADD_FAILURE() << program;
+    } catch (const RunTimeError& error) {
+      EXPECT_EQ(error.number, number);
+      EXPECT_THAT(error.description, HasSubstr(": " + program));
+    }
+  }
+}
+
 }  // namespace
 }  // namespace polefit

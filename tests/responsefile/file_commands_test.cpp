@@ -161,6 +161,16 @@ TEST_F(FileCommandsTest, SaveWritesTheCurrentFileOrAsks) {
   EXPECT_THAT(host_.transcript, ElementsAre(StartsWith(kSaveDialog)));
 }
 
+TEST_F(FileCommandsTest, SavedCountsAreThoseOfTheRowsWritten) {
+  program_.record.nFreqPoints = 1;
+  form_.passData.SetRowCount(6);
+  for (int cell = 0; cell < 8; ++cell) form_.passData.SetText(1 + cell / 4, 1 + cell % 4, "1");
+  host_.AnswerDialog(scripted_.user + "/two.txt");
+  EXPECT_TRUE(FileSaveAs(program_));
+  EXPECT_THAT(Saved("two.txt"), HasSubstr("\r\n 2\t\t! 23. "));
+  EXPECT_THAT(Saved("two.txt"), HasSubstr("1  1  1  1\t\t ! Point #  2 \r\n 0\t\t! \r\n"));
+}
+
 TEST_F(FileCommandsTest, SaveAsSuggestsTheStemOrAPrefixAsLongAsTheScratchText) {
   const std::tuple<const char*, const char*, const char*> cases[] = {
       {"run1.txt", "", "run1.*"},   {"ex-a.12", "scratch", "ex-a.*"},

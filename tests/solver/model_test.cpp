@@ -74,6 +74,15 @@ TEST(Model, IsTheProductOfItsFactorsInMagnitudeAndDelay) {
   }
 }
 
+TEST(Model, CountsPolesAndZerosOfEveryKind) {
+  const Problem plain = GoodProblem(EveryKind("N", "N", ".5"));
+  EXPECT_EQ(plain.PoleCount(), 11);
+  EXPECT_EQ(plain.ZeroCount(), 9);
+  const Problem both = GoodProblem(EveryKind("Y", "Y", ".5"));
+  EXPECT_EQ(both.PoleCount(), 13);
+  EXPECT_EQ(both.ZeroCount(), 10);
+}
+
 TEST(Objective, IsTheErrorMeasureWithItsWeights) {
   ResponseRecord record = EveryKind("N", "Y", ".5");
   record.Slot(slot::kIPower) = "-2";

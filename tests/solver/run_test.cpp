@@ -237,6 +237,21 @@ TEST_F(Run, KeepsOtherRunsOut) {
                             "': No such file or directory.\n");
 }
 
+TEST_F(Run, PutsASecondRunWithinATenthOfAPercent) {
+  for (const char* const example : {"Ex-Yzero.101", "Ex-Zpair.1", "Ex-Delay.111"}) {
+    Use(ExampleRecord(example));
+    Solve();
+    const std::string first = Report();
+    std::filesystem::copy_file(files_.lastRun, files_.InputPath(),
+                               std::filesystem::copy_options::overwrite_existing);
+    Solve();
+    const auto cost = [](const std::string& report) {
+      return std::stod(report.substr(report.find("cost F") + 6, 40));
+    };
+    EXPECT_NEAR(cost(Report()) / cost(first), 1, .001);
+  }
+}
+
 TEST(CommandLineOfTheSolver, TakesTheFrontEndsWordsOrAFile) {
   using Action = Request::Action;
   EXPECT_EQ(ParseCommandLine({"a.101", "/d", "/b", "c:"}).files.report,

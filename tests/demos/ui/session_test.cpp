@@ -226,6 +226,15 @@ TEST_F(SessionTest, ClosingTheWindowEndsTheProgramAndAsksNothing) {
   EXPECT_TRUE(session_->HasEnded());
 }
 
+TEST_F(SessionTest, ABrokenInstallationEndsTheProgramWithItsMessage) {
+  WriteBytes(Installed("Polefit.ini"), "");
+  answers_.Press(QMessageBox::Ok);
+  Start();
+  EXPECT_TRUE(session_->HasEnded());
+  EXPECT_EQ(Window("frmMain"), nullptr);
+  EXPECT_THAT(answers_.said.back(), HasSubstr("Input past end of fileSuggest re-installing"));
+}
+
 TEST_F(SessionTest, AnErrorThatNoRoutineCatchesIsShownAndTheFormStays) {
   Start();
   SetText("tmin", "41");

@@ -229,5 +229,15 @@ TEST_F(MainForm, TheWeightColumnFollowsItsCheckBox) {
   EXPECT_EQ(grid.Text(1, 4), "1") << "a hidden column keeps its cells";
 }
 
+TEST_F(MainForm, TheGridFollowsLargeFontsWithItsWidths) {
+  auto& grid = Find<GridWidget>("PassData");
+  const int before = grid.columnWidth(0);
+  QFont font = grid.font();
+  font.setPointSizeF(20);
+  grid.setFont(font);
+  EXPECT_NEAR(grid.columnWidth(0), before * 2, 6);
+  EXPECT_GE(grid.verticalHeader()->defaultSectionSize(), grid.fontMetrics().height());
+}
+
 }  // namespace
 }  // namespace polefit::testing
