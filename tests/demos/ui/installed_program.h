@@ -46,6 +46,9 @@ class InstalledProgram : public ::testing::Test {
   ~InstalledProgram() override {
     End();
     std::filesystem::current_path("/");
+    // Once asked to quit, Qt opens no dialog until its own loop has run and ended again.
+    QTimer::singleShot(0, [] { QApplication::exit(); });
+    QApplication::exec();
   }
 
   std::string Installed(const std::string& name) const { return base_ + "/Tessel.hz/" + name; }
