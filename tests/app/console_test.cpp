@@ -1,24 +1,16 @@
 #include "app/console.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "platform/scripted_host.h"
 
-namespace polefit {
+namespace polefit::testing {
 namespace {
 
-using testing::FileBytes;
+using ::testing::AllOf;
 using ::testing::HasSubstr;
-using testing::ScriptedHost;
+using ::testing::Pair;
 using ::testing::StartsWith;
-using testing::WriteBytes;
-
-struct Outcome {
-  int exitCode = -1;
-  std::string out;
-  std::string error;
-};
 
 /// A file that the solver would take, with one row replaced.
 std::string GoodFile(const std::string& secondRow = "2 .9 .8 1") {
@@ -33,48 +25,43 @@ std::string GoodFile(const std::string& secondRow = "2 .9 .8 1") {
 
 class ConsoleTest : public ::testing::Test {
  protected:
-  Outcome Run(std::vector<std::string> arguments) {
+  /// The exit code, -1 for none, and the output, double quotes in it as single ones.
+  std::pair<int, std::string> Run(const std::vector<std::string>& arguments) {
     ::testing::internal::CaptureStdout();
     ::testing::internal::CaptureStderr();
-    const CommandLineResult result = RunCommandLine(host_, arguments);
-    Outcome outcome;
-    outcome.exitCode = result.exitCode.value_or(-1);
-    outcome.out = ::testing::internal::GetCapturedStdout();
-    outcome.error = ::testing::internal::GetCapturedStderr();
-    return outcome;
+    const int exitCode = RunCommandLine(host_, arguments).exitCode.value_or(-1);
+    error_ = ::testing::internal::GetCapturedStderr();
+    std::string out = ::testing::internal::GetCapturedStdout();
+    std::replace(out.begin(), out.end(), '"', '\'');
+    return {exitCode, out};
   }
-  Outcome Check(const std::string& text, bool json = false) {
-    WriteBytes(host_.Path("x"), text);
-    if (json) return Run({"--check", "--json", host_.Path("x")});
-    return Run({"--check", host_.Path("x")});
+  /// A file with this text.
+  std::string File(const std::string& text) {
+    WriteBytes("x", text);
+    return "x";
   }
 
   ScriptedHost host_;
+  std::string error_;
 };
 
 TEST_F(ConsoleTest, AGoodFileIsCleanAndShownWhole) {
-  const Outcome outcome = Check(GoodFile());
-  EXPECT_EQ(outcome.exitCode, 0) << outcome.out;
-  for (const char* const part : {"Run1.txt", "76.7", "(empty)", "Passband points: 5", ".9"}) {
-    EXPECT_THAT(outcome.out, HasSubstr(part));
-  }
+  EXPECT_THAT(Run({"--check", File(GoodFile())}),
+              Pair(0, AllOf(HasSubstr("Run1.txt"), HasSubstr("76.7"), HasSubstr("(empty)"),
+                            HasSubstr("Passband points: 5"), HasSubstr(".9"))));
 }
 
 TEST_F(ConsoleTest, JsonHoldsWhatTheReaderUnderstood) {
-  const Outcome outcome = Check(GoodFile("2,.9,.8,1,extra"), true);
-  EXPECT_EQ(outcome.exitCode, 0);
-  EXPECT_EQ(outcome.out,
-            "{\"name\": \"Run1.txt\",\n \"folder\": \"" + host_.CurrentFolder() +
-                "\",\n \"slots\": [\"N\", \"76.7\", \"-2\", \"-2\", \"N\", \"10\", \"10\", "
-                "\"0 1\", \"\", \".5\", \".15\", \"N\", \".05\", \"N\", \"N\", \"0 0 0\", \"\", "
-                "\"\", \"\", \"1\", \".005\", \"4\", \"5\", \"0\"],\n "
-                "\"note1\": \"say \\\"hi\\\"\\\\\",\n \"note2\": \"\",\n "
-                "\"solver\": [\"\", \"\", \"\", \"\", \"\", \"\", \"\", \"\", \"\"],\n "
-                "\"solverCount\": 0,\n \"nFreqPoints\": 5,\n \"nDelayPoints\": 0,\n "
-                "\"passband\": [[\"1\", \"1\", \"1\", \"1\"], [\"2\", \".9\", \".8\", \"1\"], "
-                "[\"3\", \".8\", \".7\", \"1\"], [\"4\", \".7\", \".5\", \"1\"], "
-                "[\"5\", \".6\", \".3\", \"1\"]],\n \"delay\": [],\n \"findings\": [],\n "
-                "\"error\": null}\n");
+  EXPECT_THAT(
+      Run({"--check", "--json", File(GoodFile("2,.9,.8,1,extra"))}),
+      Pair(0, "{'name': 'Run1.txt',\n 'folder': '" + host_.Root() +
+                  "',\n 'slots': ['N', '76.7', '-2', '-2', 'N', '10', '10', '0 1', '', '.5', "
+                  "'.15', 'N', '.05', 'N', 'N', '0 0 0', '', '', '', '1', '.005', '4', '5', "
+                  "'0'],\n 'note1': 'say \\'hi\\'\\\\',\n 'note2': '',\n 'solver': ['', '', '', "
+                  "'', '', '', '', '', ''],\n 'solverCount': 0,\n 'nFreqPoints': 5,\n "
+                  "'nDelayPoints': 0,\n 'passband': [['1', '1', '1', '1'], ['2', '.9', '.8', '1'], "
+                  "['3', '.8', '.7', '1'], ['4', '.7', '.5', '1'], ['5', '.6', '.3', '1']],\n "
+                  "'delay': [],\n 'findings': [],\n 'error': null}\n"));
 }
 
 TEST_F(ConsoleTest, FindingsNameTheirQuestion) {
@@ -82,65 +69,62 @@ TEST_F(ConsoleTest, FindingsNameTheirQuestion) {
   text.replace(text.find("N\t\t"), 1, "yes");
   text.replace(text.find("10\t\t! question\n0 1"), 2, "0,5");
   text.replace(text.find(".5\t\t"), 2, ".5 .4");
-  const Outcome outcome = Check(text, true);
-  EXPECT_EQ(outcome.exitCode, 1);
-  EXPECT_THAT(outcome.out, HasSubstr("{\"question\": \"5\", \"text\": \"Question 5 (Freq Norm): "
-                                     "\\\"0,5\\\" is not a number (decimal point, no comma).\"}"));
-  EXPECT_THAT(outcome.out, HasSubstr("{\"question\": \"8\", \"text\": \"Question 8"));
-  EXPECT_THAT(outcome.out, HasSubstr("{\"question\": \"1\", \"text\": \"Question 1: \\\"yes\\\""));
-  EXPECT_THAT(outcome.out, HasSubstr("{\"question\": \"23\", \"text\": \"Passband point 2: "
-                                     "frequency 1 does not lie above 1 of the point before.\"}"));
+  const auto [exitCode, out] = Run({"--check", "--json", File(text)});
+  EXPECT_EQ(exitCode, 1);
+  for (const char* const finding : {"{'question': '1', 'text': 'Question 1: \\'yes\\'",
+                                    "{'question': '5', 'text': 'Question 5 (Freq Norm): \\'0,5\\' "
+                                    "is not a number (decimal point, no comma).'}",
+                                    "{'question': '8', 'text': 'Question 8",
+                                    "{'question': '23', 'text': 'Passband point 2: frequency 1 "
+                                    "does not lie above 1 of the point before.'}"}) {
+    EXPECT_THAT(out, HasSubstr(finding));
+  }
 }
 
 TEST_F(ConsoleTest, AFileThatStopsSaysWhereAndWhy) {
-  const Outcome shortRow = Check(GoodFile("2 .9 .8"));
-  EXPECT_EQ(shortRow.exitCode, 2);
-  EXPECT_THAT(shortRow.out, HasSubstr("Reading stopped at line 28: error 9, Subscript out of"));
-  EXPECT_THAT(shortRow.out, HasSubstr("Passband point 2: 3 value(s) found; the form needs 4"));
-  const Outcome cut = Check("name\nY\n", true);
-  EXPECT_EQ(cut.exitCode, 2);
-  EXPECT_THAT(cut.out, HasSubstr("\"error\": {\"number\": 62, \"description\": \"Input past"));
-  EXPECT_EQ(Run({"--check", host_.Path("gone")}).exitCode, 3);
-  EXPECT_EQ(Run({"--check", host_.Path("no/gone")}).exitCode, 3);
+  EXPECT_THAT(Run({"--check", File(GoodFile("2 .9 .8"))}),
+              Pair(2, AllOf(HasSubstr("Reading stopped at line 28: error 9, Subscript out of"),
+                            HasSubstr("Passband point 2: 3 value(s) found; the form needs 4"))));
+  EXPECT_THAT(Run({"--check", "--json", File("name\nY\n")}),
+              Pair(2, HasSubstr("'error': {'number': 62, 'description': 'Input past")));
+  EXPECT_THAT(Run({"--check", "gone"}), Pair(3, ""));
+  EXPECT_THAT(Run({"--check", "no/gone"}), Pair(3, ""));
 }
 
 TEST_F(ConsoleTest, RewriteGivesTheLayoutOfASavedFile) {
-  WriteBytes(host_.Path("in"), GoodFile());
-  EXPECT_EQ(Run({"--rewrite", host_.Path("in"), host_.Path("-out !'ü.txt")}).exitCode, 0);
-  const std::string bytes = FileBytes(host_.Path("-out !'ü.txt"));
-  EXPECT_THAT(bytes, StartsWith("-out !'\xFC.txt\t\t! 22, 5, and 0          March 03, 2004"));
-  EXPECT_THAT(bytes, HasSubstr("\r\n 5\t\t! 23. \xBB  # of Freq. points"));
-  EXPECT_THAT(bytes, HasSubstr("2  .9  .8  1\t\t ! Point #  2 \r\n"));
+  EXPECT_THAT(Run({"--rewrite", File(GoodFile()), host_.Path("Tessel.hz/-out !'ü.txt")}),
+              Pair(0, ""));
+  EXPECT_THAT(FileBytes("Tessel.hz/-out !'ü.txt"),
+              AllOf(StartsWith("-out !'\xFC.txt\t\t! 22, 5, and 0          March 03, 2004"),
+                    HasSubstr("\r\n 5\t\t! 23. \xBB  # of Freq. points"),
+                    HasSubstr("2  .9  .8  1\t\t ! Point #  2 \r\n")));
 }
 
 TEST_F(ConsoleTest, RewriteLosesNoFormerFile) {
-  WriteBytes(host_.Path("in"), "torn\n");
-  WriteBytes(host_.Path("out"), "former");
-  EXPECT_EQ(Run({"--rewrite", host_.Path("in"), host_.Path("out")}).exitCode, 2);
-  EXPECT_EQ(Run({"--rewrite", host_.Path("gone"), host_.Path("out")}).exitCode, 3);
-  WriteBytes(host_.Path("in"), GoodFile());
+  WriteBytes("out", "former");
+  EXPECT_THAT(Run({"--rewrite", File("torn\n"), "out"}), Pair(2, ""));
+  EXPECT_THAT(Run({"--rewrite", "gone", "out"}), Pair(3, ""));
   host_.Fail("WriteLine", 61, 20);
-  EXPECT_EQ(Run({"--rewrite", host_.Path("in"), host_.Path("out")}).exitCode, 4);
-  EXPECT_EQ(FileBytes(host_.Path("out~")), "former");
+  EXPECT_THAT(Run({"--rewrite", File(GoodFile()), "out"}), Pair(4, ""));
+  EXPECT_EQ(FileBytes("out~"), "former");
 }
 
 TEST_F(ConsoleTest, OtherCommandLines) {
-  EXPECT_EQ(Run({"--version"}).out, "Polefit 4.12\n");
-  EXPECT_THAT(Run({"--help"}).out, StartsWith("Usage: polefit [FILE]"));
+  EXPECT_THAT(Run({"--version"}), Pair(0, "Polefit 4.12\n"));
+  EXPECT_THAT(Run({"--help"}), Pair(0, StartsWith("Usage: polefit [FILE]")));
   const std::vector<std::string> wrong[] = {
-      {"--what"}, {"-x"}, {"a", "b"}, {"--check"}, {"--rewrite", "a"}, {"--version", "x"}};
+      {"--what"},        {"-x"}, {"a", "b"}, {"--check"}, {"--check", "a", "b"}, {"--rewrite", "a"},
+      {"--version", "x"}};
   for (const auto& arguments : wrong) {
-    const Outcome outcome = Run(arguments);
-    EXPECT_EQ(outcome.exitCode, 64) << arguments[0];
-    EXPECT_EQ(std::count(outcome.error.begin(), outcome.error.end(), '\n'), 1);
+    EXPECT_THAT(Run(arguments), Pair(64, "")) << arguments[0];
+    EXPECT_EQ(std::count(error_.begin(), error_.end(), '\n'), 1);
   }
-  const std::vector<std::string> none;
-  EXPECT_EQ(RunCommandLine(host_, none).window.fileToOpen, "");
-  const std::vector<std::string> file = {"Run 1.txt"};
-  EXPECT_EQ(RunCommandLine(host_, file).window.fileToOpen, "Run 1.txt");
-  const std::vector<std::string> dash = {"--", "-run.txt"};
-  EXPECT_EQ(RunCommandLine(host_, dash).window.fileToOpen, "-run.txt");
+  const std::pair<std::vector<std::string>, const char*> opened[] = {
+      {{}, ""}, {{"Run 1.txt"}, "Run 1.txt"}, {{"--", "-run.txt"}, "-run.txt"}};
+  for (const auto& [arguments, file] : opened) {
+    EXPECT_EQ(RunCommandLine(host_, arguments).window.fileToOpen, file);
+  }
 }
 
 }  // namespace
-}  // namespace polefit
+}  // namespace polefit::testing

@@ -10,39 +10,32 @@ TEST(RunOutputTest, ProgressIsFoundInAnyLineThatTellsIt) {
       {"start 1, problem 2, step 9, evaluations 16 of 2000, rho 1e-5", RunProgress{16, 2000}},
       {"120 of 2000", RunProgress{120, 2000}},
       {"one of many, 3 of 7; more", RunProgress{3, 7}},
-      {"start 1: typed values", std::nullopt},
-      {"5 of 0", std::nullopt},
-      {"(6 of 8 starts agree)", std::nullopt},
-      {" of ", std::nullopt},
-      {"9 of 9999999999", std::nullopt}};
+      {"start 1: typed values", {}},
+      {"5 of 0", {}},
+      {"(6 of 8 starts agree)", {}},
+      {" of ", {}},
+      {"9 of 9999999999", {}}};
   for (const auto& [line, expected] : cases) EXPECT_EQ(ProgressOf(line), expected) << line;
 }
 
 TEST(RunOutputTest, TheVerdictFollowsTheClosingLineTheReportAndTheStop) {
-  struct Case {
-    EndOfRun end;
-    Outcome outcome;
-  };
-  const Case cases[] = {
-      {{"pfit: converged (6 of 8 starts agree)", "", true, false}, Outcome::converged},
-      {{"pfit: stopped at STEPSLIM; best point found is given", "", true, false},
-       Outcome::limitReached},
-      {{"pfit: stopped on request; best point found is given", "", true, true}, Outcome::stopped},
-      {{"pfit: converged (1 of 1 starts agree)", "", true, true}, Outcome::converged},
-      {{"pfit: ended at once on request; nothing is written", "", false, true}, Outcome::stopped},
-      {{"pfit: another run is using the program folder", "", false, false}, Outcome::failed},
-      {{"start 3: random point", "", true, false}, Outcome::failed},
-      {{"start 3: random point", "", true, true}, Outcome::stopped},
-      {{"", "", false, false}, Outcome::noReport}};
-  for (const Case& expected : cases) {
-    EXPECT_EQ(VerdictOn(expected.end).outcome, expected.outcome) << expected.end.lastLine;
+  using enum Outcome;
+  const std::pair<EndOfRun, Outcome> cases[] = {
+      {{"pfit: converged (6 of 8 starts agree)", "", true, false}, converged},
+      {{"pfit: stopped at STEPSLIM; best point found is given", "", true, false}, limitReached},
+      {{"pfit: stopped on request; best point found is given", "", true, true}, stopped},
+      {{"pfit: converged (1 of 1 starts agree)", "", true, true}, converged},
+      {{"pfit: ended at once on request; nothing is written", "", false, true}, stopped},
+      {{"pfit: another run is using the program folder", "", false, false}, failed},
+      {{"start 3: random point", "", true, false}, failed},
+      {{"start 3: random point", "", true, true}, stopped},
+      {{"", "", false, false}, noReport}};
+  for (const auto& [end, outcome] : cases) {
+    EXPECT_EQ(VerdictOn(end).outcome, outcome) << end.lastLine;
   }
-}
-
-TEST(RunOutputTest, ARefusedProblemIsToldWithItsFirstFault) {
-  const EndOfRun end{"pfit: NOT RUN: 2 faults in the answers",
-                     "Question 5 (Freq Norm): it is empty.", true, false};
-  EXPECT_EQ(VerdictOn(end).text,
+  EXPECT_EQ(VerdictOn({"pfit: NOT RUN: 2 faults in the answers",
+                       "Question 5 (Freq Norm): it is empty.", true})
+                .text,
             "Failed: NOT RUN: 2 faults in the answers.  Question 5 (Freq Norm): it is empty.");
 }
 

@@ -1,204 +1,160 @@
 #include "app/submission.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "app/solver_start.h"
 #include "form/scripted_program.h"
-#include "platform/error_of.h"
 
-namespace polefit {
+namespace polefit::testing {
 namespace {
 
-using ::testing::ElementsAre;
-using testing::ErrorOf;
-using testing::FileBytes;
-using testing::WriteBytes;
+using ::testing::EndsWith;
 
-using Effects = std::vector<std::string>;
+const std::string kUnsaved =
+    "MessageBox 33 [Data -not- saved!] Okay to save '@/Tessel.hz/User/Start Up Values' now? -> ";
+const std::string kChanged = "MessageBox 35 [Data in form has changed!] Save current data? -> ";
+const std::string kSaveAs = "ShowSave [Save Response Input File As ...] ";
 
-class SubmissionTest : public ::testing::Test {
+class SubmissionTest : public ::testing::Test, protected ScriptedProgram {
  protected:
   SubmissionTest() {
-    WriteBytes(host_.Path("DOSstart.cvx"), "start script");
-    program_.RunMode = "*";
+    WriteBytes(host.Path("DOSstart.cvx"), "start script");
+    program.RunMode = "*";
   }
 
-  /// What the start of the solver with `name` in the "User" folder does, after `before`.
-  Effects AndStart(Effects before, const std::string& name) {
-    const std::string drive = host_.Root().substr(0, 2);
-    for (const std::string& effect :
-         {std::string("OpenForWriting @/re-start.reg"), std::string("CloseFile"),
-          std::string("StartProgram 0 regedit /s @/re-start.reg"),
-          std::string("StartProgram 2 COMMAND.COM /C COPY @/DOSstart.cvx @/DOSstart.tmp"),
-          "StartProgram 1 @/Tessel.hz/run-Freq.pif " + name + " @/Tessel.hz/User @ " + drive}) {
-      before.push_back(effect);
-    }
-    return before;
+  /// What happened since the last time, a line for each effect.
+  std::string Effects() {
+    std::string lines;
+    for (const std::string& effect : host.TakeTranscript()) lines += effect + "\n";
+    return lines;
+  }
+  std::string Submit() {
+    SubmitRun(program);
+    return Effects();
+  }
+
+  /// The effects of writing the file `name` of the "User" folder, and of starting the solver on it.
+  std::string Written(const std::string& name) {
+    return "OpenForWriting @/Tessel.hz/User/" + name + "\nCloseFile\n";
+  }
+  std::string Started(const std::string& name) {
+    return "OpenForWriting @/re-start.reg\nCloseFile\nStartProgram 0 regedit /s @/re-start.reg\n"
+           "StartProgram 2 COMMAND.COM /C COPY @/DOSstart.cvx @/DOSstart.tmp\n"
+           "StartProgram 1 @/Tessel.hz/run-Freq.pif " +
+           name + " @/Tessel.hz/User @ " + host.Root().substr(0, 2) + "\n";
   }
 
   void SaveAsCurrent(const std::string& name) {
-    SetCurrentFile(host_, program_.files, scripted_.user + "/" + name);
-    WriteBytes(scripted_.user + "/" + name, "former");
+    SetCurrentFile(host, files, user + "/" + name);
+    WriteBytes(name, "former");
   }
 
-  testing::ScriptedProgram scripted_;
-  testing::ScriptedHost& host_ = scripted_.host;
-  Program& program_ = scripted_.program;
-  FileState& files_ = program_.files;
+  FileState& files = program.files;
 };
 
 TEST_F(SubmissionTest, ASavedFileIsWrittenAgainAndRun) {
   SaveAsCurrent("Run1.TXT");
-  SubmitRun(program_);
-  EXPECT_EQ(host_.transcript,
-            AndStart({"OpenForWriting @/Tessel.hz/User/Run1.TXT", "CloseFile"}, "Run1.TXT"));
-  EXPECT_EQ(files_.currentFileName, "Run1.TXT");
-  EXPECT_EQ(files_.currentFolder, scripted_.user);
-  EXPECT_NE(FileBytes(scripted_.user + "/Run1.TXT"), "former");
+  EXPECT_EQ(Submit(), Written("Run1.TXT") + Started("Run1.TXT"));
+  EXPECT_EQ(JoinPath(files.currentFolder, files.currentFileName), user + "/Run1.TXT");
+  EXPECT_NE(FileBytes("Run1.TXT"), "former");
 }
 
 TEST_F(SubmissionTest, ANeverSavedFormIsSavedUnderANameFirst) {
-  host_.AnswerBox(Answer::ok);
-  host_.AnswerDialog(scripted_.user + "/run2.txt");
-  SubmitRun(program_);
-  EXPECT_EQ(host_.transcript,
-            AndStart({"MessageBox 33 [Data -not- saved!] Okay to save '@/Tessel.hz/User/Start Up "
-                      "Values' now? -> ok",
-                      "ShowSave [Save Response Input File As ...] *.* -> @/Tessel.hz/User/run2.txt",
-                      "OpenForWriting @/Tessel.hz/User/run2.txt", "CloseFile",
-                      "OpenForWriting @/Tessel.hz/User/run2.txt", "CloseFile"},
-                     "run2.txt"));
+  host.AnswerBox(Answer::ok);
+  host.AnswerDialog(user + "/run2.txt");
+  EXPECT_EQ(Submit(), kUnsaved + "ok\n" + kSaveAs + "*.* -> @/Tessel.hz/User/run2.txt\n" +
+                          Written("run2.txt") + Written("run2.txt") + Started("run2.txt"));
 }
 
 TEST_F(SubmissionTest, NothingRunsAfterACancelledQuestion) {
-  host_.AnswerBox(Answer::cancel);
-  SubmitRun(program_);
-  EXPECT_EQ(host_.TakeTranscript().size(), 1U);
-  host_.AnswerBox(Answer::ok);
-  host_.AnswerDialog("");
-  SubmitRun(program_);
-  EXPECT_EQ(host_.TakeTranscript().size(), 2U);
-  EXPECT_EQ(files_.currentFileName, "Start Up Values");
+  host.AnswerBox(Answer::cancel, Answer::ok, Answer::cancel);
+  host.AnswerDialog("");
+  EXPECT_EQ(Submit(), kUnsaved + "cancel\n");
+  EXPECT_EQ(Submit(), kUnsaved + "ok\n" + kSaveAs + "*.* -> \n");
+  EXPECT_EQ(files.currentFileName, "Start Up Values");
   SaveAsCurrent("run1.txt");
-  program_.DataChanged = 1;
-  host_.AnswerBox(Answer::cancel);
-  SubmitRun(program_);
-  EXPECT_EQ(host_.TakeTranscript().size(), 1U);
+  program.DataChanged = 1;
+  EXPECT_EQ(Submit(), kChanged + "cancel\n");
 }
 
 TEST_F(SubmissionTest, ChangedDataGoToAnotherFileOrIntoTheOldOneAllTheSame) {
   SaveAsCurrent("run1.txt");
-  program_.DataChanged = 1;
-  const std::string question = "MessageBox 35 [Data in form has changed!] Save current data? -> ";
-  host_.AnswerBox(Answer::no);
-  SubmitRun(program_);
-  EXPECT_EQ(host_.TakeTranscript(),
-            AndStart({question + "no", "OpenForWriting @/Tessel.hz/User/run1.txt", "CloseFile"},
-                     "run1.txt"));
-  host_.AnswerBox(Answer::yes);
-  host_.AnswerDialog(scripted_.user + "/run3.txt");
-  SubmitRun(program_);
-  EXPECT_EQ(host_.TakeTranscript(),
-            AndStart({question + "yes",
-                      "ShowSave [Save Response Input File As ...] run1.* -> "
-                      "@/Tessel.hz/User/run3.txt",
-                      "OpenForWriting @/Tessel.hz/User/run3.txt", "CloseFile",
-                      "OpenForWriting @/Tessel.hz/User/run3.txt", "CloseFile"},
-                     "run3.txt"));
+  program.DataChanged = 1;
+  host.AnswerBox(Answer::no, Answer::yes);
+  host.AnswerDialog(user + "/run3.txt");
+  EXPECT_EQ(Submit(), kChanged + "no\n" + Written("run1.txt") + Started("run1.txt"));
+  EXPECT_EQ(Submit(), kChanged + "yes\n" + kSaveAs + "run1.* -> @/Tessel.hz/User/run3.txt\n" +
+                          Written("run3.txt") + Written("run3.txt") + Started("run3.txt"));
 }
 
 TEST_F(SubmissionTest, InModeDemoTheLastUsedFileIsRunUnwritten) {
-  WriteBytes(scripted_.user + "/Ex-Yzero.101", "example");
-  program_.RunMode = "Demo";
-  files_.lastUsedName = "Ex-Yzero.101";
-  host_.ChangeFolder(host_.Root());
-  host_.TakeTranscript();
-  SubmitRun(program_);
-  EXPECT_EQ(host_.TakeTranscript(),
-            AndStart({"ChangeDrive @/Tessel.hz", "ChangeFolder @/Tessel.hz/User"}, "Ex-Yzero.101"));
+  WriteBytes("Ex-Yzero.101", "example");
+  program.RunMode = "Demo";
+  files.lastUsedName = "Ex-Yzero.101";
+  files.currentFolder = host.Root();
+  host.ChangeFolder(host.Root());
+  host.TakeTranscript();
+  EXPECT_EQ(Submit(),
+            "ChangeDrive @/Tessel.hz\nChangeFolder @/Tessel.hz/User\n" + Started("Ex-Yzero.101"));
   EXPECT_EQ(FileBytes("Ex-Yzero.101"), "example");
-  files_.lastUsedName = "";
-  host_.AnswerBox(Answer::no);
-  SubmitRun(program_);
-  EXPECT_EQ(host_.TakeTranscript().back(),
-            "MessageBox 52 [Filename is null or blank!] Please save file with any valid name and "
-            "re-run. -> no");
-  files_.lastUsedName = "none";
-  host_.AnswerBox(Answer::ok);
-  SubmitRun(program_);
-  EXPECT_EQ(host_.TakeTranscript().back(),
-            "MessageBox 448 [Please save file and re-run.] 'none' is non-existent! -> ok");
+  host.AnswerBox(Answer::no, Answer::ok);
+  files.lastUsedName = "";
+  EXPECT_THAT(Submit(), EndsWith("MessageBox 52 [Filename is null or blank!] Please save file with "
+                                 "any valid name and re-run. -> no\n"));
+  files.lastUsedName = "none";
+  EXPECT_THAT(Submit(), EndsWith("MessageBox 448 [Please save file and re-run.] 'none' is "
+                                 "non-existent! -> ok\n"));
 }
 
 TEST_F(SubmissionTest, APlatformThatCannotRunTheSolverIsRefused) {
-  const std::tuple<unsigned, unsigned, const char*, bool> cases[] = {
-      {4, 0, "4.00", true},    {4, 10, "4.10", true},  {4, 11, "4.11", false},
-      {4, 90, "4.90", false},  {5, 1, "5.01", false},  {6, 2, "6.02", false},
-      {10, 0, "10.00", false}, {3, 111, "4.11", false}};
+  // Each version has its minor part in the high byte.
+  const std::tuple<unsigned, std::string, bool> cases[] = {
+      {0x0A04, "4.10", true},  {0x0B04, "4.11", false},  {0x5A04, "4.90", false},
+      {0x0206, "6.02", false}, {0x000A, "10.00", false}, {0x6F03, "4.11", false}};
   SaveAsCurrent("run1.txt");
-  for (const auto& [major, minor, text, passes] : cases) {
-    host_.version = major | minor << 8U | 0x12340000U;
-    EXPECT_EQ(GetWindowsVer(host_), text);
-    if (!passes) host_.AnswerBox(Answer::ok);
-    RunSolver(program_);
-    const Effects effects = host_.TakeTranscript();
-    if (passes) {
-      EXPECT_EQ(effects, AndStart({}, "run1.txt"));
-    } else {
-      EXPECT_THAT(effects,
-                  ElementsAre("MessageBox 48 [GetWindowsVer = " + std::string(text) +
-                              "] Sorry, requires Windows 95/98 to run DOS portion of program! -> "
-                              "ok"));
-    }
+  for (const auto& [version, text, passes] : cases) {
+    host.version = version | 0x12340000U;
+    if (!passes) host.AnswerBox(Answer::ok);
+    RunSolver(program);
+    EXPECT_EQ(Effects(), passes ? Started("run1.txt")
+                                : "MessageBox 48 [GetWindowsVer = " + text +
+                                      "] Sorry, requires Windows 95/98 to run DOS portion of "
+                                      "program! -> ok\n");
   }
 }
 
 TEST_F(SubmissionTest, AMissingStartScriptIsReportedAndNothingIsWritten) {
   SaveAsCurrent("run1.txt");
-  host_.DeleteFile(host_.Path("DOSstart.cvx"));
-  host_.TakeTranscript();
-  host_.AnswerBox(Answer::ok);
-  RunSolver(program_);
-  EXPECT_THAT(host_.transcript,
-              ElementsAre("MessageBox 48 [A Polefit File is missing!] Re-Install Polefit Program; "
-                          "if this continues please contact us.  Try running a Demo and see if "
-                          "this error occurs. -> ok"));
+  host.AnswerBox(Answer::ok, Answer::ok);
+  CopyWithCommand(host, host.Path("none"), host.Path("x"));
+  EXPECT_EQ(Effects(), "MessageBox 0 [Polefit] \"@/none\" is not a valid file name. -> ok\n");
+  host.DeleteFile(host.Path("DOSstart.cvx"));
+  host.TakeTranscript();
+  RunSolver(program);
+  EXPECT_EQ(Effects(),
+            "MessageBox 48 [A Polefit File is missing!] Re-Install Polefit Program; if this "
+            "continues please contact us.  Try running a Demo and see if this error occurs. -> "
+            "ok\n");
 }
 
 TEST_F(SubmissionTest, TheRestartScriptIsWrittenToTheByte) {
-  EXPECT_TRUE(WriteRestartEntry(program_, "pfit"));
-  EXPECT_EQ(FileBytes(host_.Path("re-start.reg")),
+  EXPECT_TRUE(WriteRestartEntry(program, "pfit"));
+  EXPECT_EQ(FileBytes(host.Path("re-start.reg")),
             "REGEDIT4\r\n\r\n"
             "[HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce]\r\n"
             "\"Polefit startup\"=\"c:\\\\program files\\\\cv-Tools\\\\Tessel.hz\\\\pfit.exe\"\r\n");
 }
 
 TEST_F(SubmissionTest, AnErrorInTheRestartEntryIsQuietAndTheRunGoesOn) {
+  SaveAsCurrent("run1.txt");
   for (const char* const operation : {"OpenForWriting", "StartProgram", "CloseFile"}) {
-    host_.Fail(operation, error_number::kDiskFull);
-    EXPECT_FALSE(WriteRestartEntry(program_, "pfit")) << operation;
+    host.Fail(operation, error_number::kDiskFull, 1, 2);
+    EXPECT_FALSE(WriteRestartEntry(program, "pfit")) << operation;
+    RunSolver(program);
+    EXPECT_THAT(Effects(), ::testing::HasSubstr("run-Freq.pif run1.txt")) << operation;
   }
-  SaveAsCurrent("run1.txt");
-  host_.Fail("OpenForWriting", error_number::kDiskFull);
-  host_.TakeTranscript();
-  RunSolver(program_);
-  EXPECT_THAT(host_.transcript.back(), ::testing::HasSubstr("run-Freq.pif run1.txt"));
-}
-
-TEST_F(SubmissionTest, ACopyWithoutItsSourceIsRefused) {
-  host_.AnswerBox(Answer::ok);
-  CopyWithCommand(host_, host_.Path("none"), host_.Path("x"));
-  EXPECT_THAT(host_.transcript,
-              ElementsAre("MessageBox 0 [Polefit] \"@/none\" is not a valid file name. -> ok"));
-}
-
-TEST_F(SubmissionTest, ASolverThatCannotBeStartedLeavesTheSavedFile) {
-  SaveAsCurrent("run1.txt");
-  host_.Fail("StartProgram", error_number::kFileNotFound, 3);
-  EXPECT_EQ(ErrorOf([&] { SubmitRun(program_); }), error_number::kFileNotFound);
-  EXPECT_NE(FileBytes(scripted_.user + "/run1.txt"), "former");
+  EXPECT_TRUE(WriteRestartEntry(program, "pfit"));
 }
 
 }  // namespace
-}  // namespace polefit
+}  // namespace polefit::testing

@@ -4,15 +4,21 @@
 
 namespace polefit::testing {
 
-/// The number of the run-time error that `action` throws, 0 when it throws none.
+/// The run-time error that `action` throws; number 0 when it throws none.
 template <typename Action>
-int ErrorOf(Action action) {
+RunTimeError ThrownBy(Action action) {
   try {
     action();
   } catch (const RunTimeError& error) {
-    return error.number;
+    return error;
   }
-  return 0;
+  return {};
+}
+
+/// Its number alone.
+template <typename Action>
+int ErrorOf(Action action) {
+  return ThrownBy(action).number;
 }
 
 }  // namespace polefit::testing

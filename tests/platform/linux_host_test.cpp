@@ -1,49 +1,43 @@
 #include "platform/linux_host.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cerrno>
 
-#include "platform/console_host.h"
 #include "platform/file_checks.h"
 #include "platform/paths.h"
 #include "platform/pattern.h"
-#include "platform/temporary_folder.h"
+#include "platform/scripted_host.h"
 
-namespace polefit {
+namespace polefit::testing {
 namespace {
 
-using testing::TemporaryFolder;
-using testing::WriteBytes;
+using ::testing::ElementsAre;
 
 class LinuxHostTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    former_ = host_.CurrentFolder();
-    host_.ChangeFolder(folder_.Path());
-    host_.MakeFolder("User");
-    WriteBytes("Ex-a.12", "");
-    WriteBytes("b[1].txt", "");
+  LinuxHostTest() {
+    for (const char* const file : {"Ex-a.12", "b[1].txt", "User/x"}) WriteBytes(file, "");
   }
-  void TearDown() override { host_.ChangeFolder(former_); }
 
-  TemporaryFolder folder_;
-  std::string former_;
-  ConsoleHost host_{folder_.File("registry.reg")};
+  ScriptedHost host_;
 };
 
-TEST_F(LinuxHostTest, FileExistsKnowsNamesAndPatterns) {
-  const std::pair<std::string, bool> cases[] = {
-      {"Ex-a.12", true},      {"ex-a.12", false},
-      {"Ex-?.1*", true},      {"*.txt", true},
-      {"*.*", true},          {std::string(300, 'n'), false},
-      {"*.bin", false},       {"User", false},
-      {"U*", false},          {"b[1].txt", true},
-      {"b[1]*", true},        {folder_.File("*"), true},
-      {"no/*", false},        {"", false},
-      {"no/x", false},        {"Ex-a.12/x", false},
-      {folder_.Path(), false}};
-  for (const auto& [path, expected] : cases) EXPECT_EQ(FileExists(host_, path), expected) << path;
+TEST_F(LinuxHostTest, FilesAreFoundByNameOrPatternAndFoldersByNameAlone) {
+  const std::string paths[] = {"Ex-a.12",    "ex-a.12",      "Ex-?.1*", "*.txt",
+                               "*.*",        "*.bin",        "User",    "U*",
+                               "b[1].txt",   "b[1]*",        "User/?",  "no/*",
+                               "no/x",       "Ex-a.12/x",    "",        std::string(300, 'n'),
+                               host_.Root(), host_.Path("*")};
+  std::vector<std::string> files;
+  std::vector<std::string> folders;
+  for (const std::string& path : paths) {
+    if (FileExists(host_, path)) files.push_back(path);
+    if (dirExists(host_, path)) folders.push_back(path);
+  }
+  EXPECT_THAT(files, ElementsAre("Ex-a.12", "Ex-?.1*", "*.txt", "*.*", "b[1].txt", "b[1]*",
+                                 "User/?", host_.Path("*")));
+  EXPECT_THAT(folders, ElementsAre("User", host_.Root()));
 }
 
 TEST_F(LinuxHostTest, PatternsStandForCharacters) {
@@ -56,31 +50,36 @@ TEST_F(LinuxHostTest, PatternsStandForCharacters) {
   }
 }
 
-TEST_F(LinuxHostTest, DirExistsLooksForTheFolderItself) {
+TEST_F(LinuxHostTest, ErrorsOfTheLookUpsAreReportedUnderTheirNames) {
+  host_.Fail("LookUpFile", 68);
+  host_.Fail("LookUpFolder", 68);
+  host_.AnswerBox(Answer::ok, Answer::ok);
+  EXPECT_TRUE(FileExists(host_, "*.txt"));
   EXPECT_TRUE(dirExists(host_, "User"));
-  EXPECT_TRUE(dirExists(host_, folder_.Path()));
-  EXPECT_FALSE(dirExists(host_, "Ex-a.12"));
-  EXPECT_FALSE(dirExists(host_, "none"));
+  EXPECT_THAT(host_.transcript, ElementsAre("LookUpFile -> error 68",
+                                            "MessageBox 48 [In 'FileExists' routine ...] This "
+                                            "drive or path does not exist: *.txt -> ok",
+                                            "LookUpFolder -> error 68",
+                                            "MessageBox 48 [In 'dirExists' routine ...] This drive "
+                                            "or path does not exist: User -> ok"));
 }
 
 TEST_F(LinuxHostTest, APathIsSplitAtTheLastOfEitherSeparator) {
-  const std::string here = host_.CurrentFolder();
   const std::tuple<const char*, const char*, std::string> cases[] = {
       {"/data/run1.txt", "run1.txt", "/data"},
       {"C:\\data\\run1.txt", "run1.txt", "C:\\data"},
       {"C:\\data/mixed\\x", "x", "C:\\data/mixed"},
-      {"run1.txt", "run1.txt", here},
+      {"run1.txt", "run1.txt", host_.Root()},
       {"/run1.txt", "run1.txt", ""},
       {"/data/", "", "/data"}};
-  for (const auto& [path, name, expected] : cases) {
-    std::string folder;
-    EXPECT_EQ(SplitPath(host_, path, folder), name);
-    EXPECT_EQ(folder, expected) << path;
+  for (const auto& [path, name, folder] : cases) {
+    FileState files;
+    SetCurrentFile(host_, files, path);
+    EXPECT_EQ(files.currentFileName, name);
+    EXPECT_EQ(files.lastUsedName, name);
+    EXPECT_EQ(files.currentFolder, folder);
+    EXPECT_EQ(files.lastUsedFolder, folder);
   }
-  FileState files;
-  SetCurrentFile(host_, files, "Start Up Values");
-  EXPECT_EQ(files.lastUsedName, "Start Up Values");
-  EXPECT_EQ(files.lastUsedFolder, here);
 }
 
 TEST_F(LinuxHostTest, OnlyCaseBlindPathsAreLoweredForTheCommandLine) {
@@ -100,4 +99,4 @@ TEST_F(LinuxHostTest, SystemErrorsMapToTheirNumbers) {
 }
 
 }  // namespace
-}  // namespace polefit
+}  // namespace polefit::testing

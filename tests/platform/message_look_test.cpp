@@ -7,29 +7,22 @@ namespace {
 
 TEST(MessageLookTest, EveryStyleThatTheProgramUsesHasItsLook) {
   using enum Answer;
-  struct Case {
-    int style;
-    std::vector<Answer> buttons;
-    MessageIcon icon;
-    Answer defaultButton;
-  };
-  const Case cases[] = {
-      {0, {ok}, MessageIcon::none, ok},
-      {16, {ok}, MessageIcon::critical, ok},
-      {33, {ok, cancel}, MessageIcon::question, ok},
-      {35, {yes, no, cancel}, MessageIcon::question, yes},
-      {36, {yes, no}, MessageIcon::question, yes},
-      {48, {ok}, MessageIcon::exclamation, ok},
-      {52, {yes, no}, MessageIcon::exclamation, yes},
-      {448, {ok}, MessageIcon::none, ok},
-      {480, {ok}, MessageIcon::none, ok},
-      {481, {ok, cancel}, MessageIcon::none, cancel},
-  };
-  for (const Case& expected : cases) {
-    const MessageLook look = LookOf(expected.style);
-    EXPECT_EQ(look.buttons, expected.buttons) << expected.style;
-    EXPECT_EQ(look.icon, expected.icon) << expected.style;
-    EXPECT_EQ(look.defaultButton, expected.defaultButton) << expected.style;
+  using enum MessageIcon;
+  const std::tuple<int, std::vector<Answer>, MessageIcon, Answer> cases[] = {
+      {0, {ok}, none, ok},
+      {16, {ok}, critical, ok},
+      {33, {ok, cancel}, question, ok},
+      {35, {yes, no, cancel}, question, yes},
+      {36, {yes, no}, question, yes},
+      {48, {ok}, exclamation, ok},
+      {52, {yes, no}, exclamation, yes},
+      {448, {ok}, none, ok},
+      {480, {ok}, none, ok},
+      {481, {ok, cancel}, none, cancel}};
+  for (const auto& [style, buttons, icon, defaultButton] : cases) {
+    const MessageLook look = LookOf(style);
+    EXPECT_EQ(look.buttons, buttons) << style;
+    EXPECT_EQ(std::pair(look.icon, look.defaultButton), std::pair(icon, defaultButton)) << style;
   }
 }
 

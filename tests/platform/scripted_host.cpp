@@ -11,14 +11,11 @@ namespace polefit::testing {
 
 namespace {
 
-/// The script's answer to a question. Without one the test goes no further: some questions come
-/// back until they are answered.
+/// The script's answer to a question. Without one the test ends and fails: some questions come back
+/// until they are answered.
 template <typename Item>
 Item TakeFirst(std::deque<Item>& script, const std::string& question) {
-  if (script.empty()) {
-    ADD_FAILURE() << "not scripted: " << question;
-    throw std::logic_error("not scripted: " + question);
-  }
+  if (script.empty()) throw std::logic_error("not scripted: " + question);
   Item first = std::move(script.front());
   script.pop_front();
   return first;
@@ -27,7 +24,6 @@ Item TakeFirst(std::deque<Item>& script, const std::string& question) {
 }  // namespace
 
 ScriptedHost::ScriptedHost() : Real(File("registry.reg")), ownFolder(File("Tessel.hz")) {
-  formerFolder_ = Real::CurrentFolder();
   Real::ChangeFolder(Root());
   Real::MakeFolder(ownFolder);
 }

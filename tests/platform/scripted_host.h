@@ -82,7 +82,7 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   Real& Do(Text operation, Text detail = {});
   void Ask(Text operation, CommonDialog& dialog);
 
-  std::string formerFolder_;
+  std::string formerFolder_ = Real::CurrentFolder();
   std::deque<Answer> boxAnswers_;
   std::deque<std::string> dialogAnswers_;
   std::map<std::string, int> calls_;

@@ -9,39 +9,29 @@
 #include "platform/error_of.h"
 #include "platform/temporary_folder.h"
 
-namespace polefit {
+namespace polefit::testing {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ErrorOf;
-using testing::FileBytes;
-using testing::TemporaryFolder;
-using testing::WriteBytes;
+using namespace std::string_literals;
 
-/// Lets no file grow beyond `bytes` while it lives: a disk that is full there.
-class FullDisk {
- public:
-  explicit FullDisk(rlim_t bytes) {
-    std::signal(SIGXFSZ, SIG_IGN);
-    ::getrlimit(RLIMIT_FSIZE, &former_);
-    const rlimit limit{bytes, former_.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &former_); }
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
-
- private:
-  rlimit former_{};
-};
+/// Lets no file grow beyond `bytes`: a disk that is full there.
+void LimitFiles(rlim_t bytes) {
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit limit{};
+  ::getrlimit(RLIMIT_FSIZE, &limit);
+  limit.rlim_cur = std::min(bytes, limit.rlim_max);
+  ::setrlimit(RLIMIT_FSIZE, &limit);
+}
 
 class SharedFileTest : public ::testing::Test {
  protected:
-  void Save(const std::string& path, const std::string& line, int lines = 1) {
-    file_.OpenForWriting(path);
+  void Save(const std::string& line, int lines = 1) {
+    file_.OpenForWriting(path_);
     for (int i = 0; i < lines; ++i) file_.WriteLine(line);
     file_.Close();
   }
+  std::string Former() { return FileBytes(path_ + "~"); }
 
   TemporaryFolder folder_;
   std::string path_ = folder_.File("Run1.txt");
@@ -49,7 +39,6 @@ class SharedFileTest : public ::testing::Test {
 };
 
 TEST_F(SharedFileTest, LinesEndAtALineFeedAndBytesAreOrdinary) {
-  using namespace std::string_literals;
   WriteBytes(path_, "a\r\nb\n\r\n\x00\x1A\rc\r\nlast\xBB"s);
   file_.OpenForReading(path_);
   for (const std::string& line : {"a"s, "b"s, ""s, "\x00\x1A\rc"s, "last»"s}) {
@@ -70,38 +59,27 @@ TEST_F(SharedFileTest, FailuresHaveTheirNumbers) {
 }
 
 TEST_F(SharedFileTest, TheFormerContentLiesBesideUntilTheSaveIsComplete) {
-  Save(path_, "former");
+  Save("former");
   ::chmod(path_.c_str(), 0640);
   file_.OpenForWriting(path_);
   file_.WriteLine("Ω new");
-  EXPECT_EQ(FileBytes(path_ + "~"), "former\r\n");
+  EXPECT_EQ(Former(), "former\r\n");
   EXPECT_EQ(file_.Close(), 1);
   EXPECT_EQ(FileBytes(path_), "? new\r\n");
   EXPECT_FALSE(fs::exists(path_ + "~"));
   EXPECT_EQ(fs::status(path_).permissions(), fs::perms(0640));
 }
 
-TEST_F(SharedFileTest, AFullDiskLeavesThePartialFileAndTheFormerOne) {
-  Save(path_, "former");
-  const FullDisk disk(100'000);
-  EXPECT_EQ(ErrorOf([&] { Save(path_, std::string(98, 'x'), 5000); }), 61);
-  file_.Abandon();
-  EXPECT_EQ(FileBytes(path_ + "~"), "former\r\n");
-  EXPECT_EQ(fs::file_size(path_), 100'000U);
-}
-
-TEST_F(SharedFileTest, AFailedLineIsNotWrittenTwiceAndARetryKeepsTheFirstFormerContent) {
-  Save(path_, "former");
-  file_.OpenForWriting(path_);
-  {
-    const FullDisk disk(100);
-    EXPECT_EQ(ErrorOf([&] { file_.WriteLine(std::string(70'000, 'x')); }), 61);
-  }
+TEST_F(SharedFileTest, AFullDiskLeavesThePartialFileAndTheFormerOneUntilARetryEnds) {
+  Save("former");
+  LimitFiles(100'000);
+  EXPECT_EQ(ErrorOf([&] { Save(std::string(98, 'x'), 5000); }), 61);
+  LimitFiles(RLIM_INFINITY);
   EXPECT_EQ(ErrorOf([&] { file_.Close(); }), 61);
   file_.Abandon();
-  EXPECT_EQ(FileBytes(path_), std::string(100, 'x'));
-  EXPECT_EQ(FileBytes(path_ + "~"), "former\r\n");
-  Save(path_, "second try");
+  EXPECT_EQ(Former(), "former\r\n");
+  EXPECT_EQ(fs::file_size(path_), 100'000U) << "what failed is not written later";
+  Save("second try");
   EXPECT_EQ(FileBytes(path_), "second try\r\n");
   EXPECT_FALSE(fs::exists(path_ + "~"));
 }
@@ -112,31 +90,29 @@ TEST_F(SharedFileTest, WhatACrashLeftIsNotOverwrittenByTheNextSave) {
   file_.OpenForWriting(path_);
   EXPECT_EQ(FileBytes(path_ + "~~"), "torn");
   file_.Close();
-  EXPECT_EQ(FileBytes(path_ + "~"), "whole");
+  EXPECT_EQ(Former(), "whole");
   EXPECT_FALSE(fs::exists(path_ + "~~"));
 }
 
 TEST_F(SharedFileTest, ALinkIsReplacedAndNotFollowed) {
-  const TemporaryFolder elsewhere;
-  WriteBytes(elsewhere.File("other"), "untouched");
-  fs::create_symlink(elsewhere.File("other"), path_);
-  Save(path_, "new");
-  EXPECT_EQ(FileBytes(elsewhere.File("other")), "untouched");
+  WriteBytes(folder_.File("elsewhere/x"), "untouched");
+  fs::create_symlink(folder_.File("elsewhere/x"), path_);
+  Save("new");
+  EXPECT_EQ(FileBytes(folder_.File("elsewhere/x")), "untouched");
   EXPECT_FALSE(fs::is_symlink(path_));
   EXPECT_EQ(FileBytes(path_), "new\r\n");
 }
 
 TEST_F(SharedFileTest, AProtectedFileOrFolderKeepsItsContent) {
   if (::geteuid() == 0) GTEST_SKIP() << "root may write everywhere";
-  Save(path_, "former");
-  fs::permissions(path_, fs::perms(0444));
-  EXPECT_EQ(ErrorOf([&] { file_.OpenForWriting(path_); }), 70);
-  fs::permissions(path_, fs::perms(0644));
-  fs::permissions(folder_.Path(), fs::perms(0555));
-  EXPECT_EQ(ErrorOf([&] { file_.OpenForWriting(path_); }), 70);
-  fs::permissions(folder_.Path(), fs::perms(0755));
+  Save("former");
+  for (const std::string& place : {path_, folder_.Path()}) {
+    ::chmod(place.c_str(), 0555);
+    EXPECT_EQ(ErrorOf([&] { file_.OpenForWriting(path_); }), 70) << place;
+    ::chmod(place.c_str(), 0755);
+  }
   EXPECT_EQ(FileBytes(path_), "former\r\n");
 }
 
 }  // namespace
-}  // namespace polefit
+}  // namespace polefit::testing

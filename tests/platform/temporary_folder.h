@@ -34,7 +34,10 @@ inline std::string FileBytes(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-inline void WriteBytes(const std::string& path, const std::string& bytes) {
+/// Writes a file, and makes its folder when that is missing.
+inline void WriteBytes(const std::filesystem::path& path, const std::string& bytes) {
+  std::error_code error;
+  std::filesystem::create_directories(path.parent_path(), error);
   std::ofstream(path, std::ios::binary) << bytes;
 }
 
