@@ -166,8 +166,8 @@ int SharedFile::Close() {
 
 /// The former content goes only when the new one is on the disk.
 void SharedFile::FinishWriting() {
-  Flush();
   if (failed_) throw MakeRunTimeError(error_number::kDiskFull);
+  Flush();
   if (!former_.empty() && ::fsync(output_) != 0) ThrowSystemError();
   if (::close(std::exchange(output_, -1)) != 0) ThrowSystemError();
   if (!former_.empty()) ::unlink(former_.c_str());
