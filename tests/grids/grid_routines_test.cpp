@@ -1,6 +1,6 @@
 #include "grids/grid_routines.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "grids/cell_editor.h"
 #include "grids/fake_grid.h"
@@ -9,10 +9,10 @@
 namespace polefit::testing {
 namespace {
 
-using Cells = std::vector<std::string>;
+using ::testing::ElementsAre;
 
 /// Both grids in memory with the values that the routines borrow, as a fresh form has them.
-struct GridProgram {
+struct GridRoutines : ::testing::Test {
   FakeGrid pass{5, 6810};
   FakeGrid delay{3, 5200};
   FakeCellEditor editor;
@@ -24,18 +24,13 @@ struct GridProgram {
   std::int16_t delayPoints = 0;
   GridState state{pass,         delay,   editor,     current,    editedRow,
                   editedColumn, changed, freqPoints, delayPoints};
-};
+  PassbandPoints passRead;
+  DelayPoints delayRead;
 
-struct GridRoutines : ::testing::Test, GridProgram {
-  /// Shows `count` points whose cells name their row and column.
+  void Read() { ReadGrids(state, passRead, delayRead); }
   void Show(int count) {
     PassbandPoints points;
-    points.Resize(count + 1);
-    for (int row = 1; row <= count; ++row) {
-      for (int column = 1; column <= 4; ++column) {
-        points.At(row, column) = std::to_string(row) + "." + std::to_string(column);
-      }
-    }
+    FillPoints(points, count);
     ClearGrid(state, pass);
     freqPoints = static_cast<std::int16_t>(count);
     FillGrids(state, points, DelayPoints());
@@ -43,190 +38,106 @@ struct GridRoutines : ::testing::Test, GridProgram {
 };
 
 TEST_F(GridRoutines, AClearedGridHasItsTitlesAndTwoNumberedRowsAndKeepsItsDataColumnWidths) {
-  pass.SetText(1, 1, "7");
-  pass.SetColumnWidth(2, 1234);
-  freqPoints = delayPoints = 9;
-  ClearBoth(state);
-  ASSERT_EQ(pass.RowCount(), 3);
-  EXPECT_EQ(pass.Row(0), (Cells{"#", "Frequency", "Yin", "Yout", "Weight"}));
-  EXPECT_EQ(pass.Row(1), (Cells{"1", "", "", "", ""}));
-  EXPECT_EQ(delay.Row(0), (Cells{"#", "Frequency", "Delay (tx)"}));
-  EXPECT_EQ(delay.Row(2), (Cells{"2", "", ""}));
-  EXPECT_EQ(pass.ColumnWidth(2), 1234);
-  EXPECT_EQ(freqPoints + delayPoints, 0);
-  EXPECT_EQ(changed, 1);
-  EXPECT_EQ(current, &delay);
-}
-
-TEST_F(GridRoutines, ClearingDropsWhatStandsInTheEditor) {
   Show(2);
+  pass.SetColumnWidth(2, 1234);
+  delayPoints = 9;
   editor.visible = true;
-  editor.text = "typed";
-  editedRow = 1;
-  editedColumn = 1;
-  current = &delay;
-  ClearGrid(state);
-  EXPECT_FALSE(editor.visible);
-  EXPECT_EQ(delay.Row(1), (Cells{"1", "", ""}));
+  ClearGrid(state, delay);
+  EXPECT_EQ(delayPoints, 0);
+  EXPECT_EQ(current, &delay);
+  EXPECT_FALSE(editor.visible) << "what stands in it goes too";
+  EXPECT_THAT(delay.Rows(), ElementsAre(Cells{"#", "Frequency", "Delay (tx)"}, Cells{"1", "", ""},
+                                        Cells{"2", "", ""}));
   EXPECT_EQ(pass.Text(1, 1), "1.1");
-}
-
-TEST_F(GridRoutines, FivePointsGiveNineNumberedRowsAndReadBackAsFive) {
-  Show(5);
-  ASSERT_EQ(pass.RowCount(), 9);
-  for (int row = 1; row < 9; ++row) EXPECT_EQ(pass.Row(row)[0], std::to_string(row));
-  EXPECT_EQ(pass.Row(5), (Cells{"5", "5.1", "5.2", "5.3", "5.4"}));
-  EXPECT_EQ(pass.Row(6), (Cells{"6", "", "", "", ""}));
-  PassbandPoints read;
-  DelayPoints none;
-  ReadGrids(state, read, none);
-  EXPECT_EQ(freqPoints, 5);
-  EXPECT_EQ(read.At(5, 4), "5.4");
-  EXPECT_EQ(read.RowsOf(1), 10);
+  changed = 0;
+  ClearBoth(state);
+  EXPECT_EQ(changed, 1);
+  EXPECT_EQ(freqPoints, 0);
+  EXPECT_THAT(pass.Rows(), ElementsAre(Cells{"#", "Frequency", "Yin", "Yout", "Weight"},
+                                       Cells{"1", "", "", "", ""}, Cells{"2", "", "", "", ""}));
+  EXPECT_EQ(pass.ColumnWidth(2), 1234);
+  AddGridRow(state, false);
+  EXPECT_EQ(delay.Row(3), (Cells{"", "", ""})) << "a row without a number";
 }
 
 TEST_F(GridRoutines, TheReadOutEndsAtTheFirstRowWithAnEmptyCell) {
-  struct Case {
-    const char* what;
-    int row, column;
-    const char* text;
-    int points;
-  };
-  for (const Case& c : {Case{"an empty Yout", 3, 3, "", 2}, Case{"blanks only", 2, 1, "  ", 1},
-                        Case{"an empty Weight, hidden or not", 1, 4, "", 0},
-                        Case{"a point more", 5, 1, " 5 ", 4}}) {
+  for (const auto& [row, column, text, points] : {std::tuple(3, 3, "", 2),
+                                                  {2, 1, "  ", 1},
+                                                  {1, 4, "", 0},  // Weight, hidden or not
+                                                  {5, 1, " 5 ", 4}}) {
     Show(4);
     ShowWeightColumn(state, false);
-    pass.SetText(c.row, c.column, c.text);
-    PassbandPoints read;
-    DelayPoints none;
-    ReadGrids(state, read, none);
-    EXPECT_EQ(freqPoints, c.points) << c.what;
-    EXPECT_EQ(read.At(1, 1), "1.1") << c.what;
+    pass.SetText(row, column, text);
+    Read();
+    EXPECT_EQ(freqPoints, points) << row << "," << column;
+    EXPECT_EQ(passRead.At(1, 1), "1.1");
   }
 }
 
-TEST_F(GridRoutines, CellsAreTrimmedAndAFullGridEndsBehindItsLastRow) {
-  ClearGrid(state, delay);
-  delayPoints = 1;
-  for (int row = 1; row <= 2; ++row) {
-    delay.SetText(row, 1, "  1 5 ");
-    delay.SetText(row, 2, "\t2");
-  }
-  PassbandPoints none;
-  DelayPoints read;
-  ReadGrids(state, none, read);
-  EXPECT_EQ(delayPoints, 2);
-  EXPECT_EQ(read.At(1, 1), "1 5");
-  EXPECT_EQ(read.At(2, 2), "\t2");
-}
-
-TEST_F(GridRoutines, AGridWithoutPointsIsNotRead) {
-  ClearGrid(state, pass);
-  for (int column = 1; column <= 4; ++column) pass.SetText(1, column, "1");
-  for (const std::int16_t count : {std::int16_t{0}, std::int16_t{-3}}) {
-    freqPoints = count;
-    PassbandPoints read;
-    read.Resize(7);
-    DelayPoints none;
-    ReadGrids(state, read, none);
-    EXPECT_EQ(freqPoints, count);
-    EXPECT_EQ(read.RowsOf(1), 1);
-    EXPECT_EQ(read.At(1, 1), "");
+TEST_F(GridRoutines, AGridWithoutPointsIsNotReadAndAFullOneToItsLastRow) {
+  for (const auto& [count, read, rows, first] :
+       {std::tuple(std::int16_t{1}, 2, 4, "1 5"), {0, 0, 1, ""}, {-3, -3, 1, ""}}) {
+    ClearGrid(state, delay);
+    delay.Row(1) = delay.Row(2) = {"", "  1 5 ", "\t2"};
+    delayPoints = count;
+    Read();
+    EXPECT_EQ(delayPoints, read);
+    EXPECT_EQ(delayRead.RowsOf(2), rows) << count;
+    EXPECT_EQ(delayRead.At(1, 1), first) << count << ": only blanks around a cell go";
+    EXPECT_EQ(delayRead.At(1, 2), read > 0 ? "\t2" : "");
   }
 }
 
-TEST_F(GridRoutines, ACountBeyondTheListsIsErrorNine) {
-  PassbandPoints points;
-  points.Resize(2);
-  freqPoints = 3;
-  EXPECT_EQ(ErrorOf([&] { FillGrids(state, points, DelayPoints()); }),
+TEST_F(GridRoutines, PointsGiveNumberedRowsAndFourMoreUpToTheLargestCount) {
+  Show(32766);
+  ASSERT_EQ(pass.RowCount(), 32770);
+  for (int row = 1; row < 32770; ++row) ASSERT_EQ(pass.Text(row, 0), std::to_string(row));
+  EXPECT_EQ(pass.Row(5), (Cells{"5", "5.1", "5.2", "5.3", "5.4"}));
+  EXPECT_EQ(pass.Row(32767), (Cells{"32767", "", "", "", ""}));
+  Read();
+  EXPECT_EQ(freqPoints, 32766);
+  EXPECT_EQ(passRead.At(32766, 4), "32766.4");
+  pass.Row(32767) = {"", "1", "1", "1", "1"};
+  EXPECT_EQ(ErrorOf([&] { Read(); }), error_number::kOverflow);
+  EXPECT_EQ(ErrorOf([&] { FillGrids(state, PassbandPoints(), DelayPoints()); }),
             error_number::kSubscriptOutOfRange);
 }
 
-TEST_F(GridRoutines, MorePointsThanTheReaderTakesAreErrorSix) {
-  Show(32766);
-  PassbandPoints read;
-  DelayPoints none;
-  ReadGrids(state, read, none);
-  EXPECT_EQ(freqPoints, 32766);
-  for (int column = 1; column <= 4; ++column) pass.SetText(32767, column, "1");
-  EXPECT_EQ(ErrorOf([&] { ReadGrids(state, read, none); }), error_number::kOverflow);
-}
-
 TEST_F(GridRoutines, ColumnsAreSizedFromTheDesignWidths) {
-  const auto widths = [](const FakeGrid& grid, int columns) {
-    std::vector<int> all = {grid.Width()};
-    for (int column = 1; column <= columns; ++column) all.push_back(grid.ColumnWidth(column));
-    return all;
-  };
   pass.SetColumnWidth(0, 388);   // leaves 6402: a quarter is 1600.5, halves go to the even one
   delay.SetColumnWidth(0, 387);  // leaves 4793
   SizeGridColumns(state);
-  EXPECT_EQ(widths(pass, 4), (std::vector{6910, 1600, 1600, 1602, 1600}));
-  EXPECT_EQ(widths(delay, 2), (std::vector{5315, 2396, 2367}));
+  EXPECT_THAT(pass.ColumnWidths(), ElementsAre(388, 1600, 1600, 1602, 1600));
+  EXPECT_THAT(delay.ColumnWidths(), ElementsAre(387, 2396, 2367));
+  EXPECT_EQ(pass.Width(), 6910);
+  EXPECT_EQ(delay.Width(), 5315);
 }
 
-struct CellEditor : ::testing::Test, GridProgram {
-  CellEditor() {
-    ClearBoth(state);
-    current = &pass;
-    for (int row = 3; row < 10; ++row) AddGridRow(state, true);
-    pass.MoveTo(2, 3);
-    pass.SetText(2, 3, "old");
-    changed = 0;
-  }
-};
-
-TEST_F(CellEditor, DownAddsARowWhenFewerThanTwoWouldBeLeft) {
-  for (const auto& [row, rows] : {std::pair(7, 10), {8, 11}, {9, 12}}) {
-    pass.MoveTo(row, 1);
-    ShowCellEditor(state);
-    MoveCellEditor(state, kMoveDown);
-    EXPECT_EQ(pass.RowCount(), rows);
-    EXPECT_EQ(pass.Row(rows - 1)[0], std::to_string(rows - 1));
-    EXPECT_EQ(pass.CurrentRow(), row + 1);
-    EXPECT_EQ(changed, row > 7 ? 1 : 0) << "a row added is a change";
-  }
-}
+using CellEditor = GridRoutines;
 
 TEST_F(CellEditor, ItsFocusLooksAtPassDataButAddsToTheCurrentGrid) {
-  current = &delay;
-  pass.MoveTo(7, 1);
-  CellEditorGotFocus(state);
-  EXPECT_EQ(delay.RowCount(), 3);
-  pass.MoveTo(8, 1);
-  CellEditorGotFocus(state);
-  EXPECT_EQ(delay.RowCount(), 4);
+  Show(6);
+  ClearGrid(state, delay);
+  for (const auto& [row, added] : {std::pair(7, 0), {8, 1}}) {
+    changed = 0;
+    pass.SetCurrentRow(row);
+    CellEditorGotFocus(state);
+    EXPECT_EQ(delay.RowCount(), 3 + added);
+    EXPECT_EQ(changed, added) << "a row added is a change";
+  }
+  EXPECT_EQ(delay.Text(3, 0), "3");
   EXPECT_EQ(pass.RowCount(), 10);
 }
 
 TEST_F(CellEditor, AMousePressOnEitherGridStoresIntoTheGridThatWasEdited) {
   for (FakeGrid* pressed : {&pass, &delay}) {
-    current = &pass;
-    ShowCellEditor(state);
+    GridDoubleClicked(state, pass);
     editor.text = pressed == &pass ? "first" : "second";
     GridMousePressed(state, *pressed);
-    EXPECT_EQ(pass.Text(editedRow, editedColumn), editor.text);
+    EXPECT_EQ(pass.Text(1, 1), editor.text);
     EXPECT_FALSE(editor.visible);
     EXPECT_EQ(current, pressed);
   }
-}
-
-TEST_F(CellEditor, ATypedCharacterReplacesTheTextAndAControlCharacterKeepsIt) {
-  pass.SetText(pass.CurrentRow(), pass.CurrentColumn(), "old");
-  for (const auto& [typed, shown] : {std::pair("7", "7"), {"µ", "µ"}, {"\x1f", "old"}}) {
-    GridCharacterTyped(state, pass, typed);
-    EXPECT_EQ(editor.text, shown);
-    HideCellEditor(state, true);
-  }
-}
-
-TEST_F(CellEditor, TextThatIsNoOtherIsNoChange) {
-  ShowCellEditor(state);
-  CellEditorLostFocus(state);
-  EXPECT_EQ(changed, 0);
-  EXPECT_FALSE(editor.visible);
 }
 
 }  // namespace

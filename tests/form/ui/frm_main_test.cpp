@@ -1,188 +1,160 @@
 #include "form/ui/frm_main.h"
 
-#include <gmock/gmock.h>
-
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTabWidget>
 
-#include "form/solver_settings.h"
+#include "form/ui/answer_edit.h"
 #include "form/ui/main_form.h"
 
 namespace polefit::testing {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::UnorderedElementsAre;
 
 class FrmMainTest : public MainForm {};
 
-TEST_F(FrmMainTest, EveryQuestionStandsOnItsTabWithItsCaptionAndText) {
-  auto& tabs = Find<QTabWidget>("CVX_Tabs");
-  ASSERT_EQ(tabs.count(), 7);
-  for (std::size_t tab = 0; tab < kTabCaptions.size(); ++tab) {
-    EXPECT_EQ(tabs.tabText(static_cast<int>(tab)).toStdString(), kTabCaptions[tab]);
+TEST_F(FrmMainTest, AFreshFormGivesTheBuiltInAnswers) {
+  EXPECT_THAT(program.record.slots,
+              ElementsAre("N", "76.7", "-2", "-2", "N", "10", "10", "1  4", ".02", ".1 .1 .1 .1",
+                          ".2 .3 .4 .5", "N", ".05", "N", "N", "0 0 0", "1.111", ".01", ".01", "1",
+                          ".005", "22", " 0", " 0"));
+  EXPECT_EQ(program.record.Note1, "Keep notes for future runs");
+  EXPECT_EQ(program.record.Note2, "Your notes go here");
+  EXPECT_EQ(program.record.solver[1], "0 0 0");
+}
+
+TEST_F(FrmMainTest, LabelsShowTheirTexts) {
+  for (const auto& [label, text] :
+       {std::pair("Question11", "9. »                  ... IMAGINARY values?"),
+        {"SolvQuestion8",
+         "8. » RATIO: Factor used to reduce RHO between successive        \n"
+         "unconstrained problems (must be >2)"},
+        {"DefAnswer2", "0  0  0"},
+        {"lblnZpairs", "P:"},
+        {"lblKeepNotes", "20. » Keep notes below ..."}}) {
+    EXPECT_EQ(Find<QLabel>(label).text(), text);
   }
-  for (const Question& question : kQuestions) {
-    const QWidget* page = tabs.widget(static_cast<int>(question.tab));
-    auto& label = Find<QLabel>("Question" + std::to_string(question.slot));
-    EXPECT_EQ(label.text().toStdString(), question.label);
-    EXPECT_TRUE(page->isAncestorOf(&label));
-    for (const AnswerBox& box : question.Boxes()) {
-      EXPECT_TRUE(page->isAncestorOf(&Find<QWidget>(std::string(box.name)))) << box.name;
-      if (question.kind == AnswerKind::flag) continue;
-      EXPECT_EQ(form.Text(box.name), box.defaultText);
-    }
-  }
-  EXPECT_EQ(Find<QLabel>("lblnZpairs").text(), "P:");
-  EXPECT_EQ(Find<QLabel>("lblKeepNotes").text(), "20. » Keep notes below ...");
+  EXPECT_EQ(Find<QTabWidget>("CVX_Tabs").tabText(1), "&2. Poles && Zeros");
   EXPECT_EQ(Find<QCheckBox>("chkUseWeights").text(), "Yes");
 }
 
-TEST_F(FrmMainTest, RunsOfBlanksInTheSolverLabelsPlaceALineBreak) {
-  for (std::size_t i = 0; i < kSolverQuestions.size(); ++i) {
-    const std::string index = std::to_string(i + 1);
-    QString text = Find<QLabel>("SolvQuestion" + index).text();
-    EXPECT_EQ(text.count('\n'), i == 0 || i == 6 || i == 7 ? 1 : 0) << index;
-    EXPECT_EQ(text.remove('\n').toStdString(), kSolverQuestions[i].label);
-    EXPECT_EQ(Find<QLabel>("DefAnswer" + index).text().toStdString(),
-              kSolverQuestions[i].defaultLabel);
-  }
-}
-
 TEST_F(FrmMainTest, EveryEditAndClickMarksTheDataChanged) {
-  EnableAll();
-  for (const QLineEdit* box : form.findChildren<QLineEdit*>()) {
-    if (box->isReadOnly() || box->objectName() == "txtCellEditor") continue;
-    const std::string name = box->objectName().toStdString();
-    form.SetFocus(name);
-    program.DataChanged = 0;
-    Type("9");
-    EXPECT_EQ(program.DataChanged, 1) << name;
-  }
-  for (const QCheckBox* box : form.findChildren<QCheckBox*>()) {
-    const std::string name = box->objectName().toStdString();
-    form.SetFocus(name);
-    program.DataChanged = 0;
+  int boxes = 0;
+  for (const QWidget* box : form.findChildren<QWidget*>()) {
+    if (!qobject_cast<const AnswerEdit*>(box) && !qobject_cast<const QCheckBox*>(box)) continue;
+    ++boxes;
+    EnableAll();
+    form.SetFocus(box->objectName().toStdString());
     Press(Qt::Key_Space);
-    EXPECT_EQ(program.DataChanged, 1) << name;
+    EXPECT_EQ(program.DataChanged, 1) << FocusName();
+    EXPECT_TRUE(box->hasFocus()) << FocusName();
   }
+  EXPECT_EQ(boxes, 30 + 5);
 }
 
 TEST_F(FrmMainTest, BoxesThatSelectAllDoSoByKeyAndByMouseAndTheOthersKeepTheCaret) {
-  const std::set<std::string> keepTheCaret = {
-      "nPoles",   "nYzeros", "nZpairs", "nZquads", "Gain",  "LowestX_Y", "maxX_Y",
-      "StepsLim", "StepOut", "EvalMax", "SetRho",  "Ratio", "Accuracy"};
-  std::size_t kept = 0;
   EnableAll();
-  for (QLineEdit* box : form.findChildren<QLineEdit*>()) {
-    if (box->isReadOnly() || box->objectName() == "txtCellEditor") continue;
-    const std::string name = box->objectName().toStdString();
-    const bool selects = !keepTheCaret.contains(name);
-    kept += selects ? 0 : 1;
-    form.SetText(name, "12345");
-    form.SetFocus(name);  // brings its tab to the front
-    for (const bool byMouse : {false, true}) {
+  for (const bool byMouse : {false, true}) {
+    std::vector<std::string> others;
+    for (AnswerEdit* box : form.findChildren<AnswerEdit*>()) {
+      const std::string name = box->objectName().toStdString();
+      form.SetText(name, "12345");
+      form.SetFocus(name);  // brings its tab to the front
       box->clearFocus();
       box->deselect();
       if (byMouse) {
-        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(12, box->height() / 2));
+        Click(name);
       } else {
         box->setFocus(Qt::TabFocusReason);
       }
-      EXPECT_EQ(box->selectedText(), selects ? "12345" : "") << name << " mouse " << byMouse;
+      const std::string selected = box->selectedText().toStdString();
+      if (selected != "12345") others.push_back(name + selected);
     }
+    EXPECT_THAT(others, UnorderedElementsAre("nPoles", "nYzeros", "nZpairs", "nZquads", "Gain",
+                                             "LowestX_Y", "maxX_Y", "StepsLim", "StepOut",
+                                             "EvalMax", "SetRho", "Ratio", "Accuracy"))
+        << "by mouse: " << byMouse;
   }
-  EXPECT_EQ(kept, keepTheCaret.size());
 }
 
 TEST_F(FrmMainTest, AFieldRuleWaitsUntilTheFocusLeaves) {
   Press(Qt::Key_Space);
-  EXPECT_TRUE(form.IsChecked("chkEqualDelay"));
   EXPECT_FALSE(form.IsEnabled("tmin"));
   Press(Qt::Key_Tab);
   EXPECT_TRUE(form.IsEnabled("tmin"));
-  EXPECT_TRUE(form.IsEnabled("DelRipplePower"));
-  Press(Qt::Key_Backtab);
-  Press(Qt::Key_Backtab);
-  Press(Qt::Key_Backtab);
-  EXPECT_EQ(FocusName(), "chkEqualDelay");
-  Press(Qt::Key_Space);
-  Press(Qt::Key_Tab);
+  form.SetFocus("chkEqualDelay");
+  Press(Qt::Key_Space, Qt::Key_Tab);
   EXPECT_FALSE(form.IsEnabled("tmin"));
   EXPECT_EQ(FocusName(), "iPower") << "a box that is disabled passes the focus on";
-  EXPECT_EQ(form.Text("tmin"), "76.7");
 
   form.SetFocus("nPoles");
-  Press(Qt::Key_Home);
-  Type("0");
+  Press(Qt::Key_Home, Qt::Key_0);
   EXPECT_TRUE(form.IsEnabled("sigmaPoles"));
-  QTest::mouseClick(&Find<QWidget>("poleReal"), Qt::LeftButton);
+  Click("poleReal");
   EXPECT_FALSE(form.IsEnabled("sigmaPoles"));
 }
 
-TEST_F(FrmMainTest, ARecordTravelsThroughTheWindowUnchanged) {
-  for (int number = 1; number <= slot::kMaxXY; ++number) {
-    program.record.Slot(number) = "text " + std::to_string(number) + " µ";
+TEST_F(FrmMainTest, ARecordTravelsThroughTheWindowUnchangedAndADemoKeepsTheFileName) {
+  ResponseRecord& record = program.record;
+  for (const Question& question : kQuestions) {
+    const bool flag = question.kind == AnswerKind::flag;
+    record.Slot(question.slot) = flag ? "Y" : " text µ " + std::to_string(question.slot);
   }
-  for (const int flag : {slot::kEqualDelay, slot::kUseWeights, slot::kLossless}) {
-    program.record.Slot(flag) = "Y";
-  }
-  for (const int flag : {slot::kSigmaZeroWanted, slot::kDoublet}) program.record.Slot(flag) = "N";
-  program.record.Slot(slot::kZeroCounts) = "1  3";
-  program.record.Note2 = "»";
-  program.record.Note1 = std::string(100000, '7');
-  program.record.solver[8] = "1e-9";
+  record.Slot(slot::kSigmaZeroWanted) = "N";
+  record.Slot(slot::kZeroCounts) = "1  3";
+  record.Note1 = std::string(100000, '7');
+  record.Note2 = "»";
+  record.solver[8] = "1e-9";
+  record.LastFileName = "before";
+  program.RunMode = "Demo";
   ShowPoints(30);
-  EXPECT_EQ(program.DataChanged, 0);
   EXPECT_TRUE(form.IsEnabled("tmin"));
+  EXPECT_FALSE(form.IsEnabled("sigmaZero")) << "and its text travels all the same";
   EXPECT_FALSE(Find<GridWidget>("PassData").isColumnHidden(3));
-  const ResponseRecord shown = program.record;
+  const ResponseRecord shown = record;
   PutAnswers(program);
+  EXPECT_EQ(program.DataChanged, 0);
+  EXPECT_EQ(record.slots, shown.slots);
+  EXPECT_EQ(record.Note1.size(), 100000U);
+  EXPECT_EQ(record.Note2, "»");
+  EXPECT_EQ(record.solver, shown.solver);
+  EXPECT_EQ(record.passband.At(30, 4), "30.4");
+  EXPECT_EQ(record.LastFileName, "before");
+  program.RunMode = "*";
+  program.files.currentFileName = "after";
   PutAnswers(program);
-  ResponseRecord expected = shown;
-  expected.Slot(slot::kFreqPoints) = expected.Slot(slot::kDelayPointCount) = " 30";
-  EXPECT_EQ(program.record.slots, expected.slots);
-  EXPECT_EQ(program.record.Note1.size(), 100000U);
-  EXPECT_EQ(program.record.Note2, "»");
-  EXPECT_EQ(program.record.solver, expected.solver);
-  EXPECT_EQ(program.record.passband.At(30, 4), "30");
+  EXPECT_EQ(record.LastFileName, "after");
 }
 
 TEST_F(FrmMainTest, TheSolverButtonsWorkAndFocusTheFirstBox) {
   form.SelectTab(Tab::solverSettings);
-  const std::array<std::string, kSolverValueCount> defaults = {
-      "5  10  7", "0   0   0", "1e-5 1e-5 1e-5", "100", "10", "2000", "1", "16", ".0001"};
-  const std::array<std::string, kSolverValueCount> empty;
-  for (const auto& [button, values] :
-       {std::pair("cmdUseDefSolver", empty), {"cmdEditSolver", defaults}}) {
-    QTest::mouseClick(&Find<QPushButton>(button), Qt::LeftButton);
-    PutSolvAnswers(program);
-    EXPECT_EQ(program.record.solver, values);
-    EXPECT_EQ(FocusName(), "Remax");
-  }
+  Click("cmdUseDefSolver");
+  EXPECT_EQ(FocusName(), "Remax");
+  PutAnswers(program);
+  EXPECT_THAT(program.record.solver, ::testing::Each(""));
+  Click("cmdEditSolver");
+  EXPECT_EQ(FocusName(), "Remax");
+  PutAnswers(program);
+  EXPECT_THAT(program.record.solver, ElementsAre("5  10  7", "0   0   0", "1e-5 1e-5 1e-5", "100",
+                                                 "10", "2000", "1", "16", ".0001"));
 }
 
-TEST_F(FrmMainTest, MenuEntriesAndButtonsGoOutAsSignals) {
-  const std::pair<const char*, void (FrmMain::*)()> entries[] = {
-      {"mnuFileNew", &FrmMain::mnuFileNew},       {"mnuFileOpen", &FrmMain::mnuFileOpen},
-      {"mnuFileSave", &FrmMain::mnuFileSave},     {"mnuFileSaveAs", &FrmMain::mnuFileSaveAs},
-      {"mnuFileDelete", &FrmMain::mnuFileDelete}, {"mnuFileSubmit", &FrmMain::mnuFileSubmit},
-      {"mnuViewDemos", &FrmMain::mnuViewDemos},   {"mnuViewOutput", &FrmMain::mnuViewOutput},
-      {"mnuDemosRun", &FrmMain::mnuDemosRun},     {"mnuHelpManual", &FrmMain::mnuHelpManual},
-      {"mnuHelpEmail", &FrmMain::mnuHelpEmail},   {"mnuHelpAbout", &FrmMain::mnuHelpAbout},
-      {"mnuFileExit", &FrmMain::unloaded}};
-  for (const auto& [name, signal] : entries) {
-    const QSignalSpy spy(&form, signal);
-    Find<QAction>(name).trigger();
-    EXPECT_EQ(spy.count(), 1) << name;
+TEST_F(FrmMainTest, MenuEntriesAndTheButtonGoOutAsSignalsOfTheSameName) {
+  const QList<QAction*> entries = form.findChildren<QAction*>(QRegularExpression("^mnu"));
+  EXPECT_EQ(entries.size(), 13);
+  for (QAction* entry : entries) {
+    const QString name = entry->objectName() == "mnuFileExit" ? "unloaded" : entry->objectName();
+    const QSignalSpy spy(&form, qPrintable('2' + name + "()"));  // as SIGNAL() spells it
+    entry->trigger();
+    EXPECT_EQ(spy.count(), 1) << name.toStdString();
   }
   EXPECT_FALSE(form.isVisible());
-  form.show();
   const QSignalSpy submit(&form, &FrmMain::cmdSubmit);
-  form.SelectTab(Tab::run);
-  QTest::mouseClick(&Find<QPushButton>("cmdSubmit"), Qt::LeftButton);
+  Find<QPushButton>("cmdSubmit").click();
   EXPECT_EQ(submit.count(), 1);
 }
 

@@ -1,15 +1,17 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <QLineEdit>
 #include <QTest>
 #include <string>
 
 #include "form/field_rules.h"
+#include "form/points.h"
 #include "form/transfer.h"
 #include "form/ui/frm_main.h"
 #include "grids/grid_routines.h"
+#include "grids/ui/cell_editor_box.h"
 #include "grids/ui/grid_widget.h"
 #include "platform/scripted_host.h"
 
@@ -48,33 +50,25 @@ class MainForm : public ::testing::Test {
     program.DataChanged = 0;
   }
 
-  static QString FocusName() {
+  static std::string FocusName() {
     const QWidget* widget = QApplication::focusWidget();
-    return widget == nullptr ? QString() : widget->objectName();
+    return widget == nullptr ? "" : widget->objectName().toStdString();
   }
 
-  /// A key press to whatever has the focus.
-  static void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
+  /// Presses keys or types characters, each into what has the focus by then.
+  static void Press(auto... keys) {
+    for (const QKeyCombination key : {QKeyCombination(keys)...}) {
+      QTest::keyClick(QApplication::focusWidget(), key.key(), key.keyboardModifiers());
+    }
   }
-  /// Each character goes to what has the focus by then.
   static void Type(const std::string& text) {
     for (const char character : text) QTest::keyClick(QApplication::focusWidget(), character);
   }
+  void Click(const std::string& name) { QTest::mouseClick(&Find<QWidget>(name), Qt::LeftButton); }
 
   /// Shows `count` points in both grids, each cell its row number.
   void ShowPoints(int count) {
-    ResponseRecord& record = program.record;
-    record.Slot(slot::kFreqPoints) = record.Slot(slot::kDelayPointCount) = std::to_string(count);
-    record.passband.Resize(count + 1);
-    record.delay.Resize(count + 1);
-    for (int row = 1; row <= count; ++row) {
-      for (int column = 1; column <= 4; ++column) {
-        record.passband.At(row, column) = std::to_string(row);
-      }
-      for (int column = 1; column <= 2; ++column)
-        record.delay.At(row, column) = std::to_string(row);
-    }
+    SetPoints(program.record, count);
     GetAnswers(program);
     QApplication::processEvents();
   }
