@@ -68,6 +68,7 @@ TEST_F(Transfer, CountsAreNumbersAtTheHeadOfTheirText) {
     Slot(slot::kFreqPoints) = answer;
     GetAnswers(program);
     EXPECT_EQ(program.record.nFreqPoints, points) << answer;
+    EXPECT_EQ(program.record.nDelayPoints, 3);
     EXPECT_EQ(form.passData.RowCount(), points < 1 ? 3 : points + 4) << answer;
   }
   Slot(slot::kFreqPoints) = "40000";

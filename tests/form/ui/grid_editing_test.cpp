@@ -99,11 +99,9 @@ TEST_P(GridEditing, APressOnTheGridACommandAndAnyLossOfFocusStoreTheText) {
   EXPECT_EQ(Now(), "4,1");
   Type("b");
   const QSignalSpy save(&form, &FrmMain::mnuFileSave);
-  program.DataChanged = 0;
   Press(Qt::CTRL | Qt::Key_S);
   EXPECT_EQ(save.count(), 1);
   EXPECT_EQ(grid.Text(4, 1), "b");
-  EXPECT_EQ(program.DataChanged, 1);
   Type("c");
   PutAnswers(program);
   EXPECT_EQ(grid.Text(4, 1), "c");
