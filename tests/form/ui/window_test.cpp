@@ -100,9 +100,9 @@ TEST_F(Window, NothingIsClippedOverlapsOrScrollsAndLabelsStandOnTheLineOfTheirBo
         EXPECT_GE(label->width(), label->minimumSizeHint().width()) << text;
         const auto* box = qobject_cast<QLineEdit*>(label->buddy());
         if (box == nullptr || label->objectName() == "lblKeepNotes") continue;
-        const int lineTop = label->mapTo(&form, label->contentsRect().topLeft()).y();
-        const int boxMiddle = box->mapTo(&form, box->rect().center()).y();
-        EXPECT_NEAR(lineTop + label->fontMetrics().height() / 2, boxMiddle, 1) << text;
+        const QPoint firstLine(0, label->contentsRect().top() + label->fontMetrics().height() / 2);
+        const int lineMiddle = label->mapTo(&form, firstLine).y();
+        EXPECT_NEAR(lineMiddle, box->mapTo(&form, box->rect().center()).y(), 1) << text;
       }
     }
   }
