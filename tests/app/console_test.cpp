@@ -15,10 +15,11 @@ using ::testing::StartsWith;
 /// A file that the solver would take, with one row replaced.
 std::string GoodFile(const std::string& secondRow = "2 .9 .8 1") {
   std::string text = "Run1.txt\t\t! header\n";
-  const char* const answers[] = {"N",    "76.7", "-2",   "-2", "N",    "10", "10", "0 1",
-                                 "-999", ".5",   ".15",  "N",  ".05",  "N",  "N",  "0 0 0",
-                                 "-999", "-999", "-999", "1",  ".005", "4"};
-  for (const char* const answer : answers) text += std::string(answer) + "\t\t! question\n";
+  for (const char* const answer :
+       {"N", "76.7", "-2", "-2", "N",     "10",   "10",   "0 1",  "-999", ".5",   ".15",
+        "N", ".05",  "N",  "N",  "0 0 0", "-999", "-999", "-999", "1",    ".005", "4"}) {
+    text += std::string(answer) + "\t\t! question\n";
+  }
   text += "5\nhead\nhead\n1 1 1 1\n" + secondRow + "\n3 .8 .7 1\n4 .7 .5 1\n5 .6 .3 1\n";
   return text + "0\nhead\nhead\nsay \"hi\"\\\n-999\nN\n";
 }

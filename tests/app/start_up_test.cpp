@@ -160,15 +160,5 @@ TEST_F(StartUpTest, TheLastRunIsRestoredAsFarAsItCanBeShown) {
   }
 }
 
-TEST_F(StartUpTest, ATruncatedLastRunIsReportedAndStartUpGoesOn) {
-  WriteBytes(lastRun_, "run1.txt\r\nN\r\n");
-  host_.AnswerBox(Answer::ok);
-  EXPECT_EQ(Load(), 0);
-  EXPECT_THAT(host_.transcript,
-              ::testing::Contains(
-                  "MessageBox 16 [In 'FileReadMe' routine ...] Unexpected error # 62 occured: "
-                  "Input past end of file -> ok"));
-}
-
 }  // namespace
 }  // namespace polefit::testing

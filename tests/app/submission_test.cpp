@@ -59,30 +59,24 @@ TEST_F(SubmissionTest, ASavedFileIsWrittenAgainAndRun) {
   EXPECT_NE(FileBytes("Run1.TXT"), "former");
 }
 
-TEST_F(SubmissionTest, ANeverSavedFormIsSavedUnderANameFirst) {
-  host.AnswerBox(Answer::ok);
+TEST_F(SubmissionTest, ANeverSavedFormIsSavedUnderANameOrNotRun) {
+  host.AnswerBox(Answer::cancel, Answer::ok, Answer::ok);
+  EXPECT_EQ(Submit(), kUnsaved + "cancel\n");
+  host.AnswerDialog("");
+  EXPECT_EQ(Submit(), kUnsaved + "ok\n" + kSaveAs + "*.* -> \n");
+  EXPECT_EQ(files.currentFileName, "Start Up Values");
   host.AnswerDialog(user + "/run2.txt");
   EXPECT_EQ(Submit(), kUnsaved + "ok\n" + kSaveAs + "*.* -> @/Tessel.hz/User/run2.txt\n" +
                           Written("run2.txt") + Written("run2.txt") + Started("run2.txt"));
 }
 
-TEST_F(SubmissionTest, NothingRunsAfterACancelledQuestion) {
-  host.AnswerBox(Answer::cancel, Answer::ok, Answer::cancel);
-  host.AnswerDialog("");
-  EXPECT_EQ(Submit(), kUnsaved + "cancel\n");
-  EXPECT_EQ(Submit(), kUnsaved + "ok\n" + kSaveAs + "*.* -> \n");
-  EXPECT_EQ(files.currentFileName, "Start Up Values");
-  SaveAsCurrent("run1.txt");
-  program.DataChanged = 1;
-  EXPECT_EQ(Submit(), kChanged + "cancel\n");
-}
-
 TEST_F(SubmissionTest, ChangedDataGoToAnotherFileOrIntoTheOldOneAllTheSame) {
   SaveAsCurrent("run1.txt");
   program.DataChanged = 1;
-  host.AnswerBox(Answer::no, Answer::yes);
-  host.AnswerDialog(user + "/run3.txt");
+  host.AnswerBox(Answer::cancel, Answer::no, Answer::yes);
+  EXPECT_EQ(Submit(), kChanged + "cancel\n");
   EXPECT_EQ(Submit(), kChanged + "no\n" + Written("run1.txt") + Started("run1.txt"));
+  host.AnswerDialog(user + "/run3.txt");
   EXPECT_EQ(Submit(), kChanged + "yes\n" + kSaveAs + "run1.* -> @/Tessel.hz/User/run3.txt\n" +
                           Written("run3.txt") + Written("run3.txt") + Started("run3.txt"));
 }

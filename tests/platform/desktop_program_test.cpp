@@ -29,10 +29,8 @@ class DesktopTest : public ::testing::Test {
   }
   /// Makes a list of the user's choices with `id` for plain text.
   void Choose(const std::string& list, const std::string& id) {
-    WriteBytes(folder_.File("config/" + list),
-               "[Added Associations]\ntext/plain=gone.desktop\n"
-               "[Default Applications]\ntext/plain=" +
-                   id + "\n");
+    const std::string added = "[Added Associations]\ntext/plain=gone.desktop\n";
+    WriteBytes(folder_.File("config/" + list), added + "[Default Applications]\ntext/plain=" + id);
   }
 
   /// What stands in a file once it has been written.

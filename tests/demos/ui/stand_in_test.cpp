@@ -175,6 +175,7 @@ TEST_F(StandInTest, AMissingSolverIsNamedAndTheSavedFileStays) {
     answers_.Press(QMessageBox::Ok);
     Choose("mnuFileSubmit");
     EXPECT_THAT(answers_.said.back(), HasSubstr(": " + Installed("pfit")));
+    EXPECT_EQ(FileBytes(root_.File("config/autostart/polefit-restart.desktop")), "");
   }
   EXPECT_THAT(FileBytes(Installed("User/run1.txt")), HasSubstr("kept\t\t! 1a."));
   EXPECT_EQ(Window("frmRun"), nullptr);
