@@ -85,7 +85,7 @@ TEST_F(SubmissionTest, InModeDemoTheLastUsedFileIsRunUnwritten) {
   WriteBytes("Ex-Yzero.101", "example");
   program.RunMode = "Demo";
   files.lastUsedName = "Ex-Yzero.101";
-  files.currentFolder = host.Root();
+  files.currentFolder = files.lastUsedFolder = host.Root();
   host.ChangeFolder(host.Root());
   host.TakeTranscript();
   EXPECT_EQ(Submit(),
