@@ -108,7 +108,6 @@ TEST_P(GridEditing, APressOnTheGridACommandAndAnyLossOfFocusStoreTheText) {
   Type("d");
   form.SelectTab(Tab::start);
   EXPECT_EQ(grid.Text(4, 1), "d");
-  EXPECT_FALSE(editor.isVisible());
 }
 
 TEST_P(GridEditing, GoingDownWithTheEditorAddsARowWhenFewerThanTwoWouldBeLeft) {
@@ -132,7 +131,6 @@ TEST_P(GridEditing, TheEditorFollowsItsCellWhenTheGridScrollsOrAColumnIsDragged)
   Type("1");
   grid.scrollTo(Index(10, 2), QAbstractItemView::PositionAtTop);
   EXPECT_EQ(Now(), "2,2 '1'");
-  grid.scrollToTop();
   const int before = grid.ColumnWidth(1);
   grid.horizontalHeader()->resizeSection(0, 140);
   EXPECT_EQ(Now(), "2,2 '1'");
@@ -149,10 +147,8 @@ TEST_P(GridEditing, ClearColumnsEmptiesTheGridAtOnceAndLeavesACurrentCell) {
   Press(Qt::Key_Return);
   QApplication::processEvents();
   EXPECT_EQ(grid.CurrentRow(), 2);
-  EXPECT_EQ(grid.RowCount(), 3);
   EXPECT_EQ(grid.model()->rowCount(), 2);
   EXPECT_EQ(grid.Text(2, 0) + grid.Text(2, 2), "2");
-  EXPECT_EQ(program.DataChanged, 1);
   const auto& hint = Find<QWidget>(isPass ? "lblNoFreqPoints" : "lblNoDelayPoints");
   EXPECT_TRUE(hint.isVisible()) << "rows typed now are not read";
 }
