@@ -40,6 +40,7 @@ TEST_F(FrmMainTest, LabelsShowTheirTexts) {
   }
   EXPECT_EQ(Find<QTabWidget>("CVX_Tabs").tabText(1), "&2. Poles && Zeros");
   EXPECT_EQ(Find<QCheckBox>("chkUseWeights").text(), "Yes");
+  EXPECT_EQ(Find<QPushButton>("cmdUseDefSolver").text(), "&Use Defaults");
 }
 
 TEST_F(FrmMainTest, EveryEditAndClickMarksTheDataChanged) {
