@@ -55,6 +55,7 @@ TEST_F(FrmMainTest, EveryEditAndClickMarksTheDataChanged) {
     EXPECT_TRUE(box->hasFocus()) << FocusName();
   }
   EXPECT_EQ(boxes, 30 + 5);
+  EXPECT_TRUE(Find<QLineEdit>("LastFileName").isReadOnly()) << "it shows no answer";
 }
 
 TEST_F(FrmMainTest, BoxesThatSelectAllDoSoByKeyAndByMouseAndTheOthersKeepTheCaret) {
