@@ -2,18 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QDialog>
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 #include <deque>
 #include <functional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace polefit::testing {
@@ -23,71 +20,60 @@ namespace polefit::testing {
 /// answer that nobody asked for.
 class Answering {
  public:
-  Answering() {
-    timer_.setInterval(5);
-    QObject::connect(&timer_, &QTimer::timeout, [this] { Look(); });
-    timer_.start();
-  }
+  Answering() { Look(); }
   ~Answering() {
     EXPECT_TRUE(answers_.empty()) << answers_.size() << " answers were not asked for";
   }
-  Answering(const Answering&) = delete;
-  Answering& operator=(const Answering&) = delete;
 
   /// Presses a button of the next message box.
   void Press(QMessageBox::StandardButton button) {
-    answers_.push_back([button](QDialog& dialog) {
+    answers_.emplace_back([button](QDialog& dialog) {
       auto* const box = qobject_cast<QMessageBox*>(&dialog);
-      ASSERT_NE(box, nullptr) << dialog.windowTitle().toStdString();
-      ASSERT_NE(box->button(button), nullptr) << box->text().toStdString();
+      ASSERT_TRUE(box != nullptr && box->button(button) != nullptr) << NameOf(dialog);
       box->button(button)->click();
     });
   }
   /// Types a name into the next file dialog and accepts it.
   void Choose(const std::string& name) {
-    With([name](QDialog& dialog) {
+    answers_.emplace_back([name](QDialog& dialog) {
       auto* const edit = dialog.findChild<QLineEdit*>("fileNameEdit");
-      ASSERT_NE(edit, nullptr) << dialog.windowTitle().toStdString();
+      ASSERT_NE(edit, nullptr) << NameOf(dialog);
       // Typing would let go of what the list has chosen.
       dialog.findChild<QListView*>("listView")->clearSelection();
       edit->setText(QString::fromStdString(name));
       QMetaObject::invokeMethod(&dialog, "accept");
     });
   }
-  void Cancel() {
-    With([](QDialog& dialog) { dialog.reject(); });
-  }
-  /// Does anything with the next box or dialog.
-  void With(std::function<void(QDialog&)> answer) { answers_.push_back(std::move(answer)); }
+  void Cancel() { answers_.emplace_back(&QDialog::reject); }
 
   /// "title|text" of each message box so far.
   std::vector<std::string> said;
 
  private:
-  void Look() {
-    auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr || answering_) return;
-    if (const auto* const box = qobject_cast<QMessageBox*>(dialog)) {
-      said.push_back((box->windowTitle() + "|" + box->text()).toStdString());
-    }
-    if (answers_.empty()) {
-      ADD_FAILURE() << "no answer for: " << dialog->windowTitle().toStdString() << " "
-                    << (said.empty() ? "" : said.back());
-      dialog->reject();
-      return;
-    }
-    // The timer is silent while it is at work, and an answer may bring up the next box.
-    answering_ = true;
-    QTimer::singleShot(0, dialog, [this, dialog, answer = std::move(answers_.front())] {
-      answering_ = false;
-      answer(*dialog);
-    });
-    answers_.pop_front();
+  /// The title, and the text of a message box behind it.
+  static std::string NameOf(const QDialog& dialog) {
+    const std::string title = dialog.windowTitle().toStdString();
+    const auto* const box = qobject_cast<const QMessageBox*>(&dialog);
+    return box == nullptr ? title : title + "|" + box->text().toStdString();
   }
 
-  QTimer timer_;
+  void Look() {
+    // The next look is set up first: an answer may bring up the next box and wait for its end.
+    QTimer::singleShot(5, &looks_, [this] { Look(); });
+    auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    if (qobject_cast<QMessageBox*>(dialog) != nullptr) said.push_back(NameOf(*dialog));
+    if (answers_.empty()) {
+      ADD_FAILURE() << "no answer for: " << NameOf(*dialog);
+      Cancel();
+    }
+    const auto answer = answers_.front();
+    answers_.pop_front();
+    answer(*dialog);
+  }
+
+  QObject looks_;
   std::deque<std::function<void(QDialog&)>> answers_;
-  bool answering_ = false;
 };
 
 }  // namespace polefit::testing

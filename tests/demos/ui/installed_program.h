@@ -4,115 +4,123 @@
 #include <sys/stat.h>
 
 #include <QAction>
-#include <QApplication>
 #include <QTest>
 #include <filesystem>
-#include <fstream>
-#include <memory>
-#include <string>
+#include <optional>
+#include <set>
+#include <stdexcept>
 
 #include "demos/ui/answering.h"
 #include "demos/ui/session.h"
+#include "platform/console_host.h"
 #include "platform/temporary_folder.h"
-#include "platform/ui/qt_host.h"
+#include "responsefile/writer.h"
 
 namespace polefit::testing {
 
 /// The program's own host, but installed where a test wants it.
-class InstalledHost final : public QtHost {
- public:
-  explicit InstalledHost(std::string folder) : folder_(std::move(folder)) {}
-  std::string OwnFolder() override { return folder_; }
-
- private:
-  std::string folder_;
+struct InstalledHost final : QtHost {
+  explicit InstalledHost(std::string own) : folder(std::move(own)) {}
+  std::string OwnFolder() override { return folder; }
+  const std::string folder;
 };
 
 /// The whole program on the real host: installed in a temporary folder with a solver that is a
 /// shell script, on a desktop that has no programs and no settings yet.
-class InstalledProgram : public ::testing::Test {
- protected:
-  /// `base` is the name of the base folder.
-  explicit InstalledProgram(const std::string& base = "base") : base_(root_.File(base)) {
-    namespace fs = std::filesystem;
-    fs::create_directories(Installed("User"));
-    WriteBytes(base_ + "/DOSstart.cvx", "start\r\n");
-    qputenv("XDG_CONFIG_HOME", root_.File("config").c_str());
-    for (const char* const name : {"XDG_DATA_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_DIRS"}) {
-      qputenv(name, root_.File("none").c_str());
+struct InstalledProgram : ::testing::Test {
+  InstalledProgram() {
+    const std::string desktop = root.File("desktop");
+    for (const char* const name : {"CONFIG_HOME", "CONFIG_DIRS", "DATA_HOME", "DATA_DIRS"}) {
+      qputenv((std::string("XDG_") + name).c_str(), desktop.c_str());
     }
-    WriteBytes(Installed("Polefit.ini"), "h\r\n1\r\n\r\n");
+    Install("base");
   }
   ~InstalledProgram() override {
-    End();
+    session.reset();
     std::filesystem::current_path("/");
     // Once asked to quit, Qt opens no dialog until its own loop has run and ended again.
     QTimer::singleShot(0, [] { QApplication::exit(); });
     QApplication::exec();
   }
 
-  std::string Installed(const std::string& name) const { return base_ + "/Tessel.hz/" + name; }
+  void Install(const std::string& baseName) {
+    base = root.File(baseName);
+    std::filesystem::create_directories(Installed("User"));
+    WriteBytes(base + "/DOSstart.cvx", "start\r\n");
+    WriteBytes(Installed("Polefit.ini"), "h\r\n1\r\n\r\n");
+  }
+  std::string Installed(const std::string& name) const { return base + "/Tessel.hz/" + name; }
 
-  /// Makes the solver: a shell script that gets the four words and runs in the program folder.
+  /// Makes the solver: a shell script that runs in the program folder and has some words of its
+  /// own for what solvers do.
   void InstallSolver(const std::string& script) {
-    WriteBytes(Installed("pfit"), "#!/bin/sh\nread=\"$2/$1\"\ncd \"$3/Tessel.hz\"\n" + script);
+    WriteBytes(Installed("pfit"),
+               "#!/bin/sh\nread=\"$2/$1\"\ncd \"$3/Tessel.hz\"\n"
+               "report() { printf 'the report\\r\\n' > '~pft-out.txt'; }\n"
+               "values() { sed 's/^76.7/80.1/' \"$read\" > last-run.ini; }\n"
+               "say() { echo \"pfit: $*\"; }\n" +
+                   script);
     ::chmod(Installed("pfit").c_str(), 0755);
   }
 
-  void Start(const std::string& file = {}) {
-    End();
-    host_ = std::make_unique<InstalledHost>(base_ + "/Tessel.hz");
-    session_ = std::make_unique<Session>(*host_, file);
-    session_->Start();
-  }
-  void End() {
-    session_.reset();
-    host_.reset();
+  /// A file in the "User" folder with one passband point and the tmin answer given.
+  std::string MakeFile(const std::string& name, const std::string& tmin = "76.7") {
+    ResponseRecord record;
+    record.Slot(slot::kTmin) = tmin;
+    record.nFreqPoints = 1;
+    record.passband.Resize(2);
+    for (int column = 1; column <= 4; ++column) record.passband.At(1, column) = "1";
+    ConsoleHost writing;
+    WriteResponseFile(writing, record, {Installed("User"), name});
+    return Installed("User/" + name);
   }
 
-  /// A top-level window by its name, or nullptr.
-  static QWidget* Window(const QString& name) {
-    for (QWidget* const window : QApplication::topLevelWidgets()) {
-      if (window->objectName() == name && window->isVisible()) return window;
+  void Start(const std::string& file = {}) {
+    session.reset();
+    session.emplace(host.emplace(base + "/Tessel.hz"), file);
+    session->Start();
+  }
+
+  /// The titles of the windows that are up.
+  static std::set<std::string> Titles() {
+    std::set<std::string> titles;
+    for (const QWidget* const window : QApplication::topLevelWidgets()) {
+      if (window->isVisible()) titles.insert(window->windowTitle().toStdString());
     }
-    return nullptr;
+    return titles;
   }
-  template <typename Widget>
-  static Widget* In(const QString& window, const QString& name) {
-    QWidget* const found = Window(window);
-    return found == nullptr ? nullptr : found->findChild<Widget*>(name);
+  /// The part with this name of a window that is up. A name that is not there throws, so that a
+  /// misspelt one cannot pass.
+  template <typename Part = QWidget>
+  static Part& The(const QString& name) {
+    for (const QWidget* const window : QApplication::topLevelWidgets()) {
+      Part* const part = window->isVisible() ? window->findChild<Part*>(name) : nullptr;
+      if (part != nullptr) return *part;
+    }
+    throw std::out_of_range("no window that is up has a " + name.toStdString());
   }
-  static void Click(const QString& window, const QString& button) {
-    auto* const found = In<QAbstractButton>(window, button);
-    ASSERT_NE(found, nullptr) << button.toStdString();
-    QTest::mouseClick(found, Qt::LeftButton);
+  static std::string TextOf(const QString& name) {
+    return The(name).property("text").toString().toStdString();
   }
-  static void Choose(const QString& action) {
-    auto* const found = In<QAction>("frmMain", action);
-    ASSERT_NE(found, nullptr) << action.toStdString();
-    found->trigger();
+  static void SetText(const QString& name, const char* text) { The<QLineEdit>(name).setText(text); }
+  /// True when the part has the focus of its window, or gets it with the window.
+  static bool HasFocus(const QString& name) {
+    return The(name).window()->focusWidget() == &The(name);
   }
-  static std::string TextOf(const QString& window, const QString& name) {
-    const QWidget* const found = In<QWidget>(window, name);
-    return found == nullptr ? "none" : found->property("text").toString().toStdString();
-  }
-  static void SetText(const QString& name, const char* text) {
-    auto* const box = In<QLineEdit>("frmMain", name);
-    ASSERT_NE(box, nullptr);
-    box->setText(text);
-  }
+  static void Click(const QString& button) { QTest::mouseClick(&The(button), Qt::LeftButton); }
+  static void Choose(const QString& action) { The<QAction>(action).trigger(); }
   /// Waits for the end of the run and gives its verdict.
   static std::string Verdict() {
-    const bool ended =
-        QTest::qWaitFor([] { return !TextOf("frmRun", "lblVerdict").empty(); }, 10000);
-    return ended ? TextOf("frmRun", "lblVerdict") : "still running";
+    const auto isThere = [] { return !TextOf("lblVerdict").empty(); };
+    EXPECT_TRUE(QTest::qWaitFor(isThere, 10000)) << "still running";
+    return TextOf("lblVerdict");
   }
 
-  TemporaryFolder root_;
-  std::string base_;
-  Answering answers_;
-  std::unique_ptr<InstalledHost> host_;
-  std::unique_ptr<Session> session_;
+  TemporaryFolder root;
+  std::string base;
+  Answering answers;
+  std::optional<InstalledHost> host;
+  std::optional<Session> session;
 };
 
 }  // namespace polefit::testing
