@@ -1,7 +1,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <QAction>
 #include <QTest>
@@ -60,7 +59,7 @@ struct InstalledProgram : ::testing::Test {
                "values() { sed 's/^76.7/80.1/' \"$read\" > last-run.ini; }\n"
                "say() { echo \"pfit: $*\"; }\n" +
                    script);
-    ::chmod(Installed("pfit").c_str(), 0755);
+    std::filesystem::permissions(Installed("pfit"), std::filesystem::perms::all);
   }
 
   /// A file in the "User" folder with one passband point and the tmin answer given.

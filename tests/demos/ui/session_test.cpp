@@ -216,7 +216,7 @@ TEST_F(SessionTest, ExamplesManualAndMailGoToTheDesktopsPrograms) {
              "x-scheme-handler/mailto=any.desktop\n");
   const auto opened = [&] {
     EXPECT_TRUE(QTest::qWaitFor([&] { return !FileBytes(words).empty(); }));
-    const std::string bytes = FileBytes(words);
+    std::string bytes = FileBytes(words);
     std::filesystem::remove(words);
     return bytes;
   };
