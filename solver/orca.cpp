@@ -14,7 +14,7 @@ using Eigen::VectorXd;
 
 namespace {
 
-constexpr double kFirstRadius = 0.5;
+constexpr double kFirstRadius = 0.3;
 /// A step is taken when this share of the predicted decrease came true.
 constexpr double kTakenShare = 1e-4;
 /// A shorter scaled step is none.

@@ -89,7 +89,7 @@ double NextRadius(double radius, double stepLength, bool isAtEdge, double share)
   constexpr double kLargestRadius = 3;
   if (!(share >= 0)) return 0.25 * std::min(radius, stepLength);
   if (share < 0.1) return 0.5 * std::min(radius, stepLength);
-  if (share > 0.7 && isAtEdge) return std::min(2.5 * radius, kLargestRadius);
+  if (share > 0.9 && isAtEdge) return std::min(1.7 * radius, kLargestRadius);
   return radius;
 }
 

@@ -76,7 +76,7 @@ TEST_F(Run, LeavesAReportAndTheAnswersAndNothingElse) {
   EXPECT_EQ(Solve(), Exit::converged);
   EXPECT_THAT(Outputs(), UnorderedElementsAre("~pft-out.txt", "last-run.ini"));
   EXPECT_THAT(out_.str(), EndsWith("pfit: converged (6 of 6 starts agree); rms error 3.088e-03, "
-                                   "132 evaluations\n"));
+                                   "99 evaluations\n"));
   EXPECT_EQ(err_.str(), "");
   EXPECT_THAT(Report(), EndsWith("\r\nEnd of report.\r\n"));
   const std::string first = Report();

@@ -57,9 +57,9 @@ TEST(TrustRegion, ShrinksAfterAFailureAndGrowsAtItsEdge) {
   EXPECT_DOUBLE_EQ(NextRadius(1, .4, false, -1), .1);
   EXPECT_DOUBLE_EQ(NextRadius(1, 1, true, .05), .5);
   EXPECT_DOUBLE_EQ(NextRadius(1, 1, true, .5), 1);
-  EXPECT_DOUBLE_EQ(NextRadius(1, 1, true, .9), 2.5);
-  EXPECT_DOUBLE_EQ(NextRadius(2, 2, true, .9), 3);
-  EXPECT_DOUBLE_EQ(NextRadius(1, .4, false, .9), 1);
+  EXPECT_DOUBLE_EQ(NextRadius(1, 1, true, .95), 1.7);
+  EXPECT_DOUBLE_EQ(NextRadius(2, 2, true, .95), 3);
+  EXPECT_DOUBLE_EQ(NextRadius(1, .4, false, .95), 1);
 }
 
 }  // namespace
