@@ -16,7 +16,7 @@
 namespace polefit {
 namespace {
 
-constexpr int kRepetitions = 30;
+constexpr int kRepetitions = 200;
 
 ResponseRecord Read(const std::string& path) {
   ConsoleHost host;

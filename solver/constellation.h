@@ -28,7 +28,9 @@ struct Factor {
   }
   std::size_t Parts() const { return IsPair() ? 2 : 1; }
   /// The index of part 0 (real, or omega-axis zero) or 1 (imaginary).
-  int Parameter(std::size_t part) const { return parameter + static_cast<int>(part); }
+  std::size_t Parameter(std::size_t part) const {
+    return static_cast<std::size_t>(parameter) + part;
+  }
 };
 
 /// The factors of H(s) and who moves their locations. The parameters are one vector: first ORCA's

@@ -20,13 +20,13 @@ struct Complex {
 
 /// 1 / (a + jy)
 template <class T>
-Complex<T> Inverse(double a, const T& y) {
+[[gnu::always_inline]] inline Complex<T> Inverse(double a, const T& y) {
   const T scale = 1.0 / (a * a + y * y);
   return {a * scale, -y * scale};
 }
 
 template <class T>
-Complex<T> operator*(const Complex<T>& x, const Complex<T>& y) {
+[[gnu::always_inline]] inline Complex<T> operator*(const Complex<T>& x, const Complex<T>& y) {
   return {x.re * y.re - x.im * y.im, x.re * y.im + x.im * y.re};
 }
 
@@ -37,31 +37,31 @@ double ImaginaryPart(const Factor& factor, const Eigen::VectorXd& parameters) {
   return parameters[factor.parameter + 1];
 }
 
-/// The derivatives of ln|z / v|, z = v + jw.
+// In ln|H| a constant factor is left out of the derivatives: the gain takes it up, and of the
+// sidelobe peaks only the differences count.
+
+/// The derivatives of ln|z|, z = v + jw.
 template <class T>
 FactorDerivatives<T> SigmaLog(double v, const T& w) {
   const Complex<T> inverse = Inverse<T>(v, w);
-  const Complex<T> square = inverse * inverse;
   FactorDerivatives<T> d;
-  d.first[0] = inverse.re - 1 / v;
-  d.second[0] = 1 / (v * v) - square.re;
+  d.first[0] = inverse.re;
+  d.second[0] = inverse.im * inverse.im - inverse.re * inverse.re;
   return d;
 }
 
-/// The derivatives of ln|z1 z2 / c|.
+/// The derivatives of ln|z1 z2|.
 template <class T>
 FactorDerivatives<T> PairLog(double a, double b, const T& w) {
   const Complex<T> inverse1 = Inverse<T>(a, w - b);
   const Complex<T> inverse2 = Inverse<T>(a, w + b);
   const Complex<T> square1 = inverse1 * inverse1;
   const Complex<T> square2 = inverse2 * inverse2;
-  const double c = a * a + b * b;
   FactorDerivatives<T> d;
-  d.first[0] = inverse1.re + inverse2.re - 2 * a / c;
-  d.first[1] = inverse1.im - inverse2.im - 2 * b / c;
-  d.second[0] = (4 * a * a / c - 2) / c - square1.re - square2.re;
-  d.second[1] = 4 * a * b / (c * c) - square1.im + square2.im;
-  d.second[2] = (4 * b * b / c - 2) / c + square1.re + square2.re;
+  d.first[0] = inverse1.re + inverse2.re;
+  d.first[1] = inverse1.im - inverse2.im;
+  d.second[0] = -square1.re - square2.re;
+  d.second[1] = square2.im - square1.im;
   return d;
 }
 
@@ -72,14 +72,9 @@ T OmegaFactor(double z, const T& w) {
   return (1 - w / z) * (1 + w / z) + kSmallest;
 }
 
-/// From the derivatives of a logarithm, taken `count` times, to relative derivatives.
-FactorDerivatives<Rows> Relative(FactorDerivatives<Rows> d, double count, bool isPair) {
-  d.first[0] *= count;
-  d.second[0] = count * d.second[0] + d.first[0].square();
-  if (!isPair) return d;
-  d.first[1] *= count;
-  d.second[1] = count * d.second[1] + d.first[0] * d.first[1];
-  d.second[2] = count * d.second[2] + d.first[1].square();
+FactorDerivatives<Rows> Times(double count, FactorDerivatives<Rows> d) {
+  for (Rows& first : d.first) first *= count;
+  for (Rows& second : d.second) second *= count;
   return d;
 }
 
@@ -91,74 +86,44 @@ FactorDerivatives<Rows> RelativeOmega(double z, const Rows& w) {
   return d;
 }
 
-/// A product as the logarithm of what has left the range of numbers, and a rest.
-class LogProduct {
- public:
-  void Multiply(double value) {
-    product_ *= value;
-    constexpr double kFar = 1e100;
-    if (product_ > kFar || product_ < 1 / kFar) {
-      sum_ += std::log(product_);
-      product_ = 1;
-    }
-  }
-  double Product() const { return product_; }
-  double LogOfRest() const { return sum_; }
-
- private:
-  double product_ = 1;
-  double sum_ = 0;
-};
-
+/// What `valuesAt` gives for a group of frequencies, at all of them.
 template <class Function>
-Eigen::ArrayXd ByBlocks(const Eigen::ArrayXd& w, double start, Function addTo) {
+Eigen::ArrayXd ByGroups(const Eigen::ArrayXd& w, Function valuesAt) {
   Eigen::ArrayXd result(w.size());
-  for (Eigen::Index first = 0; first < w.size(); first += kBlockRows) {
-    const Eigen::Index count = std::min<Eigen::Index>(kBlockRows, w.size() - first);
-    const Rows block = w.segment(first, count);
-    Rows values = Rows::Constant(count, start);
-    addTo(block, values);
-    result.segment(first, count) = values;
+  for (Eigen::Index first = 0; first < w.size(); first += kLanes) {
+    const Eigen::Index count = std::min<Eigen::Index>(kLanes, w.size() - first);
+    Rows group = Rows::Constant(w[first]);
+    group.head(count) = w.segment(first, count);
+    result.segment(first, count) = valuesAt(group).head(count);
   }
   return result;
 }
 
 }  // namespace
 
-void MultiplyMagnitude(const Factor& factor, const Eigen::VectorXd& parameters, const Rows& w,
-                       Rows& magnitude) {
+void MultiplySquare(const Factor& factor, const Eigen::VectorXd& parameters, const Rows& w,
+                    Rows& squared) {
   const double a = Location(factor, parameters);
+  Rows square;
   if (factor.kind == FactorKind::omegaZero) {
-    magnitude *= OmegaFactor<Rows>(a, w).abs();
-    return;
-  }
-  if (factor.logCount == 0) return;
-  Rows squared;
-  if (factor.IsPair()) {
+    square = OmegaFactor<Rows>(a, w).square();
+  } else if (factor.IsPair()) {
     const double b = ImaginaryPart(factor, parameters);
     const double c = a * a + b * b;
-    squared = (a * a + (w - b).square()) * (a * a + (w + b).square()) / (c * c);
+    square = (a * a + (w - b).square()) * (a * a + (w + b).square()) / (c * c);
   } else {
-    squared = 1 + (w / a).square();
+    square = 1 + (w / a).square();
   }
-  switch (factor.logCount) {
-    case -1:
-      magnitude /= squared.sqrt();
-      break;
-    case 1:
-      magnitude *= squared.sqrt();
-      break;
-    default:
-      magnitude *= squared;
-  }
+  if (factor.logCount < 0) squared /= square;
+  for (int i = 0; i < factor.logCount; ++i) squared *= square;
 }
 
 FactorDerivatives<Rows> RelativeDerivatives(const Factor& factor, const Eigen::VectorXd& parameters,
                                             const Rows& w) {
   const double a = Location(factor, parameters);
   if (factor.kind == FactorKind::omegaZero) return RelativeOmega(a, w);
-  if (!factor.IsPair()) return Relative(SigmaLog(a, w), factor.logCount, false);
-  return Relative(PairLog(a, ImaginaryPart(factor, parameters), w), factor.logCount, true);
+  if (!factor.IsPair()) return Times(factor.logCount, SigmaLog(a, w));
+  return Times(factor.logCount, PairLog(a, ImaginaryPart(factor, parameters), w));
 }
 
 void AddDelay(const Factor& factor, const Eigen::VectorXd& parameters, const Rows& w, Rows& delay) {
@@ -193,105 +158,106 @@ FactorDerivatives<Rows> DelayDerivatives(const Factor& factor, const Eigen::Vect
   d.first[1] = count * (square2.im - square1.im);
   d.second[0] = 2 * count * (cube1.re + cube2.re);
   d.second[1] = 2 * count * (cube1.im - cube2.im);
-  d.second[2] = -d.second[0];
   return d;
 }
 
 Eigen::ArrayXd Magnitudes(const Constellation& constellation, const Eigen::VectorXd& parameters,
                           const Eigen::ArrayXd& w) {
-  return ByBlocks(w, 1, [&](const Rows& block, Rows& values) {
+  return ByGroups(w, [&](const Rows& group) {
+    Rows squared = Rows::Ones();
     for (const Factor& factor : constellation.factors) {
-      MultiplyMagnitude(factor, parameters, block, values);
+      MultiplySquare(factor, parameters, group, squared);
     }
+    return squared.sqrt().eval();
   });
 }
 
 Eigen::ArrayXd Delays(const Constellation& constellation, const Eigen::VectorXd& parameters,
                       const Eigen::ArrayXd& w) {
-  return ByBlocks(w, 0, [&](const Rows& block, Rows& values) {
-    for (const Factor& factor : constellation.factors) AddDelay(factor, parameters, block, values);
+  return ByGroups(w, [&](const Rows& group) {
+    Rows delay = Rows::Zero();
+    for (const Factor& factor : constellation.factors) AddDelay(factor, parameters, group, delay);
+    return delay;
   });
 }
 
 LogCurve::LogCurve(const Constellation& constellation, const Eigen::VectorXd& parameters) {
-  terms_.reserve(constellation.factors.size());
+  // Keeps a zero off the omega axis by so little that no figure can show it.
+  constexpr double kSmallest = 1e-60;
+  zeros_.reserve(2 * constellation.factors.size());
+  poles_.reserve(2 * constellation.factors.size());
   for (const Factor& factor : constellation.factors) {
-    if (factor.logCount == 0) continue;
-    const double a = Location(factor, parameters);
-    if (factor.kind == FactorKind::omegaZero) {
-      terms_.push_back({factor.kind, 1, a, 0, 1});
-    } else if (factor.IsPair()) {
-      const double b = ImaginaryPart(factor, parameters);
-      const double c = a * a + b * b;
-      terms_.push_back({factor.kind, factor.logCount, a, b, 1 / (c * c)});
-      resonances_.push_back(b);
-    } else {
-      terms_.push_back({factor.kind, factor.logCount, a, 0, 1 / (a * a)});
+    const double location = Location(factor, parameters);
+    const bool isOmega = factor.kind == FactorKind::omegaZero;
+    const double square = isOmega ? kSmallest : location * location;
+    double position = isOmega ? location : 0;
+    if (factor.IsPair()) {
+      position = ImaginaryPart(factor, parameters);
+      resonances_.push_back(position);
+    }
+    const double scale = 1 / (position * position + square);
+    std::vector<Root>& roots = factor.logCount < 0 ? poles_ : zeros_;
+    for (int i = 0; i < std::abs(factor.logCount); ++i) {
+      roots.push_back({position, square, scale});
+      if (isOmega || factor.IsPair()) roots.push_back({-position, square, scale});
     }
   }
 }
 
-double LogCurve::SquaredMagnitude(const Term& term, double w) {
-  const double a = term.real;
-  switch (term.kind) {
-    case FactorKind::omegaZero: {
-      const double value = OmegaFactor(a, w);
-      return value * value;
-    }
-    case FactorKind::sigmaPole:
-    case FactorKind::sigmaZero:
-      return 1 + w * w * term.scale;
-    default: {
-      const double below = a * a + (w - term.imaginary) * (w - term.imaginary);
-      const double above = a * a + (w + term.imaginary) * (w + term.imaginary);
-      return below * above * term.scale;
-    }
+/// The product of |w - root|^2 scale for some roots from the index `first` on: so many that it
+/// stays in the range of numbers.
+template <class T>
+T LogCurve::Product(const std::vector<Root>& roots, std::size_t first, const T& w) {
+  T product = 1 + 0 * w;
+  for (std::size_t i = first; i < std::min(first + kRootsALogarithm, roots.size()); ++i) {
+    const T y = w - roots[i].position;
+    product *= (y * y + roots[i].square) * roots[i].scale;
   }
+  return product;
+}
+
+template <class T>
+T LogCurve::LevelAt(const T& w) const {
+  using std::log;
+  T sum = 0 * w;
+  const std::size_t end = std::max(zeros_.size(), poles_.size());
+  for (std::size_t first = 0; first < end; first += kRootsALogarithm) {
+    sum += log(Product(zeros_, first, w) / Product(poles_, first, w));
+  }
+  return sum / 2;
 }
 
 double LogCurve::At(double w) const {
-  LogProduct zeros;
-  LogProduct poles;
-  for (const Term& term : terms_) {
-    const double value = SquaredMagnitude(term, w);
-    if (term.count < 0) {
-      poles.Multiply(value);
-    } else {
-      zeros.Multiply(term.count == 2 ? value * value : value);
-    }
+  return LevelAt(w);
+}
+
+Eigen::ArrayXd LogCurve::At(const Eigen::ArrayXd& w) const {
+  return ByGroups(w, [this](const Rows& group) { return LevelAt(group); });
+}
+
+Slope LogCurve::SumOfSlopes(const std::vector<Root>& roots, double w) {
+  Slope slope;
+  for (const Root& root : roots) {
+    const double y = w - root.position;
+    const double inverse = 1 / (y * y + root.square);
+    slope.first += y * inverse;
+    slope.second += (root.square - y * y) * inverse * inverse;
   }
-  const double rest = std::log(zeros.Product() / poles.Product());
-  return (rest + zeros.LogOfRest() - poles.LogOfRest()) / 2;
+  return slope;
 }
 
 Slope LogCurve::SlopeAt(double w) const {
-  Slope slope;
-  for (const Term& term : terms_) {
-    const double a = term.real;
-    if (term.kind == FactorKind::omegaZero) {
-      const double gap = (a - w) * (a + w);
-      slope.first -= 2 * w / gap;
-      slope.second -= 2 * (a * a + w * w) / (gap * gap);
-      continue;
-    }
-    const bool isPair = term.kind != FactorKind::sigmaPole && term.kind != FactorKind::sigmaZero;
-    const Complex<double> inverse1 = Inverse(a, w - term.imaginary);
-    slope.first -= term.count * inverse1.im;
-    slope.second += term.count * (inverse1 * inverse1).re;
-    if (!isPair) continue;
-    const Complex<double> inverse2 = Inverse(a, w + term.imaginary);
-    slope.first -= term.count * inverse2.im;
-    slope.second += term.count * (inverse2 * inverse2).re;
-  }
-  return slope;
+  const Slope zeros = SumOfSlopes(zeros_, w);
+  const Slope poles = SumOfSlopes(poles_, w);
+  return {zeros.first - poles.first, zeros.second - poles.second};
 }
 
 namespace {
 
 void DeriveOmegaLog(double z, double w, int at, LogDerivatives& to) {
   const double gap = (z - w) * (z + w);
-  to.first[at] = 2 * z / gap - 2 / z;
-  to.second(at, at) = 2 / (z * z) - 2 * (z * z + w * w) / (gap * gap);
+  to.first[at] = 2 * z / gap;
+  to.second(at, at) = -2 * (z * z + w * w) / (gap * gap);
   to.mixed[at] = 4 * z * w / (gap * gap);
 }
 
@@ -313,7 +279,7 @@ void DerivePairLog(double a, double b, double w, int count, int at, LogDerivativ
   to.first[at + 1] = count * d.first[1];
   to.second(at, at) = count * d.second[0];
   to.second(at, at + 1) = to.second(at + 1, at) = count * d.second[1];
-  to.second(at + 1, at + 1) = count * d.second[2];
+  to.second(at + 1, at + 1) = -count * d.second[0];
   to.mixed[at] = count * (square1.im + square2.im);
   to.mixed[at + 1] = count * (square2.re - square1.re);
 }

@@ -2,32 +2,36 @@
 
 #include <Eigen/Core>
 #include <array>
+#include <cstddef>
 #include <vector>
 
 #include "solver/constellation.h"
 
 namespace polefit {
 
-/// The data are worked through in blocks of this many rows, which stay in the first-level cache.
-inline constexpr int kBlockRows = 64;
+/// The data are worked through in groups of this many rows, which stay in the processor's
+/// registers.
+inline constexpr int kLanes = 4;
 
-/// One number a row of a block. Never on the heap.
-using Rows = Eigen::Array<double, Eigen::Dynamic, 1, Eigen::ColMajor, kBlockRows, 1>;
+/// One number a row of a group.
+using Rows = Eigen::Array<double, kLanes, 1>;
 
 /// First and second derivatives by a factor's one or two parameters.
 template <class T>
 struct FactorDerivatives {
   std::array<T, 2> first;
-  /// By (1,1), (1,2), (2,2).
-  std::array<T, 3> second;
+  /// By (1,1) and by (1,2). What a pair adds to ln H is harmonic in its location, so that the
+  /// derivative by (2,2) is minus that by (1,1).
+  std::array<T, 2> second;
 };
 
-/// Multiplies `magnitude` by the factor's magnitude at the normalised frequencies `w`.
-void MultiplyMagnitude(const Factor& factor, const Eigen::VectorXd& parameters, const Rows& w,
-                       Rows& magnitude);
+/// Multiplies `squared` by the square of the factor's magnitude at the normalised frequencies `w`.
+void MultiplySquare(const Factor& factor, const Eigen::VectorXd& parameters, const Rows& w,
+                    Rows& squared);
 
-/// The derivatives of the factor's magnitude divided by that magnitude. So the magnitude of a
-/// product stays differentiable where an omega-axis zero makes it 0.
+/// The derivatives of the logarithm of the factor's magnitude. The second one of an omega-axis zero
+/// is that of the magnitude itself, divided by it: so the magnitude of a product stays
+/// differentiable where the zero makes it 0.
 FactorDerivatives<Rows> RelativeDerivatives(const Factor& factor, const Eigen::VectorXd& parameters,
                                             const Rows& w);
 
@@ -56,21 +60,27 @@ class LogCurve {
   LogCurve(const Constellation& constellation, const Eigen::VectorXd& parameters);
 
   double At(double w) const;
+  Eigen::ArrayXd At(const Eigen::ArrayXd& w) const;
   Slope SlopeAt(double w) const;
   /// The imaginary parts of all pairs: where |H| has its bumps and dips.
   const std::vector<double>& Resonances() const { return resonances_; }
 
  private:
-  struct Term {
-    FactorKind kind;
-    int count;
-    double real;  ///< or the omega-axis zero
-    double imaginary;
-    double scale;  ///< makes the squared magnitude 1 at w = 0
+  /// A single pole or zero, which adds ln(((w - position)^2 + square) scale) / 2.
+  struct Root {
+    double position;
+    double square;  ///< of the real part
+    double scale;
   };
-  static double SquaredMagnitude(const Term& term, double w);
+  static constexpr std::size_t kRootsALogarithm = 16;
+  template <class T>
+  static T Product(const std::vector<Root>& roots, std::size_t first, const T& w);
+  template <class T>
+  T LevelAt(const T& w) const;
+  static Slope SumOfSlopes(const std::vector<Root>& roots, double w);
 
-  std::vector<Term> terms_;
+  std::vector<Root> zeros_;
+  std::vector<Root> poles_;
   std::vector<double> resonances_;
 };
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <Eigen/Core>
+#include <array>
+#include <cstddef>
 #include <vector>
 
 #include "solver/constellation.h"
@@ -58,34 +60,54 @@ class Objective {
   double CostWithGain(const Eigen::VectorXd& parameters, double gain) const;
 
  private:
-  /// What the derivatives of one block of rows are multiplied by in the sums over the rows.
-  struct BlockWeights {
+  /// Some data rows side by side; the last group is filled up with rows that count for nothing.
+  struct PassbandGroup {
+    Rows frequency;
+    Rows input;
+    Rows target;
+    Rows obtained;  ///< input |H| / gain
+  };
+  struct DelayGroup {
+    Rows frequency;
+    Rows offset;
+    Rows slope;
+    Rows level;
+    Rows error;
+  };
+  /// What the derivatives of one group are multiplied by in the sums over the rows.
+  struct Weights {
     Rows gradient;  ///< first derivatives in the gradient, second ones in the Hessian
-    Rows outer;     ///< products of two factors' first derivatives
-    Rows own;       ///< products of one factor's first derivatives
+    Rows outer;     ///< products of two first derivatives
+    Rows square;    ///< the square of an omega-axis zero's first derivative
     Rows cross;     ///< first derivatives in the mixed derivatives by the eliminated constant
   };
+  /// Sums over the rows, each kept as one sum a lane.
   struct Sums {
-    Eigen::VectorXd gradient;
-    Eigen::VectorXd cross;
-    Eigen::MatrixXd products;  ///< lower triangle
-    void Clear(int size);
+    std::vector<Rows> gradient;
+    std::vector<Rows> cross;
+    std::vector<Rows> products;  ///< lower triangle, row by row
+    void Clear(std::size_t size);
   };
 
   void EvaluateMagnitude(const Eigen::VectorXd& parameters, Fit& fit);
   void EvaluateDelay(const Eigen::VectorXd& parameters, Fit& fit);
-  void AddMagnitudeBlock(const Rows& a, const Rows& targets, Fit& fit);
-  void AddBlock(const BlockWeights& weights, Sums& sums) const;
-  void AddOwn(std::size_t index, std::size_t part, const BlockWeights& weights, Sums& sums) const;
-  void AddProducts(const Rows& outer, int parameter, std::size_t other, Sums& sums) const;
+  double FindObtained(const Eigen::VectorXd& parameters, Fit& fit);
+  void FindDelayErrors(const Eigen::VectorXd& parameters, Fit& fit);
+  template <class Derivatives>
+  void Derive(Derivatives derivatives);
+  void AddGroup(const Weights& weights, Sums& sums) const;
   void Finish(const Sums& sums, double scale, double constantSquare, Eigen::MatrixXd& to) const;
 
   const Constellation& constellation_;
   const DataRows& rows_;
   bool wantsGaussNewton_;
+  std::vector<PassbandGroup> passband_;
+  std::vector<DelayGroup> delays_;
   std::vector<Factor> moved_;
-  /// One block's derivatives, an entry a moved factor.
-  std::vector<FactorDerivatives<Rows>> derivatives_;
+  /// One group's derivatives: the first ones an entry a moved parameter, the second ones a factor.
+  std::vector<Rows> first_;
+  std::vector<std::array<Rows, 2>> second_;
+  std::vector<bool> isOmegaZero_;  ///< an entry a moved parameter
   Sums sums_;
   Sums gaussSums_;
 };

@@ -1,7 +1,6 @@
 #include "solver/wren.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <vector>
 
@@ -12,11 +11,6 @@ namespace {
 /// Enough for the smooth part of |H|; its bumps have samples of their own.
 constexpr int kSpacedSamples = 15;
 
-struct Sample {
-  double frequency;
-  double level;
-};
-
 class PeakSearch {
  public:
   PeakSearch(const LogCurve& curve, const Gap& gap, const Options& options, Listener& listener)
@@ -24,58 +18,50 @@ class PeakSearch {
 
   Peak Find() {
     TakeSamples();
-    const auto best = std::max_element(
-        samples_.begin(), samples_.end(),
-        [](const Sample& one, const Sample& other) { return one.level < other.level; });
-    const bool isFirst = best == samples_.begin();
-    const bool isLast = best + 1 == samples_.end();
-    if (isLast && gap_.isLast && curve_.SlopeAt(gap_.to).first >= 0) {
-      return {gap_.to, best->level, true};
+    Eigen::Index best = 0;
+    const double level = levels_.maxCoeff(&best);
+    const Eigen::Index end = levels_.size() - 1;
+    if (best == end && gap_.isLast && curve_.SlopeAt(gap_.to).first >= 0) {
+      return {gap_.to, level, true};
     }
-    const double low = isFirst ? gap_.from : (best - 1)->frequency;
-    const double high = isLast ? gap_.to : (best + 1)->frequency;
-    double start = best->frequency;
-    if (isLast && gap_.isLast) {
+    const double low = best == 0 ? gap_.from : frequencies_[best - 1];
+    const double high = best == end ? gap_.to : frequencies_[best + 1];
+    double start = frequencies_[best];
+    if (best == end && gap_.isLast) {
       start = (low + high) / 2;
-    } else if (!isFirst && !isLast) {
-      start = Vertex(*(best - 1), *best, *(best + 1));
+    } else if (best > 0 && best < end) {
+      start = Vertex(best);
     }
     return Refine(low, high, start);
   }
 
  private:
   void TakeSamples() {
-    samples_.reserve(kSpacedSamples + 1 + 3 * curve_.Resonances().size());
+    std::vector<double> frequencies(kSpacedSamples);
     const double ratio = std::pow(gap_.to / gap_.from, 1.0 / (kSpacedSamples + 1));
     double frequency = gap_.from;
-    for (int i = 0; i < kSpacedSamples; ++i) Add(frequency *= ratio);
-    bool isSorted = true;
+    for (double& sample : frequencies) sample = frequency *= ratio;
     for (const double resonance : curve_.Resonances()) {
       if (!(resonance > gap_.from && resonance < gap_.to)) continue;
-      Add(resonance);
-      Add((resonance + gap_.from) / 2);
-      Add((resonance + gap_.to) / 2);
-      isSorted = false;
+      frequencies.insert(frequencies.end(),
+                         {resonance, (resonance + gap_.from) / 2, (resonance + gap_.to) / 2});
     }
-    if (!isSorted) {
-      std::sort(samples_.begin(), samples_.end(), [](const Sample& one, const Sample& other) {
-        return one.frequency < other.frequency;
-      });
-    }
-    if (gap_.isLast) Add(gap_.to);
+    if (frequencies.size() > kSpacedSamples) std::sort(frequencies.begin(), frequencies.end());
+    if (gap_.isLast) frequencies.push_back(gap_.to);
+    frequencies_ = Eigen::ArrayXd::Map(frequencies.data(), std::ssize(frequencies));
+    levels_ = curve_.At(frequencies_);
   }
 
-  void Add(double frequency) { samples_.push_back({frequency, curve_.At(frequency)}); }
-
   /// The top of the parabola through three samples, the middle one highest.
-  static double Vertex(const Sample& left, const Sample& middle, const Sample& right) {
-    const double before = middle.frequency - left.frequency;
-    const double after = right.frequency - middle.frequency;
-    const double rise = (middle.level - left.level) * after;
-    const double fall = (middle.level - right.level) * before;
+  double Vertex(Eigen::Index middle) const {
+    const double frequency = frequencies_[middle];
+    const double before = frequency - frequencies_[middle - 1];
+    const double after = frequencies_[middle + 1] - frequency;
+    const double rise = (levels_[middle] - levels_[middle - 1]) * after;
+    const double fall = (levels_[middle] - levels_[middle + 1]) * before;
     const double sum = rise + fall;
-    if (!(sum > 0)) return middle.frequency;
-    return middle.frequency + (rise * after - fall * before) / (2 * sum);
+    if (!(sum > 0)) return frequency;
+    return frequency + (rise * after - fall * before) / (2 * sum);
   }
 
   /// Newton's method on the slope; a step that leaves the bracket halves it instead. What Newton
@@ -104,7 +90,8 @@ class PeakSearch {
   const Gap& gap_;
   const Options& options_;
   Listener& listener_;
-  std::vector<Sample> samples_;
+  Eigen::ArrayXd frequencies_;
+  Eigen::ArrayXd levels_;
 };
 
 }  // namespace
