@@ -18,7 +18,10 @@ std::string PlainCaption(std::string_view caption) {
     const bool isRepeated = (c == ' ' || c == '&') && plain.ends_with(c);
     if (!isRepeated) plain += c;
   }
-  return plain;
+  // Many text programs of today would show an odd sign for a single byte beyond ASCII.
+  constexpr std::string_view kMark = "» ";
+  const std::size_t mark = plain.find(kMark);
+  return mark == std::string::npos ? plain : plain.erase(mark, kMark.size());
 }
 
 /// Whether the other answers give this one a meaning.
