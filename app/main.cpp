@@ -7,7 +7,7 @@
 #include "app/console.h"
 #include "demos/ui/session.h"
 #include "platform/console_host.h"
-#include "platform/ui/outlined_style.h"
+#include "platform/ui/program_style.h"
 #include "platform/ui/qt_host.h"
 
 namespace {
@@ -17,7 +17,7 @@ int RunWindows(int argc, char** argv, const std::string& fileToOpen) {
   QApplication::setApplicationName("Polefit");
   QApplication::setApplicationVersion(POLEFIT_VERSION);
   const QApplication application(argc, argv);
-  QApplication::setStyle(new polefit::OutlinedStyle);
+  QApplication::setStyle(new polefit::ProgramStyle);
   QApplication::setWindowIcon(QIcon::fromTheme("polefit"));
   // Windows come and go; the program ends where its own way out says so.
   QApplication::setQuitOnLastWindowClosed(false);

@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "form/ui/controls.h"
 #include "platform/detached_process.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -52,13 +53,6 @@ QPlainTextEdit* MakeOutput() {
   return output;
 }
 
-QPushButton* MakeButton(const char* name, const QString& caption) {
-  auto* const button = new QPushButton(caption);
-  button->setObjectName(name);
-  button->setAutoDefault(true);
-  return button;
-}
-
 /// The solver writes single-byte text, but the names in it may come from the shell as UTF-8.
 QString TextOfLine(const QByteArray& bytes) {
   if (QUtf8StringView(bytes).isValidUtf8()) return QString::fromUtf8(bytes);
@@ -75,9 +69,9 @@ RunConsole::RunConsole()
       lblElapsed_(MakeLabel("lblElapsed")),
       progress_(new QProgressBar),
       lblVerdict_(MakeStrongLabel("lblVerdict")),
-      cmdStop_(MakeButton("cmdStop", tr("&Stop"))),
-      cmdReport_(MakeButton("cmdReport", tr("Show &Report"))),
-      cmdImproved_(MakeButton("cmdImproved", tr("Take &Improved Values"))) {
+      cmdStop_(MakeButton("cmdStop", "&Stop")),
+      cmdReport_(MakeButton("cmdReport", "Show &Report")),
+      cmdImproved_(MakeButton("cmdImproved", "Take &Improved Values")) {
   setObjectName("frmRun");
   Build();
   for (QPushButton* const button : {cmdStop_, cmdReport_, cmdImproved_}) button->setEnabled(false);
@@ -97,7 +91,7 @@ void RunConsole::Build() {
   state->addWidget(lblState_, 1);
   state->addWidget(lblElapsed_);
   lblElapsed_->setWordWrap(false);
-  auto* const close = MakeButton("cmdClose", tr("&Close"));
+  auto* const close = MakeButton("cmdClose", "&Close");
   connect(close, &QPushButton::clicked, this, &QWidget::close);
   for (const QKeySequence& key :
        {QKeySequence(QKeySequence::Close), QKeySequence(Qt::Key_Escape)}) {

@@ -127,11 +127,8 @@ QWidget* MakeResponse(const Question& question) {
 QPushButton* MakeButton(std::string_view name, std::string_view caption) {
   auto* button = new QPushButton(ToQString(caption));
   button->setObjectName(ToQString(name));
-  button->setAccessibleName(ToQString(caption).remove('&'));
   button->setAutoDefault(true);  // Return presses it, as the space bar does
   button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  const int line = button->fontMetrics().height();
-  button->setMinimumSize(button->sizeHint() + QSize(line, line / 3));
   return button;
 }
 

@@ -8,7 +8,7 @@
 #include "grids/ui/grid_corner.h"
 #include "grids/ui/grid_model.h"
 #include "grids/ui/twips.h"
-#include "platform/ui/outlined_style.h"
+#include "platform/ui/program_style.h"
 
 namespace polefit {
 

@@ -1,8 +1,9 @@
 #include "platform/ui/file_dialog.h"
 
-#include <QApplication>
 #include <QLineEdit>
 #include <QMessageBox>
+
+#include "platform/ui/dialog_parent.h"
 
 namespace polefit {
 
@@ -87,7 +88,7 @@ QString FileDialog::FaultOf(const QString& path) const {
 }
 
 void AskForFile(CommonDialog& dialog, QFileDialog::AcceptMode mode) {
-  FileDialog window(dialog, mode, QApplication::activeWindow());
+  FileDialog window(dialog, mode, DialogParent());
   const bool accepted = window.exec() == QDialog::Accepted && !window.selectedFiles().isEmpty();
   dialog.fileName = accepted ? window.selectedFiles().first().toStdString() : std::string();
   if (accepted) {

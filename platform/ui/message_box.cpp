@@ -1,9 +1,10 @@
 #include "platform/ui/message_box.h"
 
-#include <QApplication>
+#include <QGridLayout>
 #include <QMessageBox>
 
 #include "platform/message_look.h"
+#include "platform/ui/dialog_parent.h"
 
 namespace polefit {
 
@@ -37,11 +38,22 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
   }
 }
 
+/// A box that is only as wide as a short text would cut its title.
+void MakeRoomForTitle(QMessageBox& box) {
+  constexpr int kEdges = 12;  // the window's icon and buttons, in character heights
+  QFont font = box.font();
+  font.setBold(true);
+  const QFontMetrics metrics(font);
+  const int width = metrics.horizontalAdvance(box.windowTitle()) + kEdges * metrics.height();
+  auto* const grid = static_cast<QGridLayout*>(box.layout());
+  grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 }  // namespace
 
 Answer ShowMessageBox(const std::string& text, int style, const std::string& title) {
   const MessageLook look = LookOf(style);
-  QMessageBox box(QApplication::activeWindow());
+  QMessageBox box(DialogParent());
   box.setObjectName("messageBox");
   box.setWindowTitle(QString::fromStdString(title));
   box.setTextFormat(Qt::PlainText);
@@ -50,6 +62,7 @@ Answer ShowMessageBox(const std::string& text, int style, const std::string& tit
   for (const Answer button : look.buttons) box.addButton(ButtonOf(button));
   box.setDefaultButton(ButtonOf(look.defaultButton));
   box.setEscapeButton(ButtonOf(look.buttons.back()));
+  MakeRoomForTitle(box);
   const int pressed = box.exec();
   for (const Answer button : look.buttons) {
     if (ButtonOf(button) == pressed) return button;

@@ -1,4 +1,4 @@
-#include "platform/ui/outlined_style.h"
+#include "platform/ui/program_style.h"
 
 #include <QPainter>
 #include <QStyleOption>
@@ -21,8 +21,8 @@ QColor LineColor(const QPalette& palette) {
           mix(base.blue(), text.blue())};
 }
 
-void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
-                                  QPainter* painter, const QWidget* widget) const {
+void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                                 QPainter* painter, const QWidget* widget) const {
   QProxyStyle::drawPrimitive(element, option, painter, widget);
   const bool square = element == PE_IndicatorCheckBox;
   if ((!square && element != PE_IndicatorRadioButton) || !IsDark(option->palette)) return;
@@ -37,6 +37,20 @@ void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
     painter->drawEllipse(outline);
   }
   painter->restore();
+}
+
+QSize ProgramStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                     const QSize& size, const QWidget* widget) const {
+  const QSize whole = QProxyStyle::sizeFromContents(type, option, size, widget);
+  if (type != CT_PushButton) return whole;
+  const int line = option->fontMetrics.height();
+  return whole + QSize(line, line / 3);
+}
+
+int ProgramStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                            QStyleHintReturn* data) const {
+  if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+  return QProxyStyle::styleHint(hint, option, widget, data);
 }
 
 }  // namespace polefit

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+#include <QProxyStyle>
+
+namespace polefit {
+
+/// A line that can be seen on the palette's base, in light and dark.
+QColor LineColor(const QPalette& palette);
+
+/// The desktop's style, and an outline round check boxes and option buttons where the palette is
+/// dark: the style's own nearly vanishes there. Push buttons of every window are alike: with room
+/// round their text, and without pictures.
+class ProgramStyle : public QProxyStyle {
+ public:
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                         const QWidget* widget) const override;
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override;
+};
+
+}  // namespace polefit
