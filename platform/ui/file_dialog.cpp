@@ -1,9 +1,11 @@
 #include "platform/ui/file_dialog.h"
 
+#include <QHeaderView>
 #include <QLineEdit>
-#include <QMessageBox>
+#include <QTreeView>
 
 #include "platform/ui/dialog_parent.h"
+#include "platform/ui/message_box.h"
 
 namespace polefit {
 
@@ -20,6 +22,15 @@ QString PatternsOf(const QString& patterns) {
     if (pattern.endsWith("*.*")) pattern.chop(2);
   }
   return list.join(' ');
+}
+
+/// Sizes, types and dates whole, the names in what is left.
+void FitColumns(QFileDialog& dialog) {
+  auto* const list = dialog.findChild<QTreeView*>("treeView");
+  if (list == nullptr) return;
+  list->header()->setStretchLastSection(false);
+  list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
 }  // namespace
@@ -46,6 +57,7 @@ FileDialog::FileDialog(const CommonDialog& settings, AcceptMode mode, QWidget* p
   if (settings.filterIndex <= filters_.size()) selectNameFilter(filters_[settings.filterIndex - 1]);
   const QString folder = QString::fromStdString(settings.initialFolder);
   setDirectory(QDir(folder).exists() && !folder.isEmpty() ? folder : QDir::currentPath());
+  FitColumns(*this);
   if (auto* const name = findChild<QLineEdit*>("fileNameEdit")) {
     name->setText(QString::fromStdString(settings.fileName));
     name->selectAll();
@@ -65,7 +77,7 @@ void FileDialog::accept() {
   if (fault.isEmpty()) {
     QFileDialog::accept();
   } else {
-    QMessageBox::warning(this, windowTitle(), fault);
+    ShowMessageBox(fault.toStdString(), message_style::kExclamation, windowTitle().toStdString());
   }
 }
 

@@ -30,6 +30,7 @@ QPlainTextEdit* MakePage(const QString& text, bool wraps) {
   page->setReadOnly(true);
   page->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   page->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  page->document()->setDocumentMargin(page->fontMetrics().height());
   page->setLineWrapMode(wraps ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
   return page;
 }
