@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <sstream>
 #include <string>
 
 #include "platform/console_host.h"
@@ -10,14 +12,22 @@
 
 namespace polefit {
 
-/// The record of an example file.
-inline ResponseRecord ExampleRecord(const std::string& name) {
+/// The record of an example, or of the file at a whole path, with some answers changed, by the
+/// numbers of their questions: "6=0 2; 8=.5 .4".
+inline ResponseRecord ExampleRecord(const std::string& name, const std::string& answers = "") {
   ConsoleHost host;
   ResponseRecord record;
   std::string storedName;
   std::string folder;
-  host.OpenForReading(std::string(EXAMPLES) + "/" + name);
+  host.OpenForReading(std::filesystem::path(EXAMPLES) / name);
   ReadResponse(host, record, storedName, folder);
+  std::istringstream list(answers);
+  for (std::string answer; std::getline(list >> std::ws, answer, ';');) {
+    const std::size_t equals = answer.find('=');
+    int slot = 1;
+    while (QuestionNumber(slot) != answer.substr(0, equals)) ++slot;
+    record.Slot(slot) = answer.substr(equals + 1);
+  }
   return record;
 }
 
@@ -27,10 +37,6 @@ inline Problem GoodProblem(const ResponseRecord& record) {
   Problem problem = ReadProblem(record, findings);
   EXPECT_TRUE(findings.faults.empty()) << findings.faults.front();
   return problem;
-}
-
-inline Problem ExampleProblem(const std::string& name) {
-  return GoodProblem(ExampleRecord(name));
 }
 
 }  // namespace polefit

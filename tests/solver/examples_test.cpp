@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <string>
+
 #include "solver/example_problem.h"
 #include "solver/search.h"
 
@@ -14,7 +17,7 @@ struct Expected {
 class Examples : public testing::TestWithParam<Expected> {};
 
 TEST_P(Examples, AreSolvedToTheBestKnownCostFromTheTypedStart) {
-  const Problem problem = ExampleProblem(GetParam().name);
+  const Problem problem = GoodProblem(ExampleRecord(GetParam().name));
   Listener nobody;
   const Summary summary = Solve(problem, nobody, [] { return false; });
   EXPECT_EQ(summary.ending, EndReason::zero);
@@ -28,7 +31,14 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Expected{"Ex-Yzero.101", 2.277862e-06}, Expected{"Ex-Yzero.102", 2.277862e-06},
                     Expected{"Ex-CNTL.1", 2.277862e-06}, Expected{"Ex-Zpair.1", 2.507429e-06},
                     Expected{"Ex-Delay.101", 1.595938e-04}, Expected{"Ex-Delay.111", 1.837938e-04},
-                    Expected{"Ex-Delay.112", 1.837938e-04}));
+                    Expected{"Ex-Delay.112", 1.837938e-04}),
+    [](const testing::TestParamInfo<Expected>& expected) {
+      std::string name = expected.param.name;
+      for (char& character : name) {
+        if (std::isalnum(static_cast<unsigned char>(character)) == 0) character = '_';
+      }
+      return name;
+    });
 
 }  // namespace
 }  // namespace polefit

@@ -12,185 +12,137 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// One answer of an example changed, and what the user reads.
-struct Case {
-  int slot;
-  std::string answer;
-  std::string message;
-};
-
 Findings FindingsOf(const ResponseRecord& record) {
   Findings findings;
   ReadProblem(record, findings);
   return findings;
 }
 
-TEST(Faults, OfAnswersAreToldWithQuestionAndValue) {
-  const Case cases[] = {
-      {slot::kPoleReal, ".5 .4 .3",
-       "Question 8 (pole pairs, real): 3 values given, question 6 asks for 4."},
-      {slot::kPoleReal, ".5 .4 .3 .2 .1",
-       "Question 8 (pole pairs, real): 5 values given, question 6 asks for 4."},
-      {slot::kPoleImag, "",
-       "Question 9 (pole pairs, imaginary): the answer is empty; 4 numbers are needed."},
-      {slot::kLowestXY, "abc",
-       "Question 13 (smallest sigma): \"abc\" is not a number (decimal point, no comma)."},
-      {slot::kLowestXY, "0,005",
-       "Question 13 (smallest sigma): \"0,005\" is not a number (decimal point, no comma)."},
-      {slot::kLowestXY, "nan",
-       "Question 13 (smallest sigma): \"nan\" is not a number (decimal point, no comma)."},
-      {slot::kMaxXY, "1e999",
-       "Question 14 (largest location): \"1e999\" is not a number (decimal point, no comma)."},
-      {slot::kGain, "-inf",
-       "Question 12 (gain): \"-inf\" is not a number (decimal point, no comma)."},
-      {slot::kFreqNorm, "", "Question 5 (Freq Norm): the answer is empty; one number is needed."},
-      {slot::kNPoles, "4",
-       "Question 6 (number of poles): \"4\" is not 2 whole numbers from 0 to 40."},
-      {slot::kNPoles, "0 41",
-       "Question 6 (number of poles): \"0 41\" is not 2 whole numbers from 0 to 40."},
-      {slot::kZeroCounts, "1.5 0 0",
-       "Question 11 (number of zeros): \"1.5 0 0\" is not 3 whole numbers from 0 to 40."},
-      {slot::kZeroCounts, "",
-       "Question 11 (number of zeros): the answer is empty; 3 whole numbers are needed."},
-      {slot::kNPoles, "0 0", "Question 6 (number of poles): H(s) needs at least one pole."},
-      {slot::kYzero, ".9 1.3 1.8", "Question 11a (omega-axis zeros): .9 is below 1.0."},
-      {slot::kYzero, "1 30 1.8",
-       "Question 11a (omega-axis zeros): 30 is above the largest location 4 (question 14)."},
-      {slot::kMaxXY, ".001",
-       "Question 14 (largest location): .001 must be greater than the answer to question 13."},
-      {slot::kFreqNorm, "0", "Question 5 (Freq Norm): 0 must be greater than 0."},
-      {slot::kLowestXY, "-1", "Question 13 (smallest sigma): -1 must be greater than 0."},
-      {slot::kGain, "0", "Question 12 (gain): 0 must be other than 0."},
-      {slot::kIPower, "1",
-       "Passband point 21: Yout is 0 and Ipower is 1; the error cannot be divided by 0 (use Ipower "
-       "0 or less, or leave the point out)."},
-      {slot::kEqualDelay, "Y", "Question 1 is Y but there are 0 delay points; at least 1 needed."},
-  };
-  for (const Case& one : cases) {
-    ResponseRecord record = ExampleRecord("Ex-Yzero.101");
-    record.Slot(one.slot) = one.answer;
-    const std::vector<std::string> faults = FindingsOf(record).faults;
-    ASSERT_FALSE(faults.empty()) << one.message;
-    EXPECT_EQ(faults.front(), one.message);
-  }
+std::string NotANumber(const std::string& name, const std::string& text) {
+  return name + ": \"" + text + "\" is not a number (decimal point, no comma).";
 }
 
-TEST(Faults, OfADelayProblemAreToldToo) {
-  const Case cases[] = {
-      {slot::kTmin, "-1", "Question 1a (Tmin): -1 must be 0 or greater."},
-      {slot::kMagnVSripple, "0", "Question 4 (magnitude against delay): 0 must be greater than 0."},
-      {slot::kSigmaZero, "0", "Question 10a (sigma zero): 0 must be other than 0."},
-      {slot::kDelRipplePower, "x",
-       "Question 1b (DelRipplePower): \"x\" is not a number (decimal point, no comma)."},
-      {slot::kZeroCounts, "4 0 0",
-       "Question 11a (omega-axis zeros): 1 value given, question 11 asks for 4."},
-  };
-  for (const Case& one : cases) {
-    ResponseRecord record = ExampleRecord("Ex-Delay.101");
-    record.Slot(one.slot) = one.answer;
-    const std::vector<std::string> faults = FindingsOf(record).faults;
-    ASSERT_FALSE(faults.empty()) << one.message;
-    EXPECT_EQ(faults.front(), one.message);
-  }
-  ResponseRecord record = ExampleRecord("Ex-Zpair.1");
-  record.Slot(slot::kZreal) = "0";
-  record.Slot(slot::kNPoles) = "1 0";
-  record.Slot(slot::kSigmaPoles) = ".3";
-  EXPECT_THAT(FindingsOf(record).faults,
-              ElementsAre("Question 11b (zero pairs and quads, real): 0 is not allowed; use "
-                          "omega-axis zeros instead.",
-                          "Questions 6 and 11: H(s) has 2 zeros but only 1 pole; it needs at least "
-                          "as many poles as zeros."));
-}
-
-struct CellCase {
-  int row;
-  int column;
-  std::string cell;
-  std::string message;
+/// Answers of an example changed, and all that the user reads.
+struct Case {
+  const char* answers;
+  std::vector<std::string> faults;
+  const char* example = "Ex-Yzero.101";
 };
 
-TEST(Faults, OfPointsAreToldWithTheirRow) {
-  const CellCase cases[] = {
-      {4, 3, "", "Passband point 4: 2 value(s) found, 3 needed."},
-      {4, 2, "x", "Passband point 4: Yin \"x\" is not a number."},
-      {4, 3, "-.2", "Passband point 4: Yout -.2 is negative."},
-      {5, 1, "-1", "Passband point 5: frequency -1 is negative."},
+TEST(Faults, OfAnswersAreToldWithQuestionAndValue) {
+  const Case cases[] = {
+      {"5=; 8=.5 .4 .3; 9=; 12=-inf; 13=abc; 14=1e999",
+       {"Question 5 (Freq Norm): the answer is empty; one number is needed.",
+        NotANumber("Question 13 (smallest sigma)", "abc"),
+        NotANumber("Question 14 (largest location)", "1e999"),
+        "Question 8 (pole pairs, real): 3 values given, question 6 asks for 4.",
+        "Question 9 (pole pairs, imaginary): the answer is empty; 4 numbers are needed.",
+        NotANumber("Question 12 (gain)", "-inf")}},
+      {"5=0; 8=.5 .4 .3 .2 .1; 12=0; 13=0,005",
+       {"Question 5 (Freq Norm): 0 must be greater than 0.",
+        NotANumber("Question 13 (smallest sigma)", "0,005"),
+        "Question 8 (pole pairs, real): 5 values given, question 6 asks for 4.",
+        "Question 12 (gain): 0 must be other than 0."}},
+      {"6=4; 11=; 13=nan",
+       {NotANumber("Question 13 (smallest sigma)", "nan"),
+        "Question 6 (number of poles): \"4\" is not 2 whole numbers from 0 to 40.",
+        "Question 11 (number of zeros): the answer is empty; 3 whole numbers are needed."}},
+      {"6=0 41; 11=1.5 0 0; 13=-1",
+       {"Question 13 (smallest sigma): -1 must be greater than 0.",
+        "Question 6 (number of poles): \"0 41\" is not 2 whole numbers from 0 to 40.",
+        "Question 11 (number of zeros): \"1.5 0 0\" is not 3 whole numbers from 0 to 40."}},
+      {"6=0 0; 11a=30 .9 1.8",
+       {"Question 6 (number of poles): H(s) needs at least one pole.",
+        "Question 11a (omega-axis zeros): .9 is below 1.0.",
+        "Question 11a (omega-axis zeros): 30 is above the largest location 4 (question 14)."}},
+      {"14=.001",
+       {"Question 14 (largest location): .001 must be greater than the answer to question 13."}},
+      {"1=Y; 2=1",
+       {"Passband point 21: Yout is 0 and Ipower is 1; the error cannot be divided by 0 (use "
+        "Ipower 0 or less, or leave the point out).",
+        "Question 1 is Y but there are 0 delay points; at least 1 needed."}},
+      {"1a=-1; 1b=x; 4=0; 10a=0; 11=3 0 0",
+       {"Question 1a (Tmin): -1 must be 0 or greater.",
+        NotANumber("Question 1b (DelRipplePower)", "x"),
+        "Question 4 (magnitude against delay): 0 must be greater than 0.",
+        "Question 10a (sigma zero): 0 must be other than 0.",
+        "Question 11a (omega-axis zeros): 1 value given, question 11 asks for 3."},
+       "Ex-Delay.101"},
+      {"6=1 0; 7=.3; 11b=0",
+       {"Question 11b (zero pairs and quads, real): 0 is not allowed; use omega-axis zeros "
+        "instead.",
+        "Questions 6 and 11: H(s) has 2 zeros but only 1 pole; it needs at least as many poles as "
+        "zeros."},
+       "Ex-Zpair.1"},
   };
-  for (const CellCase& one : cases) {
-    ResponseRecord record = ExampleRecord("Ex-Yzero.101");
-    record.passband.At(one.row, one.column) = one.cell;
-    EXPECT_THAT(FindingsOf(record).faults, ElementsAre(one.message));
+  for (const Case& one : cases) {
+    EXPECT_EQ(FindingsOf(ExampleRecord(one.example, one.answers)).faults, one.faults);
   }
-  ResponseRecord weighted = ExampleRecord("Ex-Yzero.101");
-  weighted.Slot(slot::kUseWeights) = "y";
-  weighted.passband.At(4, 4) = "";
-  EXPECT_THAT(FindingsOf(weighted).faults,
-              ElementsAre("Passband point 4: 3 value(s) found, 4 needed."));
-  ResponseRecord delay = ExampleRecord("Ex-Delay.101");
-  delay.delay.At(9, 2) = "x";
-  EXPECT_THAT(FindingsOf(delay).faults, ElementsAre("Delay point 9: TX \"x\" is not a number."));
 }
 
-/// The example with one column of the passband set to one value.
-std::vector<std::string> FaultsWithColumn(int column, const std::string& value) {
+TEST(Faults, OfPointsAreToldWithTheirRow) {
   ResponseRecord record = ExampleRecord("Ex-Yzero.101");
-  record.Slot(slot::kUseWeights) = "Y";
-  for (int row = 1; row <= record.nFreqPoints; ++row) record.passband.At(row, column) = value;
-  return FindingsOf(record).faults;
+  record.passband.At(4, 3) = "";
+  record.passband.At(5, 1) = "-1";
+  record.passband.At(6, 2) = "x";
+  record.passband.At(7, 3) = "-.2";
+  EXPECT_THAT(FindingsOf(record).faults,
+              ElementsAre("Passband point 4: 2 value(s) found, 3 needed.",
+                          "Passband point 5: frequency -1 is negative.",
+                          "Passband point 6: Yin \"x\" is not a number.",
+                          "Passband point 7: Yout -.2 is negative."));
+  record = ExampleRecord("Ex-Delay.101", "3=y");
+  record.passband.At(4, 4) = "";
+  record.delay.At(9, 2) = "x";
+  EXPECT_THAT(FindingsOf(record).faults,
+              ElementsAre("Passband point 4: 3 value(s) found, 4 needed.",
+                          "Delay point 9: TX \"x\" is not a number."));
 }
 
 TEST(Faults, OfAllPointsTogether) {
-  EXPECT_THAT(FaultsWithColumn(3, "0"), ElementsAre("Passband points: every Yout is 0."));
-  EXPECT_THAT(FaultsWithColumn(2, "0"),
-              ElementsAre("Passband points: no point has both Yin and Yout greater than 0."));
-  EXPECT_THAT(FaultsWithColumn(4, "0"), ElementsAre("Passband points: all weights are 0."));
-
-  ResponseRecord none = ExampleRecord("Ex-Yzero.101");
-  none.nFreqPoints = 0;
-  EXPECT_THAT(FindingsOf(none).faults, ElementsAre("Question 23: there are no passband points."));
-
-  ResponseRecord delay = ExampleRecord("Ex-Delay.101");
-  delay.nDelayPoints = 1;
-  EXPECT_THAT(FindingsOf(delay).faults,
-              ElementsAre("Question 1 is Y but there is 1 delay point; at least 2 needed."));
-  delay.nDelayPoints = 9;
-  delay.Slot(slot::kDelRipplePower) = "1";
-  delay.delay.At(9, 1) = "10";
+  const std::pair<int, const char*> columns[] = {
+      {2, "Passband points: no point has both Yin and Yout greater than 0."},
+      {3, "Passband points: every Yout is 0."},
+      {4, "Passband points: all weights are 0."}};
+  for (const auto& [column, fault] : columns) {
+    ResponseRecord record = ExampleRecord("Ex-Yzero.101", "3=Y");
+    for (int row = 1; row <= record.nFreqPoints; ++row) record.passband.At(row, column) = "0";
+    EXPECT_THAT(FindingsOf(record).faults, ElementsAre(fault));
+  }
+  ResponseRecord record = ExampleRecord("Ex-Delay.101", "1b=1");
+  record.delay.At(9, 1) = "10";
   EXPECT_THAT(
-      FindingsOf(delay).faults,
+      FindingsOf(record).faults,
       ElementsAre("Delay point 9: Yout is 0 there and DelRipplePower is 1; use 0 or less."));
+  record.nFreqPoints = 0;
+  record.nDelayPoints = 1;
+  EXPECT_THAT(FindingsOf(record).faults,
+              ElementsAre("Question 23: there are no passband points.",
+                          "Question 1 is Y but there is 1 delay point; at least 2 needed."));
 }
 
 TEST(Faults, OfSolverSettings) {
-  const Case cases[] = {
-      {8, "2", "Solver setting 8 (RATIO): 2 must be greater than 2."},
-      {1, "5 10", "Solver setting 1 (REMAX): \"5 10\" is 2 values, 3 needed."},
-      {1, "0 1 1", "Solver setting 1 (REMAX): \"0\" is not a whole number of 1 or more."},
-      {3, "1e-5 0 1", "Solver setting 3 (ZERO): 0 must be greater than 0."},
-      {4, "x", "Solver setting 4 (STEPSLIM): \"x\" is not a number (decimal point, no comma)."},
-      {6, "1.5", "Solver setting 6 (EVALMAX): \"1.5\" is not a whole number of 1 or more."},
-      {7, "3", "Solver setting 7 (SETRHO): \"3\" is not a whole number from 1 to 2."},
-      {9, "0", "Solver setting 9 (ACCURACY): 0 must be greater than 0."},
-  };
-  for (const Case& one : cases) {
-    ResponseRecord record = ExampleRecord("Ex-CNTL.1");
-    record.solver.at(static_cast<std::size_t>(one.slot - 1)) = one.answer;
-    EXPECT_THAT(FindingsOf(record).faults, ElementsAre(one.message));
-  }
-  ResponseRecord partly = ExampleRecord("Ex-CNTL.1");
-  partly.solver = {"8 15 12", "", "", "", "", "", "", "", ""};
-  Findings findings;
-  const Problem problem = ReadProblem(partly, findings);
-  EXPECT_THAT(findings.faults, IsEmpty());
-  EXPECT_EQ(problem.options.maxIterations[2], 12);
-  EXPECT_EQ(problem.options.maxEvaluations, Options().maxEvaluations);
+  ResponseRecord record = ExampleRecord("Ex-CNTL.1");
+  record.solver = {"5 10", "", "1e-5 0 1", "x", "", "1.5", "3", "2", "0"};
+  EXPECT_THAT(FindingsOf(record).faults,
+              ElementsAre("Solver setting 1 (REMAX): \"5 10\" is 2 values, 3 needed.",
+                          "Solver setting 3 (ZERO): 0 must be greater than 0.",
+                          NotANumber("Solver setting 4 (STEPSLIM)", "x"),
+                          "Solver setting 6 (EVALMAX): \"1.5\" is not a whole number of 1 or more.",
+                          "Solver setting 7 (SETRHO): \"3\" is not a whole number from 1 to 2.",
+                          "Solver setting 8 (RATIO): 2 must be greater than 2.",
+                          "Solver setting 9 (ACCURACY): 0 must be greater than 0."));
+  record.solver = {"0 1 1", "", "", "", "", "", "", "", ""};
+  EXPECT_THAT(FindingsOf(record).faults,
+              ElementsAre("Solver setting 1 (REMAX): \"0\" is not a whole number of 1 or more."));
+  record.solver[0] = "8 15 12";
+  const Options options = GoodProblem(record).options;
+  EXPECT_EQ(options.maxIterations[2], 12);
+  EXPECT_EQ(options.maxEvaluations, Options().maxEvaluations);
 }
 
 TEST(Warnings, TellWhatIsTakenOtherThanTyped) {
-  ResponseRecord record = ExampleRecord("Ex-Yzero.101");
-  record.Slot(slot::kPoleReal) = "0.001 -.5 .4 .3";
-  record.Slot(slot::kPoleImag) = "0 5 .7 1";
+  ResponseRecord record = ExampleRecord("Ex-Yzero.101", "8=0.001 -.5 .4 .3; 9=0 5 .7 1");
   record.nFreqPoints = 7;
   EXPECT_THAT(
       FindingsOf(record).warnings,
@@ -203,13 +155,10 @@ TEST(Warnings, TellWhatIsTakenOtherThanTyped) {
 }
 
 TEST(Faults, AreNotFoundInAnswersThatAreNotInUse) {
-  ResponseRecord record = ExampleRecord("Ex-Yzero.101");
-  for (const int unused : {slot::kTmin, slot::kDelRipplePower, slot::kMagnVSripple,
-                           slot::kSigmaPoles, slot::kSigmaZero, slot::kZreal, slot::kZimag}) {
-    record.Slot(unused) = "old text";
-  }
+  ResponseRecord record =
+      ExampleRecord("Ex-Yzero.101", "1a=old; 1b=old; 4=old; 7=old; 10a=old; 11b=old; 11c=old");
   record.passband.At(3, 4) = "";
-  record.solver[3] = "old text";
+  record.solver[3] = "old";
   EXPECT_THAT(FindingsOf(record).faults, IsEmpty());
 }
 

@@ -15,11 +15,8 @@ Summary SolveQuietly(const Problem& problem) {
 }
 
 TEST(Search, LeavesAPoorLocalOptimumForABetterOne) {
-  ResponseRecord record = ExampleRecord("Ex-Yzero.101");
-  record.Slot(slot::kPoleReal) = ".207 .847 .13 .0051";
-  record.Slot(slot::kPoleImag) = ".623 .138 .858 3.9";
-  record.Slot(slot::kYzero) = "1 1.32 3.9";
-  const Summary summary = SolveQuietly(GoodProblem(record));
+  const Summary summary = SolveQuietly(GoodProblem(ExampleRecord(
+      "Ex-Yzero.101", "8=.207 .847 .13 .0051; 9=.623 .138 .858 3.9; 11a=1 1.32 3.9")));
   EXPECT_GT(summary.starts.front().best.Cost(), 2 * 2.277862e-06);
   EXPECT_NEAR(summary.best.Cost() / 2.277862e-06, 1, .001);
   EXPECT_GT(summary.chosen, 0U);
@@ -27,7 +24,7 @@ TEST(Search, LeavesAPoorLocalOptimumForABetterOne) {
 }
 
 TEST(Search, KeepsTheTypedStartWhenOthersAreHardlyLower) {
-  const Summary summary = SolveQuietly(ExampleProblem("Ex-Yzero.101"));
+  const Summary summary = SolveQuietly(GoodProblem(ExampleRecord("Ex-Yzero.101")));
   EXPECT_EQ(summary.chosen, 0U);
   EXPECT_GE(summary.AgreeingStarts(), 6);
 }
@@ -48,13 +45,11 @@ TEST(Search, DoesNotCareForTheOrderOfPoints) {
 }
 
 TEST(Search, FindsAKnownTransferFunctionAgain) {
-  ResponseRecord record = ExampleRecord("Ex-Zpair.1");
-  Problem problem = GoodProblem(record);
+  Problem problem = GoodProblem(ExampleRecord("Ex-Zpair.1"));
   Eigen::VectorXd known(10);
   known << .45, .3, .2, .6, .3, .9, .5, .15, .2, 1.3;
-  const Eigen::ArrayXd output =
+  problem.rows.targets =
       .7 * problem.rows.inputs * Magnitudes(problem.constellation, known, problem.rows.frequencies);
-  problem.rows.targets = output;
   const Summary summary = SolveQuietly(problem);
   EXPECT_LT(summary.best.Cost(), 1e-9);
   const Eigen::ArrayXd w = Eigen::ArrayXd::LinSpaced(50, 0, 1);
