@@ -15,44 +15,35 @@ struct Case {
   const char* answers;
 };
 
-class Derivatives : public testing::TestWithParam<Case> {
- protected:
-  Derivatives() {
-    ResponseRecord record = ExampleRecord(GetParam().example, GetParam().answers);
-    for (int row = 1; row <= record.nFreqPoints; ++row) {
-      record.passband.At(row, 4) = row % 3 == 0 ? "2" : ".5";
-    }
-    problem_ = GoodProblem(record);
-    RandomNumbers random;
-    base_ = problem_.typedParameters;
-    for (int i = 0; i < problem_.constellation.orcaCount; ++i)
-      base_[i] *= 1 + .03 * random.Signed();
-  }
+Fit FitOf(const Problem& problem, const Eigen::VectorXd& parameters) {
+  Listener nobody;
+  Evaluator evaluator(problem, nobody, [] { return false; });
+  Point point;
+  point.parameters = parameters;
+  EXPECT_TRUE(evaluator.Evaluate(point));
+  return point.fit;
+}
 
-  Fit FitAt(const Eigen::VectorXd& step) {
-    Listener nobody;
-    Evaluator evaluator(problem_, nobody, [] { return false; });
-    Point point;
-    point.parameters = base_;
-    point.parameters.head(step.size()) += step;
-    EXPECT_TRUE(evaluator.Evaluate(point));
-    return point.fit;
-  }
-
-  Problem problem_;
-  Eigen::VectorXd base_;
-};
+class Derivatives : public testing::TestWithParam<Case> {};
 
 TEST_P(Derivatives, AgreeWithCentralDifferences) {
-  const int size = problem_.constellation.orcaCount;
-  const Fit fit = FitAt(Eigen::VectorXd::Zero(size));
+  ResponseRecord record = ExampleRecord(GetParam().example, GetParam().answers);
+  for (int row = 1; row <= record.nFreqPoints; ++row) {
+    record.passband.At(row, 4) = row % 3 == 0 ? "2" : ".5";
+  }
+  const Problem problem = GoodProblem(record);
+  const int size = problem.constellation.orcaCount;
+  Eigen::VectorXd base = problem.typedParameters;
+  RandomNumbers random;
+  for (int i = 0; i < size; ++i) base[i] *= 1 + .03 * random.Signed();
+  const Fit fit = FitOf(problem, base);
   Eigen::VectorXd gradient(size);
   Eigen::MatrixXd hessian(size, size);
   for (int i = 0; i < size; ++i) {
-    const double h = 2e-5 * std::max(.1, base_[i]);
-    const Eigen::VectorXd step = h * Eigen::VectorXd::Unit(size, i);
-    const Fit above = FitAt(step);
-    const Fit below = FitAt(-step);
+    const double h = 2e-5 * std::max(.1, base[i]);
+    const Eigen::VectorXd step = h * Eigen::VectorXd::Unit(base.size(), i);
+    const Fit above = FitOf(problem, base + step);
+    const Fit below = FitOf(problem, base - step);
     gradient[i] = (above.cost - below.cost) / (2 * h);
     hessian.col(i) = (above.gradient - below.gradient) / (2 * h);
   }
@@ -78,19 +69,12 @@ INSTANTIATE_TEST_SUITE_P(
     [](const testing::TestParamInfo<Case>& theCase) { return std::string(theCase.param.name); });
 
 TEST(Model, TakesAZeroInThePassbandWithoutLosingDerivatives) {
-  // All but on the last point.
   Problem problem = GoodProblem(ExampleRecord("Ex-Delay.101", "11a=1.000000001"));
-  Listener nobody;
-  Evaluator evaluator(problem, nobody, [] { return false; });
-  Point point;
-  point.parameters = problem.typedParameters;
-  const auto zero = problem.constellation.orcaCount - 1;
-  ASSERT_TRUE(evaluator.Evaluate(point));
-  const Fit near = point.fit;
-  point.parameters[zero] = 1;
-  ASSERT_TRUE(evaluator.Evaluate(point));
-  EXPECT_LT((near.hessian - point.fit.hessian).norm(), 1e-5 * near.hessian.norm());
-  EXPECT_LT((near.gradient - point.fit.gradient).norm(), 1e-5 * near.gradient.norm());
+  const Fit near = FitOf(problem, problem.typedParameters);  // all but on the last point
+  problem.typedParameters[problem.constellation.orcaCount - 1] = 1;
+  const Fit on = FitOf(problem, problem.typedParameters);
+  EXPECT_LT((near.hessian - on.hessian).norm(), 1e-5 * near.hessian.norm());
+  EXPECT_LT((near.gradient - on.gradient).norm(), 1e-5 * near.gradient.norm());
 }
 
 }  // namespace

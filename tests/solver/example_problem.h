@@ -23,10 +23,16 @@ inline ResponseRecord ExampleRecord(const std::string& name, const std::string& 
   ReadResponse(host, record, storedName, folder);
   std::istringstream list(answers);
   for (std::string answer; std::getline(list >> std::ws, answer, ';');) {
-    const std::size_t equals = answer.find('=');
+    const std::string number = answer.substr(0, answer.find('='));
+    const std::string text = answer.substr(number.size() + 1);
+    if (number[0] == 'S') {
+      record.solverCount = kSolverValueCount;
+      record.solver.at(std::stoul(number.substr(1)) - 1) = text;
+      continue;
+    }
     int slot = 1;
-    while (QuestionNumber(slot) != answer.substr(0, equals)) ++slot;
-    record.Slot(slot) = answer.substr(equals + 1);
+    while (QuestionNumber(slot) != number) ++slot;
+    record.Slot(slot) = text;
   }
   return record;
 }

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <cctype>
+#include <algorithm>
 #include <string>
 
 #include "solver/example_problem.h"
@@ -34,9 +34,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Expected{"Ex-Delay.112", 1.837938e-04}),
     [](const testing::TestParamInfo<Expected>& expected) {
       std::string name = expected.param.name;
-      for (char& character : name) {
-        if (std::isalnum(static_cast<unsigned char>(character)) == 0) character = '_';
-      }
+      std::replace_if(
+          name.begin(), name.end(), [](char c) { return c == '-' || c == '.'; }, '_');
       return name;
     });
 

@@ -29,7 +29,7 @@ struct Case {
   const char* example = "Ex-Yzero.101";
 };
 
-TEST(Faults, OfAnswersAreToldWithQuestionAndValue) {
+TEST(Faults, AreToldWithQuestionOrSettingAndValue) {
   const Case cases[] = {
       {"5=; 8=.5 .4 .3; 9=; 12=-inf; 13=abc; 14=1e999",
        {"Question 5 (Freq Norm): the answer is empty; one number is needed.",
@@ -55,12 +55,11 @@ TEST(Faults, OfAnswersAreToldWithQuestionAndValue) {
        {"Question 6 (number of poles): H(s) needs at least one pole.",
         "Question 11a (omega-axis zeros): .9 is below 1.0.",
         "Question 11a (omega-axis zeros): 30 is above the largest location 4 (question 14)."}},
-      {"14=.001",
-       {"Question 14 (largest location): .001 must be greater than the answer to question 13."}},
-      {"1=Y; 2=1",
+      {"1=Y; 2=1; 14=.001",
        {"Passband point 21: Yout is 0 and Ipower is 1; the error cannot be divided by 0 (use "
         "Ipower 0 or less, or leave the point out).",
-        "Question 1 is Y but there are 0 delay points; at least 1 needed."}},
+        "Question 1 is Y but there are 0 delay points; at least 1 needed.",
+        "Question 14 (largest location): .001 must be greater than the answer to question 13."}},
       {"1a=-1; 1b=x; 4=0; 10a=0; 11=3 0 0",
        {"Question 1a (Tmin): -1 must be 0 or greater.",
         NotANumber("Question 1b (DelRipplePower)", "x"),
@@ -74,6 +73,15 @@ TEST(Faults, OfAnswersAreToldWithQuestionAndValue) {
         "Questions 6 and 11: H(s) has 2 zeros but only 1 pole; it needs at least as many poles as "
         "zeros."},
        "Ex-Zpair.1"},
+      {"S1=5 10; S3=1e-5 0 1; S4=x; S6=1.5; S7=3; S8=2; S9=0",
+       {"Solver setting 1 (REMAX): \"5 10\" is 2 values, 3 needed.",
+        "Solver setting 3 (ZERO): 0 must be greater than 0.",
+        NotANumber("Solver setting 4 (STEPSLIM)", "x"),
+        "Solver setting 6 (EVALMAX): \"1.5\" is not a whole number of 1 or more.",
+        "Solver setting 7 (SETRHO): \"3\" is not a whole number from 1 to 2.",
+        "Solver setting 8 (RATIO): 2 must be greater than 2.",
+        "Solver setting 9 (ACCURACY): 0 must be greater than 0."}},
+      {"S1=0 1 1", {"Solver setting 1 (REMAX): \"0\" is not a whole number of 1 or more."}},
   };
   for (const Case& one : cases) {
     EXPECT_EQ(FindingsOf(ExampleRecord(one.example, one.answers)).faults, one.faults);
@@ -121,22 +129,8 @@ TEST(Faults, OfAllPointsTogether) {
                           "Question 1 is Y but there is 1 delay point; at least 2 needed."));
 }
 
-TEST(Faults, OfSolverSettings) {
-  ResponseRecord record = ExampleRecord("Ex-CNTL.1");
-  record.solver = {"5 10", "", "1e-5 0 1", "x", "", "1.5", "3", "2", "0"};
-  EXPECT_THAT(FindingsOf(record).faults,
-              ElementsAre("Solver setting 1 (REMAX): \"5 10\" is 2 values, 3 needed.",
-                          "Solver setting 3 (ZERO): 0 must be greater than 0.",
-                          NotANumber("Solver setting 4 (STEPSLIM)", "x"),
-                          "Solver setting 6 (EVALMAX): \"1.5\" is not a whole number of 1 or more.",
-                          "Solver setting 7 (SETRHO): \"3\" is not a whole number from 1 to 2.",
-                          "Solver setting 8 (RATIO): 2 must be greater than 2.",
-                          "Solver setting 9 (ACCURACY): 0 must be greater than 0."));
-  record.solver = {"0 1 1", "", "", "", "", "", "", "", ""};
-  EXPECT_THAT(FindingsOf(record).faults,
-              ElementsAre("Solver setting 1 (REMAX): \"0\" is not a whole number of 1 or more."));
-  record.solver[0] = "8 15 12";
-  const Options options = GoodProblem(record).options;
+TEST(Faults, AreNoSettingsLeftEmpty) {
+  const Options options = GoodProblem(ExampleRecord("Ex-Yzero.101", "S1=8 15 12")).options;
   EXPECT_EQ(options.maxIterations[2], 12);
   EXPECT_EQ(options.maxEvaluations, Options().maxEvaluations);
 }
@@ -155,10 +149,10 @@ TEST(Warnings, TellWhatIsTakenOtherThanTyped) {
 }
 
 TEST(Faults, AreNotFoundInAnswersThatAreNotInUse) {
-  ResponseRecord record =
-      ExampleRecord("Ex-Yzero.101", "1a=old; 1b=old; 4=old; 7=old; 10a=old; 11b=old; 11c=old");
+  ResponseRecord record = ExampleRecord(
+      "Ex-Yzero.101", "1a=old; 1b=old; 4=old; 7=old; 10a=old; 11b=old; 11c=old; S4=old");
+  record.solverCount = 0;
   record.passband.At(3, 4) = "";
-  record.solver[3] = "old";
   EXPECT_THAT(FindingsOf(record).faults, IsEmpty());
 }
 

@@ -17,51 +17,33 @@ namespace {
 using testing::FileBytes;
 using testing::WriteBytes;
 
-/// POLEFIT_MUTATIONS sets how many files are tried; the suite alone tries a few.
-int MutationCount() {
-  const char* const wanted = std::getenv("POLEFIT_MUTATIONS");
-  return wanted != nullptr ? std::atoi(wanted) : 300;
-}
-
 class Mutator {
  public:
   /// One to four small damages, as an editor, a transfer or a script does them.
   std::string Damage(std::string bytes) {
-    for (int left = Below(4); left >= 0 && !bytes.empty(); --left) {
-      const std::size_t at = At(bytes.size());
-      switch (Below(6)) {
-        case 0:
-          bytes[at] = static_cast<char>(Below(256));
-          break;
-        case 1:
-          bytes.erase(at, At(40));
-          break;
-        case 2:
-          bytes.insert(at, bytes.substr(At(bytes.size()), At(60)));
-          break;
-        case 3:
-          bytes.resize(at);
-          break;
-        default:
-          ReplaceValue(bytes, at);
-      }
+    for (std::size_t left = 1 + Below(4); left > 0 && !bytes.empty(); --left) {
+      const std::size_t at = Below(bytes.size());
+      const std::size_t kind = Below(6);
+      if (kind == 0) bytes[at] = static_cast<char>(Below(256));
+      if (kind == 1) bytes.erase(at, Below(40));
+      if (kind == 2) bytes.insert(at, bytes.substr(Below(bytes.size()), Below(60)));
+      if (kind == 3) bytes.resize(at);
+      if (kind > 3) ReplaceValue(bytes, at);
     }
     return bytes;
   }
 
  private:
-  int Below(int end) { return static_cast<int>(random_() % static_cast<unsigned>(end)); }
-  std::size_t At(std::size_t end) { return random_() % end; }
+  std::size_t Below(std::size_t end) { return random_() % end; }
 
   /// Puts another value at the beginning of a line.
   void ReplaceValue(std::string& bytes, std::size_t at) {
     static constexpr const char* kValues[] = {
         "0", "-1", "1e308", "1e-308",  "nan",    "40 40", "9 9 9", "Y",    "32766",
         "1", ".5", "-999",  "1 2 3 4", "999999", "0 1 0", "2 0 1", "1e-9", ""};
-    const std::size_t line = bytes.rfind('\n', at);
-    const std::size_t begin = line == std::string::npos ? 0 : line + 1;
+    const std::size_t begin = bytes.rfind('\n', at) + 1;  // the end's npos comes out as 0
     const std::size_t end = std::min(bytes.find('\t', begin), bytes.size());
-    bytes.replace(begin, end - begin, kValues[At(std::size(kValues))]);
+    bytes.replace(begin, end - begin, kValues[Below(std::size(kValues))]);
   }
 
   std::minstd_rand random_{20231};
@@ -75,10 +57,12 @@ TEST(Mutations, EndWithAReportOrAMessage) {
   }
   std::sort(examples.begin(), examples.end());
   const Request request = ParseCommandLine({folder.File("x.dat")});
+  // POLEFIT_MUTATIONS sets how many files are tried; the suite alone tries a few.
+  const char* const wanted = std::getenv("POLEFIT_MUTATIONS");
+  const std::size_t count = wanted != nullptr ? std::stoul(wanted) : 300;
   Mutator mutator;
-  for (int i = 0; i < MutationCount(); ++i) {
-    const std::string bytes =
-        mutator.Damage(examples[static_cast<std::size_t>(i) % examples.size()]);
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::string bytes = mutator.Damage(examples[i % examples.size()]);
     WriteBytes(folder.File("x.dat"), bytes);
     ConsoleHost host;
     std::ostringstream out;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <tuple>
@@ -40,11 +41,6 @@ class Run : public ::testing::Test {
     ConsoleHost writer;
     WriteResponseFile(writer, record, {host_.Path("data"), "x.dat"});
   }
-  void UseSettings(const std::array<std::string, kSolverValueCount>& settings) {
-    ResponseRecord record = ExampleRecord("Ex-Yzero.101");
-    record.solver = settings;
-    Use(record);
-  }
 
   /// Runs the solver; from the `calm`-th question on, the user has asked `requests` times to stop.
   Exit Solve(int calm = 0, int requests = 0) {
@@ -70,8 +66,7 @@ class Run : public ::testing::Test {
 };
 
 std::string WithoutSeconds(const std::string& report) {
-  const std::size_t begin = report.find("Made");
-  return report.substr(0, begin) + report.substr(report.find("\r\n", begin));
+  return std::regex_replace(report, std::regex("Made.*"), "");
 }
 
 TEST_F(Run, LeavesAReportAndTheAnswersAndNothingElse) {
@@ -84,8 +79,6 @@ TEST_F(Run, LeavesAReportAndTheAnswersAndNothingElse) {
   const std::string first = Report();
   EXPECT_EQ(Solve(), Exit::converged);
   EXPECT_EQ(WithoutSeconds(Report()), WithoutSeconds(first));
-  std::istringstream lines(Report());
-  for (std::string line; std::getline(lines, line);) EXPECT_LE(CharacterCount(line), 80U) << line;
 }
 
 TEST_F(Run, ChangesNothingInTheLastRunButTheLocationsAndTheGain) {
@@ -152,11 +145,11 @@ TEST_F(Run, CollectsAllFaultsInTheReport) {
 }
 
 TEST_F(Run, StopsWhereItIsTold) {
-  UseSettings({"5 10 7", "0 0 0", "", "100", "10", "20", "1", "16", ".0001"});
+  Use(ExampleRecord("Ex-Yzero.101", "S1=5 10 7; S6=20"));
   EXPECT_EQ(Solve(), Exit::stopped);
   EXPECT_THAT(Report(), HasSubstr("Result: stopped at EVALMAX; best point found is given"));
   EXPECT_THAT(Report(), HasSubstr("evaluations          20 of 20 at most"));
-  UseSettings({"2 10 7", "0 0 0", "", "3", "10", "2000", "1", "16", ".0001"});
+  Use(ExampleRecord("Ex-Yzero.101", "S1=2 10 7; S4=3"));
   EXPECT_EQ(Solve(), Exit::stopped);
   EXPECT_THAT(Report(), HasSubstr("Result: stopped at STEPSLIM; best point found is given"));
   EXPECT_EQ(Solve(0, 1), Exit::stopped);
