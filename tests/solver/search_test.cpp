@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <string>
+#include <utility>
 
 #include "solver/example_problem.h"
 
@@ -13,6 +16,32 @@ Summary SolveQuietly(const Problem& problem) {
   Listener nobody;
   return Solve(problem, nobody, [] { return false; });
 }
+
+/// The example and its best known cost.
+class Examples : public testing::TestWithParam<std::pair<std::string, double>> {};
+
+TEST_P(Examples, AreSolvedToTheBestKnownCostFromTheTypedStart) {
+  const auto& [name, bestKnown] = GetParam();
+  const Summary summary = SolveQuietly(GoodProblem(ExampleRecord(name)));
+  EXPECT_EQ(summary.ending, EndReason::zero);
+  EXPECT_LT(summary.starts.front().best.Cost(), 1.001 * bestKnown);
+  EXPECT_GT(summary.best.Cost(), 0.999 * bestKnown);
+  EXPECT_LE(summary.evaluations, 2000);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Examples,
+    testing::Values(std::pair{"Ex-Yzero.101", 2.277862e-06},
+                    std::pair{"Ex-Yzero.102", 2.277862e-06}, std::pair{"Ex-CNTL.1", 2.277862e-06},
+                    std::pair{"Ex-Zpair.1", 2.507429e-06}, std::pair{"Ex-Delay.101", 1.595938e-04},
+                    std::pair{"Ex-Delay.111", 1.837938e-04},
+                    std::pair{"Ex-Delay.112", 1.837938e-04}),
+    [](const testing::TestParamInfo<Examples::ParamType>& example) {
+      std::string name = example.param.first;
+      std::replace_if(
+          name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
+      return name;
+    });
 
 TEST(Search, LeavesAPoorLocalOptimumForABetterOne) {
   const Summary summary = SolveQuietly(GoodProblem(ExampleRecord(
