@@ -16,7 +16,6 @@
 namespace polefit {
 namespace {
 
-using ::testing::Each;
 using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::SizeIs;

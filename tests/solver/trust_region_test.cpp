@@ -24,7 +24,7 @@ void ExpectMinimiser(const VectorXd& gradient, const MatrixXd& hessian, double r
   EXPECT_LT((pull - shift * trust.step).norm(), 1e-5 * (gradient.norm() + hessian.norm()));
   EXPECT_GE(lowest + shift, -1e-6 * hessian.norm());
   EXPECT_EQ(trust.isAtEdge, length > .999 * radius);
-  if (!trust.isAtEdge) EXPECT_NEAR(shift, 0, 1e-6 * hessian.norm());
+  EXPECT_NEAR(trust.isAtEdge ? 0 : shift, 0, 1e-6 * hessian.norm());
   EXPECT_EQ(trust.isIndefinite, lowest < 0 && trust.isAtEdge);
   EXPECT_NEAR(trust.predictedDecrease, PredictedDecrease(gradient, hessian, trust.step),
               1e-9 * std::abs(trust.predictedDecrease));
