@@ -21,6 +21,14 @@ QColor LineColor(const QPalette& palette) {
           mix(base.blue(), text.blue())};
 }
 
+void ProgramStyle::polish(QPalette& palette) {
+  QProxyStyle::polish(palette);
+  // Some desktops give a disabled field the ground of one that can be filled in.
+  if (palette.color(QPalette::Disabled, QPalette::Base) == palette.color(QPalette::Base)) {
+    palette.setColor(QPalette::Disabled, QPalette::Base, palette.color(QPalette::Window));
+  }
+}
+
 void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                  QPainter* painter, const QWidget* widget) const {
   QProxyStyle::drawPrimitive(element, option, painter, widget);

@@ -11,9 +11,11 @@ QColor LineColor(const QPalette& palette);
 
 /// The desktop's style, and an outline round check boxes and option buttons where the palette is
 /// dark: the style's own nearly vanishes there. Push buttons of every window are alike: with room
-/// round their text, and without pictures.
+/// round their text, and without pictures. Fields that are disabled look so on every palette.
 class ProgramStyle : public QProxyStyle {
  public:
+  using QProxyStyle::polish;
+  void polish(QPalette& palette) override;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,

@@ -91,6 +91,8 @@ TEST(Report, FitsSeventyNineColumnsAndSpeaksOfWhatThereIs) {
   const Report delay(ExampleRecord("Ex-Delay.101"));
   for (const Report* report : {&equalised, &delay}) {
     for (const std::string& line : report->lines) EXPECT_LE(CharacterCount(line), 79U) << line;
+    // Read alike by text programs that expect single bytes and by those that expect UTF-8.
+    EXPECT_THAT(report->text, Not(HasSubstr("\xC2")));
   }
   EXPECT_THAT(delay.text, HasSubstr("181.64 ns   (free)"));
   EXPECT_THAT(delay.text, HasSubstr("7.536 ns peak to peak, 2.447 ns rms"));

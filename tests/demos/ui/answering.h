@@ -30,6 +30,10 @@ class Answering {
     answers_.emplace_back([button](QDialog& dialog) {
       auto* const box = qobject_cast<QMessageBox*>(&dialog);
       ASSERT_TRUE(box != nullptr && box->button(button) != nullptr) << NameOf(dialog);
+      const int title = box->fontMetrics().horizontalAdvance(box->windowTitle());
+      if (box->objectName() == "messageBox") {
+        EXPECT_GT(box->width(), title + 100);
+      }
       box->button(button)->click();
     });
   }

@@ -8,6 +8,7 @@
 
 #include "form/ui/main_form.h"
 #include "form/ui/page.h"
+#include "platform/ui/program_style.h"
 
 namespace polefit::testing {
 namespace {
@@ -26,6 +27,15 @@ class Window : public MainForm {
     EXPECT_EQ(names.removeDuplicates(), 0) << all;
   }
 };
+
+TEST_F(Window, ADisabledFieldLooksSoOnAPaletteThatMakesNoDifference) {
+  QPalette palette;
+  palette.setColor(QPalette::Window, Qt::lightGray);
+  palette.setColor(QPalette::Base, Qt::white);
+  ProgramStyle().polish(palette);
+  EXPECT_EQ(palette.color(QPalette::Disabled, QPalette::Base), QColor(Qt::lightGray));
+  EXPECT_EQ(palette.color(QPalette::Active, QPalette::Base), QColor(Qt::white));
+}
 
 TEST_F(Window, TabReachesEveryControlInReadingOrderAndAScreenReaderNamesIt) {
   const std::vector<std::string> order[] = {
