@@ -48,6 +48,17 @@ void ShowLastRun(Program& program) {
   if (failure) throw *failure;
 }
 
+/// What cannot be read is told while the form still has its own values and its own file.
+void RequireLastRun(Program& program) {
+  try {
+    program.host.OpenForReading(program.LastRunPath);
+    program.host.CloseFile();
+  } catch (RunTimeError& error) {
+    error.description += ": " + program.LastRunPath;
+    throw;
+  }
+}
+
 void EndStartUp(Program& program) {
   const std::string name = program.files.currentFileName;
   program.frmMain.SetText("LastFileName", name);
@@ -83,6 +94,7 @@ void RestoreLastRun(Program& program) {
 }
 
 void TakeImprovedValues(Program& program) {
+  RequireLastRun(program);
   // The run's window leaves a cell being edited as it is; its text is a change like any other.
   HideCellEditor(Grids(program), false);
   if (PromptSaveChanges(program, program.DataChanged) == kGoOn) RestoreLastRun(program);

@@ -15,7 +15,8 @@ void LoadMainForm(Program& program);
 void RestoreLastRun(Program& program);
 
 /// Takes the values that a run has just left into the form, once changed data are dealt with as
-/// for opening a file.
+/// for opening a file. Throws RunTimeError, naming their file, when it cannot be opened; the form
+/// then keeps its own.
 void TakeImprovedValues(Program& program);
 
 /// Opens the file at `path`, a whole path, as the Open command would; one that is not there is
