@@ -62,13 +62,14 @@ struct InstalledProgram : ::testing::Test {
     std::filesystem::permissions(Installed("pfit"), std::filesystem::perms::all);
   }
 
-  /// A file in the "User" folder with one passband point and the tmin answer given.
-  std::string MakeFile(const std::string& name, const std::string& tmin = "76.7") {
+  /// A file in the "User" folder with some passband points and the tmin answer given.
+  std::string MakeFile(const std::string& name, const std::string& tmin = "76.7",
+                       std::int16_t points = 1) {
     ResponseRecord record;
     record.Slot(slot::kTmin) = tmin;
-    record.nFreqPoints = 1;
-    record.passband.Resize(2);
-    for (int column = 1; column <= 4; ++column) record.passband.At(1, column) = "1";
+    record.nFreqPoints = points;
+    record.passband.Resize(points + 1);
+    for (int i = 0; i < 4 * points; ++i) record.passband.At(1 + i / 4, 1 + i % 4) = "1";
     ConsoleHost writing;
     WriteResponseFile(writing, record, {Installed("User"), name});
     return Installed("User/" + name);
