@@ -2,6 +2,8 @@
 
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <atomic>
+#include <thread>
 
 #include "demos/ui/installed_program.h"
 #include "platform/detached_process.h"
@@ -121,6 +123,51 @@ TEST_F(StandInTest, ARunThatIsOnRefusesASecondOneAndIsFoundByALaterStart) {
   EXPECT_THAT(StopAndVerdict(), StartsWith("Stopped by you"));
   Start();
   EXPECT_THAT(Titles(), ElementsAre("Start Up Values - Polefit"));
+}
+
+TEST_F(StandInTest, OfRunsThatStartAtTheSameMomentOneGoesOnAndTheOthersAreRefused) {
+  InstallSolver("echo \"$1\"; exec sleep 60");
+  std::atomic<int> refused = 0;
+  const auto start = [this, &refused](const std::string& file) {
+    const Command command{Installed("run-Freq.pif"), {file, Installed("User"), base, "/t"}};
+    try {
+      StartRun(command);
+    } catch (const RunTimeError& error) {
+      EXPECT_THAT(error.description, StartsWith("The run of '"));
+      ++refused;
+    }
+  };
+  std::deque<std::thread> starts;
+  for (int i = 0; i < 8; ++i) starts.emplace_back(start, "run" + std::to_string(i));
+  for (std::thread& each : starts) each.join();
+  EXPECT_EQ(refused, 7);
+  Start();
+  WaitForOutput("run");
+  EXPECT_EQ(Output(), TextOf("lblDataFile"));
+  StopAndVerdict();
+}
+
+TEST_F(StandInTest, AClosedConsoleComesBackWithItsVerdictBehindTheFormInUse) {
+  Submit("until test -e go; do sleep .02; done; say converged");
+  The("cmdStop").window()->close();
+  The("tmin").window()->activateWindow();
+  WriteBytes(Installed("go"), "");
+  EXPECT_TRUE(QTest::qWaitFor([] { return Titles().size() == 2; }));
+  EXPECT_THAT(Verdict(), StartsWith("Converged"));
+  EXPECT_EQ(QApplication::activeWindow(), The("tmin").window());
+}
+
+TEST_F(StandInTest, ImprovedValuesThatCannotBeOpenedAreNamedAndTheFormStays) {
+  Submit("values; say converged");
+  Verdict();
+  SetText("tmin", "mine");
+  std::filesystem::remove(Installed("last-run.ini"));
+  answers.Press(QMessageBox::Ok);
+  Click("cmdImproved");
+  EXPECT_THAT(answers.said.back(), StartsWith("Polefit|Error 53: File not found: " + base));
+  EXPECT_EQ(TextOf("tmin"), "mine");
+  EXPECT_EQ(TextOf("LastFileName"), "run1.txt");
+  EXPECT_NE(session->Values().DataChanged, 0);
 }
 
 TEST_F(StandInTest, AMissingSolverIsNamedAndTheSavedFileStays) {
