@@ -2,56 +2,62 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <string>
 
+#include "solver/example_problem.h"
 #include "solver/second_starts.h"
+#include "solver/wren.h"
 
 namespace polefit {
 namespace {
 
-/// A random constellation with `zeroCount` omega-axis zeros, the first one held.
-Eigen::VectorXd RandomConstellation(int zeroCount, RandomNumbers& random, Constellation& to) {
+/// Random pole pairs and omega-axis zeros; the first zero may stand beyond the next ones.
+Problem RandomProblem(int zeroCount, RandomNumbers& random) {
   const int pairs = zeroCount + static_cast<int>(3 * random.Unit());
-  std::vector<double> parameters;
+  std::string real;
+  std::string imaginary;
+  std::string zeros = "1";
   for (int i = 0; i < pairs; ++i) {
-    to.factors.push_back({FactorKind::polePair, 2 * i, -1, 1});
-    parameters.push_back(random.Logarithmic(.02, 2));
-    parameters.push_back(1.5 * random.Unit());
+    real += std::to_string(random.Logarithmic(.02, 2)) + " ";
+    imaginary += std::to_string(1.5 * random.Unit()) + " ";
   }
-  to.orcaCount = 2 * pairs;
-  to.lynxCount = zeroCount - 1;
-  to.heldCount = 1;
-  to.factors.push_back({FactorKind::omegaZero, to.orcaCount + to.lynxCount, 1, 0});
-  for (int i = 0; i < to.lynxCount; ++i) {
-    to.factors.push_back({FactorKind::omegaZero, to.orcaCount + i, 1, 0});
-    parameters.push_back(1 + 3 * random.Unit());
-  }
-  std::sort(parameters.end() - to.lynxCount, parameters.end());
-  parameters.push_back(1 + .5 * random.Unit() * random.Unit());
-  return Eigen::Map<Eigen::VectorXd>(parameters.data(),
-                                     static_cast<Eigen::Index>(parameters.size()));
+  for (int i = 1; i < zeroCount; ++i) zeros += " " + std::to_string(1 + 3 * random.Unit());
+  Problem problem = GoodProblem(ExampleRecord(
+      "Ex-Yzero.101", "6=0 " + std::to_string(pairs) + "; 8=" + real + "; 9=" + imaginary +
+                          "; 11=" + std::to_string(zeroCount) + " 0 0; 11a=" + zeros));
+  problem.typedParameters.tail(1)[0] += .5 * random.Unit() * random.Unit();
+  return problem;
 }
 
 TEST(Lynx, EqualisesTheSidelobesOfAThousandRandomConstellations) {
   RandomNumbers random;
   Listener nobody;
-  const Options options;
   int failures = 0;
   int remez = 0;
   for (int i = 0; i < 1000; ++i) {
-    Constellation constellation;
-    Eigen::VectorXd parameters = RandomConstellation(2 + i % 5, random, constellation);
-    Lynx lynx(constellation, i % 2 == 0 ? 4 : 22, options, nobody);
+    const Problem problem = RandomProblem(2 + i % 5, random);
+    const double largest = i % 2 == 0 ? 4 : 22;
+    Eigen::VectorXd parameters = problem.typedParameters;
+    Lynx lynx(problem.constellation, largest, problem.options, nobody);
     if (!lynx.Equalise(parameters)) ++failures;
     remez += lynx.RemezCount();
     // The peaks are looked for again: no sidelobe stands above the equal level.
     const double level = lynx.Peaks().front().level;
-    for (double w = parameters[parameters.size() - 1]; w < (i % 2 == 0 ? 4 : 22); w *= 1.01) {
-      ASSERT_LT(LogCurve(constellation, parameters).At(w), level + 1e-4) << i << " at " << w;
+    const LogCurve curve(problem.constellation, parameters);
+    for (double w = parameters.tail(1)[0]; w < largest; w *= 1.01) {
+      ASSERT_LT(curve.At(w), level + 1e-4) << i << " at " << w;
     }
   }
   EXPECT_EQ(failures, 0);
   EXPECT_GT(remez, 0);  // or the fallback was never tried
+}
+
+TEST(Wren, FindsABumpNarrowerThanItsSamples) {
+  const Problem problem = GoodProblem(ExampleRecord(
+      "Ex-Yzero.101", "6=0 2; 8=1 .01; 9=6 5; 11=1 1 0; 11a=1; 11b=.05; 11c=5; 14=22"));
+  const LogCurve curve(problem.constellation, problem.typedParameters);
+  Listener nobody;
+  EXPECT_NEAR(FindPeak(curve, {1, 22, true}, problem.options, nobody).frequency, 5, .01);
 }
 
 }  // namespace

@@ -17,12 +17,12 @@ using Complex = std::complex<double>;
 
 /// A problem with every kind of factor, and a pair on the sigma axis; its H(s) / H(0) is written
 /// out in `DirectH`.
-ResponseRecord EveryKind(const std::string& isDoublet, const std::string& isLossless,
-                         const std::string& sigmaZero) {
+ResponseRecord EveryKind(bool isDoublet, bool isLossless, const std::string& sigmaZero) {
   return ExampleRecord("Ex-Delay.101",
                        "6=1 8; 7=.8; 8=.5 .4 .3 .6 .7 .2 .35 .9; 9=.3 .7 1.1 .2 .9 .5 1 0; "
                        "11=1 1 1; 11a=1.2; 11b=-.2 .9; 11c=1.3 .4; 10a=" +
-                           sigmaZero + "; 10b=" + isDoublet + "; 10c=" + isLossless);
+                           sigmaZero + (isDoublet ? "; 10b=Y" : "; 10b=N") +
+                           (isLossless ? "; 10c=Y" : "; 10c=N"));
 }
 
 Complex PairFactor(Complex s, double a, double b) {
@@ -42,10 +42,10 @@ Complex DirectH(Complex s, bool isDoublet, bool isLossless, double v) {
 }
 
 TEST(Model, IsTheProductOfItsFactorsInMagnitudeAndDelay) {
-  for (const char* const isDoublet : {"N", "Y"}) {
-    for (const char* const isLossless : {"N", "Y"}) {
+  for (const bool isDoublet : {false, true}) {
+    for (const bool isLossless : {false, true}) {
       for (const char* const zero : {".5", "-.5"}) {
-        const bool isPlain = *isDoublet == 'N' && *isLossless == 'N';
+        const bool isPlain = !isDoublet && !isLossless;
         const double v = isPlain ? std::stod(zero) : .5;
         const Problem problem = GoodProblem(EveryKind(isDoublet, isLossless, zero));
         const Eigen::ArrayXd w = Eigen::ArrayXd::LinSpaced(140, 0, 3);
@@ -54,29 +54,28 @@ TEST(Model, IsTheProductOfItsFactorsInMagnitudeAndDelay) {
         const Eigen::ArrayXd delay = Delays(problem.constellation, problem.typedParameters, w);
         const LogCurve curve(problem.constellation, problem.typedParameters);
         for (Eigen::Index i = 0; i < w.size(); ++i) {
-          const auto at = [&](double x) {
-            return DirectH({0, x}, *isDoublet == 'Y', *isLossless == 'Y', v);
-          };
+          const auto at = [&](double x) { return DirectH({0, x}, isDoublet, isLossless, v); };
           const double h = 1e-6;
           const double direct = -std::arg(at(w[i] + h) / at(w[i] - h)) / (2 * h);
           EXPECT_NEAR(magnitude[i] / std::abs(at(w[i])), 1, 1e-12);
           EXPECT_NEAR(curve.At(w[i]), std::log(std::abs(at(w[i]))), 1e-11);
           EXPECT_NEAR(delay[i], direct, 1e-7);
         }
+        EXPECT_TRUE(std::isfinite(curve.At(1.2) + curve.SlopeAt(1.2).first));  // on the zero
       }
     }
   }
 }
 
 TEST(Model, CountsPolesAndZerosOfEveryKind) {
-  const Problem plain = GoodProblem(EveryKind("N", "N", ".5"));
-  const Problem both = GoodProblem(EveryKind("Y", "Y", ".5"));
+  const Problem plain = GoodProblem(EveryKind(false, false, ".5"));
+  const Problem both = GoodProblem(EveryKind(true, true, ".5"));
   EXPECT_EQ(std::pair(plain.PoleCount(), plain.ZeroCount()), std::pair(17, 9));
   EXPECT_EQ(std::pair(both.PoleCount(), both.ZeroCount()), std::pair(19, 10));
 }
 
 TEST(Objective, IsTheErrorMeasureWithItsWeights) {
-  ResponseRecord record = EveryKind("N", "Y", ".5; 1a=150; 1b=.5; 2=-2; 3=Y");
+  ResponseRecord record = EveryKind(false, true, ".5; 1a=150; 1b=.5; 2=-2; 3=Y");
   for (int row = 1; row <= record.nFreqPoints; ++row)
     record.passband.At(row, 4) = row % 2 ? "3" : "0";
   const Problem problem = GoodProblem(record);
@@ -105,7 +104,7 @@ TEST(Objective, IsTheErrorMeasureWithItsWeights) {
 }
 
 TEST(Objective, HasTheBestGainAndTheBestDelayConstant) {
-  const Problem problem = GoodProblem(EveryKind("Y", "N", ".5"));
+  const Problem problem = GoodProblem(EveryKind(true, false, ".5"));
   Objective objective(problem.constellation, problem.rows, false);
   Fit fit;
   ASSERT_TRUE(objective.Evaluate(problem.typedParameters, fit));
