@@ -30,7 +30,7 @@ std::string Decimal(double number) {
 ResponseRecord LargestRecord() {
   ResponseRecord record;
   record.slots.fill("1 2 3 4");
-  record.Slot(slot::kFreqPoints) = SignedText(kMostPoints);
+  record.Slot(slot::kFreqPointCount) = SignedText(kMostPoints);
   record.Slot(slot::kDelayPointCount) = SignedText(kMostPoints);
   record.passband.Resize(kMostPoints + 1);
   record.delay.Resize(kMostPoints + 1);

@@ -85,7 +85,7 @@ void Print(const char* what, int times, Action action) {
 void WriteLargestFile(Program& program) {
   ResponseRecord record = program.record;
   record.nFreqPoints = record.nDelayPoints = kPoints;
-  record.Slot(slot::kFreqPoints) = record.Slot(slot::kDelayPointCount) = SignedText(kPoints);
+  record.Slot(slot::kFreqPointCount) = record.Slot(slot::kDelayPointCount) = SignedText(kPoints);
   record.passband.Resize(kPoints + 1);
   record.delay.Resize(kPoints + 1);
   for (int row = 1; row <= kPoints; ++row) {

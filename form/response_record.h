@@ -64,7 +64,7 @@ enum : int {
   kGain,
   kLowestXY,
   kMaxXY,
-  kFreqPoints,
+  kFreqPointCount,
   kDelayPointCount
 };
 }  // namespace slot

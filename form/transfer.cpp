@@ -54,7 +54,7 @@ void ResetGrids(Program& program) {
   const GridState grids = Grids(program);
   ResponseRecord& record = program.record;
   ClearGrid(grids, grids.PassData);
-  record.nFreqPoints = ToInteger16(ReadNumber(record.Slot(slot::kFreqPoints)));
+  record.nFreqPoints = ToInteger16(ReadNumber(record.Slot(slot::kFreqPointCount)));
   ClearGrid(grids, grids.DelayData);
   record.nDelayPoints = ToInteger16(ReadNumber(record.Slot(slot::kDelayPointCount)));
 }
@@ -69,7 +69,7 @@ void PutAnswers(Program& program) {
   for (const Question& question : kQuestions) {
     record.Slot(question.slot) = TakeAnswer(form, question);
   }
-  record.Slot(slot::kFreqPoints) = SignedText(record.nFreqPoints);
+  record.Slot(slot::kFreqPointCount) = SignedText(record.nFreqPoints);
   record.Slot(slot::kDelayPointCount) = SignedText(record.nDelayPoints);
   for (const NoteBox& note : kNoteBoxes) record.*note.field = form.Text(note.name);
   ReadGrids(Grids(program), record.passband, record.delay);

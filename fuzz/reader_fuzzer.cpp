@@ -110,7 +110,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   ResponseRecord written = first;
   WriteResponseFile(host, written, {"/here", first.LastFileName});
   // Whatever the count answers said, the file says how many rows there are.
-  first.Slot(slot::kFreqPoints) = std::to_string(first.nFreqPoints);
+  first.Slot(slot::kFreqPointCount) = std::to_string(first.nFreqPoints);
   first.Slot(slot::kDelayPointCount) = std::to_string(first.nDelayPoints);
   ResponseRecord second;
   host.SetInput(host.Output());

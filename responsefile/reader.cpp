@@ -66,8 +66,9 @@ void ReadResponse(Host& host, ResponseRecord& record, std::string& name,
   for (int number = slot::kEqualDelay; number <= slot::kMaxXY; ++number) {
     record.Slot(number) = ReadValueLine(host);
   }
-  record.Slot(slot::kFreqPoints) = ReadValueLine(host);
-  ReadBlock(host, record.Slot(slot::kFreqPoints), record.passband, record.nFreqPoints, shortRow);
+  record.Slot(slot::kFreqPointCount) = ReadValueLine(host);
+  ReadBlock(host, record.Slot(slot::kFreqPointCount), record.passband, record.nFreqPoints,
+            shortRow);
   record.Slot(slot::kDelayPointCount) = ReadValueLine(host);
   ReadBlock(host, record.Slot(slot::kDelayPointCount), record.delay, record.nDelayPoints, shortRow);
   record.Note1 = ReadValueLine(host);

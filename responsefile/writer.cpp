@@ -70,7 +70,7 @@ void WriteAnswers(Host& host, const ResponseRecord& record) {
 }
 
 void WritePoints(Host& host, const ResponseRecord& record) {
-  WriteAnswerLine(host, record.Slot(slot::kFreqPoints), kPointCountQuestion);
+  WriteAnswerLine(host, record.Slot(slot::kFreqPointCount), kPointCountQuestion);
   host.WriteLine("Freq       Yin          Yout           Weight");
   host.WriteLine("===========================================");
   WriteRows(host, record.passband, record.nFreqPoints);
@@ -114,7 +114,7 @@ void WriteAnswerLine(Host& host, std::string_view value, std::string_view label)
 
 int WriteResponseFile(Host& host, ResponseRecord& record, const ResponseTarget& target) {
   record.solverCount = HasSolverValues(record) ? kSolverValueCount : 0;
-  record.Slot(slot::kFreqPoints) = SignedText(record.nFreqPoints);
+  record.Slot(slot::kFreqPointCount) = SignedText(record.nFreqPoints);
   record.Slot(slot::kDelayPointCount) = SignedText(record.nDelayPoints);
   const bool isLastRun = !target.name.empty() && target.name == target.lastRunPath;
   host.OpenForWriting(isLastRun ? target.name : JoinPath(target.folder, target.name));

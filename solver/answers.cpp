@@ -15,7 +15,7 @@ struct QuestionLabel {
 };
 
 /// By slot, from 1.
-constexpr std::array<QuestionLabel, slot::kFreqPoints> kLabels = {{
+constexpr std::array<QuestionLabel, slot::kFreqPointCount> kLabels = {{
     {"1", "equalize group delay"},
     {"1a", "Tmin"},
     {"1b", "DelRipplePower"},

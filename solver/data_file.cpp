@@ -26,8 +26,8 @@ std::string CountFault(const std::string& name, const std::string& answer,
 /// The fault of a count that made the reader take the rest of the file for something else.
 std::string MisledBy(const ResponseRecord& record, int linesRead) {
   if (linesRead < kPassbandCountLine) return {};
-  const std::string& passband = record.Slot(slot::kFreqPoints);
-  std::string fault = CountFault(QuestionName(slot::kFreqPoints), passband, "");
+  const std::string& passband = record.Slot(slot::kFreqPointCount);
+  std::string fault = CountFault(QuestionName(slot::kFreqPointCount), passband, "");
   const int delayCountLine = kPassbandCountLine + 2 + record.nFreqPoints + 1;
   if (!fault.empty() || linesRead < delayCountLine) return fault;
   const std::string points(Words(passband).front());

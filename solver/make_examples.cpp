@@ -103,7 +103,7 @@ void Fill(const Table& table, PointLists<Columns>& points, std::int16_t& count,
 }
 
 void FillPassband(const std::array<std::array<const char*, 3>, 21>& table, ResponseRecord& record) {
-  Fill(table, record.passband, record.nFreqPoints, record.Slot(slot::kFreqPoints));
+  Fill(table, record.passband, record.nFreqPoints, record.Slot(slot::kFreqPointCount));
 }
 
 ResponseRecord SidelobeExample() {

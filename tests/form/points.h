@@ -9,7 +9,7 @@ namespace polefit::testing {
 inline void SetPoints(ResponseRecord& record, int count) {
   FillPoints(record.passband, count);
   FillPoints(record.delay, count);
-  record.Slot(slot::kFreqPoints) = record.Slot(slot::kDelayPointCount) =
+  record.Slot(slot::kFreqPointCount) = record.Slot(slot::kDelayPointCount) =
       " " + std::to_string(count);
 }
 

@@ -54,7 +54,7 @@ TEST_F(Transfer, CountAnswersAreThoseFromBeforeTheReadOutSoTakingTwiceAgrees) {
   form.delayData.Row(13) = {"", "3", "3"};
   for (const auto& [freqPoints, delayPoints] : {std::pair(" 12", " 12"), {" 8", " 13"}}) {
     PutAnswers(program);
-    EXPECT_EQ(Slot(slot::kFreqPoints), freqPoints);
+    EXPECT_EQ(Slot(slot::kFreqPointCount), freqPoints);
     EXPECT_EQ(Slot(slot::kDelayPointCount), delayPoints);
     EXPECT_EQ(program.record.nFreqPoints, 8);
     EXPECT_EQ(program.record.nDelayPoints, 13);
@@ -65,13 +65,13 @@ TEST_F(Transfer, CountsAreNumbersAtTheHeadOfTheirText) {
   SetPoints(program.record, 3);
   for (const auto& [answer, points] :
        {std::pair(" 2 points", 2), {"2.5", 2}, {"1.5", 2}, {"none", 0}, {"-1", -1}}) {
-    Slot(slot::kFreqPoints) = answer;
+    Slot(slot::kFreqPointCount) = answer;
     GetAnswers(program);
     EXPECT_EQ(program.record.nFreqPoints, points) << answer;
     EXPECT_EQ(program.record.nDelayPoints, 3);
     EXPECT_EQ(form.passData.RowCount(), points < 1 ? 3 : points + 4) << answer;
   }
-  Slot(slot::kFreqPoints) = "40000";
+  Slot(slot::kFreqPointCount) = "40000";
   EXPECT_EQ(ErrorOf([&] { GetAnswers(program); }), error_number::kOverflow);
 }
 
