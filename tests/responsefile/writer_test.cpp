@@ -1,11 +1,6 @@
 #include "responsefile/writer.h"
 
 #include <gmock/gmock.h>
-#include <signal.h>
-#include <sys/wait.h>
-
-#include <filesystem>
-#include <random>
 
 #include "platform/error_of.h"
 #include "platform/scripted_host.h"
@@ -106,34 +101,6 @@ TEST_F(WriterTest, AnErrorPartWayLeavesBothFilesAndReachesTheCaller) {
   record.nFreqPoints = 2;
   EXPECT_EQ(Written(), former);
   EXPECT_EQ(host.LookUpFile("x~"), "");
-}
-
-TEST_F(WriterTest, TheFormerOrTheNewFileIsWholeWheneverTheProgramIsKilled) {
-  // Some buffers long, so that the kills fall between two of them.
-  record.passband.Resize(6001);
-  const auto write = [this](std::int16_t rows) {
-    record.nFreqPoints = rows;
-    return Written();
-  };
-  const auto isWhole = ::testing::AnyOf(write(5000), write(6000));
-  std::mt19937 random(20231);
-  int interrupted = 0;
-  for (int kill = 0; kill < 50; ++kill) {
-    const pid_t child = ::fork();
-    ASSERT_GE(child, 0);
-    // The child writes until it is killed.
-    if (child == 0) {
-      while (true) write(record.nFreqPoints == 5000 ? 6000 : 5000);
-    }
-    ::usleep(std::uniform_int_distribution<unsigned>(2000, 30000)(random));
-    ::kill(child, SIGKILL);
-    ::waitpid(child, nullptr, 0);
-    const bool isNamedWhole = ::testing::Value(FileBytes("x"), isWhole);
-    EXPECT_TRUE(isNamedWhole || ::testing::Value(FileBytes("x~"), isWhole)) << kill;
-    if (!isNamedWhole) ++interrupted;
-    if (std::filesystem::exists("x~")) std::filesystem::rename("x~", "x");
-  }
-  EXPECT_GT(interrupted, 5) << "the kills missed the moments of writing";
 }
 
 }  // namespace
