@@ -11,6 +11,7 @@
 
 #include "platform/detached_process.h"
 #include "platform/paths.h"
+#include "platform/restart_entry.h"
 
 namespace polefit {
 
@@ -92,6 +93,20 @@ long StartWithLog(const std::vector<std::string>& words, const std::string& log)
   }
 }
 
+RunRecord StartAndRecord(const Command& solver, const std::string& folder) {
+  RequireProgram(solver.program);
+  RunRecord run;
+  run.started = NanosecondsNow();
+  run.dataFile = solver.arguments.empty() ? std::string() : solver.arguments.front();
+  run.command = CommandLine(solver);
+  std::vector<std::string> words = solver.arguments;
+  words.insert(words.begin(), solver.program);
+  run.processId = StartWithLog(words, RunLogPath(folder));
+  run.processStart = StartOfProcess(run.processId).value_or(0);
+  WriteRunRecord(folder, run);
+  return run;
+}
+
 }  // namespace
 
 std::string ProgramFolderOf(const Command& command) {
@@ -101,21 +116,17 @@ std::string ProgramFolderOf(const Command& command) {
 RunRecord StartRun(const Command& command) {
   const std::string folder = ProgramFolderOf(command);
   const Command solver{JoinPath(folder, "pfit"), command.arguments, command.windowStyle};
-  RequireProgram(solver.program);
   const StartLock lock(folder);
   if (const auto other = ReadRunRecord(folder); other && IsRunning(*other)) {
     throw RunTimeError{error_number::kPermissionDenied, RefusalOf(*other)};
   }
-  RunRecord run;
-  run.started = NanosecondsNow();
-  run.dataFile = command.arguments.empty() ? std::string() : command.arguments.front();
-  run.command = CommandLine(solver);
-  std::vector<std::string> words = solver.arguments;
-  words.insert(words.begin(), solver.program);
-  run.processId = StartWithLog(words, RunLogPath(folder));
-  run.processStart = StartOfProcess(run.processId).value_or(0);
-  WriteRunRecord(folder, run);
-  return run;
+  try {
+    return StartAndRecord(solver, folder);
+  } catch (const RunTimeError&) {
+    // A run that does not start must not bring the program back at the next log-on.
+    WithdrawAutostartEntry();
+    throw;
+  }
 }
 
 std::optional<RunRecord> ReadRunRecord(const std::string& programFolder) {

@@ -66,23 +66,13 @@ void QtHost::ShowSave(CommonDialog& dialog) {
 
 long QtHost::StartProgram(const Command& command) {
   const std::string name = BareName(command.program);
-  if (name.ends_with(".pif")) return StartSolver(command);
+  if (name.ends_with(".pif")) return startSolver_(command);
   if (name == "command.com") return StartCopy(command);
   if (name == "notepad.exe") return OpenFile(command.arguments.at(0), {"text/plain"});
   if (name == "msimn.exe") return StartMail(command);
   if (name != "regedit") throw MakeRunTimeError(error_number::kFileNotFound);
   WriteAutostartEntry(JoinPath(OwnFolder(), "polefit"));
   return kNoProcess;
-}
-
-/// A run that does not start must not bring the program back at the next log-on.
-long QtHost::StartSolver(const Command& command) {
-  try {
-    return startSolver_(command);
-  } catch (const RunTimeError&) {
-    WithdrawAutostartEntry();
-    throw;
-  }
 }
 
 void QtHost::ShellExecuteA(const std::string& path) {

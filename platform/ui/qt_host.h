@@ -26,8 +26,6 @@ class QtHost : public LinuxHost {
   [[noreturn]] void EndProgram() override;
 
  private:
-  long StartSolver(const Command& command);
-
   SolverStart startSolver_;
 };
 

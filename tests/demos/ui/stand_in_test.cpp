@@ -127,6 +127,8 @@ TEST_F(StandInTest, ARunThatIsOnRefusesASecondOneAndIsFoundByALaterStart) {
 
 TEST_F(StandInTest, OfRunsThatStartAtTheSameMomentOneGoesOnAndTheOthersAreRefused) {
   InstallSolver("echo \"$1\"; exec sleep 60");
+  const std::string restart = root.File("desktop/autostart/polefit-restart.desktop");
+  WriteBytes(restart, "of the run that goes on");
   std::atomic<int> refused = 0;
   const auto start = [this, &refused](const std::string& file) {
     const Command command{Installed("run-Freq.pif"), {file, Installed("User"), base, "/t"}};
@@ -141,6 +143,7 @@ TEST_F(StandInTest, OfRunsThatStartAtTheSameMomentOneGoesOnAndTheOthersAreRefuse
   for (int i = 0; i < 8; ++i) starts.emplace_back(start, "run" + std::to_string(i));
   for (std::thread& each : starts) each.join();
   EXPECT_EQ(refused, 7);
+  EXPECT_EQ(FileBytes(restart), "of the run that goes on");
   Start();
   WaitForOutput("run");
   EXPECT_EQ(Output(), TextOf("lblDataFile"));
