@@ -15,7 +15,7 @@ namespace polefit {
 
 namespace {
 
-constexpr std::size_t kChunkSize = 1U << 16U;
+constexpr std::size_t kChunkSize = 1U << 19U;
 constexpr unsigned kNewFileMode = 0666;
 
 [[noreturn]] void ThrowSystemError() {
