@@ -136,13 +136,7 @@ void Objective::EvaluateMagnitude(const VectorXd& parameters, Fit& fit) {
   fit.meanSquare = squares.sum() / rows;
   fit.largestError = largest.maxCoeff();
   fit.cost = rows_.magnitudeWeight * fit.meanSquare;
-  const double scale = 2 * rows_.magnitudeWeight / rows;
-  const double constantSquare = fit.gain * fit.gain * sumSquare;
-  for (Index i = 0; i < fit.gradient.size(); ++i) {
-    fit.gradient[i] = scale * sums_.gradient[static_cast<std::size_t>(i)].sum();
-  }
-  Finish(sums_, scale, constantSquare, fit.hessian);
-  if (wantsGaussNewton_) Finish(gaussSums_, scale, constantSquare, fit.gaussNewton);
+  AddDerivatives(2 * rows_.magnitudeWeight / rows, fit.gain * fit.gain * sumSquare, fit);
 }
 
 /// The obtained values of all rows and the gain; the result is sum(a^2).
@@ -185,17 +179,11 @@ void Objective::EvaluateDelay(const VectorXd& parameters, Fit& fit) {
   const auto rows = static_cast<double>(rows_.delayFrequencies.size());
   fit.delayMeanSquare = squares.sum() / rows;
   fit.cost += fit.delayMeanSquare;
-  const double scale = 2 / rows;
   if (rows_.wantedDelay > 0) {
     sums_.cross.assign(sums_.cross.size(), Rows::Zero());
     gaussSums_.cross = sums_.cross;
   }
-  const double constantSquare = rows_.delayLevels.square().sum();
-  for (Index i = 0; i < fit.gradient.size(); ++i) {
-    fit.gradient[i] += scale * sums_.gradient[static_cast<std::size_t>(i)].sum();
-  }
-  Finish(sums_, scale, constantSquare, fit.hessian);
-  if (wantsGaussNewton_) Finish(gaussSums_, scale, constantSquare, fit.gaussNewton);
+  AddDerivatives(2 / rows, rows_.delayLevels.square().sum(), fit);
 }
 
 /// The errors of all delay rows without the constant, and the constant.
@@ -234,8 +222,17 @@ void Objective::AddGroup(const Weights& weights, Sums& sums) const {
   }
 }
 
-void Objective::Finish(const Sums& sums, double scale, double constantSquare,
-                       Eigen::MatrixXd& to) const {
+void Objective::AddDerivatives(double scale, double constantSquare, Fit& fit) const {
+  for (Index i = 0; i < fit.gradient.size(); ++i) {
+    fit.gradient[i] += scale * sums_.gradient[static_cast<std::size_t>(i)].sum();
+  }
+  AddReduced(sums_, scale, constantSquare, fit.hessian);
+  if (wantsGaussNewton_) AddReduced(gaussSums_, scale, constantSquare, fit.gaussNewton);
+}
+
+/// Adds the Schur complement by the eliminated constant.
+void Objective::AddReduced(const Sums& sums, double scale, double constantSquare,
+                           Eigen::MatrixXd& to) {
   VectorXd cross(to.rows());
   for (Index i = 0; i < cross.size(); ++i) cross[i] = sums.cross[static_cast<std::size_t>(i)].sum();
   const VectorXd share = cross / constantSquare;

@@ -96,7 +96,9 @@ class Objective {
   template <class Derivatives>
   void Derive(Derivatives derivatives);
   void AddGroup(const Weights& weights, Sums& sums) const;
-  void Finish(const Sums& sums, double scale, double constantSquare, Eigen::MatrixXd& to) const;
+  void AddDerivatives(double scale, double constantSquare, Fit& fit) const;
+  static void AddReduced(const Sums& sums, double scale, double constantSquare,
+                         Eigen::MatrixXd& to);
 
   const Constellation& constellation_;
   const DataRows& rows_;
