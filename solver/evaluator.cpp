@@ -1,5 +1,6 @@
 #include "solver/evaluator.h"
 
+#include <cmath>
 #include <utility>
 
 namespace polefit {
@@ -27,7 +28,8 @@ bool Evaluator::Evaluate(Point& point) {
     lynx_.Eliminate(point.parameters, point.fit);
     point.peaks = lynx_.Peaks();
   }
-  point.isFinite = point.fit.hessian.allFinite() && point.fit.gradient.allFinite();
+  // A sum overflows or is not a number where an entry is.
+  point.isFinite = std::isfinite(point.fit.hessian.sum() + point.fit.gradient.sum());
   if (point.isFinite && point.Cost() < best_.Cost()) best_ = point;
   return point.isFinite;
 }

@@ -39,8 +39,8 @@ ArrayXd Scales(const Problem& problem, const VectorXd& parameters) {
     const double location = parameters[factor.parameter];
     double scale = factor.kind == FactorKind::omegaZero ? 0.3 * location : location;
     if (factor.IsPair()) {
-      const double beyond = std::max(0.0, parameters[factor.parameter + 1] - end);
-      scale = std::hypot(location, beyond);
+      const double beyond = parameters[factor.parameter + 1] - end;
+      if (beyond > 0) scale = std::hypot(location, beyond);
       scales[factor.parameter + 1] = std::max(kLeast, scale);
     }
     scales[factor.parameter] = std::max(kLeast, scale);
@@ -61,31 +61,34 @@ struct Orca::Barrier {
   ArrayXd lowMultipliers;
   ArrayXd highMultipliers;
 
+  // The way to each bound; an expression, so that no array is made for it.
+  auto LowSlack(const VectorXd& parameters) const {
+    return parameters.head(problem.lower.size()).array() - problem.lower.array();
+  }
+  auto HighSlack(const VectorXd& parameters) const {
+    return problem.upper.array() - parameters.head(problem.upper.size()).array();
+  }
+
   Barrier(const Problem& theProblem, double theRho, const VectorXd& parameters)
       : problem(theProblem), rho(theRho) {
     lowMultipliers = rho / LowSlack(parameters);
     highMultipliers = rho / HighSlack(parameters);
   }
 
-  ArrayXd LowSlack(const VectorXd& parameters) const {
-    return parameters.head(problem.lower.size()).array() - problem.lower.array();
-  }
-  ArrayXd HighSlack(const VectorXd& parameters) const {
-    return problem.upper.array() - parameters.head(problem.upper.size()).array();
-  }
   double Value(const Point& point) const {
     return point.Cost() -
            rho * (LowSlack(point.parameters) * HighSlack(point.parameters)).log().sum();
   }
-  VectorXd Gradient(const Point& point) const {
-    return (point.fit.gradient.array() - rho / LowSlack(point.parameters) +
-            rho / HighSlack(point.parameters))
-        .matrix();
+  // The derivatives are those by the scaled variables.
+  VectorXd Gradient(const Point& point, const ArrayXd& scales) const {
+    return scales * (point.fit.gradient.array() - rho / LowSlack(point.parameters) +
+                     rho / HighSlack(point.parameters));
   }
-  MatrixXd Hessian(const MatrixXd& ofCost, const VectorXd& parameters) const {
-    MatrixXd hessian = ofCost;
-    hessian.diagonal().array() +=
-        lowMultipliers / LowSlack(parameters) + highMultipliers / HighSlack(parameters);
+  MatrixXd Hessian(const MatrixXd& ofCost, const VectorXd& parameters,
+                   const ArrayXd& scales) const {
+    MatrixXd hessian = Scaled(ofCost, scales);
+    hessian.diagonal().array() += scales.square() * (lowMultipliers / LowSlack(parameters) +
+                                                     highMultipliers / HighSlack(parameters));
     return hessian;
   }
 
@@ -108,12 +111,13 @@ struct Orca::Barrier {
   }
 
  private:
-  void Move(ArrayXd& multipliers, const ArrayXd& before, const ArrayXd& after,
-            const ArrayXd& step) const {
+  template <class Slack, class Step>
+  void Move(ArrayXd& multipliers, const Slack& before, const Slack& after, const Step& step) const {
     multipliers = (rho - multipliers * step) / before;
     Keep(multipliers, after);
   }
-  void Keep(ArrayXd& multipliers, const ArrayXd& slack) const {
+  template <class Slack>
+  void Keep(ArrayXd& multipliers, const Slack& slack) const {
     constexpr double kFactor = 1000;
     multipliers = multipliers.max(rho / slack / kFactor).min(rho / slack * kFactor);
   }
@@ -200,26 +204,30 @@ double Orca::CutAtBounds(const VectorXd& step) const {
 /// One trust-region step of a barrier problem; how the problem ends, if it does.
 std::optional<EndReason> Orca::BarrierStep(Barrier& barrier, double& radius) {
   const ArrayXd scales = Scales(problem_, current_.parameters);
-  const VectorXd gradient = scales * barrier.Gradient(current_).array();
-  MatrixXd hessian = Scaled(barrier.Hessian(current_.fit.hessian, current_.parameters), scales);
+  const VectorXd gradient = barrier.Gradient(current_, scales);
+  MatrixXd hessian = barrier.Hessian(current_.fit.hessian, current_.parameters, scales);
   TrustStep trust = SolveTrustRegion(gradient, hessian, radius);
   if (options_.gradientWhenIndefinite && trust.isIndefinite) {
-    hessian = Scaled(barrier.Hessian(current_.fit.gaussNewton, current_.parameters), scales);
+    hessian = barrier.Hessian(current_.fit.gaussNewton, current_.parameters, scales);
     trust = SolveTrustRegion(gradient, hessian, radius);
   }
   if (trust.predictedDecrease <= 0.01 * options_.tolerance[0] * current_.Cost() ||
       trust.step.norm() <= kLeastScaledStep) {
     return EndReason::zero;
   }
-  const VectorXd full = scales * trust.step.array();
-  const double share = CutAtBounds(full);
-  const VectorXd scaledStep = share * trust.step;
-  const double predicted = PredictedDecrease(gradient, hessian, scaledStep);
-  Try(current_.parameters.head(Size()) + share * full);
+  VectorXd step = scales * trust.step.array();
+  const double share = CutAtBounds(step);
+  if (share < 1) {
+    step *= share;
+    trust.step *= share;
+    trust.predictedDecrease = PredictedDecrease(gradient, hessian, trust.step);
+  }
+  Try(current_.parameters.head(Size()) + step);
   if (evaluator_.Stopped()) return evaluator_.Stopped();
   const double gained =
-      trial_.isFinite ? (barrier.Value(current_) - barrier.Value(trial_)) / predicted : -1;
-  radius = NextRadius(radius, scaledStep.norm(), trust.isAtEdge, gained);
+      trial_.isFinite ? (barrier.Value(current_) - barrier.Value(trial_)) / trust.predictedDecrease
+                      : -1;
+  radius = NextRadius(radius, trust.step.norm(), trust.isAtEdge, gained);
   if (gained > kTakenShare) {
     barrier.MoveMultipliers(current_.parameters, trial_.parameters);
     std::swap(current_, trial_);

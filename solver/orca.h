@@ -33,7 +33,6 @@ class Orca {
 
  private:
   struct Barrier;
-  struct ScaledModel;
 
   int Size() const { return problem_.constellation.orcaCount; }
   void MoveInside(Eigen::VectorXd& parameters) const;

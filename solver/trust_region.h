@@ -12,8 +12,9 @@ struct TrustStep {
   bool isIndefinite = false;  ///< B has a negative eigenvalue
 };
 
-/// The exact solution by the eigenvalues of B (A. Conn, N. Gould and P. Toint, Trust-Region
-/// Methods, 2000, section 7.3, the hard case included).
+/// The exact solution, the hard case included: Newton's step where it fits, else the shift of B
+/// that makes the step as long as the radius within 0.1 % (A. Conn, N. Gould and P. Toint,
+/// Trust-Region Methods, 2000, section 7.3).
 TrustStep SolveTrustRegion(const Eigen::VectorXd& gradient, const Eigen::MatrixXd& hessian,
                            double radius);
 

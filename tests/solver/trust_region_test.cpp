@@ -20,10 +20,10 @@ void ExpectMinimiser(const VectorXd& gradient, const MatrixXd& hessian, double r
   const VectorXd pull = -(gradient + hessian * trust.step);
   const double shift = pull.dot(trust.step) / (length * length);
   const double lowest = Eigen::SelfAdjointEigenSolver<MatrixXd>(hessian).eigenvalues()[0];
-  EXPECT_LE(length, radius * (1 + 1e-5));
+  EXPECT_LE(length, radius * 1.001);
   EXPECT_LT((pull - shift * trust.step).norm(), 1e-5 * (gradient.norm() + hessian.norm()));
   EXPECT_GE(lowest + shift, -1e-6 * hessian.norm());
-  EXPECT_EQ(trust.isAtEdge, length > .999 * radius);
+  EXPECT_EQ(trust.isAtEdge, length >= .999 * radius);
   EXPECT_NEAR(trust.isAtEdge ? 0 : shift, 0, 1e-6 * hessian.norm());
   EXPECT_EQ(trust.isIndefinite, lowest < 0 && trust.isAtEdge);
   EXPECT_NEAR(trust.predictedDecrease, PredictedDecrease(gradient, hessian, trust.step),
