@@ -11,174 +11,208 @@ namespace polefit {
 
 namespace {
 
-/// A complex number a row, or one complex number.
-template <class T>
 struct Complex {
-  T re;
-  T im;
+  double re;
+  double im;
 };
 
 /// 1 / (a + jy)
-template <class T>
-[[gnu::always_inline]] inline Complex<T> Inverse(double a, const T& y) {
-  const T scale = 1.0 / (a * a + y * y);
+inline Complex Inverse(double a, double y) {
+  const double scale = 1 / (a * a + y * y);
   return {a * scale, -y * scale};
 }
 
-template <class T>
-[[gnu::always_inline]] inline Complex<T> operator*(const Complex<T>& x, const Complex<T>& y) {
+inline Complex operator*(const Complex& x, const Complex& y) {
   return {x.re * y.re - x.im * y.im, x.re * y.im + x.im * y.re};
 }
 
-double Location(const Factor& factor, const Eigen::VectorXd& parameters) {
-  return parameters[factor.parameter];
-}
-double ImaginaryPart(const Factor& factor, const Eigen::VectorXd& parameters) {
-  return parameters[factor.parameter + 1];
-}
+/// 1/z1 and 1/z2 of a pair.
+struct PairInverses {
+  Complex first;
+  Complex second;
+
+  PairInverses(double a, double b, double w) {
+    const double y1 = w - b;
+    const double y2 = w + b;
+    const double square1 = a * a + y1 * y1;
+    const double square2 = a * a + y2 * y2;
+    // One division is quicker than two.
+    const double scale = 1 / (square1 * square2);
+    first = {a * (square2 * scale), -y1 * (square2 * scale)};
+    second = {a * (square1 * scale), -y2 * (square1 * scale)};
+  }
+};
 
 // In ln|H| a constant factor is left out of the derivatives: the gain takes it up, and of the
 // sidelobe peaks only the differences count.
 
 /// The derivatives of ln|z|, z = v + jw.
-template <class T>
-FactorDerivatives<T> SigmaLog(double v, const T& w) {
-  const Complex<T> inverse = Inverse<T>(v, w);
-  FactorDerivatives<T> d;
-  d.first[0] = inverse.re;
-  d.second[0] = inverse.im * inverse.im - inverse.re * inverse.re;
-  return d;
+inline FactorDerivatives<double> SigmaLog(double v, double w) {
+  const Complex inverse = Inverse(v, w);
+  return {{inverse.re, 0}, {inverse.im * inverse.im - inverse.re * inverse.re, 0}};
 }
 
 /// The derivatives of ln|z1 z2|.
-template <class T>
-FactorDerivatives<T> PairLog(double a, double b, const T& w) {
-  const Complex<T> inverse1 = Inverse<T>(a, w - b);
-  const Complex<T> inverse2 = Inverse<T>(a, w + b);
-  const Complex<T> square1 = inverse1 * inverse1;
-  const Complex<T> square2 = inverse2 * inverse2;
-  FactorDerivatives<T> d;
-  d.first[0] = inverse1.re + inverse2.re;
-  d.first[1] = inverse1.im - inverse2.im;
-  d.second[0] = -square1.re - square2.re;
-  d.second[1] = square2.im - square1.im;
-  return d;
+inline FactorDerivatives<double> PairLog(double a, double b, double w) {
+  const PairInverses inverse(a, b, w);
+  const Complex square1 = inverse.first * inverse.first;
+  const Complex square2 = inverse.second * inverse.second;
+  return {{inverse.first.re + inverse.second.re, inverse.first.im - inverse.second.im},
+          {-square1.re - square2.re, square2.im - square1.im}};
 }
 
 /// 1 - (w/z)^2, kept off 0 by so little that no figure can show it.
-template <class T>
-T OmegaFactor(double z, const T& w) {
+inline double OmegaFactor(double z, double w) {
   constexpr double kSmallest = 1e-100;
-  return (1 - w / z) * (1 + w / z) + kSmallest;
+  return (z - w) * (z + w) * (1 / (z * z)) + kSmallest;
 }
 
-FactorDerivatives<Rows> Times(double count, FactorDerivatives<Rows> d) {
-  for (Rows& first : d.first) first *= count;
-  for (Rows& second : d.second) second *= count;
-  return d;
+inline FactorDerivatives<double> RelativeOmega(double z, double w) {
+  const double share = w * w / (z * z * z * OmegaFactor(z, w));
+  return {{2 * share, 0}, {-6 / z * share, 0}};
 }
 
-FactorDerivatives<Rows> RelativeOmega(double z, const Rows& w) {
-  FactorDerivatives<Rows> d;
-  const Rows share = (w / z).square() / (z * OmegaFactor<Rows>(z, w));
-  d.first[0] = 2 * share;
-  d.second[0] = -6 / z * share;
-  return d;
+inline FactorDerivatives<double> SigmaDelay(double v, double w) {
+  const Complex inverse = Inverse(v, w);
+  const Complex square = inverse * inverse;
+  return {{-square.re, 0}, {2 * (square * inverse).re, 0}};
 }
 
-/// What `valuesAt` gives for a group of frequencies, at all of them.
-template <class Function>
-Eigen::ArrayXd ByGroups(const Eigen::ArrayXd& w, Function valuesAt) {
-  Eigen::ArrayXd result(w.size());
-  for (Eigen::Index first = 0; first < w.size(); first += kLanes) {
-    const Eigen::Index count = std::min<Eigen::Index>(kLanes, w.size() - first);
-    Rows group = Rows::Constant(w[first]);
-    group.head(count) = w.segment(first, count);
-    result.segment(first, count) = valuesAt(group).head(count);
+inline FactorDerivatives<double> PairDelay(double a, double b, double w) {
+  const PairInverses inverse(a, b, w);
+  const Complex square1 = inverse.first * inverse.first;
+  const Complex square2 = inverse.second * inverse.second;
+  const Complex cube1 = square1 * inverse.first;
+  const Complex cube2 = square2 * inverse.second;
+  return {{-square1.re - square2.re, square2.im - square1.im},
+          {2 * (cube1.re + cube2.re), 2 * (cube1.im - cube2.im)}};
+}
+
+/// Hands a function of w on: the square of the factor's magnitude.
+template <class Use>
+[[gnu::always_inline]] inline void WithSquare(const PlacedFactor& factor, Use use) {
+  const double a = factor.location;
+  const double scale = factor.scale;
+  if (factor.kind == FactorKind::omegaZero) {
+    use([a](double w) { return OmegaFactor(a, w) * OmegaFactor(a, w); });
+  } else if (factor.IsPair()) {
+    const double b = factor.imaginary;
+    use([a, b, scale](double w) {
+      return (a * a + (w - b) * (w - b)) * (a * a + (w + b) * (w + b)) * scale;
+    });
+  } else {
+    use([a, scale](double w) { return (a * a + w * w) * scale; });
   }
-  return result;
+}
+
+/// Hands a function of w on: the factor's group delay.
+template <class Use>
+[[gnu::always_inline]] inline void WithDelay(const PlacedFactor& factor, Use use) {
+  const double a = factor.location;
+  const double count = factor.delayCount;
+  if (factor.IsPair()) {
+    const double b = factor.imaginary;
+    use([a, b, count](double w) {
+      const PairInverses inverse(a, b, w);
+      return count * (inverse.first.re + inverse.second.re);
+    });
+  } else {
+    use([a, count](double w) { return count * Inverse(a, w).re; });
+  }
+}
+
+/// `count` times what `derivativesAt` gives for a frequency, at all rows.
+template <std::size_t parts, class Function>
+[[gnu::always_inline]] inline void ForRows(std::size_t rows, const Chunk& w, double count,
+                                           FactorDerivatives<Chunk>& to, Function derivativesAt) {
+  for (std::size_t i = 0; i < rows; ++i) {
+    const FactorDerivatives<double> d = derivativesAt(w[i]);
+    for (std::size_t part = 0; part < parts; ++part) {
+      to.first[part][i] = count * d.first[part];
+      to.second[part][i] = count * d.second[part];
+    }
+  }
 }
 
 }  // namespace
 
-void MultiplySquare(const Factor& factor, const Eigen::VectorXd& parameters, const Rows& w,
-                    Rows& squared) {
-  const double a = Location(factor, parameters);
-  Rows square;
+PlacedFactor::PlacedFactor(const Factor& factor, const Eigen::VectorXd& parameters)
+    : Factor(factor),
+      location(parameters[parameter]),
+      imaginary(IsPair() ? parameters[parameter + 1] : 0) {
+  const double square = location * location + imaginary * imaginary;
+  scale = 1 / (IsPair() ? square * square : square);
+}
+
+void Place(const Constellation& constellation, const Eigen::VectorXd& parameters,
+           std::vector<PlacedFactor>& placed) {
+  placed.clear();
+  for (const Factor& factor : constellation.factors) placed.emplace_back(factor, parameters);
+}
+
+POLEFIT_WIDE void MultiplySquare(const PlacedFactor& factor, std::size_t rows, const Chunk& w,
+                                 Chunk& zeros, Chunk& poles) {
+  Chunk& product = factor.logCount < 0 ? poles : zeros;
+  WithSquare(factor, [&](auto squareAt) {
+    for (int count = std::abs(factor.logCount); count > 0; --count) {
+      for (std::size_t i = 0; i < rows; ++i) product[i] *= squareAt(w[i]);
+    }
+  });
+}
+
+POLEFIT_WIDE void DeriveRelative(const PlacedFactor& factor, std::size_t rows, const Chunk& w,
+                                 FactorDerivatives<Chunk>& derivatives) {
+  const double a = factor.location;
   if (factor.kind == FactorKind::omegaZero) {
-    square = OmegaFactor<Rows>(a, w).square();
+    ForRows<1>(rows, w, 1, derivatives, [a](double at) { return RelativeOmega(a, at); });
   } else if (factor.IsPair()) {
-    const double b = ImaginaryPart(factor, parameters);
-    const double c = a * a + b * b;
-    square = (a * a + (w - b).square()) * (a * a + (w + b).square()) / (c * c);
+    const double b = factor.imaginary;
+    ForRows<2>(rows, w, factor.logCount, derivatives,
+               [a, b](double at) { return PairLog(a, b, at); });
   } else {
-    square = 1 + (w / a).square();
+    ForRows<1>(rows, w, factor.logCount, derivatives, [a](double at) { return SigmaLog(a, at); });
   }
-  if (factor.logCount < 0) squared /= square;
-  for (int i = 0; i < factor.logCount; ++i) squared *= square;
 }
 
-FactorDerivatives<Rows> RelativeDerivatives(const Factor& factor, const Eigen::VectorXd& parameters,
-                                            const Rows& w) {
-  const double a = Location(factor, parameters);
-  if (factor.kind == FactorKind::omegaZero) return RelativeOmega(a, w);
-  if (!factor.IsPair()) return Times(factor.logCount, SigmaLog(a, w));
-  return Times(factor.logCount, PairLog(a, ImaginaryPart(factor, parameters), w));
-}
-
-void AddDelay(const Factor& factor, const Eigen::VectorXd& parameters, const Rows& w, Rows& delay) {
+POLEFIT_WIDE void AddDelay(const PlacedFactor& factor, std::size_t rows, const Chunk& w,
+                           Chunk& delay) {
   if (factor.delayCount == 0) return;
-  const double a = Location(factor, parameters);
-  if (!factor.IsPair()) {
-    delay += factor.delayCount * Inverse<Rows>(a, w).re;
-    return;
-  }
-  const double b = ImaginaryPart(factor, parameters);
-  delay += factor.delayCount * (Inverse<Rows>(a, w - b).re + Inverse<Rows>(a, w + b).re);
+  WithDelay(factor, [&](auto delayAt) {
+    for (std::size_t i = 0; i < rows; ++i) delay[i] += delayAt(w[i]);
+  });
 }
 
-FactorDerivatives<Rows> DelayDerivatives(const Factor& factor, const Eigen::VectorXd& parameters,
-                                         const Rows& w) {
-  const double a = Location(factor, parameters);
-  const double count = factor.delayCount;
-  const double b = factor.IsPair() ? ImaginaryPart(factor, parameters) : 0;
-  const Complex<Rows> inverse1 = Inverse<Rows>(a, w - b);
-  const Complex<Rows> square1 = inverse1 * inverse1;
-  const Complex<Rows> cube1 = square1 * inverse1;
-  FactorDerivatives<Rows> d;
-  if (!factor.IsPair()) {
-    d.first[0] = -count * square1.re;
-    d.second[0] = 2 * count * cube1.re;
-    return d;
+POLEFIT_WIDE void DeriveDelay(const PlacedFactor& factor, std::size_t rows, const Chunk& w,
+                              FactorDerivatives<Chunk>& derivatives) {
+  const double a = factor.location;
+  if (factor.IsPair()) {
+    const double b = factor.imaginary;
+    ForRows<2>(rows, w, factor.delayCount, derivatives,
+               [a, b](double at) { return PairDelay(a, b, at); });
+  } else {
+    ForRows<1>(rows, w, factor.delayCount, derivatives,
+               [a](double at) { return SigmaDelay(a, at); });
   }
-  const Complex<Rows> inverse2 = Inverse<Rows>(a, w + b);
-  const Complex<Rows> square2 = inverse2 * inverse2;
-  const Complex<Rows> cube2 = square2 * inverse2;
-  d.first[0] = -count * (square1.re + square2.re);
-  d.first[1] = count * (square2.im - square1.im);
-  d.second[0] = 2 * count * (cube1.re + cube2.re);
-  d.second[1] = 2 * count * (cube1.im - cube2.im);
-  return d;
 }
 
 Eigen::ArrayXd Magnitudes(const Constellation& constellation, const Eigen::VectorXd& parameters,
                           const Eigen::ArrayXd& w) {
-  return ByGroups(w, [&](const Rows& group) {
-    Rows squared = Rows::Ones();
-    for (const Factor& factor : constellation.factors) {
-      MultiplySquare(factor, parameters, group, squared);
-    }
-    return squared.sqrt().eval();
-  });
+  Eigen::ArrayXd squares = Eigen::ArrayXd::Ones(w.size());
+  for (const Factor& factor : constellation.factors) {
+    WithSquare(PlacedFactor(factor, parameters),
+               [&](auto squareAt) { squares *= w.unaryExpr(squareAt).pow(factor.logCount); });
+  }
+  return squares.sqrt();
 }
 
 Eigen::ArrayXd Delays(const Constellation& constellation, const Eigen::VectorXd& parameters,
                       const Eigen::ArrayXd& w) {
-  return ByGroups(w, [&](const Rows& group) {
-    Rows delay = Rows::Zero();
-    for (const Factor& factor : constellation.factors) AddDelay(factor, parameters, group, delay);
-    return delay;
-  });
+  Eigen::ArrayXd delays = Eigen::ArrayXd::Zero(w.size());
+  for (const Factor& factor : constellation.factors) {
+    WithDelay(PlacedFactor(factor, parameters),
+              [&](auto delayAt) { delays += w.unaryExpr(delayAt); });
+  }
+  return delays;
 }
 
 LogCurve::LogCurve(const Constellation& constellation, const Eigen::VectorXd& parameters) {
@@ -187,12 +221,12 @@ LogCurve::LogCurve(const Constellation& constellation, const Eigen::VectorXd& pa
   zeros_.reserve(2 * constellation.factors.size());
   poles_.reserve(2 * constellation.factors.size());
   for (const Factor& factor : constellation.factors) {
-    const double location = Location(factor, parameters);
+    const double location = parameters[factor.parameter];
     const bool isOmega = factor.kind == FactorKind::omegaZero;
     const double square = isOmega ? kSmallest : location * location;
     double position = isOmega ? location : 0;
     if (factor.IsPair()) {
-      position = ImaginaryPart(factor, parameters);
+      position = parameters[factor.parameter + 1];
       resonances_.push_back(position);
     }
     const double scale = 1 / (position * position + square);
@@ -232,7 +266,16 @@ double LogCurve::At(double w) const {
 }
 
 Eigen::ArrayXd LogCurve::At(const Eigen::ArrayXd& w) const {
-  return ByGroups(w, [this](const Rows& group) { return LevelAt(group); });
+  constexpr Eigen::Index kRegister = 4;
+  Eigen::ArrayXd levels(w.size());
+  for (Eigen::Index first = 0; first < w.size(); first += kRegister) {
+    const Eigen::Index count = std::min(kRegister, w.size() - first);
+    Eigen::Array<double, kRegister, 1> group;
+    group.setConstant(w[first]);
+    group.head(count) = w.segment(first, count);
+    levels.segment(first, count) = LevelAt(group).head(count);
+  }
+  return levels;
 }
 
 Slope LogCurve::SumOfSlopes(const std::vector<Root>& roots, double w) {
@@ -263,7 +306,7 @@ void DeriveOmegaLog(double z, double w, int at, LogDerivatives& to) {
 
 void DeriveSigmaLog(double v, double w, int count, int at, LogDerivatives& to) {
   const FactorDerivatives<double> d = SigmaLog(v, w);
-  const Complex<double> inverse = Inverse(v, w);
+  const Complex inverse = Inverse(v, w);
   to.first[at] = count * d.first[0];
   to.second(at, at) = count * d.second[0];
   to.mixed[at] = count * (inverse * inverse).im;
@@ -271,10 +314,9 @@ void DeriveSigmaLog(double v, double w, int count, int at, LogDerivatives& to) {
 
 void DerivePairLog(double a, double b, double w, int count, int at, LogDerivatives& to) {
   const FactorDerivatives<double> d = PairLog(a, b, w);
-  const Complex<double> inverse1 = Inverse(a, w - b);
-  const Complex<double> inverse2 = Inverse(a, w + b);
-  const Complex<double> square1 = inverse1 * inverse1;
-  const Complex<double> square2 = inverse2 * inverse2;
+  const PairInverses inverse(a, b, w);
+  const Complex square1 = inverse.first * inverse.first;
+  const Complex square2 = inverse.second * inverse.second;
   to.first[at] = count * d.first[0];
   to.first[at + 1] = count * d.first[1];
   to.second(at, at) = count * d.second[0];
@@ -295,11 +337,11 @@ void DeriveLogMagnitude(const Constellation& constellation, const Eigen::VectorX
   for (const Factor& factor : constellation.factors) {
     const int at = factor.parameter;
     if (at >= moved) continue;
-    const double a = Location(factor, parameters);
+    const double a = parameters[at];
     if (factor.kind == FactorKind::omegaZero) {
       DeriveOmegaLog(a, w, at, derivatives);
     } else if (factor.IsPair()) {
-      DerivePairLog(a, ImaginaryPart(factor, parameters), w, factor.logCount, at, derivatives);
+      DerivePairLog(a, parameters[at + 1], w, factor.logCount, at, derivatives);
     } else {
       DeriveSigmaLog(a, w, factor.logCount, at, derivatives);
     }

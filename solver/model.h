@@ -5,16 +5,10 @@
 #include <cstddef>
 #include <vector>
 
+#include "solver/chunk.h"
 #include "solver/constellation.h"
 
 namespace polefit {
-
-/// The data are worked through in groups of this many rows, which stay in the processor's
-/// registers.
-inline constexpr int kLanes = 4;
-
-/// One number a row of a group.
-using Rows = Eigen::Array<double, kLanes, 1>;
 
 /// First and second derivatives by a factor's one or two parameters.
 template <class T>
@@ -25,21 +19,35 @@ struct FactorDerivatives {
   std::array<T, 2> second;
 };
 
-/// Multiplies `squared` by the square of the factor's magnitude at the normalised frequencies `w`.
-void MultiplySquare(const Factor& factor, const Eigen::VectorXd& parameters, const Rows& w,
-                    Rows& squared);
+/// A factor at its location, prepared for many frequencies.
+struct PlacedFactor : Factor {
+  PlacedFactor(const Factor& factor, const Eigen::VectorXd& parameters);
+
+  double location;   ///< the real part, or the omega-axis zero
+  double imaginary;  ///< of a pair
+  double scale;      ///< makes the factor's square 1 at w = 0
+};
+
+/// Fills `placed` with all factors.
+void Place(const Constellation& constellation, const Eigen::VectorXd& parameters,
+           std::vector<PlacedFactor>& placed);
+
+/// Multiplies `zeros` or `poles` by the square of the factor's magnitude at the normalised
+/// frequencies `w`.
+void MultiplySquare(const PlacedFactor& factor, std::size_t rows, const Chunk& w, Chunk& zeros,
+                    Chunk& poles);
 
 /// The derivatives of the logarithm of the factor's magnitude. The second one of an omega-axis zero
 /// is that of the magnitude itself, divided by it: so the magnitude of a product stays
 /// differentiable where the zero makes it 0.
-FactorDerivatives<Rows> RelativeDerivatives(const Factor& factor, const Eigen::VectorXd& parameters,
-                                            const Rows& w);
+void DeriveRelative(const PlacedFactor& factor, std::size_t rows, const Chunk& w,
+                    FactorDerivatives<Chunk>& derivatives);
 
 /// Adds the factor's group delay in normalised seconds.
-void AddDelay(const Factor& factor, const Eigen::VectorXd& parameters, const Rows& w, Rows& delay);
+void AddDelay(const PlacedFactor& factor, std::size_t rows, const Chunk& w, Chunk& delay);
 
-FactorDerivatives<Rows> DelayDerivatives(const Factor& factor, const Eigen::VectorXd& parameters,
-                                         const Rows& w);
+void DeriveDelay(const PlacedFactor& factor, std::size_t rows, const Chunk& w,
+                 FactorDerivatives<Chunk>& derivatives);
 
 /// |H| / gain and the group delay (normalised seconds) at any number of frequencies.
 Eigen::ArrayXd Magnitudes(const Constellation& constellation, const Eigen::VectorXd& parameters,

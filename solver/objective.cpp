@@ -11,17 +11,29 @@ using Eigen::ArrayXd;
 using Eigen::Index;
 using Eigen::VectorXd;
 
-/// Rows `first` to `first` + kLanes of a column, 0 beyond its end.
-Rows GroupOf(const ArrayXd& column, Index first) {
-  const Index count = std::min<Index>(kLanes, column.size() - first);
-  Rows group = Rows::Zero();
-  group.head(count) = column.segment(first, count);
-  return group;
+/// How many rows the data from `first` on fill in their chunk.
+std::size_t RowCount(const ArrayXd& column, std::size_t first) {
+  const std::size_t rows = std::min(kChunkRows, static_cast<std::size_t>(column.size()) - first);
+  return (rows + kLanes - 1) / kLanes * kLanes;
 }
 
-/// The place of a diagonal element in a lower triangle.
-std::size_t Diagonal(std::size_t row) {
-  return row * (row + 3) / 2;
+/// The rows from `first` on of a column, 0 beyond its end.
+Chunk ChunkOf(const ArrayXd& column, std::size_t first) {
+  Chunk chunk{};
+  const std::size_t end = std::min(first + kChunkRows, static_cast<std::size_t>(column.size()));
+  std::copy(column.data() + first, column.data() + end, chunk.begin());
+  return chunk;
+}
+
+/// The largest magnitude of a chunk.
+[[gnu::always_inline]] inline double Largest(const Chunk& values, std::size_t rows) {
+  std::array<double, kLanes> largest{};
+  for (std::size_t i = 0; i < rows; i += kLanes) {
+    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+      largest[lane] = std::max(largest[lane], std::abs(values[i + lane]));
+    }
+  }
+  return *std::max_element(largest.begin(), largest.end());
 }
 
 ArrayXd DelayErrorsWithoutConstant(const Constellation& constellation, const DataRows& rows,
@@ -36,48 +48,64 @@ double BestConstant(const DataRows& rows, const ArrayXd& errors) {
   return (errors * rows.delayLevels).sum() / rows.delayLevels.square().sum();
 }
 
-}  // namespace
-
-void Objective::Sums::Clear(std::size_t size) {
-  gradient.assign(size, Rows::Zero());
-  cross.assign(size, Rows::Zero());
-  products.assign(size * (size + 1) / 2, Rows::Zero());
+/// Takes the mixed derivatives' part off the lower triangle: a Schur complement.
+void Reduce(const VectorXd& cross, double constantSquare, Eigen::MatrixXd& hessian) {
+  for (Index column = 0; column < cross.size(); ++column) {
+    const Index rest = cross.size() - column;
+    hessian.col(column).tail(rest) -= cross[column] / constantSquare * cross.tail(rest);
+  }
 }
+
+}  // namespace
 
 Objective::Objective(const Constellation& constellation, const DataRows& rows,
                      bool wantsGaussNewton)
     : constellation_(constellation),
       rows_(rows),
       wantsGaussNewton_(wantsGaussNewton),
+      derivatives_(constellation.factors.size()),
       first_(static_cast<std::size_t>(constellation.MovedCount())),
       isOmegaZero_(first_.size()) {
-  for (const Factor& factor : constellation.factors) {
-    if (factor.parameter >= constellation.MovedCount()) continue;
-    moved_.push_back(factor);
+  for (std::size_t i = 0; i < derivatives_.size(); ++i) {
+    const Factor& factor = constellation.factors[i];
+    if (!IsMoved(factor)) continue;
     isOmegaZero_[factor.Parameter(0)] = factor.kind == FactorKind::omegaZero;
+    for (std::size_t part = 0; part < factor.Parts(); ++part) {
+      first_[factor.Parameter(part)] = &derivatives_[i].first[part];
+    }
   }
-  second_.resize(moved_.size());
-  for (Index first = 0; first < rows.frequencies.size(); first += kLanes) {
-    passband_.push_back({GroupOf(rows.frequencies, first), GroupOf(rows.inputs, first),
-                         GroupOf(rows.targets, first), Rows::Zero()});
+  const auto passbandRows = static_cast<std::size_t>(rows.frequencies.size());
+  for (std::size_t first = 0; first < passbandRows; first += kChunkRows) {
+    passband_.push_back({RowCount(rows.frequencies, first),
+                         ChunkOf(rows.frequencies, first),
+                         ChunkOf(rows.inputs, first),
+                         ChunkOf(rows.targets, first),
+                         {}});
   }
-  for (Index first = 0; first < rows.delayFrequencies.size(); first += kLanes) {
-    delays_.push_back({GroupOf(rows.delayFrequencies, first), GroupOf(rows.delayOffsets, first),
-                       GroupOf(rows.delaySlopes, first), GroupOf(rows.delayLevels, first),
-                       Rows::Zero()});
+  const auto delayRows = static_cast<std::size_t>(rows.delayFrequencies.size());
+  for (std::size_t first = 0; first < delayRows; first += kChunkRows) {
+    delays_.push_back({RowCount(rows.delayFrequencies, first),
+                       ChunkOf(rows.delayFrequencies, first),
+                       ChunkOf(rows.delayOffsets, first),
+                       ChunkOf(rows.delaySlopes, first),
+                       ChunkOf(rows.delayLevels, first),
+                       {}});
   }
 }
 
 bool Objective::Evaluate(const VectorXd& parameters, Fit& fit) {
+  Place(constellation_, parameters, factors_);
   const int size = constellation_.MovedCount();
-  fit.cost = 0;
   fit.gradient.setZero(size);
   fit.hessian.setZero(size, size);
   if (wantsGaussNewton_) fit.gaussNewton.setZero(size, size);
-  EvaluateMagnitude(parameters, fit);
-  if (!delays_.empty()) EvaluateDelay(parameters, fit);
-  return std::isfinite(fit.cost) && fit.gain > 0 && fit.gradient.allFinite() &&
-         fit.hessian.allFinite();
+  AddMagnitude(fit);
+  if (!delays_.empty()) AddDelay(fit);
+  fit.hessian.triangularView<Eigen::StrictlyUpper>() = fit.hessian.transpose();
+  if (wantsGaussNewton_) {
+    fit.gaussNewton.triangularView<Eigen::StrictlyUpper>() = fit.gaussNewton.transpose();
+  }
+  return std::isfinite(fit.cost) && fit.gain > 0;
 }
 
 double Objective::CostWithGain(const VectorXd& parameters, double gain) const {
@@ -90,159 +118,154 @@ double Objective::CostWithGain(const VectorXd& parameters, double gain) const {
   return cost;
 }
 
-template <class Derivatives>
-void Objective::Derive(Derivatives derivatives) {
-  for (std::size_t i = 0; i < moved_.size(); ++i) {
-    const FactorDerivatives<Rows> d = derivatives(moved_[i]);
-    for (std::size_t part = 0; part < moved_[i].Parts(); ++part) {
-      first_[moved_[i].Parameter(part)] = d.first[part];
-    }
-    second_[i] = d.second;
-  }
-}
-
 // The gain is linear in the errors and is eliminated (G. Golub and V. Pereyra, SIAM J. Numer.
 // Anal. 10 (1973) 413: variable projection). The reduced Hessian is the Schur complement
 // F_yy - F_yg F_gy / F_gg. With G the first derivatives of ln a, L the second ones and c = e g a:
 //   F_yy = 2/N sum(((ga)^2 + c) G_j G_k + c L_jk), where L is 0 for different factors,
-//   and g F_yg = 2/N sum(((ga)^2 + c) G_j).
+//   g F_yg = 2/N sum(((ga)^2 + c) G_j) and g^2 F_gg = 2/N sum((ga)^2).
 // An omega-axis zero on a row's frequency makes a 0 and G infinite. All terms above stay finite but
 // its own c (G^2 + L); there c S takes its place, S the second derivative of a divided by a.
-void Objective::EvaluateMagnitude(const VectorXd& parameters, Fit& fit) {
-  const double sumSquare = FindObtained(parameters, fit);
-  Rows squares = Rows::Zero();
-  Rows largest = Rows::Zero();
-  sums_.Clear(first_.size());
-  gaussSums_.Clear(first_.size());
-  for (const PassbandGroup& group : passband_) {
-    const Rows obtained = fit.gain * group.obtained;
-    const Rows errors = obtained - group.target;
-    squares += errors.square();
-    largest = largest.max(errors.abs());
-    Derive([&](const Factor& factor) {
-      return RelativeDerivatives(factor, parameters, group.frequency);
-    });
-    Weights weights;
-    weights.gradient = errors * obtained;
-    weights.square = obtained.square();
-    weights.outer = weights.cross = weights.square + weights.gradient;
-    AddGroup(weights, sums_);
-    if (!wantsGaussNewton_) continue;
-    weights.gradient.setZero();
-    weights.outer = weights.cross = weights.square;
-    AddGroup(weights, gaussSums_);
+POLEFIT_WIDE void Objective::AddMagnitude(Fit& fit) {
+  const double sumSquare = FindObtained(fit);
+  const auto count = static_cast<double>(rows_.frequencies.size());
+  const double scale = 2 * rows_.magnitudeWeight / count;
+  cross_.setZero(fit.gradient.size());
+  gaussCross_.setZero(fit.gradient.size());
+  double squares = 0;
+  fit.largestError = 0;
+  for (const PassbandChunk& chunk : passband_) {
+    for (std::size_t i = 0; i < factors_.size(); ++i) {
+      DeriveRelative(factors_[i], chunk.rows, chunk.frequency, derivatives_[i]);
+    }
+    Chunk errors;
+    for (std::size_t i = 0; i < chunk.rows; ++i) {
+      const double obtained = fit.gain * chunk.obtained[i];
+      errors[i] = obtained - chunk.target[i];
+      weights_.gradient[i] = scale * errors[i] * obtained;
+      weights_.square[i] = scale * obtained * obtained;
+      weights_.outer[i] = weights_.cross[i] = weights_.square[i] + weights_.gradient[i];
+    }
+    squares += Dot(errors, errors, chunk.rows);
+    fit.largestError = std::max(fit.largestError, Largest(errors, chunk.rows));
+    if (wantsGaussNewton_) {
+      gaussWeights_.outer = gaussWeights_.cross = gaussWeights_.square = weights_.square;
+    }
+    AddChunk(chunk.rows, fit);
   }
-  const auto rows = static_cast<double>(rows_.frequencies.size());
-  fit.meanSquare = squares.sum() / rows;
-  fit.largestError = largest.maxCoeff();
+  Eliminate(scale * fit.gain * fit.gain * sumSquare, fit);
+  fit.meanSquare = squares / count;
   fit.cost = rows_.magnitudeWeight * fit.meanSquare;
-  AddDerivatives(2 * rows_.magnitudeWeight / rows, fit.gain * fit.gain * sumSquare, fit);
 }
 
 /// The obtained values of all rows and the gain; the result is sum(a^2).
-double Objective::FindObtained(const VectorXd& parameters, Fit& fit) {
-  Rows squares = Rows::Zero();
-  Rows products = Rows::Zero();
-  for (PassbandGroup& group : passband_) {
-    Rows squared = Rows::Ones();
-    for (const Factor& factor : constellation_.factors) {
-      MultiplySquare(factor, parameters, group.frequency, squared);
+POLEFIT_WIDE double Objective::FindObtained(Fit& fit) {
+  double squares = 0;
+  double products = 0;
+  for (PassbandChunk& chunk : passband_) {
+    Chunk zeros;
+    Chunk poles;
+    std::fill_n(zeros.begin(), chunk.rows, 1);
+    std::fill_n(poles.begin(), chunk.rows, 1);
+    for (const PlacedFactor& factor : factors_) {
+      MultiplySquare(factor, chunk.rows, chunk.frequency, zeros, poles);
     }
-    group.obtained = group.input * squared.sqrt();
-    squares += group.obtained.square();
-    products += group.obtained * group.target;
+    for (std::size_t i = 0; i < chunk.rows; ++i) {
+      chunk.obtained[i] = chunk.input[i] * std::sqrt(zeros[i] / poles[i]);
+    }
+    squares += Dot(chunk.obtained, chunk.obtained, chunk.rows);
+    products += Dot(chunk.obtained, chunk.target, chunk.rows);
   }
-  fit.gain = products.sum() / squares.sum();
-  return squares.sum();
+  fit.gain = products / squares;
+  return squares;
 }
 
-void Objective::EvaluateDelay(const VectorXd& parameters, Fit& fit) {
-  FindDelayErrors(parameters, fit);
-  sums_.Clear(first_.size());
-  gaussSums_.Clear(first_.size());
-  Rows squares = Rows::Zero();
-  for (const DelayGroup& group : delays_) {
-    const Rows errors = group.error - fit.delayConstant * group.level;
-    squares += errors.square();
-    Derive([&](const Factor& factor) {
-      return DelayDerivatives(factor, parameters, group.frequency);
-    });
-    Weights weights;
-    weights.gradient = errors * group.slope;
-    weights.square = weights.outer = group.slope.square();
-    weights.cross = group.slope * group.level;
-    AddGroup(weights, sums_);
-    if (!wantsGaussNewton_) continue;
-    weights.gradient.setZero();
-    AddGroup(weights, gaussSums_);
+POLEFIT_WIDE void Objective::AddDelay(Fit& fit) {
+  const double sumSquare = FindDelayErrors(fit);
+  const auto count = static_cast<double>(rows_.delayFrequencies.size());
+  const double scale = 2 / count;
+  cross_.setZero(fit.gradient.size());
+  gaussCross_.setZero(fit.gradient.size());
+  double squares = 0;
+  for (const DelayChunk& chunk : delays_) {
+    for (std::size_t i = 0; i < factors_.size(); ++i) {
+      DeriveDelay(factors_[i], chunk.rows, chunk.frequency, derivatives_[i]);
+    }
+    Chunk errors;
+    for (std::size_t i = 0; i < chunk.rows; ++i) {
+      errors[i] = chunk.error[i] - fit.delayConstant * chunk.level[i];
+      weights_.gradient[i] = scale * errors[i] * chunk.slope[i];
+      weights_.square[i] = weights_.outer[i] = scale * chunk.slope[i] * chunk.slope[i];
+      weights_.cross[i] = scale * chunk.slope[i] * chunk.level[i];
+    }
+    squares += Dot(errors, errors, chunk.rows);
+    if (wantsGaussNewton_) gaussWeights_ = weights_;
+    AddChunk(chunk.rows, fit);
   }
-  const auto rows = static_cast<double>(rows_.delayFrequencies.size());
-  fit.delayMeanSquare = squares.sum() / rows;
+  if (rows_.wantedDelay <= 0) Eliminate(scale * sumSquare, fit);
+  fit.delayMeanSquare = squares / count;
   fit.cost += fit.delayMeanSquare;
-  if (rows_.wantedDelay > 0) {
-    sums_.cross.assign(sums_.cross.size(), Rows::Zero());
-    gaussSums_.cross = sums_.cross;
-  }
-  AddDerivatives(2 / rows, rows_.delayLevels.square().sum(), fit);
 }
 
-/// The errors of all delay rows without the constant, and the constant.
-void Objective::FindDelayErrors(const VectorXd& parameters, Fit& fit) {
-  Rows products = Rows::Zero();
-  Rows squares = Rows::Zero();
-  for (DelayGroup& group : delays_) {
-    Rows delay = Rows::Zero();
-    for (const Factor& factor : constellation_.factors) {
-      AddDelay(factor, parameters, group.frequency, delay);
+/// The errors of all delay rows without the constant, and the constant; the result is
+/// sum(levels^2).
+POLEFIT_WIDE double Objective::FindDelayErrors(Fit& fit) {
+  double products = 0;
+  double squares = 0;
+  for (DelayChunk& chunk : delays_) {
+    Chunk delay{};
+    for (const PlacedFactor& factor : factors_) {
+      polefit::AddDelay(factor, chunk.rows, chunk.frequency, delay);
     }
-    group.error = group.offset + group.slope * delay;
-    products += group.error * group.level;
-    squares += group.level.square();
-  }
-  fit.delayConstant = rows_.wantedDelay > 0 ? rows_.wantedDelay : products.sum() / squares.sum();
-}
-
-void Objective::AddGroup(const Weights& weights, Sums& sums) const {
-  auto product = sums.products.begin();
-  for (std::size_t row = 0; row < first_.size(); ++row) {
-    sums.gradient[row] += weights.gradient * first_[row];
-    sums.cross[row] += weights.cross * first_[row];
-    const Rows outer = weights.outer * first_[row];
-    for (std::size_t column = 0; column < row; ++column) *product++ += outer * first_[column];
-    const Rows& own = isOmegaZero_[row] ? weights.square : weights.outer;
-    *product++ += own * first_[row].square();
-  }
-  for (std::size_t i = 0; i < moved_.size(); ++i) {
-    const std::size_t row = moved_[i].Parameter(0);
-    const Rows second = weights.gradient * second_[i][0];
-    sums.products[Diagonal(row)] += second;
-    if (!moved_[i].IsPair()) continue;
-    sums.products[Diagonal(row + 1)] -= second;
-    sums.products[Diagonal(row + 1) - 1] += weights.gradient * second_[i][1];
-  }
-}
-
-void Objective::AddDerivatives(double scale, double constantSquare, Fit& fit) const {
-  for (Index i = 0; i < fit.gradient.size(); ++i) {
-    fit.gradient[i] += scale * sums_.gradient[static_cast<std::size_t>(i)].sum();
-  }
-  AddReduced(sums_, scale, constantSquare, fit.hessian);
-  if (wantsGaussNewton_) AddReduced(gaussSums_, scale, constantSquare, fit.gaussNewton);
-}
-
-/// Adds the Schur complement by the eliminated constant.
-void Objective::AddReduced(const Sums& sums, double scale, double constantSquare,
-                           Eigen::MatrixXd& to) {
-  VectorXd cross(to.rows());
-  for (Index i = 0; i < cross.size(); ++i) cross[i] = sums.cross[static_cast<std::size_t>(i)].sum();
-  const VectorXd share = cross / constantSquare;
-  auto product = sums.products.begin();
-  for (Index row = 0; row < to.rows(); ++row) {
-    for (Index column = 0; column <= row; ++column, ++product) {
-      to(row, column) += scale * (product->sum() - cross[row] * share[column]);
-      to(column, row) = to(row, column);
+    for (std::size_t i = 0; i < chunk.rows; ++i) {
+      chunk.error[i] = chunk.offset[i] + chunk.slope[i] * delay[i];
     }
+    products += Dot(chunk.error, chunk.level, chunk.rows);
+    squares += Dot(chunk.level, chunk.level, chunk.rows);
   }
+  fit.delayConstant = rows_.wantedDelay > 0 ? rows_.wantedDelay : products / squares;
+  return squares;
+}
+
+/// Adds a chunk to the gradient, the Hessian's lower triangle, and the mixed derivatives.
+POLEFIT_WIDE void Objective::AddChunk(std::size_t rows, Fit& fit) {
+  for (std::size_t i = 0; i < first_.size(); ++i) {
+    fit.gradient[static_cast<Index>(i)] += Dot(weights_.gradient, *first_[i], rows);
+  }
+  AddProducts(rows, weights_, cross_, fit.hessian);
+  for (std::size_t i = 0; i < factors_.size(); ++i) {
+    if (!IsMoved(factors_[i])) continue;
+    const Index row = factors_[i].parameter;
+    const double second = Dot(weights_.gradient, derivatives_[i].second[0], rows);
+    fit.hessian(row, row) += second;
+    if (!factors_[i].IsPair()) continue;
+    fit.hessian(row + 1, row + 1) -= second;
+    fit.hessian(row + 1, row) += Dot(weights_.gradient, derivatives_[i].second[1], rows);
+  }
+  if (wantsGaussNewton_) AddProducts(rows, gaussWeights_, gaussCross_, fit.gaussNewton);
+}
+
+POLEFIT_WIDE void Objective::AddProducts(std::size_t rows, const Weights& weights, VectorXd& cross,
+                                         Eigen::MatrixXd& hessian) const {
+  Chunk weighted;
+  for (std::size_t i = 0; i < first_.size(); ++i) {
+    const auto row = static_cast<Index>(i);
+    const Chunk& first = *first_[i];
+    cross[row] += Dot(weights.cross, first, rows);
+    for (std::size_t k = 0; k < rows; ++k) weighted[k] = weights.outer[k] * first[k];
+    for (std::size_t j = 0; j < i; ++j) {
+      hessian(row, static_cast<Index>(j)) += Dot(weighted, *first_[j], rows);
+    }
+    if (isOmegaZero_[i]) {
+      for (std::size_t k = 0; k < rows; ++k) weighted[k] = weights.square[k] * first[k];
+    }
+    hessian(row, row) += Dot(weighted, first, rows);
+  }
+}
+
+/// Lets the constant of the mixed derivatives follow the locations.
+void Objective::Eliminate(double constantSquare, Fit& fit) const {
+  Reduce(cross_, constantSquare, fit.hessian);
+  if (wantsGaussNewton_) Reduce(gaussCross_, constantSquare, fit.gaussNewton);
 }
 
 }  // namespace polefit

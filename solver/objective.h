@@ -52,6 +52,8 @@ struct Fit {
 class Objective {
  public:
   Objective(const Constellation& constellation, const DataRows& rows, bool wantsGaussNewton);
+  Objective(const Objective&) = delete;
+  Objective& operator=(const Objective&) = delete;
 
   /// Fills `fit` and returns true, or returns false where there is no finite error.
   bool Evaluate(const Eigen::VectorXd& parameters, Fit& fit);
@@ -60,58 +62,56 @@ class Objective {
   double CostWithGain(const Eigen::VectorXd& parameters, double gain) const;
 
  private:
-  /// Some data rows side by side; the last group is filled up with rows that count for nothing.
-  struct PassbandGroup {
-    Rows frequency;
-    Rows input;
-    Rows target;
-    Rows obtained;  ///< input |H| / gain
+  struct PassbandChunk {
+    std::size_t rows = 0;
+    Chunk frequency;
+    Chunk input;
+    Chunk target;
+    Chunk obtained;  ///< input |H| / gain
   };
-  struct DelayGroup {
-    Rows frequency;
-    Rows offset;
-    Rows slope;
-    Rows level;
-    Rows error;
+  struct DelayChunk {
+    std::size_t rows = 0;
+    Chunk frequency;
+    Chunk offset;
+    Chunk slope;
+    Chunk level;
+    Chunk error;
   };
-  /// What the derivatives of one group are multiplied by in the sums over the rows.
+  /// What the derivatives are multiplied by in the sums over the rows.
   struct Weights {
-    Rows gradient;  ///< first derivatives in the gradient, second ones in the Hessian
-    Rows outer;     ///< products of two first derivatives
-    Rows square;    ///< the square of an omega-axis zero's first derivative
-    Rows cross;     ///< first derivatives in the mixed derivatives by the eliminated constant
-  };
-  /// Sums over the rows, each kept as one sum a lane.
-  struct Sums {
-    std::vector<Rows> gradient;
-    std::vector<Rows> cross;
-    std::vector<Rows> products;  ///< lower triangle, row by row
-    void Clear(std::size_t size);
+    Chunk gradient;  ///< first derivatives in the gradient, second ones in the Hessian
+    Chunk outer;     ///< products of two first derivatives
+    Chunk square;    ///< the square of an omega-axis zero's first derivative
+    Chunk cross;     ///< first derivatives in the mixed derivatives by the eliminated constant
   };
 
-  void EvaluateMagnitude(const Eigen::VectorXd& parameters, Fit& fit);
-  void EvaluateDelay(const Eigen::VectorXd& parameters, Fit& fit);
-  double FindObtained(const Eigen::VectorXd& parameters, Fit& fit);
-  void FindDelayErrors(const Eigen::VectorXd& parameters, Fit& fit);
-  template <class Derivatives>
-  void Derive(Derivatives derivatives);
-  void AddGroup(const Weights& weights, Sums& sums) const;
-  void AddDerivatives(double scale, double constantSquare, Fit& fit) const;
-  static void AddReduced(const Sums& sums, double scale, double constantSquare,
-                         Eigen::MatrixXd& to);
+  bool IsMoved(const Factor& factor) const {
+    return factor.parameter < constellation_.MovedCount();
+  }
+  void AddMagnitude(Fit& fit);
+  void AddDelay(Fit& fit);
+  double FindObtained(Fit& fit);
+  double FindDelayErrors(Fit& fit);
+  void AddChunk(std::size_t rows, Fit& fit);
+  void AddProducts(std::size_t rows, const Weights& weights, Eigen::VectorXd& cross,
+                   Eigen::MatrixXd& hessian) const;
+  void Eliminate(double constantSquare, Fit& fit) const;
 
   const Constellation& constellation_;
   const DataRows& rows_;
   bool wantsGaussNewton_;
-  std::vector<PassbandGroup> passband_;
-  std::vector<DelayGroup> delays_;
-  std::vector<Factor> moved_;
-  /// One group's derivatives: the first ones an entry a moved parameter, the second ones a factor.
-  std::vector<Rows> first_;
-  std::vector<std::array<Rows, 2>> second_;
+  std::vector<PassbandChunk> passband_;
+  std::vector<DelayChunk> delays_;
+  std::vector<PlacedFactor> factors_;
+  /// One chunk's, an entry a factor; and in there the first derivative by each moved parameter.
+  std::vector<FactorDerivatives<Chunk>> derivatives_;
+  std::vector<const Chunk*> first_;
   std::vector<bool> isOmegaZero_;  ///< an entry a moved parameter
-  Sums sums_;
-  Sums gaussSums_;
+  Weights weights_;
+  Weights gaussWeights_;  ///< without second derivatives of the errors
+  /// Mixed derivatives by the moved parameters and the eliminated constant.
+  Eigen::VectorXd cross_;
+  Eigen::VectorXd gaussCross_;
 };
 
 }  // namespace polefit
