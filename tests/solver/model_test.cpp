@@ -116,5 +116,27 @@ TEST(Objective, HasTheBestGainAndTheBestDelayConstant) {
   EXPECT_GT(cost(.999 * fit.gain), fit.cost);
 }
 
+TEST(Objective, IsTheSameWhenEveryRowStandsSevenTimes) {
+  const Problem problem = GoodProblem(ExampleRecord("Ex-Delay.101", "11a=1.2"));
+  DataRows often = problem.rows;
+  for (Eigen::ArrayXd* column :
+       {&often.frequencies, &often.inputs, &often.targets, &often.delayFrequencies,
+        &often.delayOffsets, &often.delaySlopes, &often.delayLevels}) {
+    *column = column->replicate(7, 1).eval();
+  }
+  Fit once;
+  Fit seven;
+  ASSERT_TRUE(
+      Objective(problem.constellation, problem.rows, true).Evaluate(problem.typedParameters, once));
+  ASSERT_TRUE(
+      Objective(problem.constellation, often, true).Evaluate(problem.typedParameters, seven));
+  EXPECT_NEAR(seven.cost / once.cost, 1, 1e-12);
+  EXPECT_NEAR(seven.delayConstant / once.delayConstant, 1, 1e-12);
+  EXPECT_NEAR(seven.largestError / once.largestError, 1, 1e-12);
+  EXPECT_TRUE(seven.gradient.isApprox(once.gradient, 1e-9));
+  EXPECT_TRUE(seven.hessian.isApprox(once.hessian, 1e-9));
+  EXPECT_TRUE(seven.gaussNewton.isApprox(once.gaussNewton, 1e-9));
+}
+
 }  // namespace
 }  // namespace polefit
