@@ -10,6 +10,7 @@ Evaluator::Evaluator(const Problem& problem, Listener& listener,
     : problem_(problem),
       objective_(problem.constellation, problem.rows, problem.options.gradientWhenIndefinite),
       lynx_(problem.constellation, problem.largest, problem.options, listener),
+      negligible_(1e-20 * problem.rows.magnitudeWeight * problem.rows.targets.square().mean()),
       isStopRequested_(std::move(isStopRequested)) {}
 
 bool Evaluator::Evaluate(Point& point) {

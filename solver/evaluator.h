@@ -28,7 +28,7 @@ struct Point {
 /// when the user asks for it.
 class Evaluator {
  public:
-  /// `isStopRequested` is asked before every evaluation.
+  /// `isStopRequested` is asked before every evaluation but the first.
   Evaluator(const Problem& problem, Listener& listener, std::function<bool()> isStopRequested);
 
   /// Evaluates at `point.parameters`, whose equalised zeros are only where LYNX begins. False when
@@ -39,6 +39,9 @@ class Evaluator {
   std::optional<EndReason> Stopped() const { return stopped_; }
   int Count() const { return count_; }
   int Left() const { return problem_.options.maxEvaluations - count_; }
+
+  /// An F as good as 0: errors 200 dB below the data.
+  double Negligible() const { return negligible_; }
 
   /// Begins the search for the best point anew.
   void ForgetBest() { best_.isFinite = false; }
@@ -51,6 +54,7 @@ class Evaluator {
   const Problem& problem_;
   Objective objective_;
   Lynx lynx_;
+  double negligible_;
   std::function<bool()> isStopRequested_;
   std::optional<EndReason> stopped_;
   Point best_;

@@ -98,7 +98,7 @@ template <class Use>
   } else if (factor.IsPair()) {
     const double b = factor.imaginary;
     use([a, b, scale](double w) {
-      return (a * a + (w - b) * (w - b)) * (a * a + (w + b) * (w + b)) * scale;
+      return ((a * a + (w - b) * (w - b)) * scale) * ((a * a + (w + b) * (w + b)) * scale);
     });
   } else {
     use([a, scale](double w) { return (a * a + w * w) * scale; });
@@ -139,10 +139,8 @@ template <std::size_t parts, class Function>
 PlacedFactor::PlacedFactor(const Factor& factor, const Eigen::VectorXd& parameters)
     : Factor(factor),
       location(parameters[parameter]),
-      imaginary(IsPair() ? parameters[parameter + 1] : 0) {
-  const double square = location * location + imaginary * imaginary;
-  scale = 1 / (IsPair() ? square * square : square);
-}
+      imaginary(IsPair() ? parameters[parameter + 1] : 0),
+      scale(1 / (location * location + imaginary * imaginary)) {}
 
 void Place(const Constellation& constellation, const Eigen::VectorXd& parameters,
            std::vector<PlacedFactor>& placed) {
@@ -197,12 +195,15 @@ POLEFIT_WIDE void DeriveDelay(const PlacedFactor& factor, std::size_t rows, cons
 
 Eigen::ArrayXd Magnitudes(const Constellation& constellation, const Eigen::VectorXd& parameters,
                           const Eigen::ArrayXd& w) {
-  Eigen::ArrayXd squares = Eigen::ArrayXd::Ones(w.size());
+  Eigen::ArrayXd magnitudes = Eigen::ArrayXd::Ones(w.size());
   for (const Factor& factor : constellation.factors) {
-    WithSquare(PlacedFactor(factor, parameters),
-               [&](auto squareAt) { squares *= w.unaryExpr(squareAt).pow(factor.logCount); });
+    WithSquare(PlacedFactor(factor, parameters), [&](auto squareAt) {
+      const Eigen::ArrayXd magnitude = w.unaryExpr(squareAt).sqrt();
+      if (factor.logCount < 0) magnitudes /= magnitude;
+      for (int i = 0; i < factor.logCount; ++i) magnitudes *= magnitude;
+    });
   }
-  return squares.sqrt();
+  return magnitudes;
 }
 
 Eigen::ArrayXd Delays(const Constellation& constellation, const Eigen::VectorXd& parameters,

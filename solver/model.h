@@ -25,7 +25,7 @@ struct PlacedFactor : Factor {
 
   double location;   ///< the real part, or the omega-axis zero
   double imaginary;  ///< of a pair
-  double scale;      ///< makes the factor's square 1 at w = 0
+  double scale;      ///< makes the square of a pole's or a zero's distance 1 at w = 0
 };
 
 /// Fills `placed` with all factors.

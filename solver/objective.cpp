@@ -162,21 +162,30 @@ POLEFIT_WIDE double Objective::FindObtained(Fit& fit) {
   double squares = 0;
   double products = 0;
   for (PassbandChunk& chunk : passband_) {
-    Chunk zeros;
-    Chunk poles;
-    std::fill_n(zeros.begin(), chunk.rows, 1);
-    std::fill_n(poles.begin(), chunk.rows, 1);
-    for (const PlacedFactor& factor : factors_) {
-      MultiplySquare(factor, chunk.rows, chunk.frequency, zeros, poles);
-    }
-    for (std::size_t i = 0; i < chunk.rows; ++i) {
-      chunk.obtained[i] = chunk.input[i] * std::sqrt(zeros[i] / poles[i]);
+    chunk.obtained = chunk.input;
+    for (std::size_t first = 0; first < factors_.size(); first += kFactorsARoot) {
+      MultiplyMagnitudes(first, chunk);
     }
     squares += Dot(chunk.obtained, chunk.obtained, chunk.rows);
     products += Dot(chunk.obtained, chunk.target, chunk.rows);
   }
   fit.gain = products / squares;
   return squares;
+}
+
+/// Multiplies the obtained values by some factors' magnitudes: so many that their squares stay in
+/// the range of numbers.
+POLEFIT_WIDE void Objective::MultiplyMagnitudes(std::size_t first, PassbandChunk& chunk) const {
+  Chunk zeros;
+  Chunk poles;
+  zeros.fill(1);
+  poles.fill(1);
+  for (std::size_t i = first; i < std::min(first + kFactorsARoot, factors_.size()); ++i) {
+    MultiplySquare(factors_[i], chunk.rows, chunk.frequency, zeros, poles);
+  }
+  for (std::size_t i = 0; i < chunk.rows; ++i) {
+    chunk.obtained[i] *= std::sqrt(zeros[i] / poles[i]);
+  }
 }
 
 POLEFIT_WIDE void Objective::AddDelay(Fit& fit) {

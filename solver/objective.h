@@ -55,13 +55,15 @@ class Objective {
   Objective(const Objective&) = delete;
   Objective& operator=(const Objective&) = delete;
 
-  /// Fills `fit` and returns true, or returns false where there is no finite error.
+  /// Fills `fit` and returns true, or returns false where there is no finite error or no positive
+  /// gain.
   bool Evaluate(const Eigen::VectorXd& parameters, Fit& fit);
 
   /// F with a given gain, without derivatives. A free delay constant is at its best value.
   double CostWithGain(const Eigen::VectorXd& parameters, double gain) const;
 
  private:
+  static constexpr std::size_t kFactorsARoot = 8;
   struct PassbandChunk {
     std::size_t rows = 0;
     Chunk frequency;
@@ -91,6 +93,7 @@ class Objective {
   void AddMagnitude(Fit& fit);
   void AddDelay(Fit& fit);
   double FindObtained(Fit& fit);
+  void MultiplyMagnitudes(std::size_t first, PassbandChunk& chunk) const;
   double FindDelayErrors(Fit& fit);
   void AddChunk(std::size_t rows, Fit& fit);
   void AddProducts(std::size_t rows, const Weights& weights, Eigen::VectorXd& cross,

@@ -153,6 +153,16 @@ StartSummary Orca::Run(StartKind kind, const VectorXd& parameters, int maxPolish
   return summary;
 }
 
+void Orca::PolishOn(StartSummary& summary, int maxSteps) {
+  const int before = evaluator_.Count();
+  evaluator_.ForgetBest();
+  current_ = summary.best;
+  const EndReason ending = Polish(maxSteps);
+  if (!evaluator_.Stopped()) summary.ending = ending;
+  if (current_.Cost() < summary.best.Cost()) summary.best = current_;
+  summary.evaluations += evaluator_.Count() - before;
+}
+
 /// The barrier problems of one start; zero when the polish may follow.
 EndReason Orca::RunBarriers() {
   const double bounds = 2.0 * Size();
@@ -165,8 +175,8 @@ EndReason Orca::RunBarriers() {
     if (evaluator_.Stopped()) return ending;
     // A schedule of RHO that did not follow F would waste steps on a barrier larger than F.
     const double cost = current_.Cost();
-    const bool isAccurate = bounds * barrier.rho < options_.accuracy * cost &&
-                            std::abs(cost - former) < options_.accuracy * cost;
+    const double accuracy = options_.accuracy * Level();
+    const bool isAccurate = bounds * barrier.rho < accuracy && std::abs(cost - former) < accuracy;
     if (isAccurate) break;
     former = cost;
     barrier.LowerRho(std::min(barrier.rho / options_.ratio, 0.01 * cost / bounds),
@@ -211,7 +221,7 @@ std::optional<EndReason> Orca::BarrierStep(Barrier& barrier, double& radius) {
     hessian = barrier.Hessian(current_.fit.gaussNewton, current_.parameters, scales);
     trust = SolveTrustRegion(gradient, hessian, radius);
   }
-  if (trust.predictedDecrease <= 0.01 * options_.tolerance[0] * current_.Cost() ||
+  if (trust.predictedDecrease <= 0.01 * options_.tolerance[0] * Level() ||
       trust.step.norm() <= kLeastScaledStep) {
     return EndReason::zero;
   }
@@ -304,7 +314,7 @@ std::optional<EndReason> Orca::PolishStep(double& radius, int& smallGains) {
   MatrixXd hessian = Scaled(current_.fit.hessian, scales * free.array());
   hessian.diagonal() += (VectorXd::Ones(Size()) - free) * hessian.diagonal().cwiseAbs().sum();
   const TrustStep trust = SolveTrustRegion(gradient, hessian, radius);
-  const double least = 1e-4 * options_.accuracy * current_.Cost();
+  const double least = 1e-4 * options_.accuracy * Level();
   if (trust.predictedDecrease <= least || trust.step.norm() <= kLeastScaledStep) {
     return EndReason::zero;
   }
@@ -323,7 +333,7 @@ std::optional<EndReason> Orca::PolishStep(double& radius, int& smallGains) {
   radius = NextRadius(radius, trust.step.norm(), trust.isAtEdge, gained);
   if (gained <= kTakenShare) return std::nullopt;
   const double gain = current_.Cost() - trial_.Cost();
-  smallGains = gain < 0.1 * options_.accuracy * current_.Cost() ? smallGains + 1 : 0;
+  smallGains = gain < 0.1 * options_.accuracy * Level() ? smallGains + 1 : 0;
   std::swap(current_, trial_);
   return std::nullopt;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Eigen/Core>
+#include <algorithm>
 #include <optional>
 
 #include "solver/evaluator.h"
@@ -18,7 +19,9 @@ struct StartSummary {
   /// How the polish ended, or what ended the start before it.
   EndReason ending = EndReason::zero;
 
-  bool HasEnded() const { return ending == EndReason::zero || ending == EndReason::stepsLim; }
+  bool HasEnded() const {
+    return best.isFinite && (ending == EndReason::zero || ending == EndReason::stepsLim);
+  }
 };
 
 /// ORCA, the outer solver: minimises F over all locations but the equalised zeros, between their
@@ -31,10 +34,15 @@ class Orca {
 
   StartSummary Run(StartKind kind, const Eigen::VectorXd& parameters, int maxPolishSteps);
 
+  /// Goes on with the polish of a start that STEPSLIM has ended.
+  void PolishOn(StartSummary& summary, int maxSteps);
+
  private:
   struct Barrier;
 
   int Size() const { return problem_.constellation.orcaCount; }
+  /// What a gain must be large against to count.
+  double Level() const { return std::max(current_.Cost(), evaluator_.Negligible()); }
   void MoveInside(Eigen::VectorXd& parameters) const;
   EndReason RunBarriers();
   EndReason SolveBarrier(Barrier& barrier, int problem, int& steps);

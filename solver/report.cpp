@@ -63,7 +63,7 @@ std::string ResultText(const Summary& summary) {
     case EndReason::requested:
       return "stopped on request; best point found is given";
     default:
-      return Format("converged (%d of %zu starts agree)", summary.AgreeingStarts(),
+      return Format("converged (%d of %zu starts agree)", summary.StartsNear(summary.best.Cost()),
                     summary.starts.size());
   }
 }

@@ -24,8 +24,11 @@ struct Summary {
   /// Equalisations that failed, so that ORCA shortened its step.
   int retries = 0;
 
-  /// How many starts ended, or were cut short, within 0.1 % of the best F.
-  int AgreeingStarts() const;
+  /// An F as good as 0.
+  double negligible = 0;
+
+  /// How many starts ended, or were cut short, within 0.1 % of an F.
+  int StartsNear(double cost) const;
 };
 
 /// Solves a problem: the typed start, then second starts until six have ended within 0.1 % of the

@@ -200,7 +200,7 @@ TrustStep SolveTrustRegion(const VectorXd& gradient, const MatrixXd& hessian, do
   if (TakeNewtonStep(gradient, hessian, radius, result)) return result;
   ShiftedSystem system(gradient, hessian);
   const double largest = system.LargestEigenvalue();
-  const double tiny = 1e-14 * std::max(largest, 1e-300);
+  const double tiny = std::max(1e-14 * largest, 1e-300);
   result.isIndefinite = !system.Solve(tiny);
   result.isAtEdge = result.isIndefinite || system.Length() > radius;
   const double tooLarge = largest + tiny + gradient.norm() / radius;

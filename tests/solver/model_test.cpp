@@ -138,5 +138,22 @@ TEST(Objective, IsTheSameWhenEveryRowStandsSevenTimes) {
   EXPECT_TRUE(seven.gaussNewton.isApprox(once.gaussNewton, 1e-9));
 }
 
+TEST(Objective, StaysInTheRangeOfNumbersWithManySmallLocations) {
+  // 26 pole pairs and 13 quads in one place cancel out.
+  std::string reals;
+  for (int i = 0; i < 26; ++i) reals += "1e-5 ";
+  const std::string quads = reals.substr(0, reals.size() / 2);
+  const Problem problem = GoodProblem(ExampleRecord(
+      "Ex-Zpair.1", "6=0 26; 8=" + reals + "; 9=" + reals + "; 11=0 0 13; 11b=" + quads +
+                        "; 11c=" + quads + "; 13=1e-6"));
+  Fit fit;
+  ASSERT_TRUE(
+      Objective(problem.constellation, problem.rows, false).Evaluate(problem.typedParameters, fit));
+  const Eigen::ArrayXd& in = problem.rows.inputs;
+  EXPECT_NEAR(fit.gain * in.square().sum() / (in * problem.rows.targets).sum(), 1, 1e-9);
+  EXPECT_TRUE(Magnitudes(problem.constellation, problem.typedParameters, problem.rows.frequencies)
+                  .isApproxToConstant(1, 1e-9));
+}
+
 }  // namespace
 }  // namespace polefit

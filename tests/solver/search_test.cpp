@@ -49,13 +49,13 @@ TEST(Search, LeavesAPoorLocalOptimumForABetterOne) {
   EXPECT_GT(summary.starts.front().best.Cost(), 2 * 2.277862e-06);
   EXPECT_NEAR(summary.best.Cost() / 2.277862e-06, 1, .001);
   EXPECT_GT(summary.chosen, 0U);
-  EXPECT_LT(summary.AgreeingStarts(), static_cast<int>(summary.starts.size()));
+  EXPECT_LT(summary.StartsNear(summary.best.Cost()), static_cast<int>(summary.starts.size()));
 }
 
 TEST(Search, KeepsTheTypedStartWhenOthersAreHardlyLower) {
   const Summary summary = SolveQuietly(GoodProblem(ExampleRecord("Ex-Yzero.101")));
   EXPECT_EQ(summary.chosen, 0U);
-  EXPECT_GE(summary.AgreeingStarts(), 6);
+  EXPECT_GE(summary.StartsNear(summary.best.Cost()), 6);
 }
 
 TEST(Search, DoesNotCareForTheOrderOfPoints) {
@@ -85,6 +85,18 @@ TEST(Search, FindsAKnownTransferFunctionAgain) {
   const Eigen::ArrayXd found =
       summary.best.fit.gain * Magnitudes(problem.constellation, summary.best.parameters, w);
   EXPECT_LT((found - .7 * Magnitudes(problem.constellation, known, w)).abs().maxCoeff(), 1e-3);
+}
+
+TEST(Search, TakesAnExactFitForConverged) {
+  Problem problem = GoodProblem(ExampleRecord("Ex-Zpair.1"));
+  for (Eigen::ArrayXd* const column :
+       {&problem.rows.frequencies, &problem.rows.inputs, &problem.rows.targets}) {
+    *column = column->head(3).eval();
+  }
+  const Summary summary = SolveQuietly(problem);
+  EXPECT_EQ(summary.ending, EndReason::zero);
+  EXPECT_LT(summary.best.Cost(), summary.negligible);
+  EXPECT_EQ(summary.StartsNear(0), static_cast<int>(summary.starts.size()));
 }
 
 }  // namespace

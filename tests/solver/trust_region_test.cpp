@@ -47,6 +47,9 @@ TEST(TrustRegion, IsMinimisedExactly) {
 TEST(TrustRegion, GoesAlongTheLowestEigenvectorInTheHardCase) {
   const MatrixXd saddle = Eigen::Vector3d(-2, 1, 3).asDiagonal();
   ExpectMinimiser(Eigen::Vector3d(0, 1, 1), saddle, 5);
+  ExpectMinimiser(Eigen::Vector3d::Zero(), saddle, 5);
+  const Eigen::Vector3d zero = Eigen::Vector3d::Zero();
+  EXPECT_EQ(SolveTrustRegion(zero, MatrixXd::Zero(3, 3), 1).step, zero);
 }
 
 TEST(TrustRegion, ShrinksAfterAFailureAndGrowsAtItsEdge) {
