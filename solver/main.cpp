@@ -1,6 +1,11 @@
+#include <unistd.h>
+
+#include <atomic>
+#include <chrono>
 #include <csignal>
 #include <iostream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/console_host.h"
@@ -10,26 +15,41 @@ namespace polefit {
 
 namespace {
 
-/// Counts the signals that ask the program to end. They are blocked and looked for when asked, so
-/// that no output is ever cut off in the middle.
+/// Counts the signals that ask the program to end, in a thread of its own, so that no output is cut
+/// off in the middle. A program that is stuck in a pipe ends shortly after the second one.
 class StopSignals {
  public:
   StopSignals() {
     sigemptyset(&signals_);
     sigaddset(&signals_, SIGTERM);
     sigaddset(&signals_, SIGINT);
-    sigprocmask(SIG_BLOCK, &signals_, nullptr);
+    pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
+    watcher_ = std::thread([this] { Watch(); });
   }
+  ~StopSignals() {
+    isEnding_ = true;
+    pthread_kill(watcher_.native_handle(), SIGTERM);
+    watcher_.join();
+  }
+  StopSignals(const StopSignals&) = delete;
+  StopSignals& operator=(const StopSignals&) = delete;
 
-  int Count() {
-    const timespec noTime{};
-    while (sigtimedwait(&signals_, nullptr, &noTime) > 0) ++count_;
-    return count_;
-  }
+  int Count() const { return count_; }
 
  private:
+  void Watch() {
+    int signal = 0;
+    while (sigwait(&signals_, &signal) == 0 && !isEnding_) {
+      if (++count_ == 1) continue;
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+      if (!isEnding_) _exit(static_cast<int>(Exit::stopped));
+    }
+  }
+
   sigset_t signals_{};
-  int count_ = 0;
+  std::atomic<int> count_ = 0;
+  std::atomic<bool> isEnding_ = false;
+  std::thread watcher_;
 };
 
 Exit Main(const std::vector<std::string>& words) {
@@ -47,6 +67,8 @@ Exit Main(const std::vector<std::string>& words) {
     case Request::Action::run:
       break;
   }
+  // A reader of the progress who leaves does not end the run.
+  std::signal(SIGPIPE, SIG_IGN);
   StopSignals signals;
   ConsoleHost host;
   return RunSolver(host, request.files, {std::cout, std::cerr, [&] { return signals.Count(); }});

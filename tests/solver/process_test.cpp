@@ -1,10 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <string>
 #include <thread>
 
@@ -66,6 +68,22 @@ TEST(Process, EndsAtASignalWithTheBestPointSoFar) {
     EXPECT_THAT(report, ::testing::HasSubstr("Result: stopped on request; best point found"));
     EXPECT_THAT(report, ::testing::EndsWith("End of report.\r\n"));
   }
+}
+
+TEST(Process, IsNotHeldByAPipe) {
+  const testing::TemporaryFolder folder;
+  const std::string pipe = folder.File("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const pid_t reading = Start(pipe + " --out " + folder.Path());
+  for (int i = 0; i < 2; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    kill(reading, SIGTERM);
+  }
+  EXPECT_EQ(ExitCode(reading), 1);
+  std::system(
+      ("'" PFIT "' '" EXAMPLES "/Ex-Delay.101' --out '" + folder.Path() + "' | true").c_str());
+  EXPECT_THAT(FileBytes(folder.File("Ex-Delay.101.out.txt")),
+              ::testing::EndsWith("End of report.\r\n"));
 }
 
 TEST(Process, LeavesTheFolderFreeWhenItIsKilled) {
