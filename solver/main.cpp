@@ -28,7 +28,7 @@ class StopSignals {
   }
   ~StopSignals() {
     isEnding_ = true;
-    pthread_kill(watcher_.native_handle(), SIGTERM);
+    pthread_kill(watcher_.native_handle(), SIGINT);
     watcher_.join();
   }
   StopSignals(const StopSignals&) = delete;
