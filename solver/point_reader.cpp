@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 #include "solver/problem_reader.h"
@@ -17,7 +18,11 @@ int FilledCells(const PointLists<Columns>& points, int row) {
   return count;
 }
 
-/// Reads the needed cells of one row; all of them, or none after a fault.
+/// Stands for a cell with a fault. It is not equal to 0, so that nothing is said about all points
+/// together that the mended cell could make wrong.
+constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+
+/// Reads the needed cells of one row.
 class RowReader {
  public:
   RowReader(AnswerReader& answers, std::string block)
@@ -31,23 +36,23 @@ class RowReader {
     if (found < needed) {
       answers_.Fault(name + std::to_string(found) + " value(s) found, " + std::to_string(needed) +
                      " needed.");
-      return {};
     }
-    std::vector<double> values;
-    for (int column = 1; column <= needed; ++column) {
+    std::vector<double> values(static_cast<std::size_t>(needed), kUnknown);
+    for (int column = 1; column <= std::min(found, needed); ++column) {
+      const auto index = static_cast<std::size_t>(column - 1);
       const std::string& text = points.At(row, column);
       std::string fault = name;
-      fault += names.at(static_cast<std::size_t>(column - 1));
+      fault += names.at(index);
       const std::optional<double> value = ParseNumber(text);
       if (!value) {
         answers_.Fault(fault.append(" \"").append(text).append("\" is not a number."));
       } else if (*value < 0 && column != mayBeNegative) {
         answers_.Fault(fault.append(" ").append(text).append(" is negative."));
       } else {
-        values.push_back(*value);
+        values[index] = *value;
       }
     }
-    return values.size() == static_cast<std::size_t>(needed) ? values : std::vector<double>();
+    return values;
   }
 
  private:
@@ -55,88 +60,94 @@ class RowReader {
   std::string block_;
 };
 
-/// The data points and the weights that the error measures give them. Weights are prepared only
-/// from points without a fault.
+/// The data points and the weights that the error measures give them.
 class PointReader {
  public:
   PointReader(const ResponseRecord& record, AnswerReader& answers, Problem& problem)
       : record_(record), answers_(answers), problem_(problem) {}
 
   void Read() {
-    ReadPassband();
-    if (problem_.wantsDelay) ReadDelay();
-    if (!isClean_) return;
-    WeighPassband();
-    if (problem_.wantsDelay) WeighDelay();
+    if (record_.nFreqPoints > 0) {
+      ReadPassband();
+      WeighPassband();
+      CheckPassband();
+    } else {
+      answers_.Fault("Question 23: there are no passband points.");
+    }
+    if (!problem_.wantsDelay) return;
+    ReadDelay();
+    WeighDelay();
+    CheckDelay();
   }
 
  private:
-  void Fault(const std::string& text) {
-    isClean_ = false;
-    answers_.Fault(text);
-  }
-
   void ReadPassband() {
-    if (record_.nFreqPoints <= 0) {
-      Fault("Question 23: there are no passband points.");
-      return;
-    }
     RowReader rows(answers_, "Passband");
     const int needed = problem_.usesWeights ? 4 : 3;
     for (int row = 1; row <= record_.nFreqPoints; ++row) {
       const auto values =
           rows.Read(record_.passband, row, needed, {"frequency", "Yin", "Yout", "weight"}, 0);
-      if (values.empty()) {
-        isClean_ = false;
-        continue;
-      }
       const double weight = problem_.usesWeights ? values[3] : 1;
       problem_.passband.push_back({values[0], values[1], values[2], weight});
       if (values[2] == 0 && problem_.inputPower > 0) RefuseDivision(row);
     }
-    if (isClean_) CheckPassband();
   }
 
   void RefuseDivision(int row) {
-    Fault("Passband point " + std::to_string(row) + ": Yout is 0 and Ipower is " +
-          record_.Slot(slot::kIPower) +
-          "; the error cannot be divided by 0 (use Ipower 0 or less, or leave the point out).");
+    answers_.Fault(
+        "Passband point " + std::to_string(row) + ": Yout is 0 and Ipower is " +
+        record_.Slot(slot::kIPower) +
+        "; the error cannot be divided by 0 (use Ipower 0 or less, or leave the point out).");
   }
 
+  /// Without a point that asks for more than 0 and can be given it, the best gain is 0.
   void CheckPassband() {
     const auto& points = problem_.passband;
     const auto any = [&points](auto fits) {
       return std::any_of(points.begin(), points.end(), fits);
     };
-    if (!any([](const PassbandPoint& point) { return point.yout > 0; })) {
-      Fault("Passband points: every Yout is 0.");
-    } else if (!any([](const PassbandPoint& point) { return point.yin > 0 && point.yout > 0; })) {
-      Fault("Passband points: no point has both Yin and Yout greater than 0.");
+    const bool hasYout = any([](const PassbandPoint& point) { return point.yout != 0; });
+    const bool hasBoth =
+        any([](const PassbandPoint& point) { return point.yin != 0 && point.yout != 0; });
+    const bool hasWeight = any([](const PassbandPoint& point) { return point.weight != 0; });
+    if (!hasYout) {
+      answers_.Fault("Passband points: every Yout is 0.");
+    } else if (!hasBoth) {
+      answers_.Fault("Passband points: no point has both Yin and Yout greater than 0.");
     }
-    if (!any([](const PassbandPoint& point) { return point.weight > 0; })) {
-      Fault("Passband points: all weights are 0.");
+    if (!hasWeight) answers_.Fault("Passband points: all weights are 0.");
+    if (!hasBoth || !hasWeight) return;
+    if (!(problem_.rows.inputs != 0 && problem_.rows.targets != 0).any()) {
+      answers_.Fault(
+          "Passband points: no point with a weight greater than 0 has both Yin and Yout greater "
+          "than 0.");
     }
   }
 
-  /// A free constant takes one point away.
   void ReadDelay() {
-    const int needed = problem_.rows.wantedDelay > 0 ? 1 : 2;
-    if (record_.nDelayPoints < needed) {
-      Fault("Question 1 is Y but there " + std::string(record_.nDelayPoints == 1 ? "is " : "are ") +
-            std::to_string(record_.nDelayPoints) +
-            (record_.nDelayPoints == 1 ? " delay point; at least " : " delay points; at least ") +
-            std::to_string(needed) + " needed.");
-      return;
-    }
     RowReader rows(answers_, "Delay");
     for (int row = 1; row <= record_.nDelayPoints; ++row) {
       constexpr int kTxColumn = 2;
       const auto values = rows.Read(record_.delay, row, 2, {"frequency", "TX"}, kTxColumn);
-      if (values.empty()) {
-        isClean_ = false;
-      } else {
-        problem_.delay.push_back({values[0], values[1]});
-      }
+      problem_.delay.push_back({values[0], values[1]});
+    }
+  }
+
+  /// A free constant takes one point away.
+  void CheckDelay() {
+    const Eigen::Index needed = problem_.rows.wantedDelay > 0 ? 1 : 2;
+    const Eigen::Index found = record_.nDelayPoints;
+    const Eigen::Index counting = (problem_.rows.delayLevels != 0).count();
+    if (found < needed) {
+      answers_.Fault("Question 1 is Y but there " + std::string(found == 1 ? "is " : "are ") +
+                     std::to_string(found) +
+                     (found == 1 ? " delay point; at least " : " delay points; at least ") +
+                     std::to_string(needed) + " needed.");
+    } else if (counting < needed) {
+      answers_.Fault("Delay points: " + std::to_string(counting) +
+                     " with a weight greater than 0, at least " + std::to_string(needed) +
+                     " needed (where Yout is 0 and DelRipplePower is " +
+                     record_.Slot(slot::kDelRipplePower) + ", the weight is 0).");
     }
   }
 
@@ -175,6 +186,7 @@ class PointReader {
     rows.delayOffsets.resize(count);
     rows.delayLevels.resize(count);
     std::vector<PassbandPoint> sorted = problem_.passband;
+    std::erase_if(sorted, [](const PassbandPoint& point) { return std::isnan(point.frequency); });
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const PassbandPoint& one, const PassbandPoint& other) {
                        return one.frequency < other.frequency;
@@ -192,12 +204,14 @@ class PointReader {
   }
 
   void RefuseDelayDivision(Eigen::Index index) {
-    Fault("Delay point " + std::to_string(index + 1) + ": Yout is 0 there and DelRipplePower is " +
-          record_.Slot(slot::kDelRipplePower) + "; use 0 or less.");
+    answers_.Fault("Delay point " + std::to_string(index + 1) +
+                   ": Yout is 0 there and DelRipplePower is " +
+                   record_.Slot(slot::kDelRipplePower) + "; use 0 or less.");
   }
 
   /// Yout at a frequency: linear between the points, the end value outside.
   static double YoutAt(const std::vector<PassbandPoint>& sorted, double frequency) {
+    if (sorted.empty() || std::isnan(frequency)) return kUnknown;
     const auto after = std::upper_bound(
         sorted.begin(), sorted.end(), frequency,
         [](double value, const PassbandPoint& point) { return value < point.frequency; });
@@ -211,7 +225,6 @@ class PointReader {
   const ResponseRecord& record_;
   AnswerReader& answers_;
   Problem& problem_;
-  bool isClean_ = true;
 };
 
 }  // namespace

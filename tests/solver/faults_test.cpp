@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "solver/example_problem.h"
@@ -107,22 +108,58 @@ TEST(Faults, OfPointsAreToldWithTheirRow) {
 }
 
 TEST(Faults, OfAllPointsTogether) {
-  const std::pair<int, const char*> columns[] = {
-      {2, "Passband points: no point has both Yin and Yout greater than 0."},
-      {3, "Passband points: every Yout is 0."},
-      {4, "Passband points: all weights are 0."}};
-  for (const auto& [column, fault] : columns) {
-    ResponseRecord record = ExampleRecord("Ex-Yzero.101", "3=Y");
-    for (int row = 1; row <= record.nFreqPoints; ++row) record.passband.At(row, column) = "0";
-    EXPECT_THAT(FindingsOf(record).faults, ElementsAre(fault));
+  const char* const noBoth = "Passband points: no point has both Yin and Yout greater than 0.";
+  const char* const noYout = "Passband points: every Yout is 0.";
+  const char* const noWeight = "Passband points: all weights are 0.";
+  const char* const noneCounts =
+      "Passband points: no point with a weight greater than 0 has both Yin and Yout greater than "
+      "0.";
+  // The columns that are 0 all the way, one cell changed after that, and what is told.
+  const std::tuple<std::vector<int>, int, int, const char*, std::vector<std::string>> cases[] = {
+      {{2}, 1, 3, "1", {noBoth}},
+      {{3}, 1, 2, "1", {noYout}},
+      {{2, 4}, 1, 3, "1", {noBoth, noWeight}},
+      {{4}, 21, 4, "1", {noneCounts}},
+      {{2, 4}, 1, 2, "1", {noWeight}},
+      {{3}, 4, 2, "x", {"Passband point 4: Yin \"x\" is not a number.", noYout}},
+      {{3}, 4, 3, "x", {"Passband point 4: Yout \"x\" is not a number."}},
+      {{4}, 4, 3, "", {"Passband point 4: 2 value(s) found, 4 needed."}},
+      {{4}, 4, 1, "-1", {"Passband point 4: frequency -1 is negative.", noWeight}},
+  };
+  for (const auto& [columns, row, column, text, faults] : cases) {
+    ResponseRecord record = ExampleRecord("Ex-Yzero.101", "2=-1; 3=Y");
+    for (const int zero : columns) {
+      for (int i = 1; i <= record.nFreqPoints; ++i) record.passband.At(i, zero) = "0";
+    }
+    record.passband.At(row, column) = text;
+    EXPECT_EQ(FindingsOf(record).faults, faults);
   }
+}
+
+TEST(Faults, OfDelayPointsWhereYoutIs0) {
+  const std::string noDivision =
+      "Delay point 9: Yout is 0 there and DelRipplePower is 1; use 0 or less.";
   ResponseRecord record = ExampleRecord("Ex-Delay.101", "1b=1");
   record.delay.At(9, 1) = "10";
-  EXPECT_THAT(
-      FindingsOf(record).faults,
-      ElementsAre("Delay point 9: Yout is 0 there and DelRipplePower is 1; use 0 or less."));
+  EXPECT_THAT(FindingsOf(record).faults, ElementsAre(noDivision));
+  record.passband.At(4, 3) = "x";
+  EXPECT_THAT(FindingsOf(record).faults,
+              ElementsAre("Passband point 4: Yout \"x\" is not a number.", noDivision));
+  const std::tuple<const char*, const char*, std::string> cases[] = {
+      {"0", "8.5", "Delay points: 1 with a weight greater than 0, at least 2 needed"},
+      {"150", "8.5", ""},
+      {"150", "11", "Delay points: 0 with a weight greater than 0, at least 1 needed"}};
+  for (const auto& [tmin, frequency, fault] : cases) {
+    record = ExampleRecord("Ex-Delay.101", std::string("1a=") + tmin);
+    for (int row = 1; row <= record.nDelayPoints; ++row) record.delay.At(row, 1) = "10";
+    record.delay.At(1, 1) = frequency;
+    const std::string reason = " (where Yout is 0 and DelRipplePower is -1, the weight is 0).";
+    const bool isGood = fault.empty();
+    EXPECT_EQ(FindingsOf(record).faults, std::vector<std::string>(isGood ? 0 : 1, fault + reason));
+  }
   record.nFreqPoints = 0;
   record.nDelayPoints = 1;
+  record.Slot(slot::kTmin) = "0";
   EXPECT_THAT(FindingsOf(record).faults,
               ElementsAre("Question 23: there are no passband points.",
                           "Question 1 is Y but there is 1 delay point; at least 2 needed."));
