@@ -1,5 +1,6 @@
 #include "solver/answers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -120,27 +121,29 @@ std::vector<double> AnswerReader::Numbers(const std::string& name, const std::st
   return isClean ? values : std::vector<double>();
 }
 
-std::vector<int> AnswerReader::Counts(const std::string& name, const std::string& answer,
-                                      int count) {
+bool AnswerReader::Counts(const std::string& name, const std::string& answer,
+                          std::span<int> counts) {
   constexpr int kMost = 40;
   const std::vector<std::string> words = Words(answer);
-  std::vector<int> counts;
+  std::vector<int> found;
   for (const std::string& word : words) {
     int value = -1;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
     const bool isWhole = error == std::errc() && end == word.data() + word.size();
-    if (isWhole && value >= 0 && value <= kMost) counts.push_back(value);
+    if (isWhole && value >= 0 && value <= kMost) found.push_back(value);
   }
-  const auto wanted = static_cast<std::size_t>(count);
-  if (words.size() == wanted && counts.size() == wanted) return counts;
-  const std::string numbers = std::to_string(count) + " whole numbers";
+  if (words.size() == counts.size() && found.size() == counts.size()) {
+    std::copy(found.begin(), found.end(), counts.begin());
+    return true;
+  }
+  const std::string numbers = std::to_string(counts.size()) + " whole numbers";
   if (words.empty()) {
     Fault(name + ": the answer is empty; " + numbers + " are needed.");
   } else {
     Fault(name + ": \"" + answer + "\" is not " + numbers + " from 0 to " + std::to_string(kMost) +
           ".");
   }
-  return {};
+  return false;
 }
 
 }  // namespace polefit

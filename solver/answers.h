@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,8 +40,9 @@ class AnswerReader {
   /// `count` numbers; `wantedBy` is the question that asks for so many.
   std::vector<double> Numbers(const std::string& name, const std::string& answer, int count,
                               const std::string& wantedBy);
-  /// `count` whole numbers from 0 to 40.
-  std::vector<int> Counts(const std::string& name, const std::string& answer, int count);
+  /// As many whole numbers from 0 to 40 as `counts` takes. All stay 0 after a fault, which gives
+  /// false.
+  bool Counts(const std::string& name, const std::string& answer, std::span<int> counts);
 
   void Fault(const std::string& text) { findings_.faults.push_back(text); }
   void Warn(const std::string& text) { findings_.warnings.push_back("Warning: " + text); }

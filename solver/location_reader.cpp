@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <cmath>
+#include <span>
+#include <utility>
 
 #include "solver/problem_reader.h"
 
@@ -13,8 +15,10 @@ struct Location {
   std::string text;
 };
 
-/// Questions 6 to 11c and the bounds. The factors are gathered in the order of the questions; who
-/// moves which location is decided at the end, when all are known.
+enum class Mover { orca, lynx, nobody };
+
+/// Questions 6 to 11c and the bounds. The factors are gathered in the order of the questions; their
+/// places in the parameters are given at the end, when all are known.
 class LocationReader {
  public:
   LocationReader(const ResponseRecord& record, AnswerReader& answers, Problem& problem)
@@ -22,37 +26,42 @@ class LocationReader {
 
   void Read() {
     ReadBounds();
-    // Without the counts nothing can be said about the lists.
-    poleCounts_ = answers_.Counts(QuestionName(slot::kNPoles), Text(slot::kNPoles), 2);
-    zeroCounts_ = answers_.Counts(QuestionName(slot::kZeroCounts), Text(slot::kZeroCounts), 3);
-    if (poleCounts_.empty() || zeroCounts_.empty()) return;
-    ReadPoles();
+    // A list counts 0 values, and is not looked at, when its counts have a fault.
+    const bool hasPoles = ReadCounts(slot::kNPoles, problem_.poleCounts);
+    const bool hasZeros = ReadCounts(slot::kZeroCounts, problem_.zeroCounts);
+    if (hasPoles) ReadPoles();
     ReadSigmaZero();
     ReadOmegaZeros();
     ReadPairedZeros();
-    CheckOrder();
+    if (hasPoles && hasZeros) CheckOrder();
     PlaceParameters();
   }
 
  private:
   const std::string& Text(int slot) const { return record_.Slot(slot); }
 
-  /// Start values are judged only against bounds that make sense themselves.
+  /// Locations are judged only against bounds that make sense themselves.
   void ReadBounds() {
     const auto lowest = answers_.Number(QuestionName(slot::kLowestXY), Text(slot::kLowestXY));
     const auto largest = answers_.Number(QuestionName(slot::kMaxXY), Text(slot::kMaxXY));
-    if (lowest && !(*lowest > 0)) {
+    const bool hasLowest = lowest && *lowest > 0;
+    if (lowest && !hasLowest) {
       answers_.Fault(QuestionName(slot::kLowestXY) + ": " + Text(slot::kLowestXY) +
                      " must be greater than 0.");
     }
-    if (!lowest || !largest) return;
-    problem_.lowest = *lowest;
+    if (!largest) return;
+    problem_.lowest = hasLowest ? *lowest : 0;
     problem_.largest = *largest;
-    hasBounds_ = *largest > *lowest;
-    if (!hasBounds_) {
+    hasLargest_ = *largest > problem_.lowest;
+    hasBounds_ = hasLargest_ && hasLowest;
+    if (!hasLargest_) {
       answers_.Fault(QuestionName(slot::kMaxXY) + ": " + Text(slot::kMaxXY) +
                      " must be greater than the answer to question 13.");
     }
+  }
+
+  bool ReadCounts(int slot, std::span<int> counts) {
+    return answers_.Counts(QuestionName(slot), Text(slot), counts);
   }
 
   std::vector<Location> List(int slot, int count, int countSlot) {
@@ -66,24 +75,23 @@ class LocationReader {
   }
 
   void ReadPoles() {
-    if (poleCounts_[0] + poleCounts_[1] == 0) {
+    if (problem_.poleCounts[0] + problem_.poleCounts[1] == 0) {
       answers_.Fault(QuestionName(slot::kNPoles) + ": H(s) needs at least one pole.");
     }
-    if (poleCounts_[0] > 0) {
-      for (const Location& pole : List(slot::kSigmaPoles, poleCounts_[0], slot::kNPoles)) {
-        AddFactor(FactorKind::sigmaPole, -1, 1, {Magnitude(slot::kSigmaPoles, pole)}, false);
+    if (problem_.poleCounts[0] > 0) {
+      for (const Location& pole : List(slot::kSigmaPoles, problem_.poleCounts[0], slot::kNPoles)) {
+        AddFactor(FactorKind::sigmaPole, -1, 1, {Magnitude(slot::kSigmaPoles, pole)});
       }
     }
-    if (poleCounts_[1] > 0) ReadPolePairs();
+    if (problem_.poleCounts[1] > 0) ReadPolePairs();
   }
 
   void ReadPolePairs() {
-    const auto real = List(slot::kPoleReal, poleCounts_[1], slot::kNPoles);
-    const auto imaginary = List(slot::kPoleImag, poleCounts_[1], slot::kNPoles);
+    const auto real = List(slot::kPoleReal, problem_.poleCounts[1], slot::kNPoles);
+    const auto imaginary = List(slot::kPoleImag, problem_.poleCounts[1], slot::kNPoles);
     for (std::size_t i = 0; i < std::min(real.size(), imaginary.size()); ++i) {
       AddFactor(FactorKind::polePair, -1, 1,
-                {Magnitude(slot::kPoleReal, real[i]), Imaginary(slot::kPoleImag, imaginary[i])},
-                false);
+                {Magnitude(slot::kPoleReal, real[i]), Imaginary(slot::kPoleImag, imaginary[i])});
     }
   }
 
@@ -107,7 +115,9 @@ class LocationReader {
   /// ORCA begins inside the bounds.
   void CheckStart(int slot, const Location& location, double magnitude, double lowest,
                   const std::string& lowestText) {
-    if (!hasBounds_ || (magnitude > lowest && magnitude < problem_.largest)) return;
+    if (!hasBounds_ || lowest >= problem_.largest ||
+        (magnitude > lowest && magnitude < problem_.largest))
+      return;
     const std::string begin =
         "Question " + std::string(QuestionNumber(slot)) + ": " + location.text;
     const bool isOn = magnitude == lowest || magnitude == problem_.largest;
@@ -123,6 +133,10 @@ class LocationReader {
   /// so that only a plain zero keeps the typed side.
   void ReadSigmaZero() {
     if (!IsYes(Text(slot::kSigmaZeroWanted))) return;
+    const bool isDoublet = IsYes(Text(slot::kDoublet));
+    const bool isLossless = IsYes(Text(slot::kLossless));
+    problem_.sigmaZeros = isDoublet ? 2 : 1;
+    problem_.losslessPoles = isLossless ? problem_.sigmaZeros : 0;
     const std::string name = QuestionName(slot::kSigmaZero);
     const auto zero = answers_.Number(name, Text(slot::kSigmaZero));
     if (!zero) return;
@@ -130,46 +144,57 @@ class LocationReader {
       answers_.Fault(name + ": " + Text(slot::kSigmaZero) + " must be other than 0.");
       return;
     }
-    const bool isDoublet = IsYes(Text(slot::kDoublet));
-    const bool isLossless = IsYes(Text(slot::kLossless));
     const bool keepsSide = !isDoublet && !isLossless;
     const bool isRightHalf = keepsSide && *zero < 0;
     const Location location = {keepsSide ? std::abs(*zero) : *zero, Text(slot::kSigmaZero)};
     const int logCount = isLossless ? 0 : isDoublet ? 2 : 1;
     const int plainDelay = isRightHalf ? 1 : -1;
     const int delayCount = isLossless ? (isDoublet ? 4 : 2) : isDoublet ? 0 : plainDelay;
-    ownPoles_ = isLossless ? (isDoublet ? 2 : 1) : 0;
-    zeros_ += isDoublet ? 2 : 1;
     AddFactor(FactorKind::sigmaZero, logCount, delayCount, {Magnitude(slot::kSigmaZero, location)},
               isRightHalf);
   }
 
   /// Sorted, since LYNX needs its zeros in order and the first one to be the first null.
   void ReadOmegaZeros() {
-    if (zeroCounts_[0] == 0) return;
-    zeros_ += 2 * zeroCounts_[0];
-    const std::string name = QuestionName(slot::kYzero);
-    std::vector<Location> list = List(slot::kYzero, zeroCounts_[0], slot::kZeroCounts);
+    const int count = problem_.zeroCounts[0];
+    if (count == 0) return;
+    const bool equalises = count >= 2 && !MayHaveRowsBeyondBand();
+    if (equalises && hasLargest_ && problem_.largest <= 1) {
+      answers_.Fault(QuestionName(slot::kMaxXY) + ": " + Text(slot::kMaxXY) +
+                     " leaves no room for " + std::to_string(count) +
+                     " omega-axis zeros with equal sidelobes; it must be greater than 1.");
+    }
+    std::vector<Location> list = List(slot::kYzero, count, slot::kZeroCounts);
     std::stable_sort(list.begin(), list.end(), [](const Location& one, const Location& other) {
       return one.value < other.value;
     });
     for (const Location& zero : list) {
-      if (zero.value < 1) {
-        answers_.Fault(name + ": " + zero.text + " is below 1.0.");
-      } else if (hasBounds_ && zero.value > problem_.largest) {
-        answers_.Fault(name + ": " + zero.text + " is above the largest location " +
-                       Text(slot::kMaxXY) + " (question 14).");
-      }
-      AddFactor(FactorKind::omegaZero, 1, 0, {zero.value}, false);
+      const bool isFirst = &zero == &list.front();
+      const Mover mover = equalises && !isFirst ? Mover::lynx
+                          : zero.value == 1     ? Mover::nobody
+                                                : Mover::orca;
+      CheckOmegaZero(zero, mover);
+      AddFactor(FactorKind::omegaZero, 1, 0, {zero.value}, false, mover);
+    }
+  }
+
+  void CheckOmegaZero(const Location& zero, Mover mover) {
+    const std::string name = QuestionName(slot::kYzero);
+    if (zero.value < 1) {
+      answers_.Fault(name + ": " + zero.text + " is below 1.0.");
+    } else if (hasLargest_ && zero.value > problem_.largest) {
+      answers_.Fault(name + ": " + zero.text + " is above the largest location " +
+                     Text(slot::kMaxXY) + " (question 14).");
+    } else if (mover != Mover::nobody) {
+      CheckStart(slot::kYzero, zero, zero.value, 1, "1");
     }
   }
 
   /// Pairs, then quads. On the omega axis itself a pair would be two omega-axis zeros, whose
   /// magnitude is not smooth there.
   void ReadPairedZeros() {
-    const int count = zeroCounts_[1] + zeroCounts_[2];
+    const int count = problem_.zeroCounts[1] + problem_.zeroCounts[2];
     if (count == 0) return;
-    zeros_ += 2 * zeroCounts_[1] + 4 * zeroCounts_[2];
     const auto real = List(slot::kZreal, count, slot::kZeroCounts);
     const auto imaginary = List(slot::kZimag, count, slot::kZeroCounts);
     for (const Location& location : real) {
@@ -179,7 +204,7 @@ class LocationReader {
       }
     }
     for (std::size_t i = 0; i < std::min(real.size(), imaginary.size()); ++i) {
-      const bool isQuad = i >= static_cast<std::size_t>(zeroCounts_[1]);
+      const bool isQuad = i >= static_cast<std::size_t>(problem_.zeroCounts[1]);
       const bool isRightHalf = !isQuad && real[i].value < 0;
       const double magnitude = std::abs(real[i].value);
       CheckStart(slot::kZreal, real[i], magnitude, problem_.lowest, Text(slot::kLowestXY));
@@ -191,53 +216,44 @@ class LocationReader {
 
   /// More zeros than poles would let |H| grow without end.
   void CheckOrder() {
-    const int poles = poleCounts_[0] + 2 * poleCounts_[1] + ownPoles_;
-    if (poles - ownPoles_ == 0 || zeros_ <= poles) return;
-    answers_.Fault("Questions 6 and 11: H(s) has " + std::to_string(zeros_) + " zeros but only " +
+    const int poles = problem_.PoleCount();
+    const int zeros = problem_.ZeroCount();
+    if (poles == problem_.losslessPoles || zeros <= poles) return;
+    answers_.Fault("Questions 6 and 11: H(s) has " + std::to_string(zeros) + " zeros but only " +
                    std::to_string(poles) + (poles == 1 ? " pole" : " poles") +
                    "; it needs at least as many poles as zeros.");
   }
 
   void AddFactor(FactorKind kind, int logCount, int delayCount, std::vector<double> values,
-                 bool isRightHalf) {
+                 bool isRightHalf = false, Mover mover = Mover::orca) {
     problem_.constellation.factors.push_back({kind, 0, logCount, delayCount});
     problem_.isRightHalf.push_back(isRightHalf);
     values_.push_back(std::move(values));
+    movers_.push_back(mover);
   }
 
   /// Whether passband rows tell anything about the sidelobes. A frequency that is Freq Norm but for
-  /// rounding is not beyond it.
-  bool HasRowsBeyondBand() const {
+  /// rounding is not beyond it; one with a fault may be.
+  bool MayHaveRowsBeyondBand() const {
     return std::any_of(problem_.passband.begin(), problem_.passband.end(),
                        [this](const PassbandPoint& point) {
-                         return point.frequency > problem_.freqNorm * (1 + 1e-12);
+                         return !(point.frequency <= problem_.freqNorm * (1 + 1e-12));
                        });
-  }
-
-  /// Who moves the omega-axis zero that is the `number`-th from 0: 0 ORCA, 1 LYNX, 2 nobody.
-  int MoverOf(const Factor& factor, double value, int number, bool equalises) const {
-    if (factor.kind != FactorKind::omegaZero) return 0;
-    if (equalises && number > 0) return 1;
-    return value == 1 ? 2 : 0;
   }
 
   /// Gives every location its place in the parameters: ORCA's, LYNX's, the held ones.
   void PlaceParameters() {
     Constellation& constellation = problem_.constellation;
-    const bool equalises = zeroCounts_[0] >= 2 && !HasRowsBeyondBand();
+    const std::pair<Mover, int*> counts[] = {{Mover::orca, &constellation.orcaCount},
+                                             {Mover::lynx, &constellation.lynxCount},
+                                             {Mover::nobody, &constellation.heldCount}};
     std::vector<double> parameters;
-    std::array<int*, 3> counts = {&constellation.orcaCount, &constellation.lynxCount,
-                                  &constellation.heldCount};
-    for (int mover = 0; mover < 3; ++mover) {
-      int omegaZeros = 0;
-      for (std::size_t i = 0; i < constellation.factors.size(); ++i) {
-        Factor& factor = constellation.factors[i];
-        const bool isOmega = factor.kind == FactorKind::omegaZero;
-        const int number = isOmega ? omegaZeros++ : 0;
-        if (MoverOf(factor, values_[i][0], number, equalises) != mover) continue;
-        factor.parameter = static_cast<int>(parameters.size());
+    for (const auto& [mover, count] : counts) {
+      for (std::size_t i = 0; i < values_.size(); ++i) {
+        if (movers_[i] != mover) continue;
+        constellation.factors[i].parameter = static_cast<int>(parameters.size());
         parameters.insert(parameters.end(), values_[i].begin(), values_[i].end());
-        *counts[static_cast<std::size_t>(mover)] += static_cast<int>(values_[i].size());
+        *count += static_cast<int>(values_[i].size());
       }
     }
     problem_.typedParameters = Eigen::Map<Eigen::VectorXd>(
@@ -259,12 +275,11 @@ class LocationReader {
   const ResponseRecord& record_;
   AnswerReader& answers_;
   Problem& problem_;
+  bool hasLargest_ = false;
   bool hasBounds_ = false;
-  std::vector<int> poleCounts_;
-  std::vector<int> zeroCounts_;
-  int ownPoles_ = 0;
-  int zeros_ = 0;
+  /// An entry a factor.
   std::vector<std::vector<double>> values_;
+  std::vector<Mover> movers_;
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Eigen/Core>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,11 @@ struct Problem {
   std::vector<DelayPoint> delay;
   DataRows rows;
 
+  std::array<int, 2> poleCounts = {};  ///< sigma-axis poles, pairs
+  std::array<int, 3> zeroCounts = {};  ///< omega-axis zeros, pairs, quads
+  int sigmaZeros = 0;                  ///< 2 for a doublet
+  int losslessPoles = 0;               ///< which a lossless sigma zero brings with it
+
   Constellation constellation;
   /// Typed right-half-plane zeros, which keep their side; an entry a factor.
   std::vector<bool> isRightHalf;
@@ -50,8 +56,11 @@ struct Problem {
   bool Equalises() const { return constellation.lynxCount > 0; }
   /// Nanoseconds in one normalised second.
   double DelayUnit() const;
-  int PoleCount() const;
-  int ZeroCount() const;
+  /// The order of H(s).
+  int PoleCount() const { return poleCounts[0] + 2 * poleCounts[1] + losslessPoles; }
+  int ZeroCount() const {
+    return 2 * (zeroCounts[0] + zeroCounts[1]) + 4 * zeroCounts[2] + sigmaZeros;
+  }
 };
 
 }  // namespace polefit

@@ -60,40 +60,6 @@ double Problem::DelayUnit() const {
   return 1000 / (2 * kPi * freqNorm);
 }
 
-int Problem::PoleCount() const {
-  return std::accumulate(constellation.factors.begin(), constellation.factors.end(), 0,
-                         [](int sum, const Factor& factor) {
-                           switch (factor.kind) {
-                             case FactorKind::sigmaPole:
-                               return sum + 1;
-                             case FactorKind::polePair:
-                               return sum + 2;
-                             case FactorKind::sigmaZero:
-                               return sum + (factor.logCount == 0 ? factor.delayCount / 2 : 0);
-                             default:
-                               return sum;
-                           }
-                         });
-}
-
-int Problem::ZeroCount() const {
-  return std::accumulate(
-      constellation.factors.begin(), constellation.factors.end(), 0,
-      [](int sum, const Factor& factor) {
-        switch (factor.kind) {
-          case FactorKind::sigmaZero:
-            return sum + (factor.logCount == 0 ? factor.delayCount / 2 : factor.logCount);
-          case FactorKind::omegaZero:
-          case FactorKind::zeroPair:
-            return sum + 2;
-          case FactorKind::zeroQuad:
-            return sum + 4;
-          default:
-            return sum;
-        }
-      });
-}
-
 Problem ReadProblem(const ResponseRecord& record, Findings& findings) {
   AnswerReader answers(findings);
   Problem problem;

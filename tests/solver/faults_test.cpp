@@ -67,6 +67,21 @@ TEST(Faults, AreToldWithQuestionOrSettingAndValue) {
         "Question 10a (sigma zero): 0 must be other than 0.",
         "Question 11a (omega-axis zeros): 1 value given, question 11 asks for 3."},
        "Ex-Delay.101"},
+      {"6=0 4; 8=x .5 .4 .3; 11=1 1",
+       {"Question 11 (number of zeros): \"1 1\" is not 3 whole numbers from 0 to 40.",
+        NotANumber("Question 8 (pole pairs, real)", "x")}},
+      {"6=9; 7=x; 10=Y; 10a=y; 11a=1 .9 5; 13=x",
+       {NotANumber("Question 13 (smallest sigma)", "x"),
+        "Question 6 (number of poles): \"9\" is not 2 whole numbers from 0 to 40.",
+        NotANumber("Question 10a (sigma zero)", "y"),
+        "Question 11a (omega-axis zeros): .9 is below 1.0.",
+        "Question 11a (omega-axis zeros): 5 is above the largest location 4 (question 14)."}},
+      {"6=0 3; 8=.5 .4 .3; 9=.2 .4 .6; 10=Y; 10a=x; 11a=1 1 1; 14=1",
+       {NotANumber("Question 10a (sigma zero)", "x"),
+        "Question 14 (largest location): 1 leaves no room for 3 omega-axis zeros with equal "
+        "sidelobes; it must be greater than 1.",
+        "Questions 6 and 11: H(s) has 7 zeros but only 6 poles; it needs at least as many poles as "
+        "zeros."}},
       {"6=1 0; 7=.3; 11b=0",
        {"Question 11b (zero pairs and quads, real): 0 is not allowed; use omega-axis zeros "
         "instead.",
@@ -182,6 +197,12 @@ TEST(Warnings, TellWhatIsTakenOtherThanTyped) {
                   "Warning: Question 8: -.5 is taken as its magnitude.",
                   "Warning: Question 9: 5 lies outside 0 to 4 and starts at the nearest bound.",
                   "Warning: 8 unknowns but only 7 points; the answer is not unique."));
+  const std::string bound = " lies on a bound and starts just inside it.";
+  record = ExampleRecord("Ex-Yzero.101", "11a=3 1 1; 14=3");
+  EXPECT_THAT(FindingsOf(record).warnings,
+              ElementsAre("Warning: Question 11a: 1" + bound, "Warning: Question 11a: 3" + bound));
+  EXPECT_THAT(FindingsOf(ExampleRecord("Ex-Delay.101", "11a=3")).warnings,
+              ElementsAre("Warning: Question 11a: 3" + bound));
 }
 
 TEST(Faults, AreNotFoundInAnswersThatAreNotInUse) {
