@@ -1,8 +1,6 @@
 #include "solver/problem_reader.h"
 
-#include <algorithm>
 #include <cmath>
-#include <numeric>
 
 namespace polefit {
 
@@ -10,14 +8,14 @@ namespace {
 
 constexpr double kPi = 3.141592653589793;
 
-/// Reads a number that must be above `least`, or at least `least`.
-double Above(AnswerReader& answers, const ResponseRecord& record, int slot, double least,
-             bool mayBeEqual = false) {
+/// Reads a number that must be above 0, or may be 0 too.
+double Positive(AnswerReader& answers, const ResponseRecord& record, int slot,
+                bool mayBe0 = false) {
   const std::optional<double> value = answers.Number(QuestionName(slot), record.Slot(slot));
   if (!value) return 1;
-  if (*value > least || (mayBeEqual && *value == least)) return *value;
+  if (*value > 0 || (mayBe0 && *value == 0)) return *value;
   answers.Fault(QuestionName(slot) + ": " + record.Slot(slot) +
-                (mayBeEqual ? " must be 0 or greater." : " must be greater than 0."));
+                (mayBe0 ? " must be 0 or greater." : " must be greater than 0."));
   return 1;
 }
 
@@ -25,15 +23,15 @@ void ReadFitAnswers(const ResponseRecord& record, AnswerReader& answers, Problem
   problem.wantsDelay = IsYes(record.Slot(slot::kEqualDelay));
   problem.usesWeights = IsYes(record.Slot(slot::kUseWeights));
   if (problem.wantsDelay) {
-    problem.rows.wantedDelay = Above(answers, record, slot::kTmin, 0, true);
+    problem.rows.wantedDelay = Positive(answers, record, slot::kTmin, true);
     problem.delayRipplePower =
         answers.Number(QuestionName(slot::kDelRipplePower), record.Slot(slot::kDelRipplePower))
             .value_or(0);
-    problem.rows.magnitudeWeight = Above(answers, record, slot::kMagnVSripple, 0);
+    problem.rows.magnitudeWeight = Positive(answers, record, slot::kMagnVSripple);
   }
   problem.inputPower =
       answers.Number(QuestionName(slot::kIPower), record.Slot(slot::kIPower)).value_or(0);
-  problem.freqNorm = Above(answers, record, slot::kFreqNorm, 0);
+  problem.freqNorm = Positive(answers, record, slot::kFreqNorm);
 }
 
 void ReadGain(const ResponseRecord& record, AnswerReader& answers, Problem& problem) {
