@@ -18,8 +18,12 @@ constexpr double kMostPoints = 32766;
 std::string CountFault(const std::string& name, const std::string& answer,
                        const std::string& hint) {
   const std::optional<double> count = ParseNumber(answer);
-  if (count && *count == std::floor(*count) && *count >= 0 && *count <= kMostPoints) return {};
-  if (count && *count == kMostPoints + 1) return name + ": 32767 points are one more than fit.";
+  const bool isWhole = count && *count == std::floor(*count) && *count >= 0;
+  if (isWhole && *count <= kMostPoints) return {};
+  if (isWhole) {
+    return name + ": \"" + answer + "\" is too many; the grids hold 32766 points and a spare row" +
+           hint + ".";
+  }
   return name + ": \"" + answer + "\" is not a whole number from 0 to 32767" + hint + ".";
 }
 
