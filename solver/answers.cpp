@@ -46,7 +46,19 @@ const QuestionLabel& LabelOf(int slot) {
   return kLabels.at(static_cast<std::size_t>(slot - 1));
 }
 
+/// Strict where the form is lenient: a number that is read only in part would be solved wrongly.
+std::errc Parse(std::string_view text, double& value) {
+  while (text.starts_with(' ')) text.remove_prefix(1);
+  while (text.ends_with(' ')) text.remove_suffix(1);
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (end != text.data() + text.size()) return std::errc::invalid_argument;
+  if (error == std::errc() && !std::isfinite(value)) return std::errc::invalid_argument;
+  return error;
+}
+
 std::string NotANumber(const std::string& name, const std::string& text) {
+  if (IsOutOfRange(text)) return name + ": \"" + text + "\" is out of range (1e-308 to 1e308).";
   return name + ": \"" + text + "\" is not a number (decimal point, no comma).";
 }
 
@@ -61,16 +73,15 @@ std::string QuestionName(int slot) {
          std::string(LabelOf(slot).subject) + ")";
 }
 
-// Strict where the form is lenient: a number that is read only in part would be solved wrongly.
 std::optional<double> ParseNumber(std::string_view text) {
-  while (text.starts_with(' ')) text.remove_prefix(1);
-  while (text.ends_with(' ')) text.remove_suffix(1);
-  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
   double value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  if (!std::isfinite(value)) return std::nullopt;
+  if (Parse(text, value) != std::errc()) return std::nullopt;
   return value;
+}
+
+bool IsOutOfRange(std::string_view text) {
+  double value = 0;
+  return Parse(text, value) == std::errc::result_out_of_range;
 }
 
 std::vector<std::string> Words(std::string_view text) {
@@ -85,13 +96,17 @@ std::vector<std::string> Words(std::string_view text) {
 }
 
 std::optional<double> AnswerReader::Number(const std::string& name, const std::string& answer) {
-  if (Words(answer).empty()) {
-    Fault(name + ": the answer is empty; one number is needed.");
-    return std::nullopt;
-  }
   const std::optional<double> value = ParseNumber(answer);
-  if (!value) Fault(NotANumber(name, answer));
-  return value;
+  if (value) return value;
+  const std::vector<std::string> words = Words(answer);
+  if (words.empty()) {
+    Fault(name + ": the answer is empty; one number is needed.");
+  } else if (words.size() > 1 && std::all_of(words.begin(), words.end(), ParseNumber)) {
+    Fault(name + ": " + std::to_string(words.size()) + " values given, one needed.");
+  } else {
+    Fault(NotANumber(name, answer));
+  }
+  return std::nullopt;
 }
 
 std::vector<double> AnswerReader::Numbers(const std::string& name, const std::string& answer,

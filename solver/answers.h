@@ -20,6 +20,9 @@ std::string QuestionName(int slot);
 /// it are passed over; NaN and infinity are no numbers.
 std::optional<double> ParseNumber(std::string_view text);
 
+/// Whether a text is a number, but too large or too close to 0 to be worked with.
+bool IsOutOfRange(std::string_view text);
+
 /// The words of a text, separated by blanks.
 std::vector<std::string> Words(std::string_view text);
 

@@ -19,7 +19,7 @@ struct Rule {
   bool isWhole;
 };
 
-/// Stands for no upper limit, and still is an int.
+/// As good as no upper limit, and still an int.
 constexpr double kMany = 1e9;
 
 /// Reads the values of one setting over their defaults.
@@ -71,6 +71,10 @@ class SettingReader {
   bool Fits(const std::string& name, const std::string& word, double value, const Rule& rule) {
     if (rule.isWhole) {
       if (value == std::floor(value) && value >= rule.least && value <= rule.most) return true;
+      if (value > kMany) {
+        answers_.Fault(name + ": " + word + " must be " + Plain(kMany) + " or less.");
+        return false;
+      }
       const std::string range = rule.most < kMany
                                     ? " from " + Plain(rule.least) + " to " + Plain(rule.most) + "."
                                     : " of " + Plain(rule.least) + " or more.";

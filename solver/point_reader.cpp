@@ -45,7 +45,8 @@ class RowReader {
       fault += names.at(index);
       const std::optional<double> value = ParseNumber(text);
       if (!value) {
-        answers_.Fault(fault.append(" \"").append(text).append("\" is not a number."));
+        answers_.Fault(fault.append(" \"").append(text).append(
+            IsOutOfRange(text) ? "\" is out of range (1e-308 to 1e308)." : "\" is not a number."));
       } else if (*value < 0 && column != mayBeNegative) {
         answers_.Fault(fault.append(" ").append(text).append(" is negative."));
       } else {

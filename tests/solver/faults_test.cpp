@@ -34,10 +34,14 @@ TEST(Faults, AreToldWithQuestionOrSettingAndValue) {
       {"5=; 8=.5 .4 .3; 9=; 12=-inf; 13=abc; 14=1e999",
        {"Question 5 (Freq Norm): the answer is empty; one number is needed.",
         NotANumber("Question 13 (smallest sigma)", "abc"),
-        NotANumber("Question 14 (largest location)", "1e999"),
+        "Question 14 (largest location): \"1e999\" is out of range (1e-308 to 1e308).",
         "Question 8 (pole pairs, real): 3 values given, question 6 asks for 4.",
         "Question 9 (pole pairs, imaginary): the answer is empty; 4 numbers are needed.",
         NotANumber("Question 12 (gain)", "-inf")}},
+      {"2=1 MHz; 5=10 20; 8=.5 .4 .3 1e-400",
+       {NotANumber("Question 2 (Ipower)", "1 MHz"),
+        "Question 5 (Freq Norm): 2 values given, one needed.",
+        "Question 8 (pole pairs, real): \"1e-400\" is out of range (1e-308 to 1e308)."}},
       {"5=0; 8=.5 .4 .3 .2 .1; 12=0; 13=0,005",
        {"Question 5 (Freq Norm): 0 must be greater than 0.",
         NotANumber("Question 13 (smallest sigma)", "0,005"),
@@ -88,10 +92,11 @@ TEST(Faults, AreToldWithQuestionOrSettingAndValue) {
         "Questions 6 and 11: H(s) has 2 zeros but only 1 pole; it needs at least as many poles as "
         "zeros."},
        "Ex-Zpair.1"},
-      {"S1=5 10; S3=1e-5 0 1; S4=x; S6=1.5; S7=3; S8=2; S9=0",
+      {"S1=5 10; S3=1e-5 0 1; S4=x; S5=1e10; S6=1.5; S7=3; S8=2; S9=0",
        {"Solver setting 1 (REMAX): \"5 10\" is 2 values, 3 needed.",
         "Solver setting 3 (ZERO): 0 must be greater than 0.",
         NotANumber("Solver setting 4 (STEPSLIM)", "x"),
+        "Solver setting 5 (STEPOUT): 1e10 must be 1000000000 or less.",
         "Solver setting 6 (EVALMAX): \"1.5\" is not a whole number of 1 or more.",
         "Solver setting 7 (SETRHO): \"3\" is not a whole number from 1 to 2.",
         "Solver setting 8 (RATIO): 2 must be greater than 2.",
@@ -109,11 +114,14 @@ TEST(Faults, OfPointsAreToldWithTheirRow) {
   record.passband.At(5, 1) = "-1";
   record.passband.At(6, 2) = "x";
   record.passband.At(7, 3) = "-.2";
+  record.passband.At(8, 1) = "1e999";
   EXPECT_THAT(FindingsOf(record).faults,
               ElementsAre("Passband point 4: 2 value(s) found, 3 needed.",
                           "Passband point 5: frequency -1 is negative.",
                           "Passband point 6: Yin \"x\" is not a number.",
-                          "Passband point 7: Yout -.2 is negative."));
+                          "Passband point 7: Yout -.2 is negative.",
+                          "Passband point 8: frequency \"1e999\" is out of range (1e-308 to "
+                          "1e308)."));
   record = ExampleRecord("Ex-Delay.101", "3=y");
   record.passband.At(4, 4) = "";
   record.delay.At(9, 2) = "x";
