@@ -13,6 +13,11 @@ bool IsEach(int count, int each) {
   return each > 0 && count % each == 0;
 }
 
+/// A barrier problem's name for the console and for DETAIL.
+std::string NameOfProblem(int problem) {
+  return problem == 0 ? "polish" : Format("problem %d", problem);
+}
+
 double Rms(const Point& point) {
   return std::sqrt(point.fit.meanSquare);
 }
@@ -71,10 +76,13 @@ void Journal::ProblemEnded(const ProblemReport& problem) {
   const std::string name = problem.problem == 0 ? "polish " : Format("%-7d", problem.problem);
   lines_.push_back(
       {start_, Kind::problem,
-       Format("  %s RHO %.2e %4d steps %6d evaluations  F %.6e  %s", name.c_str(), problem.rho,
+       Format("  %s RHO %.2e %4d steps, at evaluation %5d  F %.6e  %s", name.c_str(), problem.rho,
               problem.steps, problem.evaluations, point.Cost(), NameOf(problem.ending))});
   ShowProgress(problem.problem, problem.steps, problem.evaluations, problem.rho, point);
-  if (problem.problem > 0 && IsEach(++problems_, problem_.options.detail[0])) AddLocations(point);
+  if (problem.problem > 0 && IsEach(++problems_, problem_.options.detail[0])) {
+    AddDetail("      " + NameOfProblem(problem.problem) + " ended at these locations, normalised:");
+    AddLocations(point);
+  }
 }
 
 void Journal::LynxIterated(double mismatch, double share) {
@@ -85,7 +93,7 @@ void Journal::LynxIterated(double mismatch, double share) {
 
 void Journal::WrenIterated(double frequency, double step) {
   if (!IsEach(++wrenIterations_, problem_.options.detail[2])) return;
-  AddDetail(Format("      WREN iteration %d: frequency %.6f MHz, step %.2e MHz", wrenIterations_,
+  AddDetail(Format("      WREN iteration %d: frequency %.9g MHz, step %.2e MHz", wrenIterations_,
                    frequency * problem_.freqNorm, step * problem_.freqNorm));
 }
 
@@ -100,14 +108,14 @@ void Journal::AddDetail(const std::string& text) {
 /// The locations one after the other, a pair as "real,imaginary", a few a line.
 void Journal::AddLocations(const Point& point) {
   constexpr std::size_t kWidth = 78;
-  const std::string begin = "      at:";
+  const std::string begin = "       ";
   std::string line = begin;
   for (const Factor& factor : problem_.constellation.factors) {
-    std::string location = " " + PlainNumber(point.parameters[factor.parameter]);
-    if (factor.IsPair()) location += "," + PlainNumber(point.parameters[factor.parameter + 1]);
+    std::string location = Format(" %.9g", point.parameters[factor.parameter]);
+    if (factor.IsPair()) location += Format(",%.9g", point.parameters[factor.parameter + 1]);
     if (line.size() + location.size() > kWidth) {
       AddDetail(line);
-      line = std::string(begin.size(), ' ');
+      line = begin;
     }
     line += location;
   }
@@ -125,10 +133,11 @@ bool Journal::IsTimeToShow() {
 void Journal::ShowProgress(int problem, int step, int evaluations, double rho, const Point& point) {
   if (!IsTimeToShow()) return;
   progress_ << Format(
-                   "start %d, problem %d, step %d, evaluations %d of %d, rho %.2e, F %.6e, "
-                   "rms %.3e, largest error %.3e",
-                   start_, problem, step, evaluations, problem_.options.maxEvaluations, rho,
-                   point.Cost(), Rms(point), point.fit.largestError)
+                   "start %d, %s, step %d, evaluations %d of %d, rho %.2e, F %.6e, rms %.3e, "
+                   "largest error %.3e",
+                   start_, NameOfProblem(problem).c_str(), step, evaluations,
+                   problem_.options.maxEvaluations, rho, point.Cost(), Rms(point),
+                   point.fit.largestError)
             << std::endl;
 }
 

@@ -15,7 +15,7 @@ namespace polefit {
 /// and the run's progress on the console, at most ten lines a second.
 class Journal : public Listener {
  public:
-  /// Whose report shows a line: that of the starts told in full, or of all starts.
+  /// The report shows problem lines of the typed and of the chosen start, detail lines of all.
   enum class Kind { problem, detail };
   struct Line {
     int start;

@@ -4,13 +4,11 @@
 
 #include "form/question_catalogue.h"
 #include "solver/problem_reader.h"
+#include "solver/text_format.h"
 
 namespace polefit {
 
 namespace {
-
-constexpr std::array<std::string_view, kSolverValueCount> kNames = {
-    "REMAX", "DETAIL", "ZERO", "STEPSLIM", "STEPOUT", "EVALMAX", "SETRHO", "RATIO", "ACCURACY"};
 
 /// What a solver value must be.
 struct Rule {
@@ -31,8 +29,8 @@ class SettingReader {
   /// The words of setting `index` as numbers; empty for the default, or after a fault.
   std::vector<double> Values(std::size_t index, std::size_t count, const Rule& rule) {
     const std::string& answer = record_.solver[index];
-    const std::string name =
-        "Solver setting " + std::to_string(index + 1) + " (" + std::string(kNames[index]) + ")";
+    const std::string name = "Solver setting " + std::to_string(index + 1) + " (" +
+                             UpperCase(kSolverQuestions[index].name) + ")";
     const std::vector<std::string> words = Words(answer);
     if (words.empty()) return {};
     if (words.size() != count) {

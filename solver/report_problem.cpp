@@ -1,6 +1,4 @@
 #include <algorithm>
-#include <array>
-#include <cmath>
 
 #include "form/question_catalogue.h"
 #include "platform/text.h"
@@ -70,31 +68,41 @@ void WriteAnswers(const SolvedProblem& solved, ReportText& text) {
 }
 
 void WriteSettings(const SolvedProblem& solved, ReportText& text) {
-  constexpr std::array<const char*, kSolverValueCount> kNames = {
-      "REMAX", "DETAIL", "ZERO", "STEPSLIM", "STEPOUT", "EVALMAX", "SETRHO", "RATIO", "ACCURACY"};
-  for (std::size_t i = 0; i < kNames.size(); ++i) {
+  for (std::size_t i = 0; i < kSolverQuestions.size(); ++i) {
     const std::string& value = solved.record.solver[i];
     const bool isDefault = Words(value).empty();
-    text.Line("  " + Padded(kNames[i], 9) + " " +
-              (isDefault ? std::string(kSolverQuestions[i].defaultLabel) + "  (default)" : value));
+    text.Wrapped(
+        "  " + Padded(UpperCase(kSolverQuestions[i].name), 9) + " " +
+            (isDefault ? std::string(kSolverQuestions[i].defaultLabel) + "  (default)" : value),
+        12);
   }
+}
+
+/// Who moves the omega-axis zeros.
+void WriteOmegaZeros(const Constellation& constellation, ReportText& text) {
+  const auto all =
+      std::count_if(constellation.factors.begin(), constellation.factors.end(),
+                    [](const Factor& factor) { return factor.kind == FactorKind::omegaZero; });
+  if (all == 0) return;
+  const auto fitted = all - constellation.lynxCount - constellation.heldCount;
+  std::string parts;
+  const auto add = [&parts](long count, const char* how) {
+    if (count > 0) parts += (parts.empty() ? ": " : ", ") + std::to_string(count) + how;
+  };
+  add(constellation.heldCount, " held at 1");
+  add(fitted, " fitted to the points");
+  add(constellation.lynxCount, " placed so that all sidelobes are equal");
+  text.Line(Format("  %d omega-axis zero", static_cast<int>(all)) + (all > 1 ? "s" : "") + parts);
 }
 
 void WriteSize(const SolvedProblem& solved, ReportText& text) {
   const Problem& problem = solved.problem;
-  const Constellation& constellation = problem.constellation;
-  text.Line(Format("  %zu passband points, %zu delay points", problem.passband.size(),
-                   problem.delay.size()));
+  const int delayPoints = solved.record.nDelayPoints;
+  text.Line(Format("  %zu passband points, %d delay points", problem.passband.size(), delayPoints) +
+            (problem.wantsDelay || delayPoints == 0 ? "" : " (not in use: question 1 is N)"));
   text.Line(Format("  H(s) has %d poles and %d zeros; %d numbers are fitted", problem.PoleCount(),
-                   problem.ZeroCount(), constellation.orcaCount));
-  if (constellation.lynxCount > 0) {
-    text.Line(Format("  %d omega-axis zeros are placed so that all sidelobes are equal",
-                     constellation.lynxCount));
-  } else if (std::any_of(
-                 constellation.factors.begin(), constellation.factors.end(),
-                 [](const Factor& factor) { return factor.kind == FactorKind::omegaZero; })) {
-    text.Line("  omega-axis zeros other than 1 are fitted to the points");
-  }
+                   problem.ZeroCount(), problem.constellation.orcaCount));
+  WriteOmegaZeros(problem.constellation, text);
 }
 
 /// One line for a start; all its lines for those that are told in full.
@@ -107,7 +115,7 @@ void WriteStart(const SolvedProblem& solved, std::size_t index, bool isTold, Rep
   const int number = static_cast<int>(index) + 1;
   for (const Journal::Line& line : solved.journal.Lines()) {
     if (line.start != number) continue;
-    if (line.kind == Journal::Kind::detail || isTold) text.Line(line.text);
+    if (line.kind == Journal::Kind::detail || isTold) text.Wrapped(line.text, 8);
   }
 }
 
@@ -127,6 +135,21 @@ std::vector<double> OtherOptima(const Summary& summary) {
   return costs;
 }
 
+/// How the lines of the section are read.
+void WriteKey(const Options& options, ReportText& text) {
+  text.Wrapped(
+      "A barrier problem a line: RHO weighs the barrier that keeps locations off their bounds, F "
+      "is "
+      "the cost at the end, \"at evaluation\" counts those of the whole run. What ended it: ZERO, "
+      "it "
+      "had converged; RHO, the barrier outweighs F and a smaller one pays better; STEPSLIM, no "
+      "steps were left. The polish does without a barrier.",
+      0);
+  if (options.stepOut > 0) {
+    text.Line("STEPOUT: step (at evaluation), ..., r the trust region's radius, scaled.");
+  }
+}
+
 }  // namespace
 
 void ReportProblem(const SolvedProblem& solved, ReportText& text) {
@@ -142,23 +165,21 @@ void ReportProblem(const SolvedProblem& solved, ReportText& text) {
 void ReportIterations(const SolvedProblem& solved, ReportText& text) {
   const Summary& summary = solved.summary;
   text.Heading("ITERATIONS");
-  text.Line("A barrier problem a line: RHO weighs the barrier that keeps locations off their");
-  text.Line("bounds, F is the cost; last what ended it. The polish does without a barrier.");
-  if (solved.problem.options.stepOut > 0) {
-    text.Line("STEPOUT: step (evaluations so far), ..., r the radius of the trust region.");
-  }
+  WriteKey(solved.problem.options, text);
   for (std::size_t i = 0; i < summary.starts.size(); ++i) {
     WriteStart(solved, i, i == 0 || i == summary.chosen, text);
   }
   text.Line();
-  text.Line(Format("F of the typed values %.6e, of the answer %.6e, ratio %.4g", summary.typedCost,
-                   summary.best.Cost(), summary.typedCost / summary.best.Cost()));
+  text.Wrapped(
+      Format("F of the typed values %.6e, of the answer %.6e, ratio %.4g", summary.typedCost,
+             summary.best.Cost(), summary.typedCost / summary.best.Cost()),
+      2);
   text.Line(Format("The answer is that of start %zu.", summary.chosen + 1));
   if (summary.retries > 0) {
-    text.Line(
-        Format("LYNX retries: %d steps were shortened because the sidelobes could not be "
-               "equalised",
-               summary.retries));
+    text.Wrapped(Format("LYNX retries: %d steps were shortened because the sidelobes could not be "
+                        "equalised",
+                        summary.retries),
+                 2);
   }
   std::string others;
   for (const double cost : OtherOptima(summary)) others += Format(" %.4e", cost);
