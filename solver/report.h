@@ -37,9 +37,10 @@ std::string ResultText(const Summary& summary);
 /// The whole report of a run.
 std::vector<std::string> FullReport(const ReportHead& head, const SolvedProblem& solved);
 
-/// The report of a problem that was not run: the head and the messages, at most 20.
+/// The report of a problem without an answer: the head, the messages, at most 20, and the warnings.
 std::vector<std::string> FailureReport(const ReportHead& head,
-                                       const std::vector<std::string>& messages);
+                                       const std::vector<std::string>& messages,
+                                       const std::vector<std::string>& warnings);
 
 /// The sections of the full report, in its order.
 void ReportProblem(const SolvedProblem& solved, ReportText& text);
@@ -50,6 +51,9 @@ void ReportPassband(const SolvedProblem& solved, ReportText& text);
 void ReportDelay(const SolvedProblem& solved, ReportText& text);
 void ReportSidelobes(const SolvedProblem& solved, ReportText& text);
 void ReportGraphs(const SolvedProblem& solved, ReportText& text);
+
+/// Where the constant T0 comes from: question 1a, or the best fit.
+const char* ConstantNote(const Problem& problem);
 
 /// How the total delay of the best point, in ns, follows its constant.
 struct DelayQuality {

@@ -1,5 +1,8 @@
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
 
 #include "solver/last_run.h"
 #include "solver/model.h"
@@ -18,6 +21,11 @@ double NotTiny(double value) {
   return std::abs(value) < 1e-90 ? 0 : value;
 }
 
+/// A thousandth of a decibel is little at every scale.
+std::string InDecibels(double value) {
+  return FigureFormat(1, 7, 4)(value);
+}
+
 /// The largest of some errors, and where.
 struct Extreme {
   double size = 0;
@@ -27,60 +35,57 @@ struct Extreme {
   }
 };
 
-/// The errors of the passband rows, gathered while the table is written.
-class PassbandTable {
- public:
-  explicit PassbandTable(const SolvedProblem& solved)
-      : problem_(solved.problem),
-        fit_(solved.summary.best.fit),
-        magnitudes_(Magnitudes(problem_.constellation, solved.summary.best.parameters,
-                               problem_.rows.frequencies)) {}
-
-  void Write(ReportText& text) {
-    text.Line(" row   frequency      Yin       Yout    Yin*|H|      error    error    weighted");
-    text.Line("             MHz                                                 dB       error");
-    for (std::size_t i = 0; i < problem_.passband.size(); ++i) WriteRow(i, text);
-    const auto rows = static_cast<double>(problem_.passband.size());
-    text.Line();
-    text.Line(Format("  rms error      %.4e   weighted %.4e", std::sqrt(plainSquares_ / rows),
-                     std::sqrt(fit_.meanSquare)));
-    text.Line(Format("  largest error  %.4e   at %g MHz", plain_.size, plain_.frequency));
-    text.Line(Format("      weighted   %.4e   at %g MHz", weighted_.size, weighted_.frequency));
-    text.Line(
-        Format("      in dB      %.3f dB       at %g MHz", decibels_.size, decibels_.frequency));
+/// The passband rows' figures, a column each, and what they come to.
+struct PassbandColumns {
+  explicit PassbandColumns(const SolvedProblem& solved) {
+    const Problem& problem = solved.problem;
+    const double gain = solved.summary.best.fit.gain;
+    const Eigen::ArrayXd magnitudes =
+        Magnitudes(problem.constellation, solved.summary.best.parameters, problem.rows.frequencies);
+    for (std::size_t row = 0; row < problem.passband.size(); ++row) {
+      const auto i = static_cast<Eigen::Index>(row);
+      const PassbandPoint& point = problem.passband[row];
+      yin.push_back(point.yin);
+      yout.push_back(point.yout);
+      obtained.push_back(NotTiny(gain * point.yin * magnitudes[i]));
+      error.push_back(obtained.back() - point.yout);
+      weighted.push_back(
+          NotTiny(gain * problem.rows.inputs[i] * magnitudes[i] - problem.rows.targets[i]));
+      squares += error.back() * error.back();
+      largest.Take(error.back(), point.frequency);
+      largestWeighted.Take(weighted.back(), point.frequency);
+      AddDecibels(point);
+    }
   }
+
+  std::vector<double> yin, yout, obtained, error, weighted;
+  std::vector<std::string> decibels;
+  double squares = 0;  ///< of the errors, their sum
+  Extreme largest, largestWeighted, largestDecibels;
 
  private:
-  void WriteRow(std::size_t index, ReportText& text) {
-    const PassbandPoint& point = problem_.passband[index];
-    const auto i = static_cast<Eigen::Index>(index);
-    const double obtained = fit_.gain * point.yin * magnitudes_[i];
-    const double error = obtained - point.yout;
-    const double weighted =
-        NotTiny(fit_.gain * problem_.rows.inputs[i] * magnitudes_[i] - problem_.rows.targets[i]);
-    plainSquares_ += error * error;
-    plain_.Take(error, point.frequency);
-    weighted_.Take(weighted, point.frequency);
-    std::string inDecibels = "-";
-    if (obtained > 0 && point.yout > 0) {
-      const double decibels = kDecibelsPerNeper * std::log(obtained / point.yout);
-      decibels_.Take(decibels, point.frequency);
-      inDecibels = Format("%.3f", decibels);
-    }
-    text.Line(Format("%4zu %11.6g %9.5f %9.5f %10.6f %10.6f %8s %11.3e", index + 1, point.frequency,
-                     point.yin, point.yout, obtained, error, inDecibels.c_str(), weighted));
+  void AddDecibels(const PassbandPoint& point) {
+    const double ratio = point.yout > 0 ? obtained.back() / point.yout : 0;
+    const double value = ratio > 0 ? kDecibelsPerNeper * std::log(ratio) : 0;
+    largestDecibels.Take(value, point.frequency);
+    decibels.push_back(ratio > 0 ? InDecibels(value) : "-");
   }
-
-  const Problem& problem_;
-  const Fit& fit_;
-  Eigen::ArrayXd magnitudes_;
-  double plainSquares_ = 0;
-  Extreme plain_;
-  Extreme weighted_;
-  Extreme decibels_;
 };
 
-/// The sidelobe peak behind each omega-axis zero; without one where two zeros coincide.
+template <class Rows>
+void AddFrequencies(const Rows& rows, ReportTable& table) {
+  constexpr int kWidth = 10;
+  std::vector<std::string> numbers;
+  std::vector<std::string> frequencies;
+  for (const auto& row : rows) {
+    numbers.push_back(std::to_string(numbers.size() + 1));
+    frequencies.push_back(Fitted(row.frequency, 9, kWidth));
+  }
+  table.Add("row", "", 5, numbers);
+  table.Add("frequency", "MHz", kWidth, frequencies);
+}
+
+/// The sidelobe peak above each omega-axis zero; without one where two zeros coincide.
 std::vector<Peak> FindSidelobes(const Problem& problem, const Point& point,
                                 const std::vector<double>& zeros) {
   if (!point.peaks.empty()) return point.peaks;
@@ -102,27 +107,64 @@ std::vector<Peak> FindSidelobes(const Problem& problem, const Point& point,
 }  // namespace
 
 void ReportPassband(const SolvedProblem& solved, ReportText& text) {
+  const Problem& problem = solved.problem;
+  const PassbandColumns rows(solved);
+  ReportTable table;
+  AddFrequencies(problem.passband, table);
+  table.Add("Yin", "as typed", 9, rows.yin, {LargestSize(rows.yin), 9, 6});
+  table.Add("Yout", "as typed", 9, rows.yout, {LargestSize(rows.yout), 9, 6});
+  table.Add("Yin*|H|", "as Yout", 10, rows.obtained, {LargestSize(rows.obtained), 10, 7});
+  table.Add("error", "as Yout", 10, rows.error, {LargestSize(rows.error), 9, 4});
+  table.Add("error", "dB", 8, rows.decibels);
+  std::vector<std::string> weighted;
+  for (const double error : rows.weighted) weighted.push_back(Format("%.3e", error));
+  table.Add("weighted e", "of Ymax", 11, weighted);
   text.Heading("PASSBAND FIT");
-  PassbandTable(solved).Write(text);
+  table.Write(text);
+
+  const auto at = [](const Extreme& extreme) {
+    return "at " + Fitted(extreme.frequency, 9, 15) + " MHz";
+  };
+  text.Line();
+  text.Line(Format("  rms error      %.4e as Yout",
+                   std::sqrt(rows.squares / static_cast<double>(rows.yin.size()))));
+  text.Line(Format("      weighted   %.4e of Ymax", std::sqrt(solved.summary.best.fit.meanSquare)));
+  text.Line(Format("  largest error  %.4e as Yout   ", rows.largest.size) + at(rows.largest));
+  text.Line(Format("      weighted   %.4e of Ymax   ", rows.largestWeighted.size) +
+            at(rows.largestWeighted));
+  text.Line(
+      Format("      in dB      %-21s", (InDecibels(rows.largestDecibels.size) + " dB").c_str()) +
+      at(rows.largestDecibels));
+  text.Line("  Ymax, the largest Yout, is " + Fitted(LargestSize(rows.yout), 9, 15));
 }
 
 void ReportDelay(const SolvedProblem& solved, ReportText& text) {
+  constexpr int kWidth = 12;
   const Problem& problem = solved.problem;
   const double constant = solved.summary.best.fit.delayConstant;
   const DelayQuality quality = JudgeDelay(problem, solved.summary.best);
-  text.Heading("GROUP DELAY");
-  text.Line(" row   frequency          TX  delay of H       total       error");
-  text.Line("             MHz          ns          ns          ns          ns");
+  std::vector<double> given, own, error;
   for (std::size_t i = 0; i < problem.delay.size(); ++i) {
-    const DelayPoint& point = problem.delay[i];
-    text.Line(Format("%4zu %11.6g %11.3f %11.3f %11.3f %11.3f", i + 1, point.frequency, point.tx,
-                     quality.total[i] - point.tx, quality.total[i], quality.total[i] - constant));
+    given.push_back(problem.delay[i].tx);
+    own.push_back(quality.total[i] - problem.delay[i].tx);
+    error.push_back(quality.total[i] - constant);
   }
+  // One format for the three, so that the sum can be followed.
+  const FigureFormat format(
+      std::max({LargestSize(given), LargestSize(own), LargestSize(quality.total)}), kWidth - 1, 6);
+  ReportTable table;
+  AddFrequencies(problem.delay, table);
+  table.Add("TX", "ns", kWidth, given, format);
+  table.Add("delay of H", "ns", kWidth, own, format);
+  table.Add("total", "ns", kWidth, quality.total, format);
+  table.Add("error", "ns", kWidth, error, {quality.largest, kWidth - 1, 4});
+  text.Heading("GROUP DELAY");
+  table.Write(text);
   text.Line();
-  text.Line(Format("  constant T0    %.3f ns   (%s)", constant,
-                   problem.rows.wantedDelay > 0 ? "Tmin, question 1a" : "free, the best fit"));
-  text.Line(Format("  ripple         %.3f ns peak to peak, %.3f ns rms, largest error %.3f ns",
-                   quality.peakToPeak, quality.rms, quality.largest));
+  text.Line("  constant T0    " + Rounded(constant, 6) + " ns   (" + ConstantNote(problem) + ")");
+  text.Line("  ripple         " + Rounded(quality.peakToPeak, 4) + " ns peak to peak, " +
+            Rounded(quality.rms, 4) + " ns rms");
+  text.Line("  largest error  " + Rounded(quality.largest, 4) + " ns");
 }
 
 void ReportSidelobes(const SolvedProblem& solved, ReportText& text) {
@@ -133,18 +175,24 @@ void ReportSidelobes(const SolvedProblem& solved, ReportText& text) {
     zeros.push_back(best.parameters[problem.constellation.factors[index].parameter]);
   }
   if (zeros.empty()) return;
-  const std::vector<Peak> peaks = FindSidelobes(problem, best, zeros);
-  text.Heading(problem.Equalises() ? "SIDELOBES, EQUALISED" : "SIDELOBES");
-  text.Line(" omega-axis zero        zero       peak behind it      level of |H|");
-  text.Line("      normalised         MHz                  MHz  dB against H(0)");
-  for (std::size_t i = 0; i < zeros.size(); ++i) {
-    const std::string level = std::isfinite(peaks[i].level)
-                                  ? Format("%.2f", kDecibelsPerNeper * peaks[i].level)
-                                  : std::string("no peak");
-    text.Line(Format("%16.6f %11.5g %20.5g %16s%s", zeros[i], zeros[i] * problem.freqNorm,
-                     peaks[i].frequency * problem.freqNorm, level.c_str(),
-                     peaks[i].isEnd ? "  (range end)" : ""));
+  std::vector<double> megahertz, peakMegahertz;
+  std::vector<std::string> levels, ends;
+  for (const Peak& peak : FindSidelobes(problem, best, zeros)) {
+    megahertz.push_back(zeros[levels.size()] * problem.freqNorm);
+    peakMegahertz.push_back(peak.frequency * problem.freqNorm);
+    levels.push_back(std::isfinite(peak.level) ? Format("%.2f", kDecibelsPerNeper * peak.level)
+                                               : "no peak");
+    ends.push_back(peak.isEnd ? "(range end)" : "");
   }
+  const FigureFormat format(LargestSize(peakMegahertz), 11, 5);
+  ReportTable table;
+  table.Add("omega-axis zero", "normalised", 16, zeros, {LargestSize(zeros), 11, 7});
+  table.Add("zero", "MHz", 11, megahertz, format);
+  table.Add("peak above it", "MHz", 20, peakMegahertz, format);
+  table.Add("level of |H|", "dB against H(0)", 16, levels);
+  table.Add("", "", 12, ends);
+  text.Heading(problem.Equalises() ? "SIDELOBES, EQUALISED" : "SIDELOBES");
+  table.Write(text);
 }
 
 }  // namespace polefit

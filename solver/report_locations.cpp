@@ -1,10 +1,11 @@
+#include <algorithm>
 #include <cmath>
 #include <string>
+#include <vector>
 
 #include "solver/last_run.h"
 #include "solver/report.h"
 #include "solver/text_format.h"
-#include "solver/wren.h"
 
 namespace polefit {
 
@@ -31,21 +32,6 @@ const char* NameOf(FactorKind kind) {
   }
 }
 
-/// A row of the table of poles and zeros; `sign` stands before the real part, and an imaginary
-/// part stands for both signs.
-std::string LocationRow(const std::string& name, const char* sign, double real, double imaginary,
-                        double freqNorm) {
-  const auto part = [](double value, const char* before) {
-    return value == 0 ? std::string("0") : before + Format("%.6f", value);
-  };
-  std::string row = Format("  %-18s %11s %11s %12s %12s", name.c_str(), part(real, sign).c_str(),
-                           part(imaginary, "+-").c_str(), part(real * freqNorm, sign).c_str(),
-                           part(imaginary * freqNorm, "+-").c_str());
-  if (real != 0 && imaginary != 0)
-    row += Format(" %8.3f", std::hypot(real, imaginary) / (2 * real));
-  return row;
-}
-
 bool IsLossless(const Factor& factor) {
   return factor.kind == FactorKind::sigmaZero && factor.logCount == 0;
 }
@@ -59,8 +45,18 @@ const char* SignOf(const Problem& problem, std::size_t index) {
   return "-";
 }
 
-void WriteFactor(const Problem& problem, const Point& point, std::size_t index, int number,
-                 ReportText& text) {
+/// A row of the table of poles and zeros; `sign` stands before the real part, and an imaginary
+/// part stands for both signs. The parts are magnitudes, normalised.
+struct LocationRow {
+  std::string name;
+  const char* sign;
+  double real;
+  double imaginary;
+};
+
+/// The row of a factor, and that of the pole that a lossless zero brings along.
+void AddRows(const Problem& problem, const Point& point, std::size_t index, int number,
+             std::vector<LocationRow>& rows) {
   const Factor& factor = problem.constellation.factors[index];
   const double location = point.parameters[factor.parameter];
   const bool isOmega = factor.kind == FactorKind::omegaZero;
@@ -73,10 +69,51 @@ void WriteFactor(const Problem& problem, const Point& point, std::size_t index, 
   } else {
     name += Format(" %d", number);
   }
-  text.Line(LocationRow(name, SignOf(problem, index), real, imaginary, problem.freqNorm));
+  rows.push_back({name, SignOf(problem, index), real, imaginary});
   if (!IsLossless(factor)) return;
-  text.Line(LocationRow(factor.delayCount == 4 ? "  its own pole x2" : "  its own pole", "-", real,
-                        0, problem.freqNorm));
+  rows.push_back({factor.delayCount == 4 ? "  its own pole x2" : "  its own pole", "-", real, 0});
+}
+
+/// Adds the real and the imaginary parts, multiplied by `scale`, as figures of up to `digits`
+/// digits. A real part that is small beside the others matters most: it makes a high Q.
+void AddParts(const std::vector<LocationRow>& rows, const char* unit, double scale, int digits,
+              ReportTable& table) {
+  constexpr int kLeastDigits = 4;
+  constexpr int kSigns = 2;
+  const int width = digits + 2;
+  double largest = 0;
+  for (const LocationRow& row : rows) {
+    largest = std::max({largest, row.real * scale, row.imaginary * scale});
+  }
+  const FigureFormat format(largest, width, digits, kLeastDigits);
+  const auto figure = [&](const char* sign, double value) {
+    return value == 0 ? std::string("0") : sign + format(value * scale);
+  };
+  std::vector<std::string> reals, imaginaries;
+  for (const LocationRow& row : rows) {
+    reals.push_back(figure(row.sign, row.real));
+    imaginaries.push_back(figure("+-", row.imaginary));
+  }
+  table.Add("real", unit, width + kSigns, reals);
+  table.Add("imaginary", unit, width + kSigns, imaginaries);
+}
+
+void WriteRows(const std::vector<LocationRow>& rows, double freqNorm, ReportText& text) {
+  constexpr std::size_t kNameWidth = 20;
+  const FigureFormat thousandths(1, 8, 4);
+  std::vector<std::string> names, qualities;
+  for (const LocationRow& row : rows) {
+    names.push_back(Padded("  " + row.name, kNameWidth));
+    const bool isPair = row.real != 0 && row.imaginary != 0;
+    qualities.push_back(isPair ? thousandths(std::hypot(row.real, row.imaginary) / (2 * row.real))
+                               : "");
+  }
+  ReportTable table;
+  table.Add("", "", static_cast<int>(kNameWidth), names);
+  AddParts(rows, "normalised", 1, 7, table);
+  AddParts(rows, "MHz", freqNorm, 8, table);
+  table.Add("Q", "(none)", 8, qualities);
+  table.Write(text);
 }
 
 /// K of H = K prod(s - z) / prod(s - p) in normalised s.
@@ -120,8 +157,9 @@ void WriteBound(const SolvedProblem& solved, const std::string& name, int variab
   if (!isLow && value < problem.upper[variable]) return;
   const char* source = "question 14";
   if (isLow) source = isReal ? "question 13" : "the sigma axis";
-  text.Line("  " + name + ": " + ExactNumber(value) + " is the " + (isLow ? "lower" : "upper") +
-            " bound (" + source + ")");
+  text.Wrapped("  " + name + ": " + ExactNumber(value) + " is the " + (isLow ? "lower" : "upper") +
+                   " bound (" + source + ")",
+               4);
 }
 
 void WriteBoundsOf(const SolvedProblem& solved, std::size_t index, const std::string& name,
@@ -165,17 +203,17 @@ void WriteSplitHint(const SolvedProblem& solved, ReportText& text) {
 void ReportLocations(const SolvedProblem& solved, ReportText& text) {
   const Problem& problem = solved.problem;
   const Point& best = solved.summary.best;
-  text.Heading("POLES AND ZEROS OF H(s)");
-  text.Line("                         real   imaginary         real    imaginary        Q");
-  text.Line("                   normalised  normalised          MHz          MHz");
+  std::vector<LocationRow> rows;
   for (const FactorKind kind : kReportOrder) {
     int number = 0;
     for (const std::size_t index : SortedFactors(problem, best, kind)) {
-      WriteFactor(problem, best, index, ++number, text);
+      AddRows(problem, best, index, ++number, rows);
     }
   }
+  text.Heading("POLES AND ZEROS OF H(s)");
+  WriteRows(rows, problem.freqNorm, text);
   text.Line();
-  text.Line("  gain      H(0) = " + PlainNumber(best.fit.gain));
+  text.Line(Format("  gain      H(0) = %.9g", best.fit.gain));
   text.Line(Format("  constant  K    = %.9g", LeadingConstant(problem, best)));
   text.Line("            of H(s) = K prod(s-z)/prod(s-p) with normalised s");
 }

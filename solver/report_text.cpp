@@ -59,7 +59,7 @@ std::string FigureFormat::operator()(double value) const {
 }
 
 std::string FigureFormat::WithExponent(double value) const {
-  const auto most = static_cast<std::size_t>(width_ + (value < 0 ? 1 : 0));
+  const auto most = static_cast<std::size_t>(width_) + (value < 0 ? 1U : 0U);
   int decimals = digits_ - 1;
   std::string text = Format("%.*e", decimals, value);
   while (text.size() > most && decimals > 0) text = Format("%.*e", --decimals, value);

@@ -36,13 +36,14 @@ class SolverRun {
     if (const auto failure = ReadDataFile(host_, files_.InputPath(), record)) return Fail(*failure);
     Findings findings;
     const Problem problem = ReadProblem(record, findings);
-    if (!findings.faults.empty()) return Fail(Refusal(findings.faults));
+    if (!findings.faults.empty()) return Fail(Refusal(findings.faults), findings.warnings);
     Journal journal(problem, console_.out);
     const Summary summary = Solve(problem, journal, [this] { return console_.stopRequests() > 0; });
     if (!summary.best.isFinite) {
       return Fail({Exit::noFiniteError,
-                   "NOT RUN: no start gave a finite error",
-                   {"No start gave a finite error; check the initial pole and zero values."}});
+                   "no start gave a finite error",
+                   {"No start gave a finite error; check the initial pole and zero values."}},
+                  findings.warnings);
     }
     return Succeed({record, problem, summary, journal, findings.warnings});
   }
@@ -81,8 +82,8 @@ class SolverRun {
     return summary.ending == EndReason::zero ? Exit::converged : Exit::stopped;
   }
 
-  Exit Fail(const Failure& failure) {
-    WriteReport(FailureReport(Head(failure.result), failure.messages));
+  Exit Fail(const Failure& failure, const std::vector<std::string>& warnings = {}) {
+    WriteReport(FailureReport(Head(failure.result), failure.messages, warnings));
     RenameFile(Temporary(files_.report), files_.report);
     console_.err << failure.messages.front() << std::endl;
     console_.out << "pfit: " << failure.result << std::endl;

@@ -166,12 +166,13 @@ TEST_F(Run, WritesNothingAfterASecondRequest) {
 }
 
 TEST_F(Run, SaysThatNoStartGivesAFiniteError) {
-  ResponseRecord record = ExampleRecord("Ex-Delay.101", "1=N; 2=1000; 23=20");
+  ResponseRecord record = ExampleRecord("Ex-Delay.101", "1=N; 2=1000; 8=.01 .4 .3; 23=20");
   record.nFreqPoints = 20;
   Use(record);
   EXPECT_EQ(Solve(), Exit::noFiniteError);
   EXPECT_THAT(Report(), HasSubstr("No start gave a finite error; check the initial pole and zero "
-                                  "values."));
+                                  "values.\r\nWarning: Question 8"));
+  EXPECT_THAT(Report(), HasSubstr("Result: no start gave a finite error\r\n"));
 }
 
 TEST_F(Run, LosesNothingOnAFullDisk) {
