@@ -115,9 +115,8 @@ class LocationReader {
   /// ORCA begins inside the bounds.
   void CheckStart(int slot, const Location& location, double magnitude, double lowest,
                   const std::string& lowestText) {
-    if (!hasBounds_ || lowest >= problem_.largest ||
-        (magnitude > lowest && magnitude < problem_.largest))
-      return;
+    const bool hasRoom = hasBounds_ && lowest < problem_.largest;
+    if (!hasRoom || (magnitude > lowest && magnitude < problem_.largest)) return;
     const std::string begin =
         "Question " + std::string(QuestionNumber(slot)) + ": " + location.text;
     const bool isOn = magnitude == lowest || magnitude == problem_.largest;
