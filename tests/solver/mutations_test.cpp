@@ -70,8 +70,10 @@ TEST(Mutations, EndWithAReportOrAMessage) {
     int asked = 0;
     const Exit exit =
         RunSolver(host, request.files, {out, err, [&asked] { return ++asked > 60 ? 1 : 0; }});
-    ASSERT_THAT(FileBytes(request.files.report), ::testing::EndsWith("\r\nEnd of report.\r\n"))
-        << bytes;
+    const std::string report = FileBytes(request.files.report);
+    ASSERT_THAT(report, ::testing::EndsWith("\r\nEnd of report.\r\n")) << bytes;
+    std::istringstream lines(report);
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 79 + 1U) << line;
     ASSERT_THAT(out.str(), ::testing::HasSubstr("pfit: "));
     ASSERT_EQ(err.str().empty(), exit == Exit::converged || exit == Exit::stopped) << bytes;
   }
