@@ -140,6 +140,9 @@ void ReportPassband(const SolvedProblem& solved, ReportText& text) {
 
 void ReportDelay(const SolvedProblem& solved, ReportText& text) {
   constexpr int kWidth = 12;
+  constexpr int kDigits = 6;
+  constexpr int kMostDigits = 10;
+  constexpr int kErrorDigits = 4;
   const Problem& problem = solved.problem;
   const double constant = solved.summary.best.fit.delayConstant;
   const DelayQuality quality = JudgeDelay(problem, solved.summary.best);
@@ -149,19 +152,24 @@ void ReportDelay(const SolvedProblem& solved, ReportText& text) {
     own.push_back(quality.total[i] - problem.delay[i].tx);
     error.push_back(quality.total[i] - constant);
   }
-  // One format for the three, so that the sum can be followed.
-  const FigureFormat format(
-      std::max({LargestSize(given), LargestSize(own), LargestSize(quality.total)}), kWidth - 1, 6);
+  // One format for the three, so that the sum can be followed, down to the errors.
+  const double largest =
+      std::max({LargestSize(given), LargestSize(own), LargestSize(quality.total)});
+  const int digits = std::clamp(DecimalExponent(largest, kDigits) -
+                                    DecimalExponent(quality.largest, kErrorDigits) + kErrorDigits,
+                                kDigits, kMostDigits);
+  const FigureFormat format(largest, kWidth - 1, digits);
   ReportTable table;
   AddFrequencies(problem.delay, table);
   table.Add("TX", "ns", kWidth, given, format);
   table.Add("delay of H", "ns", kWidth, own, format);
   table.Add("total", "ns", kWidth, quality.total, format);
-  table.Add("error", "ns", kWidth, error, {quality.largest, kWidth - 1, 4});
+  table.Add("error", "ns", kWidth, error, {quality.largest, kWidth - 1, kErrorDigits});
   text.Heading("GROUP DELAY");
   table.Write(text);
   text.Line();
-  text.Line("  constant T0    " + Rounded(constant, 6) + " ns   (" + ConstantNote(problem) + ")");
+  text.Line("  constant T0    " + Rounded(constant, digits) + " ns   (" + ConstantNote(problem) +
+            ")");
   text.Line("  ripple         " + Rounded(quality.peakToPeak, 4) + " ns peak to peak, " +
             Rounded(quality.rms, 4) + " ns rms");
   text.Line("  largest error  " + Rounded(quality.largest, 4) + " ns");

@@ -81,7 +81,7 @@ void AddParts(const std::vector<LocationRow>& rows, const char* unit, double sca
   constexpr int kLeastDigits = 4;
   constexpr int kSigns = 2;
   const int width = digits + 2;
-  double largest = 0;
+  double largest = scale;
   for (const LocationRow& row : rows) {
     largest = std::max({largest, row.real * scale, row.imaginary * scale});
   }

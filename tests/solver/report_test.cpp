@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <set>
 #include <sstream>
 #include <string>
 
@@ -158,6 +159,19 @@ TEST(Report, SpeaksOfWhatThereIs) {
   EXPECT_THAT(delay.text, HasSubstr("7.536 ns peak to peak, 2.447 ns rms"));
   EXPECT_THAT(delay.Section("TOTAL DELAY IN ns:  * TX + delay of H  - its constant T0  # both"),
               SizeIs(20));
+}
+
+TEST(Report, TellsSmallDifferencesOfLargeDelays) {
+  ResponseRecord record = ExampleRecord("Ex-Delay.101");
+  for (int row = 1; row <= record.nDelayPoints; ++row) record.delay.At(row, 2) = "1e6";
+  const Report report(record);
+  EXPECT_EQ(report.Count("8.5  1000000.000      150.537  1000150.537        9.991"), 1);
+  std::set<std::string> labels;
+  for (const std::string& line :
+       report.Section("TOTAL DELAY IN ns:  * TX + delay of H  - its constant T0  # both")) {
+    if (line.find("1000") < 9) labels.insert(line.substr(0, line.find('+')));
+  }
+  EXPECT_THAT(labels, SizeIs(9));
 }
 
 TEST(Report, NamesBoundsAndThePairThatWantsToSplit) {
