@@ -53,8 +53,10 @@ class Graph {
 
   /// Plots a straight line without gaps between its rows.
   void Connect(double x1, double y1, double x2, double y2, char mark) {
-    const double parts = std::max(1.0, std::ceil(std::abs(Row(y2) - Row(y1))));
-    for (double i = 0; i <= parts; ++i) {
+    const double rows = std::ceil(std::abs(Row(y2) - Row(y1)));
+    // In this order 1 also where `rows` is no number.
+    const int parts = static_cast<int>(std::min(std::max(1.0, rows), 1.0 * kRows));
+    for (int i = 0; i <= parts; ++i) {
       Plot(x1 + (x2 - x1) * i / parts, y1 + (y2 - y1) * i / parts, mark);
     }
   }

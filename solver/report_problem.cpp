@@ -138,12 +138,10 @@ std::vector<double> OtherOptima(const Summary& summary) {
 /// How the lines of the section are read.
 void WriteKey(const Options& options, ReportText& text) {
   text.Wrapped(
-      "A barrier problem a line: RHO weighs the barrier that keeps locations off their bounds, F "
-      "is "
-      "the cost at the end, \"at evaluation\" counts those of the whole run. What ended it: ZERO, "
-      "it "
-      "had converged; RHO, the barrier outweighs F and a smaller one pays better; STEPSLIM, no "
-      "steps were left. The polish does without a barrier.",
+      "A barrier problem a line: RHO weighs the barrier that keeps locations off their "
+      "bounds, F is the cost at the end, \"at evaluation\" counts those of the whole run. "
+      "What ended it: ZERO, it had converged; RHO, the barrier outweighs F and a smaller one "
+      "pays better; STEPSLIM, no steps were left. The polish does without a barrier.",
       0);
   if (options.stepOut > 0) {
     text.Line("STEPOUT: step (at evaluation), ..., r the trust region's radius, scaled.");

@@ -49,9 +49,9 @@ double LargestSize(const std::vector<double>& values);
 /// Columns side by side, aligned to the right, with a blank between them.
 class ReportTable {
  public:
-  /// All columns have as many cells. `width` is that of the widest cell.
+  /// All columns have the same number of cells, and no cell is wider than `width`.
   void Add(std::string heading, std::string unit, int width, std::vector<std::string> cells);
-  /// Adds a column of figures, and a place for the minus sign.
+  /// Adds a column of figures in a format.
   void Add(std::string heading, std::string unit, int width, const std::vector<double>& values,
            const FigureFormat& format);
   void Write(ReportText& text) const;
