@@ -19,11 +19,10 @@ class AlternatingPolynomial {
  public:
   AlternatingPolynomial(const std::vector<double>& nodes, const std::vector<double>& sizes)
       : nodes_(nodes), terms_(nodes.size()) {
-    double sign = 1;
-    for (std::size_t k = 0; k < nodes.size(); ++k, sign = -sign) {
-      terms_[k] = sign * sizes[k];
+    for (std::size_t k = 0; k < nodes.size(); ++k) {
+      terms_[k] = sizes[k];
       for (std::size_t i = 0; i < nodes.size(); ++i) {
-        if (i != k) terms_[k] /= nodes[k] - nodes[i];
+        if (i != k) terms_[k] /= std::abs(nodes[k] - nodes[i]);
       }
     }
   }
@@ -40,17 +39,13 @@ class AlternatingPolynomial {
   std::vector<double> terms_;
 };
 
-/// The zero of the polynomial between two neighbouring nodes, where the reduced value changes its
-/// sign too.
+/// The zero of the polynomial between two neighbouring nodes, between which the reduced value falls
+/// from infinity to minus infinity.
 double ZeroBetween(const AlternatingPolynomial& polynomial, double low, double high) {
   constexpr int kBisections = 52;
-  const double middle = (low + high) / 2;
-  const double narrow = 1e-9 * (high - low);
-  const bool risesFromLow = polynomial.ReducedAt(low + narrow) > 0;
-  double x = middle;
+  double x = (low + high) / 2;
   for (int i = 0; i < kBisections; ++i) {
-    const bool isLow = (polynomial.ReducedAt(x) > 0) == risesFromLow;
-    (isLow ? low : high) = x;
+    (polynomial.ReducedAt(x) > 0 ? low : high) = x;
     x = (low + high) / 2;
   }
   return x;

@@ -228,7 +228,7 @@ LogCurve::LogCurve(const Constellation& constellation, const Eigen::VectorXd& pa
     double position = isOmega ? location : 0;
     if (factor.IsPair()) {
       position = parameters[factor.parameter + 1];
-      resonances_.push_back(position);
+      resonances_.push_back({position, location});
     }
     const double scale = 1 / (position * position + square);
     std::vector<Root>& roots = factor.logCount < 0 ? poles_ : zeros_;

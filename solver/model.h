@@ -61,6 +61,12 @@ struct Slope {
   double second = 0;
 };
 
+/// A pair, as ln|H| shows it.
+struct Resonance {
+  double frequency;
+  double halfWidth;
+};
+
 /// ln|H / gain| as a function of the normalised frequency, prepared for many frequencies at one
 /// set of locations.
 class LogCurve {
@@ -70,8 +76,8 @@ class LogCurve {
   double At(double w) const;
   Eigen::ArrayXd At(const Eigen::ArrayXd& w) const;
   Slope SlopeAt(double w) const;
-  /// The imaginary parts of all pairs: where |H| has its bumps and dips.
-  const std::vector<double>& Resonances() const { return resonances_; }
+  /// All pairs: |H| has its bumps and dips near their imaginary parts.
+  const std::vector<Resonance>& Resonances() const { return resonances_; }
 
  private:
   /// A single pole or zero, which adds ln(((w - position)^2 + square) scale) / 2.
@@ -89,7 +95,7 @@ class LogCurve {
 
   std::vector<Root> zeros_;
   std::vector<Root> poles_;
-  std::vector<double> resonances_;
+  std::vector<Resonance> resonances_;
 };
 
 /// The derivatives of ln|H| at one frequency by the moved parameters, and by them and w.

@@ -22,8 +22,8 @@ struct Gap {
 
 /// WREN, the innermost solver: the highest sidelobe in one gap between omega-axis zeros.
 ///
-/// The best of a few sampled frequencies is refined by Newton's method on d ln|H|/dw inside a
-/// sign bracket.
+/// Every sampled frequency that stands above its neighbours is refined by Newton's method on
+/// d ln|H|/dw inside a sign bracket; the highest peak is kept.
 Peak FindPeak(const LogCurve& curve, const Gap& gap, const Options& options, Listener& listener);
 
 }  // namespace polefit

@@ -18,8 +18,8 @@ Problem RandomProblem(int zeroCount, RandomNumbers& random) {
   std::string imaginary;
   std::string zeros = "1";
   for (int i = 0; i < pairs; ++i) {
-    real += std::to_string(random.Logarithmic(.02, 2)) + " ";
-    imaginary += std::to_string(1.5 * random.Unit()) + " ";
+    real += std::to_string(random.Logarithmic(.006, 3.9)) + " ";
+    imaginary += std::to_string(3.9 * random.Unit()) + " ";
   }
   for (int i = 1; i < zeroCount; ++i) zeros += " " + std::to_string(1 + 3 * random.Unit());
   Problem problem = GoodProblem(ExampleRecord(
