@@ -36,7 +36,8 @@ int ExitCode(pid_t process) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-/// A problem that takes minutes: the most points there can be, and no end of evaluations.
+/// A problem that takes many seconds under the sanitizers: the most points that there can be, and
+/// no end of evaluations.
 void WriteLongProblem(const std::string& folder) {
   ResponseRecord record = ExampleRecord("Ex-Yzero.101", "23=32766");
   const PassbandPoints few = record.passband;
