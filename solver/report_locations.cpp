@@ -176,6 +176,16 @@ void WriteBoundsOf(const SolvedProblem& solved, std::size_t index, const std::st
     text.Line("  " + name + ": 1 is the lower bound (Freq Norm, question 5)");
     return;
   }
+  // The others stand above it, so that it cannot reach the bound itself.
+  if (factor.kind == FactorKind::omegaZero && problem.Equalises() &&
+      location > (1 - 1e-5) * problem.largest) {
+    text.Wrapped(
+        "  " + name +
+            " stands next to the upper bound (question 14): no sidelobe is left to be made "
+            "equal; fewer omega-axis zeros may do as well",
+        4);
+    return;
+  }
   WriteBound(solved, factor.IsPair() ? name + ", real part" : name, factor.parameter, true, text);
   if (!factor.IsPair()) return;
   WriteBound(solved, name + ", imaginary part", factor.parameter + 1, false, text);
