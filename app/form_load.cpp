@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "app/file_commands.h"
 #include "app/start_up.h"
 #include "form/field_rules.h"
 #include "form/solver_settings.h"
@@ -9,7 +10,6 @@
 #include "grids/cell_editor.h"
 #include "grids/grid_routines.h"
 #include "platform/file_checks.h"
-#include "responsefile/file_commands.h"
 #include "responsefile/reader.h"
 
 namespace polefit {

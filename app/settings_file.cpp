@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/number.h"
+#include "base/number.h"
 #include "platform/paths.h"
 #include "responsefile/value_line.h"
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "form/program.h"
+#include "form/state.h"
 
 namespace polefit {
 

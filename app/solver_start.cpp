@@ -4,9 +4,9 @@
 #include <cstdio>
 
 #include "app/start_up.h"
+#include "base/number.h"
+#include "base/text.h"
 #include "platform/file_checks.h"
-#include "platform/number.h"
-#include "platform/text.h"
 
 namespace polefit {
 

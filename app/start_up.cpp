@@ -3,11 +3,11 @@
 #include <variant>
 
 #include "app/settings_file.h"
+#include "base/number.h"
+#include "base/text.h"
 #include "platform/error_template.h"
 #include "platform/file_checks.h"
-#include "platform/number.h"
 #include "platform/registry.h"
-#include "platform/text.h"
 
 namespace polefit {
 

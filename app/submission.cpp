@@ -1,10 +1,10 @@
 #include "app/submission.h"
 
+#include "app/file_commands.h"
 #include "app/solver_start.h"
 #include "app/start_up.h"
 #include "form/transfer.h"
 #include "platform/file_checks.h"
-#include "responsefile/file_commands.h"
 
 namespace polefit {
 

@@ -10,8 +10,8 @@
 #include <iterator>
 #include <string>
 
-#include "platform/console_host.h"
-#include "platform/number.h"
+#include "base/number.h"
+#include "platform/linux/console_host.h"
 #include "responsefile/reader.h"
 #include "responsefile/writer.h"
 

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/console_host.h"
+#include "platform/linux/console_host.h"
 #include "responsefile/reader.h"
-#include "solver/orca.h"
-#include "solver/problem_reader.h"
+#include "solver/problem/problem_reader.h"
+#include "solver/search/orca.h"
 
 namespace polefit {
 namespace {

@@ -14,10 +14,10 @@
 #include <vector>
 
 #include "app/form_load.h"
-#include "demos/ui/session.h"
+#include "base/number.h"
 #include "form/transfer.h"
 #include "grids/ui/grid_widget.h"
-#include "platform/number.h"
+#include "program/ui/session.h"
 #include "responsefile/writer.h"
 
 namespace polefit {

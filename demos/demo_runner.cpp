@@ -1,8 +1,8 @@
 #include "demos/demo_runner.h"
 
+#include "app/file_commands.h"
 #include "app/solver_start.h"
 #include "app/start_up.h"
-#include "responsefile/file_commands.h"
 
 namespace polefit {
 

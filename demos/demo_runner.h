@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "form/program.h"
+#include "form/state.h"
 
 namespace polefit {
 

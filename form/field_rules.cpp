@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "platform/number.h"
-#include "platform/run_time_error.h"
-#include "platform/text.h"
+#include "base/number.h"
+#include "base/run_time_error.h"
+#include "base/text.h"
 
 namespace polefit {
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "form/question_catalogue.h"
 #include "grids/grid_view.h"
+#include "record/question_catalogue.h"
 
 namespace polefit {
 

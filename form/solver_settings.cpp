@@ -1,6 +1,6 @@
 #include "form/solver_settings.h"
 
-#include "form/question_catalogue.h"
+#include "record/question_catalogue.h"
 
 namespace polefit {
 

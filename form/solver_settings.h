@@ -1,6 +1,6 @@
 #pragma once
 
-#include "form/program.h"
+#include "form/state.h"
 
 namespace polefit {
 

@@ -3,12 +3,12 @@
 #include <string>
 #include <string_view>
 
+#include "base/number.h"
 #include "form/field_rules.h"
-#include "form/question_catalogue.h"
 #include "form/solver_settings.h"
 #include "grids/cell_editor.h"
 #include "grids/grid_routines.h"
-#include "platform/number.h"
+#include "record/question_catalogue.h"
 
 namespace polefit {
 

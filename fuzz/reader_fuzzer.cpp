@@ -9,8 +9,8 @@
 #include <cstring>
 #include <string>
 
-#include "platform/console_host.h"
-#include "platform/text.h"
+#include "base/text.h"
+#include "platform/linux/console_host.h"
 #include "responsefile/reader.h"
 #include "responsefile/writer.h"
 

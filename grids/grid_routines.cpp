@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
+#include "base/number.h"
+#include "base/text.h"
 #include "grids/cell_editor.h"
-#include "platform/number.h"
-#include "platform/text.h"
 
 namespace polefit {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "grids/grid_state.h"
-#include "grids/point_lists.h"
+#include "record/point_lists.h"
 
 namespace polefit {
 

@@ -1,6 +1,6 @@
 #include "platform/error_template.h"
 
-#include "platform/number.h"
+#include "base/number.h"
 
 namespace polefit {
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "base/run_time_error.h"
 #include "platform/host.h"
-#include "platform/run_time_error.h"
 
 namespace polefit {
 

@@ -5,10 +5,10 @@
 #include <string>
 #include <string_view>
 
+#include "base/run_time_error.h"
 #include "platform/command.h"
 #include "platform/message_style.h"
 #include "platform/registry_types.h"
-#include "platform/run_time_error.h"
 
 namespace polefit {
 

@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "platform/dword.h"
-#include "platform/text.h"
+#include "base/dword.h"
+#include "base/text.h"
 
 namespace polefit {
 

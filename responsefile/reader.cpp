@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <string_view>
 
+#include "base/number.h"
 #include "platform/error_template.h"
 #include "platform/file_checks.h"
-#include "platform/number.h"
 #include "responsefile/value_line.h"
 
 namespace polefit {

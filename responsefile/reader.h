@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "form/response_record.h"
 #include "platform/host.h"
 #include "platform/paths.h"
+#include "record/response_record.h"
 
 namespace polefit {
 

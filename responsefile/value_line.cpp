@@ -1,6 +1,6 @@
 #include "responsefile/value_line.h"
 
-#include "platform/text.h"
+#include "base/text.h"
 
 namespace polefit {
 

@@ -4,10 +4,10 @@
 #include <array>
 #include <charconv>
 
-#include "form/question_catalogue.h"
-#include "platform/number.h"
+#include "base/number.h"
+#include "base/text.h"
 #include "platform/paths.h"
-#include "platform/text.h"
+#include "record/question_catalogue.h"
 
 namespace polefit {
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "form/response_record.h"
 #include "platform/host.h"
+#include "record/response_record.h"
 
 namespace polefit {
 

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "platform/run_time_error.h"
+#include "base/run_time_error.h"
 #include "responsefile/reader.h"
-#include "solver/answers.h"
+#include "solver/problem/answers.h"
 
 namespace polefit {
 

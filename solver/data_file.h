@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "form/response_record.h"
 #include "platform/host.h"
+#include "record/response_record.h"
 
 namespace polefit {
 

@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/console_host.h"
+#include "platform/linux/console_host.h"
 #include "solver/run.h"
 
 namespace polefit {

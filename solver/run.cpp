@@ -6,15 +6,15 @@
 #include <string>
 #include <vector>
 
-#include "platform/run_time_error.h"
+#include "base/run_time_error.h"
+#include "base/text_format.h"
+#include "platform/linux/program_folder.h"
 #include "responsefile/writer.h"
-#include "solver/journal.h"
-#include "solver/last_run.h"
-#include "solver/problem_reader.h"
-#include "solver/program_folder.h"
-#include "solver/report.h"
-#include "solver/search.h"
-#include "solver/text_format.h"
+#include "solver/problem/problem_reader.h"
+#include "solver/report/journal.h"
+#include "solver/report/last_run.h"
+#include "solver/report/report.h"
+#include "solver/search/search.h"
 
 namespace polefit {
 

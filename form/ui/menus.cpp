@@ -2,7 +2,7 @@
 #include <QMenu>
 #include <QMenuBar>
 
-#include "form/ui/frm_main.h"
+#include "form/ui/main_window.h"
 
 namespace polefit {
 

@@ -4,10 +4,11 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "form/question_catalogue.h"
-#include "form/ui/answer_edit.h"
-#include "form/ui/controls.h"
+#include "form/ui/response.h"
 #include "grids/ui/grid_widget.h"
+#include "record/question_catalogue.h"
+#include "widgets/answer_edit.h"
+#include "widgets/controls.h"
 
 namespace polefit {
 

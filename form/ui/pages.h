@@ -1,6 +1,6 @@
 #pragma once
 
-#include "form/ui/page.h"
+#include "widgets/page.h"
 
 namespace polefit {
 

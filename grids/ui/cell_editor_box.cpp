@@ -5,9 +5,9 @@
 #include <optional>
 #include <utility>
 
-#include "grids/ui/focus_reason.h"
 #include "grids/ui/grid_widget.h"
-#include "grids/ui/one_line.h"
+#include "widgets/focus_reason.h"
+#include "widgets/one_line.h"
 
 namespace polefit {
 

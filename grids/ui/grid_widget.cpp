@@ -7,8 +7,8 @@
 
 #include "grids/ui/grid_corner.h"
 #include "grids/ui/grid_model.h"
-#include "grids/ui/twips.h"
-#include "platform/ui/program_style.h"
+#include "widgets/program_style.h"
+#include "widgets/twips.h"
 
 namespace polefit {
 

@@ -7,9 +7,9 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
-#include "platform/rich_text.h"
-#include "platform/run_time_error.h"
-#include "platform/text.h"
+#include "base/rich_text.h"
+#include "base/run_time_error.h"
+#include "base/text.h"
 
 namespace polefit {
 

@@ -2,12 +2,12 @@
 
 #include <QUrl>
 
-#include "platform/desktop_program.h"
-#include "platform/detached_process.h"
+#include "base/text.h"
 #include "platform/file_checks.h"
+#include "platform/linux/desktop_program.h"
+#include "platform/linux/detached_process.h"
+#include "platform/linux/restart_entry.h"
 #include "platform/paths.h"
-#include "platform/restart_entry.h"
-#include "platform/text.h"
 #include "platform/ui/file_dialog.h"
 #include "platform/ui/message_box.h"
 #include "platform/ui/plain_viewer.h"

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "platform/linux_host.h"
+#include "platform/linux/linux_host.h"
 
 namespace polefit {
 

@@ -4,8 +4,8 @@
 
 #include "app/form_load.h"
 #include "app/settings_file.h"
+#include "base/error_of.h"
 #include "form/fake_form.h"
-#include "platform/error_of.h"
 #include "platform/registry.h"
 #include "platform/scripted_host.h"
 #include "responsefile/writer.h"

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/error_of.h"
 #include "form/fake_form.h"
-#include "platform/error_of.h"
 
 namespace polefit::testing {
 namespace {

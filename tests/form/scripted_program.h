@@ -1,7 +1,7 @@
 #pragma once
 
 #include "form/fake_form.h"
-#include "form/program.h"
+#include "form/state.h"
 #include "platform/scripted_host.h"
 
 namespace polefit::testing {

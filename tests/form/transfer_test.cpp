@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "form/points.h"
+#include "base/error_of.h"
 #include "form/scripted_program.h"
-#include "platform/error_of.h"
+#include "record/points.h"
 
 namespace polefit::testing {
 namespace {

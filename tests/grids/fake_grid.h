@@ -6,7 +6,7 @@
 
 #include "grids/format_string.h"
 #include "grids/grid_view.h"
-#include "grids/point_lists.h"
+#include "record/point_lists.h"
 
 namespace polefit::testing {
 

@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include "base/error_of.h"
 #include "grids/cell_editor.h"
 #include "grids/fake_grid.h"
-#include "platform/error_of.h"
 
 namespace polefit::testing {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace polefit {
+namespace polefit::testing {
 namespace {
 
 TEST(MessageLookTest, EveryStyleThatTheProgramUsesHasItsLook) {
@@ -27,4 +27,4 @@ TEST(MessageLookTest, EveryStyleThatTheProgramUsesHasItsLook) {
 }
 
 }  // namespace
-}  // namespace polefit
+}  // namespace polefit::testing

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/console_host.h"
-#include "platform/error_of.h"
+#include "base/error_of.h"
+#include "platform/linux/console_host.h"
 #include "platform/temporary_folder.h"
 
 namespace polefit::testing {

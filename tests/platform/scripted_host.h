@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/linux_host.h"
+#include "platform/linux/linux_host.h"
 #include "platform/temporary_folder.h"
 
 namespace polefit::testing {

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/error_of.h"
+#include "base/error_of.h"
 #include "platform/scripted_host.h"
 #include "responsefile/value_line.h"
 

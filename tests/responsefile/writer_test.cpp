@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/error_of.h"
+#include "base/error_of.h"
+#include "base/text.h"
 #include "platform/scripted_host.h"
-#include "platform/text.h"
 #include "responsefile/reader.h"
 
 namespace polefit::testing {

@@ -6,11 +6,11 @@
 #include <sstream>
 #include <string>
 
-#include "platform/console_host.h"
+#include "platform/linux/console_host.h"
 #include "responsefile/reader.h"
-#include "solver/problem_reader.h"
+#include "solver/problem/problem_reader.h"
 
-namespace polefit {
+namespace polefit::testing {
 
 /// The record of an example, or of the file at a whole path, with some answers changed, by the
 /// numbers of their questions: "6=0 2; 8=.5 .4".
@@ -45,4 +45,4 @@ inline Problem GoodProblem(const ResponseRecord& record) {
   return problem;
 }
 
-}  // namespace polefit
+}  // namespace polefit::testing

@@ -7,15 +7,12 @@
 #include <sstream>
 #include <string>
 
-#include "platform/console_host.h"
+#include "platform/linux/console_host.h"
 #include "platform/temporary_folder.h"
 #include "solver/run.h"
 
-namespace polefit {
+namespace polefit::testing {
 namespace {
-
-using testing::FileBytes;
-using testing::WriteBytes;
 
 class Mutator {
  public:
@@ -50,7 +47,7 @@ class Mutator {
 };
 
 TEST(Mutations, EndWithAReportOrAMessage) {
-  const testing::TemporaryFolder folder;
+  const TemporaryFolder folder;
   std::vector<std::string> examples;
   for (const auto& entry : std::filesystem::directory_iterator(EXAMPLES)) {
     examples.push_back(FileBytes(entry.path()));
@@ -80,4 +77,4 @@ TEST(Mutations, EndWithAReportOrAMessage) {
 }
 
 }  // namespace
-}  // namespace polefit
+}  // namespace polefit::testing

@@ -14,10 +14,8 @@
 #include "responsefile/writer.h"
 #include "solver/example_problem.h"
 
-namespace polefit {
+namespace polefit::testing {
 namespace {
-
-using testing::FileBytes;
 
 /// Starts pfit with these words; its process id.
 pid_t Start(const std::string& words) {
@@ -55,7 +53,7 @@ void WriteLongProblem(const std::string& folder) {
 }
 
 TEST(Process, EndsAtASignalWithTheBestPointSoFar) {
-  const testing::TemporaryFolder folder;
+  const TemporaryFolder folder;
   WriteLongProblem(folder.Path());
   for (const int signal : {SIGTERM, SIGINT}) {
     const pid_t process = Start(folder.File("long.1"));
@@ -72,7 +70,7 @@ TEST(Process, EndsAtASignalWithTheBestPointSoFar) {
 }
 
 TEST(Process, IsNotHeldByAPipe) {
-  const testing::TemporaryFolder folder;
+  const TemporaryFolder folder;
   const std::string pipe = folder.File("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   const pid_t reading = Start(pipe + " --out " + folder.Path());
@@ -88,14 +86,14 @@ TEST(Process, IsNotHeldByAPipe) {
 }
 
 TEST(Process, LeavesTheFolderFreeWhenItIsKilled) {
-  const testing::TemporaryFolder folder;
+  const TemporaryFolder folder;
   WriteLongProblem(folder.Path());
   const pid_t first = Start(folder.File("long.1"));
   std::this_thread::sleep_for(std::chrono::milliseconds(1000));
   EXPECT_EQ(ExitCode(Start(folder.File("long.1"))), 7);
   kill(first, SIGKILL);
   ExitCode(first);
-  testing::WriteBytes(folder.File("long.1"), FileBytes(EXAMPLES "/Ex-Delay.101"));
+  WriteBytes(folder.File("long.1"), FileBytes(EXAMPLES "/Ex-Delay.101"));
   EXPECT_EQ(ExitCode(Start(folder.File("long.1"))), 0);
 }
 
@@ -103,9 +101,9 @@ TEST(Process, RefusesWhatItDoesNotUnderstand) {
   EXPECT_EQ(ExitCode(Start("")), 6);
   EXPECT_EQ(ExitCode(Start("--wrong")), 6);
   EXPECT_EQ(ExitCode(Start("--version")), 0);
-  const testing::TemporaryFolder folder;
+  const TemporaryFolder folder;
   EXPECT_EQ(ExitCode(Start(folder.File("none"))), 3);
 }
 
 }  // namespace
-}  // namespace polefit
+}  // namespace polefit::testing

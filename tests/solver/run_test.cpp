@@ -9,22 +9,20 @@
 #include <string>
 #include <tuple>
 
-#include "platform/error_of.h"
+#include "base/error_of.h"
+#include "platform/linux/program_folder.h"
 #include "platform/scripted_host.h"
 #include "responsefile/writer.h"
 #include "solver/example_problem.h"
-#include "solver/program_folder.h"
 
-namespace polefit {
+namespace polefit::testing {
 namespace {
 
 using ::testing::ContainsRegex;
 using ::testing::EndsWith;
-using testing::FileBytes;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using ::testing::UnorderedElementsAre;
-using testing::WriteBytes;
 
 /// The front end's folders with one data file in them.
 class Run : public ::testing::Test {
@@ -61,7 +59,7 @@ class Run : public ::testing::Test {
     return names;
   }
 
-  testing::ScriptedHost host_;
+  ScriptedHost host_;
   RunFiles files_;
   std::ostringstream out_;
   std::ostringstream err_;
@@ -181,7 +179,7 @@ TEST_F(Run, LosesNothingOnAFullDisk) {
   Exit exit = Exit::unwritable;
   int fullAt = 1;
   for (; fullAt < 2000; fullAt += 29) {
-    testing::ScriptedHost full;
+    ScriptedHost full;
     full.Fail("WriteLine", error_number::kDiskFull, fullAt, 1000);
     exit = RunSolver(full, files_, {out_, err_, [] { return 0; }});
     if (exit != Exit::unwritable) break;
@@ -234,4 +232,4 @@ TEST(CommandLineOfTheSolver, TakesTheFrontEndsWordsOrAFile) {
 }
 
 }  // namespace
-}  // namespace polefit
+}  // namespace polefit::testing

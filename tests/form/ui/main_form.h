@@ -7,13 +7,13 @@
 #include <string>
 
 #include "form/field_rules.h"
-#include "form/points.h"
 #include "form/transfer.h"
-#include "form/ui/frm_main.h"
+#include "form/ui/main_window.h"
 #include "grids/grid_routines.h"
 #include "grids/ui/cell_editor_box.h"
 #include "grids/ui/grid_widget.h"
 #include "platform/scripted_host.h"
+#include "record/points.h"
 
 namespace polefit::testing {
 

@@ -7,8 +7,8 @@
 #include <QTabWidget>
 
 #include "form/ui/main_form.h"
-#include "form/ui/page.h"
-#include "platform/ui/program_style.h"
+#include "widgets/page.h"
+#include "widgets/program_style.h"
 
 namespace polefit::testing {
 namespace {

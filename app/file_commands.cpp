@@ -1,0 +1,184 @@
+#include "app/file_commands.h"
+
+#include "base/text.h"
+#include "form/transfer.h"
+#include "grids/grid_routines.h"
+#include "platform/error_template.h"
+#include "platform/file_checks.h"
+#include "responsefile/reader.h"
+#include "responsefile/writer.h"
+
+namespace polefit {
+
+namespace {
+
+// Kept: the digits "48" and "0" joined, which gives an OK button and no known icon.
+constexpr int kOpenUnavailableStyle = 480;
+
+/// Messages about the file being opened name the current file.
+ErrorTable OpenErrors(Program& program) {
+  return {"FileOld", program.files.currentFileName, kOpenUnavailableStyle};
+}
+
+void EmptyRecord(ResponseRecord& record) {
+  // Kept: Yout, the third passband column, keeps its old cells; no count reaches them.
+  for (const int column : {1, 2, 4}) record.passband.ResizeColumn(column, 1);
+  record.delay.Resize(1);
+  record.slots.fill({});
+  record.solver.fill({});
+  record.nFreqPoints = 0;
+  record.nDelayPoints = 0;
+  record.solverCount = 0;
+  record.Note1.clear();
+  record.Note2.clear();
+  record.LastFileName = "New data";
+}
+
+/// The current name with its extension as "*". Kept: with no dot, or a leading one, it is cut to
+/// as many characters as the scratch text happens to hold.
+std::string SuggestedName(const Program& program) {
+  const std::string& name = program.files.currentFileName;
+  const std::size_t dot = name.find('.');
+  const std::size_t scratch = CharacterCount(program.Scratch);
+  const bool hasStem = dot != std::string::npos && dot > 0;
+  return std::string(hasStem ? name.substr(0, dot) : FirstCharacters(name, scratch)) + ".*";
+}
+
+void TellLostCharacters(Program& program, int count) {
+  if (count == 0) return;
+  const std::string text = "'" + program.files.currentFileName + "' cannot hold " +
+                           std::to_string(count) +
+                           " of the characters typed; each stands as \"?\" in the file.";
+  if (text == program.lastToldLoss) return;
+  program.lastToldLoss = text;
+  program.host.MessageBox(text, message_style::kExclamation, "Characters replaced");
+}
+
+bool HasWildcards(const std::string& path) {
+  return path.find_first_of("*?") != std::string::npos;
+}
+
+void DeleteAfterQuestion(Program& program, const std::string& path) {
+  if (HasWildcards(path) || !FileExists(program.host, path)) return;
+  const Answer answer = program.host.MessageBox("Delete '" + path + "' File.",
+                                                message_style::kYesNoQuestion, "Confirm Delete?");
+  if (answer == Answer::yes) program.host.DeleteFile(path);
+}
+
+}  // namespace
+
+int PromptSaveChanges(Program& program, std::int16_t DataChanged) {
+  PutAnswers(program);
+  if (DataChanged == 0) return kGoOn;
+  switch (program.host.MessageBox("Save current data?", message_style::kYesNoCancelQuestion,
+                                  "Data in form has changed!")) {
+    case Answer::yes:  // Kept: it asks for a name even when the data have one
+      return FileSaveAs(program) ? kGoOn : kStop;
+    case Answer::no:
+      return kGoOn;
+    default:
+      return kStop;
+  }
+}
+
+void FileNew(Program& program) {
+  if (PromptSaveChanges(program, program.DataChanged) == kStop) return;
+  const Answer answer = program.host.MessageBox(
+      "Okay to Clear responses?", message_style::kOkCancelQuestion, "Confirm 'New' Response.");
+  if (answer != Answer::ok) return;
+  EmptyRecord(program.record);
+  ClearBoth(Grids(program));
+  program.files.currentFileName = program.record.LastFileName;
+  program.files.currentFolder = program.host.CurrentFolder();
+  GetAnswers(program);
+}
+
+void FileOld(Program& program) {
+  const ErrorTable errors = OpenErrors(program);
+  int choice = kStop;
+  RunStep(program.host, errors, [&] { choice = PromptSaveChanges(program, program.DataChanged); });
+  if (choice == kStop) return;
+  CommonDialog& dialog = program.CMDialog1;
+  dialog.title = "Open Response Input File";
+  dialog.filter =
+      "All Files (*.*)|*.*|"
+      "Response Files (*.?\?)|*.?;*.??|Example Response Files (Ex-*.?\?)|Ex-*.?;Ex-*.??";
+  dialog.filterIndex = 2;
+  dialog.fileName = "*.*";
+  dialog.cancelIsError = true;
+  const StepResult shown = RunStep(program.host, errors, [&] { program.host.ShowOpen(dialog); });
+  // A dialog that was skipped has chosen nothing that the next steps could work on.
+  if (shown == StepResult::done) OpenResponseFile(program, dialog.fileName);
+}
+
+void OpenResponseFile(Program& program, const std::string& path) {
+  Host& host = program.host;
+  FileState& files = program.files;
+  const ErrorTable errors = OpenErrors(program);
+  RunStep(host, errors, [&] { SetCurrentFile(host, files, path); });
+  program.CMDialog1.initialFolder = files.currentFolder;
+  const StepResult opened = RunStep(host, errors, [&] {
+    host.OpenForReading(JoinPath(files.currentFolder, files.currentFileName));
+  });
+  if (opened == StepResult::done) {
+    // The last-used name takes what line 1 says; the current name stays the chosen file.
+    FileReadMe(host, files, program.record, files.lastUsedName, files.currentFolder);
+    RunStep(host, errors, [&] { host.CloseFile(); });
+  }
+  RunStep(host, errors, [&] { GetAnswers(program); });
+}
+
+void FileSave(Program& program) {
+  // The bare name is looked for in the folder that the last dialog left current.
+  if (!FileExists(program.host, program.files.currentFileName)) {
+    FileSaveAs(program);
+    return;
+  }
+  program.files.lastUsedName = program.files.currentFileName;
+  WriteForm(program);
+}
+
+bool FileSaveAs(Program& program) {
+  Host& host = program.host;
+  FileState& files = program.files;
+  const ErrorTable errors{"FileSaveAs", files.lastUsedName};
+  CommonDialog& dialog = program.CMDialog1;
+  dialog.title = "Save Response Input File As ...";
+  dialog.filter = "All Files (*.*)|*.*|Text Files (*.txt)|*.txt";
+  dialog.filterIndex = 1;
+  dialog.fileName = SuggestedName(program);
+  dialog.cancelIsError = true;
+  if (RunStep(host, errors, [&] { host.ShowSave(dialog); }) != StepResult::done) return false;
+  RunStep(host, errors, [&] { SetCurrentFile(host, files, dialog.fileName); });
+  dialog.initialFolder = files.currentFolder;
+  const StepResult written = RunStep(host, errors, [&] { WriteForm(program); });
+  program.frmMain.SetText("LastFileName", files.currentFileName);
+  return written == StepResult::done;
+}
+
+void FileDelete(Program& program) {
+  CommonDialog& dialog = program.CMDialog1;
+  dialog.title = "Select File to be Deleted";
+  dialog.filter = "All Files (*.*)|*.*|";
+  dialog.filterIndex = 1;
+  dialog.fileName = "*.*";
+  dialog.cancelIsError = false;
+  program.host.ShowOpen(dialog);
+  if (dialog.fileName.empty()) return;
+  FileState& files = program.files;
+  files.lastUsedName = dialog.fileName;
+  DeleteAfterQuestion(program, files.lastUsedName);
+  SplitPath(program.host, files.lastUsedName, files.lastUsedFolder);
+  dialog.initialFolder = files.lastUsedFolder;
+}
+
+void WriteForm(Program& program) {
+  PutAnswers(program);
+  const FileState& files = program.files;
+  const int lost =
+      WriteResponseFile(program.host, program.record,
+                        {files.currentFolder, files.currentFileName, program.LastRunPath});
+  TellLostCharacters(program, lost);
+}
+
+}  // namespace polefit

@@ -1,0 +1,44 @@
+#include "app/viewers.h"
+
+#include "platform/file_checks.h"
+
+namespace polefit {
+
+void ViewExampleFile(Program& program) {
+  CommonDialog& dialog = program.CMDialog1;
+  const std::string formerFolder = dialog.initialFolder;
+  dialog.initialFolder = JoinPath(program.ProgramFolder, "User");
+  dialog.title = "Open an Example File for illustration";
+  dialog.filter = "All Files (*.*)|*.*|Example Response Files (ex-*.*)|ex-*.*";
+  dialog.filterIndex = 2;
+  dialog.fileName.clear();
+  dialog.cancelIsError = false;
+  program.host.ShowOpen(dialog);
+  dialog.initialFolder = formerFolder;
+  if (dialog.fileName.empty()) return;
+  program.host.StartProgram({"notepad.exe", {dialog.fileName}, WindowStyle::maximised});
+}
+
+void ViewLastOutput(Program& program) {
+  const std::string report = JoinPath(program.ProgramFolder, "~pft-out.txt");
+  if (FileExists(program.host, report)) {
+    program.host.ShellExecuteA(report);
+  } else {
+    program.host.MessageBox("Try a 'Submit' command then retry this View option.",
+                            message_style::kExclamation, "'~pft-out.txt' output file not found.");
+  }
+}
+
+void OpenManual(Program& program) {
+  program.host.ShellExecuteA(JoinPath(program.ProgramFolder, "manual.rtf"));
+}
+
+void EmailSupport(Program& program) {
+  const std::string message = std::string("/mailurl:mailto:") + kSupportAddress +
+                              "?subject=Polefit " POLEFIT_VERSION " questions/problems";
+  const long client =
+      program.host.StartProgram({"c:\\program files\\outlook express\\msimn.exe", {message}});
+  program.host.WaitForSingleObject(client);
+}
+
+}  // namespace polefit

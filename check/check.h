@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/host.h"
+#include "record/response_record.h"
+
+namespace polefit {
+
+/// Something in a file that would make a run fail or surprise.
+struct Finding {
+  /// The question's number as the user sees it ("8", "11a", "22.8" for solver value 8).
+  std::string question;
+  std::string text;
+};
+
+/// What the reader understood of a Response Input File, and what stands out in it.
+struct CheckedFile {
+  std::string path;
+  /// As the form would have it: read up to the error, where there is one.
+  ResponseRecord record;
+  /// The last-used folder as reading left it.
+  std::string folder;
+  /// The error that ended the reading before its end, and the line it came at (from 1).
+  std::optional<RunTimeError> error;
+  int errorLine = 0;
+  std::vector<Finding> findings;
+};
+
+/// Reads and judges the file. Throws RunTimeError when it cannot be opened.
+CheckedFile CheckResponseFile(Host& host, const std::string& path);
+
+enum class CheckFormat { table, json };
+
+/// A table for people, UTF-8.
+std::string CheckAsTable(const CheckedFile& checked);
+/// One JSON object, UTF-8.
+std::string CheckAsJson(const CheckedFile& checked);
+
+}  // namespace polefit

@@ -1,0 +1,101 @@
+#include "demos/ui/demo_dialog.h"
+
+#include <QButtonGroup>
+#include <QCloseEvent>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "demos/demo_runner.h"
+#include "widgets/captions.h"
+#include "widgets/controls.h"
+
+namespace polefit {
+
+FrmDemo::FrmDemo() : exams_(new QButtonGroup(this)) {
+  setObjectName("frmDemo");
+  setWindowTitle("Polefit Demo ... a Veltra Based Application");
+  auto* const rows = new QVBoxLayout(this);
+  rows->setContentsMargins(24, 20, 24, 16);
+  rows->setSpacing(14);
+  rows->addWidget(MakeTitle("Polefit™  Demos"));
+  rows->addWidget(MakeSentence(
+      "lblInstruction",
+      "Select a Matched filter problem from the list below for your demo run.  Note the "
+      "approximate run time for your chosen problem.  (These times were for a 486/33 PC.)  Your "
+      "demo will be silent for this run-time period.  When a solution is found, Polefit™ will "
+      "then display output text and a graph or two."));
+  rows->addLayout(BuildTable());
+  rows->addStretch();
+  auto* const buttons = new QDialogButtonBox;
+  auto* const run = new QPushButton("&Run Demo");
+  auto* const cancel = new QPushButton("&Cancel");
+  run->setObjectName("cmdRunDemo");
+  cancel->setObjectName("cmdCancelDemo");
+  for (QPushButton* const button : {run, cancel}) button->setAutoDefault(true);
+  buttons->addButton(run, QDialogButtonBox::AcceptRole);
+  buttons->addButton(cancel, QDialogButtonBox::RejectRole);
+  rows->addWidget(buttons);
+  connect(exams_, &QButtonGroup::idClicked, this, &FrmDemo::examChosen);
+  connect(run, &QPushButton::clicked, this, &FrmDemo::cmdRunDemo);
+  connect(cancel, &QPushButton::clicked, this, &FrmDemo::cmdCancelDemo);
+  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
+          &FrmDemo::cmdCancelDemo);
+}
+
+QGridLayout* FrmDemo::BuildTable() {
+  auto* const table = new QGridLayout;
+  table->setHorizontalSpacing(24);
+  table->addWidget(MakeHeader("lblFileName", "File Name ________"), 0, 0);
+  table->addWidget(MakeHeader("lblRunTime", "Run Time (Seconds)"), 0, 1);
+  table->addWidget(MakeHeader("lblProblem", "Polefit problem with ... _____________________"), 0,
+                   2);
+  table->setColumnStretch(2, 1);
+  for (int index = 1; index <= static_cast<int>(kDemos.size()); ++index) AddRow(table, index);
+  return table;
+}
+
+void FrmDemo::AddRow(QGridLayout* table, int index) {
+  const Demo& demo = kDemos.at(static_cast<std::size_t>(index - 1));
+  const QString number = QString::number(index);
+  auto* const exam = new QRadioButton(ToQString(demo.fileName));
+  auto* const time = new QLabel(ToQString(demo.runTime));
+  auto* const description = new QLabel(PlainCaption(demo.description));
+  exam->setObjectName("Exam" + number);
+  time->setObjectName("ExTime" + number);
+  description->setObjectName("Description" + number);
+  exam->setAccessibleDescription(description->text());
+  exams_->addButton(exam, index);
+  table->addWidget(exam, index, 0);
+  table->addWidget(time, index, 1, Qt::AlignHCenter);
+  table->addWidget(description, index, 2);
+}
+
+void FrmDemo::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    Q_EMIT cmdRunDemo();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void FrmDemo::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (event->spontaneous()) return;
+  // A tick from the last time would tell of an example that is no longer the current file.
+  exams_->setExclusive(false);
+  for (QAbstractButton* const exam : exams_->buttons()) exam->setChecked(false);
+  exams_->setExclusive(true);
+}
+
+void FrmDemo::closeEvent(QCloseEvent* event) {
+  QWidget::closeEvent(event);
+  Q_EMIT cmdCancelDemo();
+}
+
+}  // namespace polefit

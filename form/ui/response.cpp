@@ -1,0 +1,58 @@
+#include "form/ui/response.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+
+#include "widgets/answer_edit.h"
+#include "widgets/controls.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr int kCountLength = 4;
+constexpr int kNumberLength = 12;
+constexpr int kListLength = 48;
+
+QWidget* MakeCheckBox(std::string_view name) {
+  auto* box = new QCheckBox("Yes");
+  box->setObjectName(ToQString(name));
+  // As high as a text box, so that the rows stand evenly.
+  box->setMinimumHeight(QLineEdit().sizeHint().height());
+  return box;
+}
+
+QWidget* MakeCountBoxes(const Question& question) {
+  auto* group = new QWidget;
+  auto* row = new QHBoxLayout(group);
+  row->setContentsMargins(0, 0, 0, 0);
+  for (const AnswerBox& answer : question.Boxes()) {
+    AnswerEdit* box = MakeBox(answer.name, answer.defaultText, kCountLength, question.selectsAll);
+    box->setAccessibleName(PlainCaption(question.label).simplified() + ' ' +
+                           ToQString(answer.caption));
+    row->addWidget(new ControlLabel(answer.captionName, answer.caption, box), 0, Qt::AlignTop);
+    row->addWidget(box, 0, Qt::AlignTop);
+    row->addSpacing(group->fontMetrics().height() / 2);
+  }
+  row->addStretch();
+  return group;
+}
+
+}  // namespace
+
+QWidget* MakeResponse(const Question& question) {
+  const AnswerBox& box = question.boxes[0];
+  switch (question.kind) {
+    case AnswerKind::flag:
+      return MakeCheckBox(box.name);
+    case AnswerKind::counts:
+      return MakeCountBoxes(question);
+    case AnswerKind::number:
+    case AnswerKind::list:
+      break;
+  }
+  const int length = question.kind == AnswerKind::number ? kNumberLength : kListLength;
+  return MakeBox(box.name, box.defaultText, length, question.selectsAll);
+}
+
+}  // namespace polefit

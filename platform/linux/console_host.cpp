@@ -1,0 +1,43 @@
+#include "platform/linux/console_host.h"
+
+#include <iostream>
+
+namespace polefit {
+
+Answer ConsoleHost::MessageBox(const std::string& text, int style, const std::string& title) {
+  constexpr int kButtons = 0xF;
+  std::cerr << title << '\n' << text << '\n';
+  switch (style & kButtons) {
+    case 0:
+      return Answer::ok;
+    case 4:
+      return Answer::no;
+    default:
+      return Answer::cancel;
+  }
+}
+
+void ConsoleHost::ShowOpen(CommonDialog& dialog) {
+  dialog.fileName.clear();
+  if (dialog.cancelIsError) throw MakeRunTimeError(error_number::kDialogCancelled);
+}
+
+void ConsoleHost::ShowSave(CommonDialog& dialog) {
+  ShowOpen(dialog);
+}
+
+long ConsoleHost::StartProgram(const Command& /*command*/) {
+  throw MakeRunTimeError(error_number::kFileNotFound);
+}
+
+void ConsoleHost::ShellExecuteA(const std::string& /*path*/) {
+  throw MakeRunTimeError(error_number::kFileNotFound);
+}
+
+void ConsoleHost::WaitForSingleObject(long /*processId*/) {}
+
+void ConsoleHost::EndProgram() {
+  throw ProgramEnded{};
+}
+
+}  // namespace polefit

@@ -1,0 +1,165 @@
+#include "platform/linux/linux_host.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <clocale>
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+
+#include "base/pattern.h"
+#include "base/text.h"
+#include "platform/paths.h"
+
+namespace polefit {
+
+namespace {
+
+/// The kind of what is at `path`; nothing when nothing is there. Other failures throw.
+std::optional<mode_t> ModeOf(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) == 0) return status.st_mode;
+  const bool nothingThere =
+      errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG || errno == ELOOP;
+  if (nothingThere) return std::nullopt;
+  throw FromSystemError(errno);
+}
+
+bool IsFile(std::optional<mode_t> mode) {
+  return mode && !S_ISDIR(*mode);
+}
+
+bool HasWildcards(const std::string& name) {
+  return name.find_first_of("*?") != std::string::npos;
+}
+
+/// The first name in byte order of a file in `folder` that fits `name`, or "".
+std::string FirstMatch(const std::string& folder, const std::string& name) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.c_str()), ::closedir);
+  if (listing == nullptr) {
+    if (errno == ENOENT || errno == ENOTDIR) return {};
+    throw FromSystemError(errno);
+  }
+  std::string first;
+  while (const dirent* const entry = ::readdir(listing.get())) {
+    const std::string candidate = entry->d_name;
+    const bool better = first.empty() || candidate < first;
+    if (better && FitsPattern(candidate, name) && IsFile(ModeOf(JoinPath(folder, candidate)))) {
+      first = candidate;
+    }
+  }
+  return first;
+}
+
+/// The time in the pattern of strftime, with the names of a locale; "" is the user's.
+std::string FormatTime(const std::tm& time, const char* pattern, const char* localeName) {
+  locale_t locale = ::newlocale(LC_TIME_MASK, localeName, nullptr);
+  if (locale == nullptr) locale = ::newlocale(LC_TIME_MASK, "C", nullptr);
+  std::array<char, 256> text{};
+  ::strftime_l(text.data(), text.size(), pattern, &time, locale);
+  ::freelocale(locale);
+  return text.data();
+}
+
+}  // namespace
+
+LinuxHost::LinuxHost(const std::string& userValuesPath) : values_(userValuesPath) {}
+
+std::string LinuxHost::LookUpFile(const std::string& path) {
+  const std::size_t cut = path.rfind(kSeparator);
+  const std::string name = cut == std::string::npos ? path : path.substr(cut + 1);
+  if (!HasWildcards(name)) return !name.empty() && IsFile(ModeOf(path)) ? name : "";
+  if (cut == std::string::npos) return FirstMatch(".", name);
+  return FirstMatch(cut == 0 ? "/" : path.substr(0, cut), name);
+}
+
+bool LinuxHost::LookUpFolder(const std::string& path) {
+  const std::optional<mode_t> mode = ModeOf(path);
+  return mode && S_ISDIR(*mode);
+}
+
+void LinuxHost::DeleteFile(const std::string& path) {
+  if (::unlink(path.c_str()) != 0) throw FromSystemError(errno);
+}
+
+void LinuxHost::MakeFolder(const std::string& path) {
+  if (::mkdir(path.c_str(), 0777) != 0) throw FromSystemError(errno, error_number::kPathNotFound);
+}
+
+std::string LinuxHost::CurrentFolder() {
+  std::array<char, PATH_MAX> buffer{};
+  if (::getcwd(buffer.data(), buffer.size()) == nullptr) {
+    throw FromSystemError(errno, error_number::kPathNotFound);
+  }
+  return buffer.data();
+}
+
+void LinuxHost::ChangeFolder(const std::string& path) {
+  if (::chdir(path.c_str()) != 0) throw FromSystemError(errno, error_number::kPathNotFound);
+}
+
+void LinuxHost::ChangeDrive(const std::string& /*path*/) {}
+
+std::string LinuxHost::ShortPath(const std::string& folder) {
+  if (folder.empty()) return "/";  // what is left of "/name" before its separator
+  if (LookUpFolder(folder)) return folder;
+  RunTimeError error = MakeRunTimeError(error_number::kPathNotFound);
+  error.description += ": " + folder;
+  throw error;
+}
+
+std::string LinuxHost::OwnFolder() {
+  std::array<char, PATH_MAX> buffer{};
+  const ssize_t length = ::readlink("/proc/self/exe", buffer.data(), buffer.size());
+  if (length < 0) throw FromSystemError(errno, error_number::kPathNotFound);
+  const std::string executable(buffer.data(), static_cast<std::size_t>(length));
+  return executable.substr(0, executable.rfind(kSeparator));
+}
+
+std::optional<RegistryKey> LinuxHost::RegOpenKeyExA(std::uint32_t root, const std::string& subKey,
+                                                    std::uint32_t access) {
+  return values_.Open(root, subKey, access);
+}
+
+std::optional<CreatedKey> LinuxHost::RegCreateKeyExA(std::uint32_t root,
+                                                     const std::string& subKey) {
+  return values_.Create(root, subKey);
+}
+
+std::optional<RegistryValue> LinuxHost::RegQueryValueExA(RegistryKey key, const std::string& name) {
+  return values_.Query(key, name);
+}
+
+bool LinuxHost::RegSetValueExA(RegistryKey key, const std::string& name,
+                               const RegistryValue& value) {
+  return values_.Set(key, name, value);
+}
+
+void LinuxHost::RegCloseKey(RegistryKey key) {
+  values_.Close(key);
+}
+
+std::string LinuxHost::FormatNow(const char* pattern) {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  ::localtime_r(&now, &local);
+  const std::string text = FormatTime(local, pattern, "");
+  // Names that the files' code page lacks would reach them as question marks.
+  std::string bytes;
+  int replaced = 0;
+  ToWindows1252(text, bytes, replaced);
+  return replaced == 0 ? text : FormatTime(local, pattern, "C");
+}
+
+std::uint32_t LinuxHost::GetVersion() {
+  constexpr std::uint32_t kMajor = 4;
+  constexpr std::uint32_t kMinor = 10;
+  return kMajor | (kMinor << 8U);  // a platform that can run the console solver
+}
+
+}  // namespace polefit

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+
+#include "platform/host.h"
+#include "platform/linux/shared_file.h"
+#include "platform/linux/user_values.h"
+
+namespace polefit {
+
+/// The half of the Host that needs no window: files, folders, per-user values, clock, version.
+class LinuxHost : public Host {
+ public:
+  /// `userValuesPath` is the file of the per-user store.
+  explicit LinuxHost(const std::string& userValuesPath = UserValuesPath());
+
+  std::string LookUpFile(const std::string& path) override;
+  bool LookUpFolder(const std::string& path) override;
+
+  void OpenForReading(const std::string& path) override { file_.OpenForReading(path); }
+  void OpenForWriting(const std::string& path) override { file_.OpenForWriting(path); }
+  std::string_view ReadLine() override { return file_.ReadLine(); }
+  int LinesRead() const override { return file_.LinesRead(); }
+  void WriteLine(std::string_view line) override { file_.WriteLine(line); }
+  int CloseFile() override { return file_.Close(); }
+  void AbandonFile() override { file_.Abandon(); }
+
+  void DeleteFile(const std::string& path) override;
+  void MakeFolder(const std::string& path) override;
+  std::string CurrentFolder() override;
+  void ChangeFolder(const std::string& path) override;
+  void ChangeDrive(const std::string& path) override;
+  std::string ShortPath(const std::string& folder) override;
+  std::string OwnFolder() override;
+
+  std::optional<RegistryKey> RegOpenKeyExA(std::uint32_t root, const std::string& subKey,
+                                           std::uint32_t access) override;
+  std::optional<CreatedKey> RegCreateKeyExA(std::uint32_t root, const std::string& subKey) override;
+  std::optional<RegistryValue> RegQueryValueExA(RegistryKey key, const std::string& name) override;
+  bool RegSetValueExA(RegistryKey key, const std::string& name,
+                      const RegistryValue& value) override;
+  void RegCloseKey(RegistryKey key) override;
+
+  std::string FormatNow(const char* pattern) override;
+  std::uint32_t GetVersion() override;
+
+ private:
+  SharedFile file_;
+  UserValues values_;
+};
+
+}  // namespace polefit

@@ -1,0 +1,40 @@
+#include <QApplication>
+#include <QIcon>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/linux/console_host.h"
+#include "platform/ui/qt_host.h"
+#include "program/console.h"
+#include "program/ui/session.h"
+#include "widgets/program_style.h"
+
+namespace {
+
+int RunWindows(int argc, char** argv, const std::string& fileToOpen) {
+  QApplication::setDesktopFileName("polefit");
+  QApplication::setApplicationName("Polefit");
+  QApplication::setApplicationVersion(POLEFIT_VERSION);
+  const QApplication application(argc, argv);
+  QApplication::setStyle(new polefit::ProgramStyle);
+  QApplication::setWindowIcon(QIcon::fromTheme("polefit"));
+  // Windows come and go; the program ends where its own way out says so.
+  QApplication::setQuitOnLastWindowClosed(false);
+  polefit::QtHost host;
+  polefit::Session session(host, fileToOpen);
+  session.Start();
+  return session.HasEnded() ? 0 : QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  polefit::ConsoleHost console;
+  const std::vector<std::string> arguments(argv + 1, argv + argc);
+  const polefit::CommandLineResult result = polefit::RunCommandLine(console, arguments);
+  if (result.exitCode) return *result.exitCode;
+  // Start-up changes the current folder, so a relative name is made whole before it.
+  const std::string& file = result.window.fileToOpen;
+  return RunWindows(argc, argv, file.empty() ? file : std::filesystem::absolute(file).string());
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "demos/ui/demo_dialog.h"
+#include "demos/ui/intro_dialog.h"
+#include "form/state.h"
+#include "form/ui/main_window.h"
+#include "platform/ui/qt_host.h"
+#include "program/ui/event_guard.h"
+#include "runs/ui/run_window.h"
+
+namespace polefit {
+
+/// All windows of the program, wired to its routines.
+class Session {
+ public:
+  /// `fileToOpen` is a whole path that is opened once the main form is up, or empty.
+  Session(QtHost& host, std::string fileToOpen);
+
+  /// Shows the introduction on a first start, else the main form.
+  void Start();
+  bool HasEnded() const { return guard_.HasEnded(); }
+
+  Program& Values() { return program_; }
+
+ private:
+  using Routine = void (*)(Program&);
+
+  void ConnectMainForm();
+  void ConnectDialogs();
+  void On(void (FrmMain::*signal)(), Routine routine);
+  void ShowMainForm();
+  void LoadMainFormOnce();
+  void ShowDemos();
+  void PutFileBack();
+  void Submit();
+  bool MayStart();
+  void TakeImproved();
+
+  EventGuard guard_;
+  FrmMain frmMain_;
+  Program program_;
+  RunConsole console_;
+  FrmIntro frmIntro_;
+  FrmDemo frmDemo_;
+  std::string fileToOpen_;
+  /// What the form's data belong to while the demo dialog is in the main form's place.
+  std::optional<FileState> beforeDemos_;
+  bool loaded_ = false;
+};
+
+}  // namespace polefit

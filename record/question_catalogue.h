@@ -1,0 +1,86 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+#include "record/response_record.h"
+
+namespace polefit {
+
+/// The tabs of the main form, in order.
+enum class Tab { start, polesAndZeros, misc, passbandData, delayData, solverSettings, run };
+
+inline constexpr std::array<std::string_view, 7> kTabCaptions = {
+    "&1. Start",      "&2. Poles && Zeros",  "&3. Misc.", "&4. Passband Data",
+    "&5. Delay Data", "&6. Solver Settings", "&7. Run"};
+
+enum class AnswerKind {
+  flag,    ///< a check box; "Y" or "N" in the record
+  number,  ///< one number
+  list,    ///< numbers separated by blanks
+  counts   ///< three whole numbers, each in a box of its own
+};
+
+/// One control that shows an answer or a part of it.
+struct AnswerBox {
+  std::string_view name;
+  /// The text of a fresh form; flags have none and are not ticked.
+  std::string_view defaultText;
+  /// The small caption beside the box and that label's name, for counts only.
+  std::string_view caption = {};
+  std::string_view captionName = {};
+};
+
+/// One numbered question: everything that the form, the transfer and the file know of it.
+struct Question {
+  /// The answer slot and the index of the label; both count from 1.
+  int slot;
+  AnswerKind kind;
+  Tab tab;
+  /// The caption as the label takes it: "&&" is a literal ampersand.
+  std::string_view label;
+  std::array<AnswerBox, 3> boxes;
+  /// Whether the box selects its whole text when it receives the focus.
+  bool selectsAll;
+
+  std::span<const AnswerBox> Boxes() const {
+    return std::span(boxes).first(kind == AnswerKind::counts ? 3 : 1);
+  }
+};
+
+inline constexpr int kQuestionCount = 22;
+
+/// Slots 1 to 22, in slot order.
+extern const std::array<Question, kQuestionCount> kQuestions;
+
+/// The question of the computed passband point count, for the file only.
+inline constexpr std::string_view kPointCountQuestion =
+    "23. »  # of Freq. points, nFreqPoints, not a user prompt; i.e. a calculated value.";
+
+/// One of the nine solver values.
+struct SolverQuestion {
+  std::string_view name;
+  std::string_view label;
+  /// What the label beside the box shows as the default.
+  std::string_view defaultLabel;
+  /// The box's text in a fresh form.
+  std::string_view designText;
+  /// What "&Edit Defaults" puts in. The spacing differs from the two above on purpose.
+  std::string_view editText;
+  bool selectsAll;
+};
+
+extern const std::array<SolverQuestion, kSolverValueCount> kSolverQuestions;
+
+/// A free note and its box.
+struct NoteBox {
+  std::string_view name;
+  std::string_view defaultText;
+  std::string ResponseRecord::*field;
+};
+
+extern const std::array<NoteBox, 2> kNoteBoxes;
+
+}  // namespace polefit

@@ -1,0 +1,237 @@
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <limits>
+#include <utility>
+
+#include "solver/problem/problem_reader.h"
+
+namespace polefit {
+
+namespace {
+
+/// The filled cells at the beginning of a row.
+template <std::size_t Columns>
+int FilledCells(const PointLists<Columns>& points, int row) {
+  int count = 0;
+  while (count < points.kColumns && !points.At(row, count + 1).empty()) ++count;
+  return count;
+}
+
+/// Stands for a cell with a fault. It is not equal to 0, so that nothing is said about all points
+/// together that the mended cell could make wrong.
+constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+
+/// Reads the needed cells of one row.
+class RowReader {
+ public:
+  RowReader(AnswerReader& answers, std::string block)
+      : answers_(answers), block_(std::move(block)) {}
+
+  template <std::size_t Columns>
+  std::vector<double> Read(const PointLists<Columns>& points, int row, int needed,
+                           const std::vector<const char*>& names, int mayBeNegative) {
+    const std::string name = block_ + " point " + std::to_string(row) + ": ";
+    const int found = FilledCells(points, row);
+    if (found < needed) {
+      answers_.Fault(name + std::to_string(found) + " value(s) found, " + std::to_string(needed) +
+                     " needed.");
+    }
+    std::vector<double> values(static_cast<std::size_t>(needed), kUnknown);
+    for (int column = 1; column <= std::min(found, needed); ++column) {
+      const auto index = static_cast<std::size_t>(column - 1);
+      const std::string& text = points.At(row, column);
+      std::string fault = name;
+      fault += names.at(index);
+      const std::optional<double> value = ParseNumber(text);
+      if (!value) {
+        answers_.Fault(fault.append(" \"").append(text).append(
+            IsOutOfRange(text) ? "\" is out of range (1e-308 to 1e308)." : "\" is not a number."));
+      } else if (*value < 0 && column != mayBeNegative) {
+        answers_.Fault(fault.append(" ").append(text).append(" is negative."));
+      } else {
+        values[index] = *value;
+      }
+    }
+    return values;
+  }
+
+ private:
+  AnswerReader& answers_;
+  std::string block_;
+};
+
+/// The data points and the weights that the error measures give them.
+class PointReader {
+ public:
+  PointReader(const ResponseRecord& record, AnswerReader& answers, Problem& problem)
+      : record_(record), answers_(answers), problem_(problem) {}
+
+  void Read() {
+    if (record_.nFreqPoints > 0) {
+      ReadPassband();
+      WeighPassband();
+      CheckPassband();
+    } else {
+      answers_.Fault("Question 23: there are no passband points.");
+    }
+    if (!problem_.wantsDelay) return;
+    ReadDelay();
+    WeighDelay();
+    CheckDelay();
+  }
+
+ private:
+  void ReadPassband() {
+    RowReader rows(answers_, "Passband");
+    const int needed = problem_.usesWeights ? 4 : 3;
+    for (int row = 1; row <= record_.nFreqPoints; ++row) {
+      const auto values =
+          rows.Read(record_.passband, row, needed, {"frequency", "Yin", "Yout", "weight"}, 0);
+      const double weight = problem_.usesWeights ? values[3] : 1;
+      problem_.passband.push_back({values[0], values[1], values[2], weight});
+      if (values[2] == 0 && problem_.inputPower > 0) RefuseDivision(row);
+    }
+  }
+
+  void RefuseDivision(int row) {
+    answers_.Fault(
+        "Passband point " + std::to_string(row) + ": Yout is 0 and Ipower is " +
+        record_.Slot(slot::kIPower) +
+        "; the error cannot be divided by 0 (use Ipower 0 or less, or leave the point out).");
+  }
+
+  /// Without a point that asks for more than 0 and can be given it, the best gain is 0.
+  void CheckPassband() {
+    const auto& points = problem_.passband;
+    const auto any = [&points](auto fits) {
+      return std::any_of(points.begin(), points.end(), fits);
+    };
+    const bool hasYout = any([](const PassbandPoint& point) { return point.yout != 0; });
+    const bool hasBoth =
+        any([](const PassbandPoint& point) { return point.yin != 0 && point.yout != 0; });
+    const bool hasWeight = any([](const PassbandPoint& point) { return point.weight != 0; });
+    if (!hasYout) {
+      answers_.Fault("Passband points: every Yout is 0.");
+    } else if (!hasBoth) {
+      answers_.Fault("Passband points: no point has both Yin and Yout greater than 0.");
+    }
+    if (!hasWeight) answers_.Fault("Passband points: all weights are 0.");
+    if (!hasBoth || !hasWeight) return;
+    if (!(problem_.rows.inputs != 0 && problem_.rows.targets != 0).any()) {
+      answers_.Fault(
+          "Passband points: no point with a weight greater than 0 has both Yin and Yout greater "
+          "than 0.");
+    }
+  }
+
+  void ReadDelay() {
+    RowReader rows(answers_, "Delay");
+    for (int row = 1; row <= record_.nDelayPoints; ++row) {
+      constexpr int kTxColumn = 2;
+      const auto values = rows.Read(record_.delay, row, 2, {"frequency", "TX"}, kTxColumn);
+      problem_.delay.push_back({values[0], values[1]});
+    }
+  }
+
+  /// A free constant takes one point away.
+  void CheckDelay() {
+    const Eigen::Index needed = problem_.rows.wantedDelay > 0 ? 1 : 2;
+    const Eigen::Index found = record_.nDelayPoints;
+    const Eigen::Index counting = (problem_.rows.delayLevels != 0).count();
+    if (found < needed) {
+      answers_.Fault("Question 1 is Y but there " + std::string(found == 1 ? "is " : "are ") +
+                     std::to_string(found) +
+                     (found == 1 ? " delay point; at least " : " delay points; at least ") +
+                     std::to_string(needed) + " needed.");
+    } else if (counting < needed) {
+      answers_.Fault("Delay points: " + std::to_string(counting) +
+                     " with a weight greater than 0, at least " + std::to_string(needed) +
+                     " needed (where Yout is 0 and DelRipplePower is " +
+                     record_.Slot(slot::kDelRipplePower) + ", the weight is 0).");
+    }
+  }
+
+  double LargestYout() const {
+    double largest = 0;
+    for (const PassbandPoint& point : problem_.passband) largest = std::max(largest, point.yout);
+    return largest;
+  }
+
+  /// e_i = (Yin |H| - Yout) / Ymax / (Yout / Ymax)^Ipower * Weight, with the factors drawn into
+  /// inputs and targets.
+  void WeighPassband() {
+    const double largest = LargestYout();
+    const auto count = static_cast<Eigen::Index>(problem_.passband.size());
+    DataRows& rows = problem_.rows;
+    rows.frequencies.resize(count);
+    rows.inputs.resize(count);
+    rows.targets.resize(count);
+    for (Eigen::Index i = 0; i < count; ++i) {
+      const PassbandPoint& point = problem_.passband[static_cast<std::size_t>(i)];
+      // At Yout = 0 a negative power gives the weight 0.
+      const double weight =
+          point.weight * std::pow(point.yout / largest, -problem_.inputPower) / largest;
+      rows.frequencies[i] = point.frequency / problem_.freqNorm;
+      rows.inputs[i] = weight * point.yin;
+      rows.targets[i] = weight * point.yout;
+    }
+  }
+
+  /// d_j = FreqNorm / 1000 * (TX + delay - T0) / (Yout / Ymax)^DelRipplePower.
+  void WeighDelay() {
+    const double largest = LargestYout();
+    const auto count = static_cast<Eigen::Index>(problem_.delay.size());
+    DataRows& rows = problem_.rows;
+    rows.delayFrequencies.resize(count);
+    rows.delayOffsets.resize(count);
+    rows.delayLevels.resize(count);
+    std::vector<PassbandPoint> sorted = problem_.passband;
+    std::erase_if(sorted, [](const PassbandPoint& point) { return std::isnan(point.frequency); });
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const PassbandPoint& one, const PassbandPoint& other) {
+                       return one.frequency < other.frequency;
+                     });
+    for (Eigen::Index i = 0; i < count; ++i) {
+      const DelayPoint& point = problem_.delay[static_cast<std::size_t>(i)];
+      const double share = YoutAt(sorted, point.frequency) / largest;
+      if (share == 0 && problem_.delayRipplePower > 0) RefuseDelayDivision(i);
+      const double level = problem_.freqNorm / 1000 * std::pow(share, -problem_.delayRipplePower);
+      rows.delayFrequencies[i] = point.frequency / problem_.freqNorm;
+      rows.delayOffsets[i] = level * point.tx;
+      rows.delayLevels[i] = level;
+    }
+    rows.delaySlopes = rows.delayLevels * problem_.DelayUnit();
+  }
+
+  void RefuseDelayDivision(Eigen::Index index) {
+    answers_.Fault("Delay point " + std::to_string(index + 1) +
+                   ": Yout is 0 there and DelRipplePower is " +
+                   record_.Slot(slot::kDelRipplePower) + "; use 0 or less.");
+  }
+
+  /// Yout at a frequency: linear between the points, the end value outside.
+  static double YoutAt(const std::vector<PassbandPoint>& sorted, double frequency) {
+    if (sorted.empty() || std::isnan(frequency)) return kUnknown;
+    const auto after = std::upper_bound(
+        sorted.begin(), sorted.end(), frequency,
+        [](double value, const PassbandPoint& point) { return value < point.frequency; });
+    if (after == sorted.begin()) return sorted.front().yout;
+    const auto before = std::prev(after);
+    if (after == sorted.end()) return before->yout;
+    const double share = (frequency - before->frequency) / (after->frequency - before->frequency);
+    return before->yout + share * (after->yout - before->yout);
+  }
+
+  const ResponseRecord& record_;
+  AnswerReader& answers_;
+  Problem& problem_;
+};
+
+}  // namespace
+
+void ReadPoints(const ResponseRecord& record, AnswerReader& answers, Problem& problem) {
+  PointReader(record, answers, problem).Read();
+}
+
+}  // namespace polefit

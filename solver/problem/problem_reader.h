@@ -1,0 +1,18 @@
+#pragma once
+
+#include "record/response_record.h"
+#include "solver/problem/answers.h"
+#include "solver/problem/problem.h"
+
+namespace polefit {
+
+/// Turns the answers into a problem. Answers that are not in use are not looked at. All faults
+/// are collected; with any of them the problem cannot be solved.
+Problem ReadProblem(const ResponseRecord& record, Findings& findings);
+
+/// The parts of it, each of which fills its part of the problem.
+void ReadOptions(const ResponseRecord& record, AnswerReader& answers, Options& options);
+void ReadLocations(const ResponseRecord& record, AnswerReader& answers, Problem& problem);
+void ReadPoints(const ResponseRecord& record, AnswerReader& answers, Problem& problem);
+
+}  // namespace polefit

@@ -1,0 +1,153 @@
+#include "solver/report/report.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/text_format.h"
+#include "solver/model/model.h"
+
+namespace polefit {
+
+namespace {
+
+void WriteHead(const ReportHead& head, ReportText& text) {
+  text.Line("POLEFIT " POLEFIT_VERSION " - report of the solver pfit: the poles and zeros of H(s)");
+  text.Line(std::string(ReportText::kColumns, '='));
+  text.Wrapped("Data file : " + head.dataFile, 12);
+  text.Wrapped("Folder    : " + head.dataFolder, 12);
+  text.Line("Made      : " + head.date + Format(", in %.3f seconds", head.seconds));
+  text.Line();
+  text.Wrapped("Result: " + head.result, 8);
+}
+
+/// What the agreement of starts says about the answer.
+void WriteAgreement(const Summary& summary, ReportText& text) {
+  if (summary.ending != EndReason::zero) return;
+  const std::string what = "        Starts agree that end within 0.1 % of the answer's F; ";
+  text.Wrapped(what + (summary.StartsNear(summary.best.Cost()) > 1
+                           ? "where several do, a better answer is unlikely."
+                           : "one alone proves little: try other starting values, or a larger "
+                             "EVALMAX."),
+               8);
+}
+
+/// How F comes about with delay, so that question 4 can be chosen.
+void WriteBalance(const Problem& problem, const Fit& fit, ReportText& text) {
+  text.Wrapped("    = W * magnitude + delay  " + Fitted(problem.rows.magnitudeWeight, 6, 12) +
+                   Format(" * %.4e + %.4e   (W: question 4)", fit.meanSquare, fit.delayMeanSquare),
+               29);
+}
+
+void WriteDelayQuality(const SolvedProblem& solved, ReportText& text) {
+  const DelayQuality delay = JudgeDelay(solved.problem, solved.summary.best);
+  text.Line("  total delay, constant      " + Rounded(solved.summary.best.fit.delayConstant, 5) +
+            " ns   (" + ConstantNote(solved.problem) + ")");
+  text.Line("  ripple around it           " + Rounded(delay.peakToPeak, 4) + " ns peak to peak, " +
+            Rounded(delay.rms, 4) + " ns rms");
+}
+
+/// The first screen: is it good, and can it be trusted?
+void WriteQuality(const SolvedProblem& solved, ReportText& text) {
+  const Problem& problem = solved.problem;
+  const Fit& fit = solved.summary.best.fit;
+  const char* const unit = problem.inputPower != 0 || problem.usesWeights
+                               ? "   (parts of the largest Yout, weighted)"
+                               : "   (parts of the largest Yout)";
+  WriteAgreement(solved.summary, text);
+  text.Line();
+  text.Line(Format("  rms error of the passband  %.3e", std::sqrt(fit.meanSquare)) + unit);
+  text.Line(Format("  largest passband error     %.3e", fit.largestError) + unit);
+  text.Line(Format("  gain H(0)                  %.9g", fit.gain));
+  if (problem.wantsDelay) WriteDelayQuality(solved, text);
+  text.Line(Format("  cost F                     %.6e   (typed values: %.6e)", fit.cost,
+                   solved.summary.typedCost));
+  if (problem.wantsDelay) WriteBalance(problem, fit, text);
+  text.Line(Format("  model evaluations          %d of %d at most", solved.summary.evaluations,
+                   problem.options.maxEvaluations));
+}
+
+void WriteWarnings(const std::vector<std::string>& warnings, ReportText& text) {
+  for (const std::string& warning : warnings) text.Wrapped(warning, 9);
+}
+
+void WriteNotes(const SolvedProblem& solved, ReportText& text) {
+  text.Line();
+  for (const std::string* const note : {&solved.record.Note1, &solved.record.Note2}) {
+    if (!note->empty()) text.Wrapped("Note: " + *note, 6);
+  }
+  WriteWarnings(solved.warnings, text);
+}
+
+}  // namespace
+
+std::string ResultText(const Summary& summary) {
+  switch (summary.ending) {
+    case EndReason::evalMax:
+      return "stopped at EVALMAX; best point found is given";
+    case EndReason::stepsLim:
+      return "stopped at STEPSLIM; best point found is given";
+    case EndReason::requested:
+      return "stopped on request; best point found is given";
+    default:
+      return Format("converged (%d of %zu starts agree)", summary.StartsNear(summary.best.Cost()),
+                    summary.starts.size());
+  }
+}
+
+const char* ConstantNote(const Problem& problem) {
+  if (problem.rows.wantedDelay > 0) return "Tmin, question 1a";
+  return problem.delayRipplePower == 0 ? "free, the best fit" : "free, weighted by question 1b";
+}
+
+DelayQuality JudgeDelay(const Problem& problem, const Point& point) {
+  DelayQuality quality;
+  const Eigen::ArrayXd delays =
+      problem.DelayUnit() *
+      Delays(problem.constellation, point.parameters, problem.rows.delayFrequencies);
+  double sum = 0;
+  for (std::size_t i = 0; i < problem.delay.size(); ++i) {
+    quality.total.push_back(problem.delay[i].tx + delays[static_cast<Eigen::Index>(i)]);
+    const double error = quality.total.back() - point.fit.delayConstant;
+    sum += error * error;
+    quality.largest = std::max(quality.largest, std::abs(error));
+  }
+  const auto [least, most] = std::minmax_element(quality.total.begin(), quality.total.end());
+  quality.peakToPeak = *most - *least;
+  quality.rms = std::sqrt(sum / static_cast<double>(quality.total.size()));
+  return quality;
+}
+
+std::vector<std::string> FullReport(const ReportHead& head, const SolvedProblem& solved) {
+  ReportText text;
+  WriteHead(head, text);
+  WriteQuality(solved, text);
+  WriteNotes(solved, text);
+  ReportProblem(solved, text);
+  ReportIterations(solved, text);
+  ReportLocations(solved, text);
+  ReportBounds(solved, text);
+  ReportPassband(solved, text);
+  if (solved.problem.wantsDelay) ReportDelay(solved, text);
+  ReportSidelobes(solved, text);
+  ReportGraphs(solved, text);
+  text.Line();
+  text.Line("End of report.");
+  return text.Lines();
+}
+
+std::vector<std::string> FailureReport(const ReportHead& head,
+                                       const std::vector<std::string>& messages,
+                                       const std::vector<std::string>& warnings) {
+  constexpr std::size_t kMost = 20;
+  ReportText text;
+  WriteHead(head, text);
+  text.Line();
+  for (std::size_t i = 0; i < std::min(kMost, messages.size()); ++i) text.Wrapped(messages[i], 2);
+  if (messages.size() > kMost) text.Line(Format("... and %zu more.", messages.size() - kMost));
+  WriteWarnings(warnings, text);
+  text.Line();
+  text.Line("End of report.");
+  return text.Lines();
+}
+
+}  // namespace polefit

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "record/response_record.h"
+#include "solver/problem/answers.h"
+#include "solver/problem/problem.h"
+#include "solver/report/journal.h"
+#include "solver/report/report_text.h"
+#include "solver/search/search.h"
+
+namespace polefit {
+
+/// What the head of every report tells, whether the problem was run or not.
+struct ReportHead {
+  std::string dataFile;
+  std::string dataFolder;
+  std::string date;
+  double seconds = 0;
+  /// "converged (6 of 8 starts agree)" and so on.
+  std::string result;
+};
+
+/// A solved problem with everything that the report shows of it.
+struct SolvedProblem {
+  const ResponseRecord& record;
+  const Problem& problem;
+  const Summary& summary;
+  const Journal& journal;
+  const std::vector<std::string>& warnings;
+};
+
+/// The result in one line: "converged (6 of 8 starts agree)" or why the run stopped.
+std::string ResultText(const Summary& summary);
+
+/// The whole report of a run.
+std::vector<std::string> FullReport(const ReportHead& head, const SolvedProblem& solved);
+
+/// The report of a problem without an answer: the head, the messages, at most 20, and the warnings.
+std::vector<std::string> FailureReport(const ReportHead& head,
+                                       const std::vector<std::string>& messages,
+                                       const std::vector<std::string>& warnings);
+
+/// The sections of the full report, in its order.
+void ReportProblem(const SolvedProblem& solved, ReportText& text);
+void ReportIterations(const SolvedProblem& solved, ReportText& text);
+void ReportLocations(const SolvedProblem& solved, ReportText& text);
+void ReportBounds(const SolvedProblem& solved, ReportText& text);
+void ReportPassband(const SolvedProblem& solved, ReportText& text);
+void ReportDelay(const SolvedProblem& solved, ReportText& text);
+void ReportSidelobes(const SolvedProblem& solved, ReportText& text);
+void ReportGraphs(const SolvedProblem& solved, ReportText& text);
+
+/// Where the constant T0 comes from: question 1a, or the best fit.
+const char* ConstantNote(const Problem& problem);
+
+/// How the total delay of the best point, in ns, follows its constant.
+struct DelayQuality {
+  std::vector<double> total;  ///< a delay point each
+  double peakToPeak = 0;
+  double rms = 0;
+  double largest = 0;
+};
+DelayQuality JudgeDelay(const Problem& problem, const Point& point);
+
+}  // namespace polefit

@@ -1,0 +1,206 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "base/text_format.h"
+#include "solver/model/model.h"
+#include "solver/report/last_run.h"
+#include "solver/report/report.h"
+#include "solver/search/wren.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr double kDecibelsPerNeper = 8.685889638065037;
+
+/// At an omega-axis zero |H| is kept off 0 by so little that it would show as 1e-100.
+double NotTiny(double value) {
+  return std::abs(value) < 1e-90 ? 0 : value;
+}
+
+/// A thousandth of a decibel is little at every scale.
+std::string InDecibels(double value) {
+  return FigureFormat(1, 7, 4)(value);
+}
+
+/// The largest of some errors, and where.
+struct Extreme {
+  double size = 0;
+  double frequency = 0;
+  void Take(double value, double at) {
+    if (std::abs(value) > size) *this = {std::abs(value), at};
+  }
+};
+
+/// The passband rows' figures, a column each, and what they come to.
+struct PassbandColumns {
+  explicit PassbandColumns(const SolvedProblem& solved) {
+    const Problem& problem = solved.problem;
+    const double gain = solved.summary.best.fit.gain;
+    const Eigen::ArrayXd magnitudes =
+        Magnitudes(problem.constellation, solved.summary.best.parameters, problem.rows.frequencies);
+    for (std::size_t row = 0; row < problem.passband.size(); ++row) {
+      const auto i = static_cast<Eigen::Index>(row);
+      const PassbandPoint& point = problem.passband[row];
+      yin.push_back(point.yin);
+      yout.push_back(point.yout);
+      obtained.push_back(NotTiny(gain * point.yin * magnitudes[i]));
+      error.push_back(obtained.back() - point.yout);
+      weighted.push_back(
+          NotTiny(gain * problem.rows.inputs[i] * magnitudes[i] - problem.rows.targets[i]));
+      squares += error.back() * error.back();
+      largest.Take(error.back(), point.frequency);
+      largestWeighted.Take(weighted.back(), point.frequency);
+      AddDecibels(point);
+    }
+  }
+
+  std::vector<double> yin, yout, obtained, error, weighted;
+  std::vector<std::string> decibels;
+  double squares = 0;  ///< of the errors, their sum
+  Extreme largest, largestWeighted, largestDecibels;
+
+ private:
+  void AddDecibels(const PassbandPoint& point) {
+    const double ratio = point.yout > 0 ? obtained.back() / point.yout : 0;
+    const double value = ratio > 0 ? kDecibelsPerNeper * std::log(ratio) : 0;
+    largestDecibels.Take(value, point.frequency);
+    decibels.push_back(ratio > 0 ? InDecibels(value) : "-");
+  }
+};
+
+template <class Rows>
+void AddFrequencies(const Rows& rows, ReportTable& table) {
+  constexpr int kWidth = 10;
+  std::vector<std::string> numbers;
+  std::vector<std::string> frequencies;
+  for (const auto& row : rows) {
+    numbers.push_back(std::to_string(numbers.size() + 1));
+    frequencies.push_back(Fitted(row.frequency, 9, kWidth));
+  }
+  table.Add("row", "", 5, numbers);
+  table.Add("frequency", "MHz", kWidth, frequencies);
+}
+
+/// The sidelobe peak above each omega-axis zero; without one where two zeros coincide.
+std::vector<Peak> FindSidelobes(const Problem& problem, const Point& point,
+                                const std::vector<double>& zeros) {
+  if (!point.peaks.empty()) return point.peaks;
+  Listener nobody;
+  const LogCurve curve(problem.constellation, point.parameters);
+  std::vector<Peak> peaks;
+  for (std::size_t i = 0; i < zeros.size(); ++i) {
+    const bool isLast = i + 1 == zeros.size();
+    const double to = isLast ? std::max(problem.largest, 10 * zeros[i]) : zeros[i + 1];
+    if (to > zeros[i]) {
+      peaks.push_back(FindPeak(curve, {zeros[i], to, isLast}, problem.options, nobody));
+    } else {
+      peaks.push_back({zeros[i], -std::numeric_limits<double>::infinity(), false});
+    }
+  }
+  return peaks;
+}
+
+}  // namespace
+
+void ReportPassband(const SolvedProblem& solved, ReportText& text) {
+  const Problem& problem = solved.problem;
+  const PassbandColumns rows(solved);
+  ReportTable table;
+  AddFrequencies(problem.passband, table);
+  table.Add("Yin", "as typed", 9, rows.yin, {LargestSize(rows.yin), 9, 6});
+  table.Add("Yout", "as typed", 9, rows.yout, {LargestSize(rows.yout), 9, 6});
+  table.Add("Yin*|H|", "as Yout", 10, rows.obtained, {LargestSize(rows.obtained), 10, 7});
+  table.Add("error", "as Yout", 10, rows.error, {LargestSize(rows.error), 9, 4});
+  table.Add("error", "dB", 8, rows.decibels);
+  std::vector<std::string> weighted;
+  for (const double error : rows.weighted) weighted.push_back(Format("%.3e", error));
+  table.Add("weighted e", "of Ymax", 11, weighted);
+  text.Heading("PASSBAND FIT");
+  table.Write(text);
+
+  const auto at = [](const Extreme& extreme) {
+    return "at " + Fitted(extreme.frequency, 9, 15) + " MHz";
+  };
+  text.Line();
+  text.Line(Format("  rms error      %.4e as Yout",
+                   std::sqrt(rows.squares / static_cast<double>(rows.yin.size()))));
+  text.Line(Format("      weighted   %.4e of Ymax", std::sqrt(solved.summary.best.fit.meanSquare)));
+  text.Line(Format("  largest error  %.4e as Yout   ", rows.largest.size) + at(rows.largest));
+  text.Line(Format("      weighted   %.4e of Ymax   ", rows.largestWeighted.size) +
+            at(rows.largestWeighted));
+  text.Line(
+      Format("      in dB      %-21s", (InDecibels(rows.largestDecibels.size) + " dB").c_str()) +
+      at(rows.largestDecibels));
+  text.Line("  Ymax, the largest Yout, is " + Fitted(LargestSize(rows.yout), 9, 15));
+}
+
+void ReportDelay(const SolvedProblem& solved, ReportText& text) {
+  constexpr int kWidth = 12;
+  constexpr int kDigits = 6;
+  constexpr int kMostDigits = 10;
+  constexpr int kErrorDigits = 4;
+  const Problem& problem = solved.problem;
+  const double constant = solved.summary.best.fit.delayConstant;
+  const DelayQuality quality = JudgeDelay(problem, solved.summary.best);
+  std::vector<double> given, own, error;
+  for (std::size_t i = 0; i < problem.delay.size(); ++i) {
+    given.push_back(problem.delay[i].tx);
+    own.push_back(quality.total[i] - problem.delay[i].tx);
+    error.push_back(quality.total[i] - constant);
+  }
+  // One format for the three, so that the sum can be followed, down to the errors.
+  const double largest =
+      std::max({LargestSize(given), LargestSize(own), LargestSize(quality.total)});
+  const int digits = std::clamp(DecimalExponent(largest, kDigits) -
+                                    DecimalExponent(quality.largest, kErrorDigits) + kErrorDigits,
+                                kDigits, kMostDigits);
+  const FigureFormat format(largest, kWidth - 1, digits);
+  ReportTable table;
+  AddFrequencies(problem.delay, table);
+  table.Add("TX", "ns", kWidth, given, format);
+  table.Add("delay of H", "ns", kWidth, own, format);
+  table.Add("total", "ns", kWidth, quality.total, format);
+  table.Add("error", "ns", kWidth, error, {quality.largest, kWidth - 1, kErrorDigits});
+  text.Heading("GROUP DELAY");
+  table.Write(text);
+  text.Line();
+  text.Line("  constant T0    " + Rounded(constant, digits) + " ns   (" + ConstantNote(problem) +
+            ")");
+  text.Line("  ripple         " + Rounded(quality.peakToPeak, 4) + " ns peak to peak, " +
+            Rounded(quality.rms, 4) + " ns rms");
+  text.Line("  largest error  " + Rounded(quality.largest, 4) + " ns");
+}
+
+void ReportSidelobes(const SolvedProblem& solved, ReportText& text) {
+  const Problem& problem = solved.problem;
+  const Point& best = solved.summary.best;
+  std::vector<double> zeros;
+  for (const std::size_t index : SortedFactors(problem, best, FactorKind::omegaZero)) {
+    zeros.push_back(best.parameters[problem.constellation.factors[index].parameter]);
+  }
+  if (zeros.empty()) return;
+  std::vector<double> megahertz, peakMegahertz;
+  std::vector<std::string> levels, ends;
+  for (const Peak& peak : FindSidelobes(problem, best, zeros)) {
+    megahertz.push_back(zeros[levels.size()] * problem.freqNorm);
+    peakMegahertz.push_back(peak.frequency * problem.freqNorm);
+    levels.push_back(std::isfinite(peak.level) ? Format("%.2f", kDecibelsPerNeper * peak.level)
+                                               : "no peak");
+    ends.push_back(peak.isEnd ? "(range end)" : "");
+  }
+  const FigureFormat format(LargestSize(peakMegahertz), 11, 5);
+  ReportTable table;
+  table.Add("omega-axis zero", "normalised", 16, zeros, {LargestSize(zeros), 11, 7});
+  table.Add("zero", "MHz", 11, megahertz, format);
+  table.Add("peak above it", "MHz", 20, peakMegahertz, format);
+  table.Add("level of |H|", "dB against H(0)", 16, levels);
+  table.Add("", "", 12, ends);
+  text.Heading(problem.Equalises() ? "SIDELOBES, EQUALISED" : "SIDELOBES");
+  table.Write(text);
+}
+
+}  // namespace polefit

@@ -1,0 +1,187 @@
+#include <algorithm>
+
+#include "base/text.h"
+#include "base/text_format.h"
+#include "record/question_catalogue.h"
+#include "solver/report/report.h"
+
+namespace polefit {
+
+namespace {
+
+/// A caption on one line: runs of blanks are one blank, "&&" is "&".
+std::string PlainCaption(std::string_view caption) {
+  std::string plain;
+  for (const char c : caption) {
+    const bool isRepeated = (c == ' ' || c == '&') && plain.ends_with(c);
+    if (!isRepeated) plain += c;
+  }
+  // Many text programs of today would show an odd sign for a single byte beyond ASCII.
+  constexpr std::string_view kMark = "» ";
+  const std::size_t mark = plain.find(kMark);
+  return mark == std::string::npos ? plain : plain.erase(mark, kMark.size());
+}
+
+/// Whether the other answers give this one a meaning.
+bool IsInUse(const SolvedProblem& solved, int slot) {
+  const ResponseRecord& record = solved.record;
+  const auto counts = [&record](int countSlot) {
+    std::vector<std::string> words = Words(record.Slot(countSlot));
+    words.resize(3);
+    return words;
+  };
+  const auto isZero = [](const std::string& word) { return ParseNumber(word).value_or(0) == 0; };
+  switch (slot) {
+    case slot::kTmin:
+    case slot::kDelRipplePower:
+    case slot::kMagnVSripple:
+      return solved.problem.wantsDelay;
+    case slot::kSigmaPoles:
+      return !isZero(counts(slot::kNPoles)[0]);
+    case slot::kPoleReal:
+    case slot::kPoleImag:
+      return !isZero(counts(slot::kNPoles)[1]);
+    case slot::kSigmaZero:
+    case slot::kDoublet:
+    case slot::kLossless:
+      return IsYes(record.Slot(slot::kSigmaZeroWanted));
+    case slot::kYzero:
+      return !isZero(counts(slot::kZeroCounts)[0]);
+    case slot::kZreal:
+    case slot::kZimag:
+      return !isZero(counts(slot::kZeroCounts)[1]) || !isZero(counts(slot::kZeroCounts)[2]);
+    default:
+      return true;
+  }
+}
+
+void WriteAnswers(const SolvedProblem& solved, ReportText& text) {
+  constexpr std::size_t kCaptionWidth = 52;
+  for (const Question& question : kQuestions) {
+    const std::string caption = PlainCaption(question.label);
+    const std::string answer = IsInUse(solved, question.slot) ? solved.record.Slot(question.slot)
+                                                              : std::string("(not in use)");
+    const std::string begin =
+        Padded(FirstCharacters(caption, kCaptionWidth), kCaptionWidth) + " : ";
+    text.Wrapped(begin + answer, kCaptionWidth + 3);
+  }
+}
+
+void WriteSettings(const SolvedProblem& solved, ReportText& text) {
+  for (std::size_t i = 0; i < kSolverQuestions.size(); ++i) {
+    const std::string& value = solved.record.solver[i];
+    const bool isDefault = Words(value).empty();
+    text.Wrapped(
+        "  " + Padded(UpperCase(kSolverQuestions[i].name), 9) + " " +
+            (isDefault ? std::string(kSolverQuestions[i].defaultLabel) + "  (default)" : value),
+        12);
+  }
+}
+
+/// Who moves the omega-axis zeros.
+void WriteOmegaZeros(const Constellation& constellation, ReportText& text) {
+  const auto all =
+      std::count_if(constellation.factors.begin(), constellation.factors.end(),
+                    [](const Factor& factor) { return factor.kind == FactorKind::omegaZero; });
+  if (all == 0) return;
+  const auto fitted = all - constellation.lynxCount - constellation.heldCount;
+  std::string parts;
+  const auto add = [&parts](long count, const char* how) {
+    if (count > 0) parts += (parts.empty() ? ": " : ", ") + std::to_string(count) + how;
+  };
+  add(constellation.heldCount, " held at 1");
+  add(fitted, " fitted to the points");
+  add(constellation.lynxCount, " placed so that all sidelobes are equal");
+  text.Line(Format("  %d omega-axis zero", static_cast<int>(all)) + (all > 1 ? "s" : "") + parts);
+}
+
+void WriteSize(const SolvedProblem& solved, ReportText& text) {
+  const Problem& problem = solved.problem;
+  const int delayPoints = solved.record.nDelayPoints;
+  text.Line(Format("  %zu passband points, %d delay points", problem.passband.size(), delayPoints) +
+            (problem.wantsDelay || delayPoints == 0 ? "" : " (not in use: question 1 is N)"));
+  text.Line(Format("  H(s) has %d poles and %d zeros; %d numbers are fitted", problem.PoleCount(),
+                   problem.ZeroCount(), problem.constellation.orcaCount));
+  WriteOmegaZeros(problem.constellation, text);
+}
+
+/// One line for a start; all its lines for those that are told in full.
+void WriteStart(const SolvedProblem& solved, std::size_t index, bool isTold, ReportText& text) {
+  const StartSummary& start = solved.summary.starts[index];
+  const std::string cost =
+      start.best.isFinite ? Format("F %.6e", start.best.Cost()) : std::string("no finite error");
+  text.Line(Format("Start %zu (%s): %s, %d evaluations%s", index + 1, NameOf(start.kind),
+                   cost.c_str(), start.evaluations, start.HasEnded() ? "" : ", cut short"));
+  const int number = static_cast<int>(index) + 1;
+  for (const Journal::Line& line : solved.journal.Lines()) {
+    if (line.start != number) continue;
+    if (line.kind == Journal::Kind::detail || isTold) text.Wrapped(line.text, 8);
+  }
+}
+
+/// The costs of starts that ended elsewhere, each once.
+std::vector<double> OtherOptima(const Summary& summary) {
+  constexpr double kElsewhere = 1.01;
+  std::vector<double> costs;
+  for (const StartSummary& start : summary.starts) {
+    const bool isOther = start.HasEnded() && start.best.isFinite &&
+                         start.best.Cost() > kElsewhere * summary.best.Cost();
+    if (isOther) costs.push_back(start.best.Cost());
+  }
+  std::sort(costs.begin(), costs.end());
+  costs.erase(std::unique(costs.begin(), costs.end(),
+                          [](double one, double other) { return other < 1.001 * one; }),
+              costs.end());
+  return costs;
+}
+
+/// How the lines of the section are read.
+void WriteKey(const Options& options, ReportText& text) {
+  text.Wrapped(
+      "A barrier problem a line: RHO weighs the barrier that keeps locations off their "
+      "bounds, F is the cost at the end, \"at evaluation\" counts those of the whole run. "
+      "What ended it: ZERO, it had converged; RHO, the barrier outweighs F and a smaller one "
+      "pays better; STEPSLIM, no steps were left. The polish does without a barrier.",
+      0);
+  if (options.stepOut > 0) {
+    text.Line("STEPOUT: step (at evaluation), ..., r the trust region's radius, scaled.");
+  }
+}
+
+}  // namespace
+
+void ReportProblem(const SolvedProblem& solved, ReportText& text) {
+  text.Heading("THE PROBLEM AS READ");
+  WriteAnswers(solved, text);
+  text.Line();
+  WriteSize(solved, text);
+  text.Line();
+  text.Line("Solver settings");
+  WriteSettings(solved, text);
+}
+
+void ReportIterations(const SolvedProblem& solved, ReportText& text) {
+  const Summary& summary = solved.summary;
+  text.Heading("ITERATIONS");
+  WriteKey(solved.problem.options, text);
+  for (std::size_t i = 0; i < summary.starts.size(); ++i) {
+    WriteStart(solved, i, i == 0 || i == summary.chosen, text);
+  }
+  text.Line();
+  text.Wrapped(
+      Format("F of the typed values %.6e, of the answer %.6e, ratio %.4g", summary.typedCost,
+             summary.best.Cost(), summary.typedCost / summary.best.Cost()),
+      2);
+  text.Line(Format("The answer is that of start %zu.", summary.chosen + 1));
+  if (summary.retries > 0) {
+    text.Wrapped(Format("LYNX retries: %d steps were shortened because the sidelobes could not be "
+                        "equalised",
+                        summary.retries),
+                 2);
+  }
+  std::string others;
+  for (const double cost : OtherOptima(summary)) others += Format(" %.4e", cost);
+  if (!others.empty()) text.Wrapped("Other local optima seen, F:" + others, 2);
+}
+
+}  // namespace polefit

@@ -1,0 +1,240 @@
+#include "program/ui/session.h"
+
+#include <gmock/gmock.h>
+
+#include <QPlainTextEdit>
+#include <QTabWidget>
+
+#include "program/ui/installed_program.h"
+
+namespace polefit::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+using SessionTest = InstalledProgram;
+
+constexpr const char* kFreshTitle = "Start Up Values - Polefit";
+constexpr const char* kDemoTitle = "Polefit Demo ... a Veltra Based Application";
+
+TEST_F(SessionTest, AFirstStartOpensTheIntroductionWhichLeadsOutOrToTheMainForm) {
+  std::filesystem::remove(Installed("Polefit.ini"));
+  std::filesystem::remove(Installed("User"));
+  Start();
+  EXPECT_THAT(Titles(), ElementsAre("Introduction to Veltra Based Software"));
+  EXPECT_EQ(session->Values().files.currentFolder, "null");
+  Click("cmdExitIntro");
+  EXPECT_TRUE(session->HasEnded());
+  EXPECT_TRUE(std::filesystem::is_empty(Installed("")));
+  Start();
+  Click("cmdCreateIntro");
+  EXPECT_THAT(Titles(), ElementsAre(kFreshTitle));
+  EXPECT_TRUE(HasFocus("chkEqualDelay"));
+  Start();
+  EXPECT_THAT(Titles(), ElementsAre(kFreshTitle));
+}
+
+TEST_F(SessionTest, ADemoRunsFromTheIntroductionAndCancelLeadsToTheMainForm) {
+  std::filesystem::remove(Installed("Polefit.ini"));
+  InstallSolver("echo \"$1\" >> words; say converged");
+  MakeFile("Ex-Delay.111");
+  Start();
+  Click("cmdRunIntro");
+  EXPECT_THAT(Titles(), ElementsAre(kDemoTitle));
+  EXPECT_EQ(TextOf("Description1"), "4 Poles & 3 (Omega) Zeros to equalize sidelobe peaks");
+  EXPECT_THAT(TextOf("Description4"), HasSubstr("'losless'"));
+  Click("Exam5");
+  Click("cmdRunDemo");
+  EXPECT_THAT(Verdict(), StartsWith("Converged"));
+  QTest::keyClick(&The("Exam5"), Qt::Key_Return);
+  EXPECT_THAT(Verdict(), StartsWith("Converged"));
+  EXPECT_EQ(FileBytes(Installed("words")), "Ex-Delay.111\nEx-Delay.111\n");
+  The("cmdRunDemo").window()->close();
+  EXPECT_THAT(Titles(), ElementsAre("Ex-Delay.111 - Polefit Run", kFreshTitle));
+  EXPECT_TRUE(HasFocus("chkEqualDelay"));
+}
+
+TEST_F(SessionTest, DemosFromTheMenuTakeItsPlaceAndGiveItBack) {
+  Start();
+  Choose("mnuDemosRun");
+  EXPECT_THAT(Titles(), ElementsAre(kDemoTitle));
+  Click("Exam2");
+  Click("cmdCancelDemo");
+  EXPECT_THAT(Titles(), ElementsAre(kFreshTitle));
+  SetText("tmin", "1");
+  answers.Press(QMessageBox::Cancel);
+  Choose("mnuDemosRun");
+  EXPECT_THAT(Titles(), ElementsAre(kFreshTitle));
+  answers.Press(QMessageBox::No);
+  Choose("mnuDemosRun");
+  EXPECT_FALSE(The<QAbstractButton>("Exam2").isChecked());
+  Click("cmdCancelDemo");
+  EXPECT_EQ(TextOf("tmin"), "1");
+  EXPECT_TRUE(HasFocus("chkEqualDelay"));
+}
+
+TEST_F(SessionTest, ATypicalRunFromOpenToTheImprovedValues) {
+  InstallSolver("report; values; say 'converged (6 of 8 starts agree); rms error .001'");
+  Start();
+  answers.Choose(MakeFile("Ex-Yzero.101"));
+  Choose("mnuFileOpen");
+  GridView& passData = session->Values().frmMain.PassData();
+  EXPECT_EQ(passData.RowCount(), 5);
+  The<QTabWidget>("CVX_Tabs").setCurrentIndex(3);
+  for (int column = 1; column <= 4; ++column) passData.SetText(2, column, "2");
+  SetText("Note1", "mine");
+  answers.Choose("run1.txt");
+  Choose("mnuFileSaveAs");
+  answers.Press(QMessageBox::No);
+  Click("cmdSubmit");
+  EXPECT_THAT(Verdict(), StartsWith("Converged (6 of 8 starts agree)"));
+  EXPECT_THAT(FileBytes(Installed("User/run1.txt")), HasSubstr(" 2\t\t! 23."));
+  Click("cmdReport");
+  EXPECT_EQ(The<QPlainTextEdit>("viewerText").toPlainText(), "the report\n");
+  delete The("viewerText").window();
+  answers.Press(QMessageBox::No);
+  Click("cmdImproved");
+  EXPECT_EQ(TextOf("tmin"), "80.1");
+  EXPECT_EQ(TextOf("LastFileName"), "Start Up Values");
+  EXPECT_EQ(session->Values().DataChanged, 0);
+  EXPECT_THAT(answers.said, ::testing::Each("Data in form has changed!|Save current data?"));
+  Start();
+  EXPECT_EQ(TextOf("tmin"), "80.1");
+}
+
+TEST_F(SessionTest, TheRealSolverImprovesAnExampleAndTheNextRunStartsThere) {
+  std::filesystem::create_symlink(POLEFIT_SOLVER, Installed("pfit"));
+  std::filesystem::copy(POLEFIT_EXAMPLES "/Ex-Yzero.101", Installed("User/Ex-Yzero.101"));
+  Start(Installed("User/Ex-Yzero.101"));
+  const std::string typed = TextOf("poleReal");
+  Choose("mnuFileSubmit");
+  EXPECT_THAT(Verdict(), StartsWith("Converged"));
+  EXPECT_THAT(FileBytes(Installed("~pft-out.txt")), HasSubstr("End of report."));
+  Click("cmdImproved");
+  EXPECT_NE(TextOf("poleReal"), typed);
+  answers.Press(QMessageBox::Ok);
+  answers.Choose("run1.txt");
+  Choose("mnuFileSubmit");
+  EXPECT_THAT(Verdict(), StartsWith("Converged"));
+}
+
+TEST_F(SessionTest, AFileOnTheCommandLineIsOpenedAfterStartUp) {
+  const std::string path = root.File("-a file.txt");
+  std::filesystem::rename(MakeFile("-a file.txt", "12"), path);
+  Start(path);
+  EXPECT_EQ(TextOf("tmin"), "12");
+  EXPECT_EQ(TextOf("LastFileName"), "-a file.txt");
+  SetText("tmin", "13");
+  Choose("mnuFileSave");
+  EXPECT_THAT(FileBytes(path), HasSubstr("13\t\t! 1a."));
+  answers.Press(QMessageBox::Ok);
+  Start(Installed("none.txt"));
+  EXPECT_EQ(TextOf("LastFileName"), "Start Up Values");
+  EXPECT_THAT(answers.said.back(), HasSubstr("none.txt' file?"));
+}
+
+TEST_F(SessionTest, SaveRefusesPatternsAndAsksBeforeItOverwrites) {
+  const std::string path = MakeFile("old.txt", "5");
+  Start();
+  for (const auto& name : {std::string("run*.txt"), std::string("none/new.txt"),
+                           std::string("a\\b.txt"), std::string(251, 'n')}) {
+    answers.Choose(name);
+    answers.Press(QMessageBox::Ok);
+  }
+  answers.Choose("old.txt");
+  answers.Press(QMessageBox::No);
+  answers.Choose("new.txt");
+  Choose("mnuFileSaveAs");
+  EXPECT_EQ(TextOf("LastFileName"), "new.txt");
+  EXPECT_THAT(FileBytes(path), HasSubstr("5\t\t! 1a."));
+}
+
+TEST_F(SessionTest, TheCurrentFolderIsTheOneChosenLast) {
+  const std::string path = root.File("elsewhere.txt");
+  Start();
+  answers.Choose(path);
+  Choose("mnuFileSaveAs");
+  EXPECT_EQ(std::filesystem::current_path(), root.Path());
+  SetText("tmin", "3");
+  Choose("mnuFileSave");
+  EXPECT_THAT(FileBytes(path), HasSubstr("3\t\t! 1a."));
+  answers.Cancel();
+  Choose("mnuFileDelete");
+  answers.Choose(path);
+  answers.Press(QMessageBox::Yes);
+  Choose("mnuFileDelete");
+  EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(SessionTest, ClosingTheWindowEndsTheProgramAndAsksNothing) {
+  Start();
+  SetText("tmin", "1");
+  Choose("mnuFileExit");
+  EXPECT_TRUE(session->HasEnded());
+}
+
+TEST_F(SessionTest, ABrokenInstallationEndsTheProgramWithItsMessage) {
+  WriteBytes(Installed("Polefit.ini"), "");
+  answers.Press(QMessageBox::Ok);
+  Start();
+  EXPECT_TRUE(session->HasEnded());
+  EXPECT_THAT(Titles(), ::testing::IsEmpty());
+  EXPECT_THAT(answers.said.back(), HasSubstr("Input past end of fileSuggest re-installing"));
+}
+
+TEST_F(SessionTest, AnErrorThatNoRoutineCatchesIsShownAndTheFormStays) {
+  Start();
+  SetText("tmin", "41");
+  answers.Press(QMessageBox::Ok);
+  Choose("mnuHelpEmail");
+  EXPECT_THAT(answers.said.back(), StartsWith("Polefit|Error 53: File not found"));
+  EXPECT_EQ(TextOf("tmin"), "41");
+  EXPECT_FALSE(session->HasEnded());
+}
+
+TEST_F(SessionTest, SubmitRegistersOneRestartAndCopiesTheStartScript) {
+  InstallSolver("exit");
+  Start(MakeFile("run1.txt"));
+  Choose("mnuFileSubmit");
+  const std::string entry = root.File("desktop/autostart/polefit-restart.desktop");
+  EXPECT_THAT(FileBytes(entry), HasSubstr("polefit\"\n"));
+  const auto isCopied = [this] { return FileBytes(base + "/DOSstart.tmp") == "start\r\n"; };
+  EXPECT_TRUE(QTest::qWaitFor(isCopied));
+}
+
+TEST_F(SessionTest, ExamplesManualAndMailGoToTheDesktopsPrograms) {
+  const std::string program = root.File("any program");
+  const std::string words = root.File("words");
+  WriteBytes(program, "sleep .1; printf '%s' \"$*\" > '" + words + "'\n");
+  std::filesystem::create_directories(root.File("desktop/applications"));
+  WriteBytes(root.File("desktop/applications/any.desktop"),
+             "[Desktop Entry]\nExec=sh \"" + program + "\" --open %u\n");
+  WriteBytes(root.File("desktop/applications/mimeapps.list"),
+             "[Default Applications]\ntext/plain=any.desktop\ntext/rtf=any.desktop\n"
+             "x-scheme-handler/mailto=any.desktop\n");
+  const auto opened = [&] {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !FileBytes(words).empty(); }));
+    std::string bytes = FileBytes(words);
+    std::filesystem::remove(words);
+    return bytes;
+  };
+  Start();
+  answers.Choose(MakeFile("Ex-it's a.1"));
+  Choose("mnuViewDemos");
+  EXPECT_EQ(opened(), "--open " + Installed("User/Ex-it's a.1"));
+  answers.Press(QMessageBox::Ok);
+  Choose("mnuHelpManual");
+  EXPECT_EQ(answers.said.back(), "Polefit|Cannot find '" + Installed("manual.rtf") + "'.");
+  WriteBytes(Installed("manual.rtf"), "{\\rtf1 x}");
+  Choose("mnuHelpManual");
+  EXPECT_EQ(opened(), "--open " + Installed("manual.rtf"));
+  Choose("mnuHelpEmail");
+  // The program has waited for the end of the mail client.
+  EXPECT_EQ(FileBytes(words),
+            "--open mailto:support@polefit.example?subject=Polefit%204.12%20questions/problems");
+}
+
+}  // namespace
+}  // namespace polefit::testing

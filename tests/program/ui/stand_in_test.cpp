@@ -1,0 +1,205 @@
+#include <gmock/gmock.h>
+
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <atomic>
+#include <thread>
+
+#include "platform/linux/detached_process.h"
+#include "program/ui/installed_program.h"
+
+namespace polefit::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+/// The real windows with solvers that behave in every way a solver can.
+struct StandInTest : InstalledProgram {
+  /// Runs a solver and waits until its output holds the text.
+  void Submit(const std::string& script, const char* text = "") {
+    InstallSolver(script);
+    Start(MakeFile("run1.txt"));
+    Choose("mnuFileSubmit");
+    WaitForOutput(text);
+  }
+  static std::string Output() {
+    return The<QPlainTextEdit>("txtOutput").toPlainText().toStdString();
+  }
+  static void WaitForOutput(const char* text) {
+    const auto isThere = [text] { return Output().find(text) != std::string::npos; };
+    ASSERT_TRUE(QTest::qWaitFor(isThere)) << text;
+  }
+  static std::string StopAndVerdict() {
+    Click("cmdStop");
+    return Verdict();
+  }
+  /// The buttons of the run's window that can be pressed.
+  static std::string Offered() {
+    QStringList names;
+    for (const char* const name : {"cmdStop", "cmdReport", "cmdImproved"}) {
+      if (The(name).isEnabled()) names << name;
+    }
+    return names.join(" ").toStdString();
+  }
+};
+
+TEST_F(StandInTest, EveryEndGetsItsVerdictAndItsButtonsAndNoFormerResultIsTakenForItsOwn) {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"report; values; say 'converged (1 of 1 starts agree)'", "Converged (1 of 1 starts agree)",
+       "cmdReport cmdImproved"},
+      {"report; values; say 'stopped at EVALMAX; best point found is given'",
+       "Limit reached: stopped at EVALMAX; best point found is given", "cmdReport cmdImproved"},
+      {"report; say 'Question 5 (Freq Norm): the answer is empty'; exit 2",
+       "Failed: Question 5 (Freq Norm): the answer is empty", "cmdReport"},
+      {"kill -SEGV $$", "Ended without a report: the solver broke off.", ""},
+      {"report; echo 'start 1'; kill -KILL $$",
+       "Failed: the solver broke off, and its report may not be complete.", "cmdReport"},
+      {"say 'cannot write'; exit 4", "Failed: cannot write  No report was written.", ""}};
+  Start(MakeFile("run1.txt"));
+  for (const auto& [script, verdict, buttons] : cases) {
+    const auto aMinuteAgo = std::filesystem::file_time_type::clock::now() - std::chrono::minutes(1);
+    for (const char* const former : {"~pft-out.txt", "last-run.ini"}) {
+      WriteBytes(Installed(former), "former");
+      std::filesystem::last_write_time(Installed(former), aMinuteAgo);
+    }
+    InstallSolver(script);
+    Choose("mnuFileSubmit");
+    EXPECT_EQ(Verdict(), verdict);
+    EXPECT_EQ(Offered(), buttons) << verdict;
+  }
+}
+
+TEST_F(StandInTest, ASlowRunShowsItsOutputAndItsProgressAsTheyCome) {
+  Submit("printf 'start 1  120 '; sleep .2; printf 'of 2000  rho 1\\n'; exec sleep 60",
+         "120 of 2000");
+  EXPECT_EQ(The<QProgressBar>("progress").value(), 120);
+  EXPECT_EQ(The<QProgressBar>("progress").maximum(), 2000);
+  EXPECT_THAT(TextOf("lblCommand"), HasSubstr("/Tessel.hz/pfit run1.txt "));
+  EXPECT_THAT(TextOf("lblElapsed"), StartsWith("Elapsed 0:0"));
+  EXPECT_EQ(Offered(), "cmdStop");
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "the form is usable";
+  EXPECT_THAT(StopAndVerdict(), StartsWith("Stopped by you"));
+}
+
+TEST_F(StandInTest, StopLetsTheSolverWriteItsBestValuesButLeavesNothingRunning) {
+  Submit(
+      "trap '' TERM; sleep 60 & echo \"child $!\"\n"
+      "trap 'values; report; say \"stopped on request; best point found is given\"; exit 1' TERM\n"
+      "while :; do sleep .05; done",
+      "child ");
+  const long child = std::stol(Output().substr(Output().find("child ") + 6));
+  EXPECT_EQ(StopAndVerdict(), "Stopped by you; the best values so far are kept.");
+  EXPECT_EQ(Offered(), "cmdReport cmdImproved");
+  EXPECT_TRUE(QTest::qWaitFor([child] { return !StartOfProcess(child); }));
+}
+
+TEST_F(StandInTest, ASolverThatIgnoresTheSignalIsEndedAtOnce) {
+  Submit("trap '' TERM; echo on; while :; do sleep 60; done", "on");
+  Click("cmdStop");
+  QTest::qWait(300);
+  EXPECT_EQ(TextOf("lblVerdict"), "");
+  EXPECT_EQ(StopAndVerdict(), "Stopped by you, before the solver could write its results.");
+}
+
+TEST_F(StandInTest, SingleByteOutputIsShownAsItsLetters) {
+  Submit("printf 'Gr\\374n \\231\\r\\nf\\303\\274r\\n'; say converged", "Grün ™\nfür\n");
+}
+
+TEST_F(StandInTest, ARunThatIsOnRefusesASecondOneAndIsFoundByALaterStart) {
+  Submit("echo first; exec sleep 60", "first");
+  The("cmdStop").window()->close();
+  const std::string before = FileBytes(Installed("User/run1.txt"));
+  SetText("tmin", "changed");
+  answers.Press(QMessageBox::Ok);
+  Choose("mnuFileSubmit");
+  EXPECT_THAT(answers.said.back(), StartsWith("A run is going on|The run of 'run1.txt' is still"));
+  EXPECT_EQ(FileBytes(Installed("User/run1.txt")), before);
+  WaitForOutput("first");
+  Start();
+  WaitForOutput("first");
+  EXPECT_EQ(TextOf("lblDataFile"), "run1.txt");
+  EXPECT_THAT(StopAndVerdict(), StartsWith("Stopped by you"));
+  Start();
+  EXPECT_THAT(Titles(), ElementsAre("Start Up Values - Polefit"));
+}
+
+TEST_F(StandInTest, OfRunsThatStartAtTheSameMomentOneGoesOnAndTheOthersAreRefused) {
+  InstallSolver("echo \"$1\"; exec sleep 60");
+  const std::string restart = root.File("desktop/autostart/polefit-restart.desktop");
+  WriteBytes(restart, "of the run that goes on");
+  std::atomic<int> refused = 0;
+  const auto start = [this, &refused](const std::string& file) {
+    const Command command{Installed("run-Freq.pif"), {file, Installed("User"), base, "/t"}};
+    try {
+      StartRun(command);
+    } catch (const RunTimeError& error) {
+      EXPECT_THAT(error.description, StartsWith("The run of '"));
+      ++refused;
+    }
+  };
+  std::deque<std::thread> starts;
+  for (int i = 0; i < 8; ++i) starts.emplace_back(start, "run" + std::to_string(i));
+  for (std::thread& each : starts) each.join();
+  EXPECT_EQ(refused, 7);
+  EXPECT_EQ(FileBytes(restart), "of the run that goes on");
+  Start();
+  WaitForOutput("run");
+  EXPECT_EQ(Output(), TextOf("lblDataFile"));
+  StopAndVerdict();
+}
+
+TEST_F(StandInTest, AClosedConsoleComesBackWithItsVerdict) {
+  Submit("until test -e go; do sleep .02; done; say converged");
+  The("cmdStop").window()->close();
+  WriteBytes(Installed("go"), "");
+  EXPECT_TRUE(QTest::qWaitFor([] { return Titles().size() == 2; }));
+  EXPECT_THAT(Verdict(), StartsWith("Converged"));
+}
+
+TEST_F(StandInTest, ImprovedValuesThatCannotBeOpenedAreNamedAndTheFormStays) {
+  Submit("values; say converged");
+  Verdict();
+  SetText("tmin", "mine");
+  std::filesystem::remove(Installed("last-run.ini"));
+  answers.Press(QMessageBox::Ok);
+  Click("cmdImproved");
+  EXPECT_THAT(answers.said.back(), StartsWith("Polefit|Error 53: File not found: " + base));
+  EXPECT_EQ(TextOf("tmin"), "mine");
+  EXPECT_EQ(TextOf("LastFileName"), "run1.txt");
+  EXPECT_NE(session->Values().DataChanged, 0);
+}
+
+TEST_F(StandInTest, AMissingSolverIsNamedAndTheSavedFileStays) {
+  const std::string path = MakeFile("run1.txt");
+  Start(path);
+  SetText("tmin", "kept");
+  for (const bool there : {false, true}) {
+    if (there) WriteBytes(Installed("pfit"), "not executable");
+    answers.Press(QMessageBox::No);
+    answers.Press(QMessageBox::Ok);
+    Choose("mnuFileSubmit");
+    EXPECT_THAT(answers.said.back(), HasSubstr(": " + Installed("pfit")));
+    EXPECT_EQ(FileBytes(root.File("desktop/autostart/polefit-restart.desktop")), "");
+  }
+  EXPECT_THAT(FileBytes(path), HasSubstr("kept\t\t! 1a."));
+  EXPECT_THAT(Titles(), ElementsAre("run1.txt - Polefit"));
+}
+
+TEST_F(StandInTest, ARunGetsItsFourWordsWholeWhateverTheFoldersAreCalled) {
+  for (const std::string name : {"two  words", "Program FILES", "Größe Ü", "it's \"it\"",
+                                 "wow! $HOME %f", "-dash", "a;b&c|d"}) {
+    Install(name);
+    InstallSolver(
+        "for word; do echo \"[$word]\"; done > words; test -r \"$read\" && say converged");
+    Start(MakeFile(name + ".Txt"));
+    Choose("mnuFileSubmit");
+    EXPECT_THAT(Verdict(), StartsWith("Converged")) << name;
+    EXPECT_EQ(FileBytes(Installed("words")), "[" + name + ".Txt]\n[" + Installed("User") + "]\n[" +
+                                                 base + "]\n[" + base.substr(0, 2) + "]\n");
+  }
+}
+
+}  // namespace
+}  // namespace polefit::testing
