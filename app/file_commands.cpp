@@ -49,8 +49,8 @@ void TellLostCharacters(Program& program, int count) {
   const std::string text = "'" + program.files.currentFileName + "' cannot hold " +
                            std::to_string(count) +
                            " of the characters typed; each stands as \"?\" in the file.";
-  if (text == program.lastToldLoss) return;
-  program.lastToldLoss = text;
+  if (text == program.document.lastToldLoss) return;
+  program.document.lastToldLoss = text;
   program.host.MessageBox(text, message_style::kExclamation, "Characters replaced");
 }
 
@@ -82,13 +82,13 @@ int PromptSaveChanges(Program& program, std::int16_t DataChanged) {
 }
 
 void FileNew(Program& program) {
-  if (PromptSaveChanges(program, program.DataChanged) == kStop) return;
+  if (PromptSaveChanges(program, program.document.DataChanged) == kStop) return;
   const Answer answer = program.host.MessageBox(
       "Okay to Clear responses?", message_style::kOkCancelQuestion, "Confirm 'New' Response.");
   if (answer != Answer::ok) return;
-  EmptyRecord(program.record);
-  ClearBoth(Grids(program));
-  program.files.currentFileName = program.record.LastFileName;
+  EmptyRecord(program.document.record);
+  ClearBoth(program.windows.grids);
+  program.files.currentFileName = program.document.record.LastFileName;
   program.files.currentFolder = program.host.CurrentFolder();
   GetAnswers(program);
 }
@@ -96,9 +96,10 @@ void FileNew(Program& program) {
 void FileOld(Program& program) {
   const ErrorTable errors = OpenErrors(program);
   int choice = kStop;
-  RunStep(program.host, errors, [&] { choice = PromptSaveChanges(program, program.DataChanged); });
+  RunStep(program.host, errors,
+          [&] { choice = PromptSaveChanges(program, program.document.DataChanged); });
   if (choice == kStop) return;
-  CommonDialog& dialog = program.CMDialog1;
+  CommonDialog& dialog = program.windows.CMDialog1;
   dialog.title = "Open Response Input File";
   dialog.filter =
       "All Files (*.*)|*.*|"
@@ -113,16 +114,16 @@ void FileOld(Program& program) {
 
 void OpenResponseFile(Program& program, const std::string& path) {
   Host& host = program.host;
-  FileState& files = program.files;
+  Files& files = program.files;
   const ErrorTable errors = OpenErrors(program);
   RunStep(host, errors, [&] { SetCurrentFile(host, files, path); });
-  program.CMDialog1.initialFolder = files.currentFolder;
+  program.windows.CMDialog1.initialFolder = files.currentFolder;
   const StepResult opened = RunStep(host, errors, [&] {
     host.OpenForReading(JoinPath(files.currentFolder, files.currentFileName));
   });
   if (opened == StepResult::done) {
     // The last-used name takes what line 1 says; the current name stays the chosen file.
-    FileReadMe(host, files, program.record, files.lastUsedName, files.currentFolder);
+    FileReadMe(host, files, program.document.record, files.lastUsedName, files.currentFolder);
     RunStep(host, errors, [&] { host.CloseFile(); });
   }
   RunStep(host, errors, [&] { GetAnswers(program); });
@@ -140,9 +141,9 @@ void FileSave(Program& program) {
 
 bool FileSaveAs(Program& program) {
   Host& host = program.host;
-  FileState& files = program.files;
+  Files& files = program.files;
   const ErrorTable errors{"FileSaveAs", files.lastUsedName};
-  CommonDialog& dialog = program.CMDialog1;
+  CommonDialog& dialog = program.windows.CMDialog1;
   dialog.title = "Save Response Input File As ...";
   dialog.filter = "All Files (*.*)|*.*|Text Files (*.txt)|*.txt";
   dialog.filterIndex = 1;
@@ -152,12 +153,12 @@ bool FileSaveAs(Program& program) {
   RunStep(host, errors, [&] { SetCurrentFile(host, files, dialog.fileName); });
   dialog.initialFolder = files.currentFolder;
   const StepResult written = RunStep(host, errors, [&] { WriteForm(program); });
-  program.frmMain.SetText("LastFileName", files.currentFileName);
+  program.windows.frmMain.SetText("LastFileName", files.currentFileName);
   return written == StepResult::done;
 }
 
 void FileDelete(Program& program) {
-  CommonDialog& dialog = program.CMDialog1;
+  CommonDialog& dialog = program.windows.CMDialog1;
   dialog.title = "Select File to be Deleted";
   dialog.filter = "All Files (*.*)|*.*|";
   dialog.filterIndex = 1;
@@ -165,7 +166,7 @@ void FileDelete(Program& program) {
   dialog.cancelIsError = false;
   program.host.ShowOpen(dialog);
   if (dialog.fileName.empty()) return;
-  FileState& files = program.files;
+  Files& files = program.files;
   files.lastUsedName = dialog.fileName;
   DeleteAfterQuestion(program, files.lastUsedName);
   SplitPath(program.host, files.lastUsedName, files.lastUsedFolder);
@@ -174,10 +175,10 @@ void FileDelete(Program& program) {
 
 void WriteForm(Program& program) {
   PutAnswers(program);
-  const FileState& files = program.files;
+  const Files& files = program.files;
   const int lost =
-      WriteResponseFile(program.host, program.record,
-                        {files.currentFolder, files.currentFileName, program.LastRunPath});
+      WriteResponseFile(program.host, program.document.record,
+                        {files.currentFolder, files.currentFileName, program.folders.LastRunPath});
   TellLostCharacters(program, lost);
 }
 

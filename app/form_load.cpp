@@ -19,9 +19,9 @@ namespace {
 /// False when there is no such file; `failure` is why one that is there cannot be opened.
 bool OpenLastRun(Program& program, std::optional<RunTimeError>& failure) {
   try {
-    if (!FileExists(program.host, program.LastRunPath)) return false;
+    if (!FileExists(program.host, program.folders.LastRunPath)) return false;
     program.files.lastUsedName = "last-run.ini";
-    program.host.OpenForReading(program.LastRunPath);
+    program.host.OpenForReading(program.folders.LastRunPath);
     return true;
   } catch (const RunTimeError& error) {
     failure = error;
@@ -30,8 +30,9 @@ bool OpenLastRun(Program& program, std::optional<RunTimeError>& failure) {
 }
 
 void ReadLastRun(Program& program) {
-  FileState& files = program.files;
-  FileReadMe(program.host, files, program.record, files.lastUsedName, program.ProgramFolder);
+  Files& files = program.files;
+  FileReadMe(program.host, files, program.document.record, files.lastUsedName,
+             program.folders.ProgramFolder);
   program.host.CloseFile();
 }
 
@@ -43,47 +44,47 @@ void ShowLastRun(Program& program) {
   } else {
     PutAnswers(program);
   }
-  ShowWeightColumn(Grids(program), program.frmMain.IsChecked("chkUseWeights"));
-  ApplyFieldRules(program.frmMain);
+  ShowWeightColumn(program.windows.grids, program.windows.frmMain.IsChecked("chkUseWeights"));
+  ApplyFieldRules(program.windows.frmMain);
   if (failure) throw *failure;
 }
 
 /// What cannot be read is told while the form still has its own values and its own file.
 void RequireLastRun(Program& program) {
   try {
-    program.host.OpenForReading(program.LastRunPath);
+    program.host.OpenForReading(program.folders.LastRunPath);
     program.host.CloseFile();
   } catch (RunTimeError& error) {
-    error.description += ": " + program.LastRunPath;
+    error.description += ": " + program.folders.LastRunPath;
     throw;
   }
 }
 
 void EndStartUp(Program& program) {
   const std::string name = program.files.currentFileName;
-  program.frmMain.SetText("LastFileName", name);
+  program.windows.frmMain.SetText("LastFileName", name);
   SetCurrentFile(program.host, program.files, name);
-  program.DataChanged = 0;
+  program.document.DataChanged = 0;
 }
 
 }  // namespace
 
 void LoadMainForm(Program& program) {
-  program.frmMain.SelectTab(Tab::start);
-  program.frmMain.PassData().SetRowCount(3);
-  program.frmMain.DelayData().SetRowCount(3);
-  SizeGridColumns(Grids(program));
+  program.windows.frmMain.SelectTab(Tab::start);
+  program.windows.frmMain.PassData().SetRowCount(3);
+  program.windows.frmMain.DelayData().SetRowCount(3);
+  SizeGridColumns(program.windows.grids);
   Start_Path(program);
   Start_INI(program);
-  clearSolvdata(program.frmMain);
+  clearSolvdata(program.windows.frmMain);
   RestoreLastRun(program);
 }
 
 void RestoreLastRun(Program& program) {
-  FileState& files = program.files;
+  Files& files = program.files;
   files.currentFileName = "Start Up Values";
-  files.currentFolder = program.ProgramFolder;
-  files.lastUsedFolder = program.ProgramFolder;
+  files.currentFolder = program.folders.ProgramFolder;
+  files.lastUsedFolder = program.folders.ProgramFolder;
   try {
     ShowLastRun(program);
   } catch (const RunTimeError&) {
@@ -96,8 +97,8 @@ void RestoreLastRun(Program& program) {
 void TakeImprovedValues(Program& program) {
   RequireLastRun(program);
   // The run's window leaves a cell being edited as it is; its text is a change like any other.
-  HideCellEditor(Grids(program), false);
-  if (PromptSaveChanges(program, program.DataChanged) == kGoOn) RestoreLastRun(program);
+  HideCellEditor(program.windows.grids, false);
+  if (PromptSaveChanges(program, program.document.DataChanged) == kGoOn) RestoreLastRun(program);
 }
 
 void OpenNamedFile(Program& program, const std::string& path) {

@@ -30,7 +30,7 @@ void SkipThirdLine(Host& host) {
 }  // namespace
 
 std::string SettingsPath(const Program& program) {
-  return JoinPath(program.ProgramFolder, "Polefit.ini");
+  return JoinPath(program.folders.ProgramFolder, "Polefit.ini");
 }
 
 void ReadSettingsFile(Program& program) {

@@ -15,14 +15,14 @@ namespace {
 /// The four words that the solver takes: data file, data folder, base folder, drive. Kept: the
 /// drive is the first two characters of the base folder, also where there are no drives.
 std::vector<std::string> SolverArguments(const Program& program) {
-  const FileState& files = program.files;
-  const std::string drive(FirstCharacters(program.BaseFolder, 2));
+  const Files& files = program.files;
+  const std::string drive(FirstCharacters(program.folders.BaseFolder, 2));
   return {CommandLinePath(files.lastUsedName), CommandLinePath(files.lastUsedFolder),
-          CommandLinePath(program.BaseFolder), CommandLinePath(drive)};
+          CommandLinePath(program.folders.BaseFolder), CommandLinePath(drive)};
 }
 
 void TakeRunFile(Program& program) {
-  FileState& files = program.files;
+  Files& files = program.files;
   files.lastUsedFolder = program.host.ShortPath(files.currentFolder);
   std::string folder;
   const std::string path = JoinPath(files.currentFolder, files.currentFileName);
@@ -31,9 +31,10 @@ void TakeRunFile(Program& program) {
 
 /// The authors' own way in, with fixed folders and a question.
 bool AskDevelopmentRun(Program& program) {
-  program.BaseFolder = "c:\\program files\\cv-Tools";
-  program.ProgramFolder = JoinPath(program.BaseFolder, "cvx");
-  const Command command{JoinPath(program.ProgramFolder, "run-pft.pif"), SolverArguments(program)};
+  program.folders.BaseFolder = "c:\\program files\\cv-Tools";
+  program.folders.ProgramFolder = JoinPath(program.folders.BaseFolder, "cvx");
+  const Command command{JoinPath(program.folders.ProgramFolder, "run-pft.pif"),
+                        SolverArguments(program)};
   const Answer answer = program.host.MessageBox(
       "Test AOK! ... whereAmI= " + CommandLine(command) + "\r\nWant to make a run?",
       message_style::kYesNoQuestion, "");
@@ -63,15 +64,15 @@ void ReportMissingStartScript(Host& host) {
 void RunSolver(Program& program) {
   TakeRunFile(program);
   if (!IsReleaseBuild() && !AskDevelopmentRun(program)) return;
-  program.BaseFolder = program.host.ShortPath(program.BaseFolder);
-  program.ProgramFolder = JoinPath(program.BaseFolder, "Tessel.hz");
+  program.folders.BaseFolder = program.host.ShortPath(program.folders.BaseFolder);
+  program.folders.ProgramFolder = JoinPath(program.folders.BaseFolder, "Tessel.hz");
   if (CheckDosSupport(program.host) == "nogo") return;
-  if (!FileExists(program.host, JoinPath(program.BaseFolder, "DOSstart.cvx"))) {
+  if (!FileExists(program.host, JoinPath(program.folders.BaseFolder, "DOSstart.cvx"))) {
     ReportMissingStartScript(program.host);
     return;
   }
   WriteRestartEntry(program, "pfit");
-  program.host.StartProgram({JoinPath(program.ProgramFolder, "run-Freq.pif"),
+  program.host.StartProgram({JoinPath(program.folders.ProgramFolder, "run-Freq.pif"),
                              SolverArguments(program), WindowStyle::normal});
 }
 
@@ -94,12 +95,12 @@ std::string GetWindowsVer(Host& host) {
 
 bool WriteRestartEntry(Program& program, const std::string& executable) {
   Host& host = program.host;
-  const std::string script = JoinPath(program.BaseFolder, "re-start.reg");
+  const std::string script = JoinPath(program.folders.BaseFolder, "re-start.reg");
   try {
     WriteRestartScript(host, script, executable);
     host.StartProgram({"regedit", {"/s", script}, WindowStyle::hidden});
-    CopyWithCommand(host, JoinPath(program.BaseFolder, "DOSstart.cvx"),
-                    JoinPath(program.BaseFolder, "DOSstart.tmp"));
+    CopyWithCommand(host, JoinPath(program.folders.BaseFolder, "DOSstart.cvx"),
+                    JoinPath(program.folders.BaseFolder, "DOSstart.tmp"));
   } catch (const RunTimeError&) {
     host.AbandonFile();
     return false;

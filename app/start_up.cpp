@@ -45,13 +45,13 @@ void PrepareDataFolder(Program& program) {
   EnterUserFolder(program);
   program.Scratch = LastFilePath(program);
   if (program.Scratch.empty()) program.Scratch = user;
-  program.CMDialog1.initialFolder = program.Scratch;
+  program.windows.CMDialog1.initialFolder = program.Scratch;
 }
 
 /// Kept: the description runs straight into the advice, and "occured" is spelled so.
 void ReportStartFailure(Program& program, const RunTimeError& error) {
   program.host.MessageBox("Unexpected error #" + SignedText(error.number) +
-                              " occured: \r\nPath =" + program.ProgramFolder + "\r\n" +
+                              " occured: \r\nPath =" + program.folders.ProgramFolder + "\r\n" +
                               error.description + "Suggest re-installing Polefit.",
                           message_style::kCritical, RoutineTitle("Start_INI"));
 }
@@ -60,23 +60,23 @@ void ReportStartFailure(Program& program, const RunTimeError& error) {
 
 void Start_Path(Program& program) {
   constexpr std::size_t kShortestBase = 4;
-  program.RunMode = " ";
+  program.document.RunMode = " ";
   program.CommandDelay = 1.0F;
-  program.record.solverCount = 0;
-  program.BaseFolder = FolderAbove(program.host.OwnFolder());
-  if (CharacterCount(program.BaseFolder) < kShortestBase) {
+  program.document.record.solverCount = 0;
+  program.folders.BaseFolder = FolderAbove(program.host.OwnFolder());
+  if (CharacterCount(program.folders.BaseFolder) < kShortestBase) {
     program.host.MessageBox(
         "Missing Polefit's base directory, \\CV-Tools; Can't proceed without it.  Please "
         "re-install Polefit.",
         message_style::kCritical, "In 'Start_Path' routine ... Exiting!");
     program.host.EndProgram();
   }
-  program.ProgramFolder = ProgramFolderIn(program.BaseFolder);
+  program.folders.ProgramFolder = ProgramFolderIn(program.folders.BaseFolder);
 }
 
 void Start_INI(Program& program) {
-  program.RegistryKeyPath = "Software\\Corvane Systems\\Polefit";
-  program.LastRunPath = JoinPath(program.ProgramFolder, "last-run.ini");
+  program.folders.RegistryKeyPath = "Software\\Corvane Systems\\Polefit";
+  program.folders.LastRunPath = JoinPath(program.folders.ProgramFolder, "last-run.ini");
   try {
     ReadOrMakeSettings(program);
     PrepareDataFolder(program);
@@ -90,7 +90,7 @@ void Start_INI(Program& program) {
 
 std::string LastFilePath(Program& program) {
   Host& host = program.host;
-  const std::string& key = program.RegistryKeyPath;
+  const std::string& key = program.folders.RegistryKeyPath;
   if (!RegKeyExists(host, kCurrentUser, key)) return {};
   const RegistryData stored =
       QueryRegValue(host, kCurrentUser, key, "LastFilePath", registry_type::kString, std::string());
@@ -99,16 +99,16 @@ std::string LastFilePath(Program& program) {
 }
 
 std::string UserFolder(const Program& program) {
-  return JoinPath(program.ProgramFolder, "User");
+  return JoinPath(program.folders.ProgramFolder, "User");
 }
 
 void EnterUserFolder(Program& program) {
-  program.host.ChangeDrive(program.ProgramFolder);
+  program.host.ChangeDrive(program.folders.ProgramFolder);
   program.host.ChangeFolder(UserFolder(program));
 }
 
 void EndProgram(Program& program) {
-  program.files.lastUsedName = program.LastRunPath;
+  program.files.lastUsedName = program.folders.LastRunPath;
   program.host.EndProgram();
 }
 

@@ -11,14 +11,14 @@ namespace polefit {
 namespace {
 
 /// Where the last-used name lies: a bare one in the current folder of the data.
-std::string LastUsedPath(const FileState& files) {
+std::string LastUsedPath(const Files& files) {
   const bool bare = files.lastUsedName.find(kSeparator) == std::string::npos;
   return bare ? JoinPath(files.currentFolder, files.lastUsedName) : files.lastUsedName;
 }
 
 /// Asks for a file for data that have none; false when there is to be none.
 bool SaveBeforeRun(Program& program) {
-  FileState& files = program.files;
+  Files& files = program.files;
   const Answer answer =
       program.host.MessageBox("Okay to save '" + files.lastUsedName + "' now?",
                               message_style::kOkCancelQuestion, "Data -not- saved!");
@@ -32,11 +32,11 @@ bool SaveBeforeRun(Program& program) {
 
 /// True when the form's data are in a file, or were left unsaved on purpose.
 bool SaveForRun(Program& program) {
-  FileState& files = program.files;
+  Files& files = program.files;
   PutAnswers(program);
   files.lastUsedName = JoinPath(files.currentFolder, files.currentFileName);
   if (!FileExists(program.host, files.lastUsedName)) return SaveBeforeRun(program);
-  return PromptSaveChanges(program, program.DataChanged) == kGoOn;
+  return PromptSaveChanges(program, program.document.DataChanged) == kGoOn;
 }
 
 void AskForName(Program& program) {
@@ -47,9 +47,9 @@ void AskForName(Program& program) {
 }
 
 void RunLastUsedFile(Program& program) {
-  FileState& files = program.files;
+  Files& files = program.files;
   // Kept: data that the user chose not to save are written all the same.
-  if (program.RunMode != "Demo") WriteForm(program);
+  if (program.document.RunMode != "Demo") WriteForm(program);
   files.currentFileName = SplitPath(program.host, LastUsedPath(files), files.currentFolder);
   RunSolver(program);
 }
@@ -66,8 +66,8 @@ void ReportNonExistent(Program& program) {
 }  // namespace
 
 void SubmitRun(Program& program) {
-  FileState& files = program.files;
-  if (program.RunMode == "Demo") {
+  Files& files = program.files;
+  if (program.document.RunMode == "Demo") {
     EnterUserFolder(program);
     files.currentFolder = UserFolder(program);
   } else if (!SaveForRun(program)) {

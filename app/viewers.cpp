@@ -5,9 +5,9 @@
 namespace polefit {
 
 void ViewExampleFile(Program& program) {
-  CommonDialog& dialog = program.CMDialog1;
+  CommonDialog& dialog = program.windows.CMDialog1;
   const std::string formerFolder = dialog.initialFolder;
-  dialog.initialFolder = JoinPath(program.ProgramFolder, "User");
+  dialog.initialFolder = JoinPath(program.folders.ProgramFolder, "User");
   dialog.title = "Open an Example File for illustration";
   dialog.filter = "All Files (*.*)|*.*|Example Response Files (ex-*.*)|ex-*.*";
   dialog.filterIndex = 2;
@@ -20,7 +20,7 @@ void ViewExampleFile(Program& program) {
 }
 
 void ViewLastOutput(Program& program) {
-  const std::string report = JoinPath(program.ProgramFolder, "~pft-out.txt");
+  const std::string report = JoinPath(program.folders.ProgramFolder, "~pft-out.txt");
   if (FileExists(program.host, report)) {
     program.host.ShellExecuteA(report);
   } else {
@@ -30,7 +30,7 @@ void ViewLastOutput(Program& program) {
 }
 
 void OpenManual(Program& program) {
-  program.host.ShellExecuteA(JoinPath(program.ProgramFolder, "manual.rtf"));
+  program.host.ShellExecuteA(JoinPath(program.folders.ProgramFolder, "manual.rtf"));
 }
 
 void EmailSupport(Program& program) {

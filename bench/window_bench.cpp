@@ -83,7 +83,7 @@ void Print(const char* what, int times, Action action) {
 }
 
 void WriteLargestFile(Program& program) {
-  ResponseRecord record = program.record;
+  ResponseRecord record = program.document.record;
   record.nFreqPoints = record.nDelayPoints = kPoints;
   record.Slot(slot::kFreqPointCount) = record.Slot(slot::kDelayPointCount) = SignedText(kPoints);
   record.passband.Resize(kPoints + 1);
@@ -93,10 +93,10 @@ void WriteLargestFile(Program& program) {
     for (int column = 1; column <= 4; ++column) record.passband.At(row, column) = number;
     for (int column = 1; column <= 2; ++column) record.delay.At(row, column) = number;
   }
-  WriteResponseFile(program.host, record, {program.ProgramFolder, "largest.txt"});
+  WriteResponseFile(program.host, record, {program.folders.ProgramFolder, "largest.txt"});
 }
 
-void PressKeys(FrmMain& form, const char* name, Tab tab) {
+void PressKeys(MainWindow& form, const char* name, Tab tab) {
   form.SelectTab(tab);
   auto* grid = form.findChild<GridWidget*>(name);
   const auto press = [](int key) {
@@ -126,10 +126,10 @@ void MeasureLargestFile() {
   Session session(host, {});
   session.Start();
   Program& program = session.Values();
-  auto& form = dynamic_cast<FrmMain&>(program.frmMain);
+  auto& form = dynamic_cast<MainWindow&>(program.windows.frmMain);
   QApplication::processEvents();
   WriteLargestFile(program);
-  const std::string path = program.ProgramFolder + "/largest.txt";
+  const std::string path = program.folders.ProgramFolder + "/largest.txt";
   std::printf("%d + %d points\n", kPoints, kPoints);
   Print("open the file", 9, [&] { OpenNamedFile(program, path); });
   Print("show the record", 9, [&] { GetAnswers(program); });

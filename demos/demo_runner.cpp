@@ -7,7 +7,7 @@
 namespace polefit {
 
 bool MayShowDemos(Program& program) {
-  return PromptSaveChanges(program, program.DataChanged) == kGoOn;
+  return PromptSaveChanges(program, program.document.DataChanged) == kGoOn;
 }
 
 void ChooseDemo(Program& program, int index) {
@@ -17,7 +17,7 @@ void ChooseDemo(Program& program, int index) {
 
 void RunDemo(Program& program) {
   program.files.currentFolder = UserFolder(program);
-  program.RunMode = "Demo";
+  program.document.RunMode = "Demo";
   RunSolver(program);
 }
 

@@ -10,13 +10,13 @@ void clearSolvdata(FormView& form) {
 
 void GetSolvAnswers(Program& program) {
   for (std::size_t i = 0; i < kSolverQuestions.size(); ++i) {
-    program.frmMain.SetText(kSolverQuestions[i].name, program.record.solver[i]);
+    program.windows.frmMain.SetText(kSolverQuestions[i].name, program.document.record.solver[i]);
   }
 }
 
 void PutSolvAnswers(Program& program) {
   for (std::size_t i = 0; i < kSolverQuestions.size(); ++i) {
-    program.record.solver[i] = program.frmMain.Text(kSolverQuestions[i].name);
+    program.document.record.solver[i] = program.windows.frmMain.Text(kSolverQuestions[i].name);
   }
 }
 

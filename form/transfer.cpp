@@ -51,8 +51,8 @@ void ShowZeroCounts(FormView& form, const std::string& answer) {
 }
 
 void ResetGrids(Program& program) {
-  const GridState grids = Grids(program);
-  ResponseRecord& record = program.record;
+  GridState& grids = program.windows.grids;
+  ResponseRecord& record = program.document.record;
   ClearGrid(grids, grids.PassData);
   record.nFreqPoints = ToInteger16(ReadNumber(record.Slot(slot::kFreqPointCount)));
   ClearGrid(grids, grids.DelayData);
@@ -62,23 +62,23 @@ void ResetGrids(Program& program) {
 }  // namespace
 
 void PutAnswers(Program& program) {
-  FormView& form = program.frmMain;
-  ResponseRecord& record = program.record;
-  HideCellEditor(Grids(program), false);
-  if (program.RunMode != "Demo") record.LastFileName = program.files.currentFileName;
+  FormView& form = program.windows.frmMain;
+  ResponseRecord& record = program.document.record;
+  HideCellEditor(program.windows.grids, false);
+  if (program.document.RunMode != "Demo") record.LastFileName = program.files.currentFileName;
   for (const Question& question : kQuestions) {
     record.Slot(question.slot) = TakeAnswer(form, question);
   }
   record.Slot(slot::kFreqPointCount) = SignedText(record.nFreqPoints);
   record.Slot(slot::kDelayPointCount) = SignedText(record.nDelayPoints);
   for (const NoteBox& note : kNoteBoxes) record.*note.field = form.Text(note.name);
-  ReadGrids(Grids(program), record.passband, record.delay);
+  ReadGrids(program.windows.grids, record.passband, record.delay);
   PutSolvAnswers(program);
 }
 
 void GetAnswers(Program& program) {
-  FormView& form = program.frmMain;
-  const ResponseRecord& record = program.record;
+  FormView& form = program.windows.frmMain;
+  const ResponseRecord& record = program.document.record;
   for (const Question& question : kQuestions) {
     ShowAnswer(form, question, record.Slot(question.slot));
   }
@@ -86,11 +86,11 @@ void GetAnswers(Program& program) {
   ResetGrids(program);
   for (const NoteBox& note : kNoteBoxes) form.SetText(note.name, record.*note.field);
   form.SetText("LastFileName", record.LastFileName);
-  FillGrids(Grids(program), record.passband, record.delay);
+  FillGrids(program.windows.grids, record.passband, record.delay);
   GetSolvAnswers(program);
   // Every text shown has raised its change notification; the record just shown is unchanged.
-  program.DataChanged = 0;
-  ShowWeightColumn(Grids(program), form.IsChecked("chkUseWeights"));
+  program.document.DataChanged = 0;
+  ShowWeightColumn(program.windows.grids, form.IsChecked("chkUseWeights"));
   ApplyFieldRules(form);
 }
 

@@ -14,16 +14,16 @@ bool RowsRunOut(const GridView& grid) {
   return grid.CurrentRow() + kSpareRows > grid.RowCount();
 }
 
-void StoreEditedCell(const GridState& state) {
+void StoreEditedCell(GridState& state) {
   const std::string text = state.txtCellEditor.Text();
   if (text == state.CurrentGrid->Text(state.editedRow, state.editedColumn)) return;
   state.CurrentGrid->SetText(state.editedRow, state.editedColumn, text);
-  state.DataChanged = 1;
+  state.document.DataChanged = 1;
 }
 
 }  // namespace
 
-void ShowCellEditor(const GridState& state) {
+void ShowCellEditor(GridState& state) {
   GridView& grid = *state.CurrentGrid;
   grid.CollapseSelection();
   state.txtCellEditor.SetText(grid.Text(grid.CurrentRow(), grid.CurrentColumn()));
@@ -32,13 +32,13 @@ void ShowCellEditor(const GridState& state) {
   state.editedColumn = grid.CurrentColumn();
 }
 
-void HideCellEditor(const GridState& state, bool cancel) {
+void HideCellEditor(GridState& state, bool cancel) {
   if (!state.txtCellEditor.IsVisible()) return;
   if (!cancel) StoreEditedCell(state);
   state.txtCellEditor.Hide();
 }
 
-void MoveCellEditor(const GridState& state, int direction) {
+void MoveCellEditor(GridState& state, int direction) {
   HideCellEditor(state, false);
   GridView& grid = *state.CurrentGrid;
   if (direction == kMoveUp) {
@@ -52,7 +52,7 @@ void MoveCellEditor(const GridState& state, int direction) {
   ShowCellEditor(state);
 }
 
-void CellEditorKeyPressed(const GridState& state, EditorKey key) {
+void CellEditorKeyPressed(GridState& state, EditorKey key) {
   switch (key) {
     case EditorKey::enter:
     case EditorKey::tab:
@@ -66,27 +66,27 @@ void CellEditorKeyPressed(const GridState& state, EditorKey key) {
   }
 }
 
-void CellEditorGotFocus(const GridState& state) {
+void CellEditorGotFocus(GridState& state) {
   // Kept: PassData's position decides even while DelayData is edited, but the row goes to the
   // grid that is edited.
   if (RowsRunOut(state.PassData)) AddGridRow(state, true);
 }
 
-void CellEditorLostFocus(const GridState& state) {
+void CellEditorLostFocus(GridState& state) {
   HideCellEditor(state, false);
 }
 
-void GridMousePressed(const GridState& state, GridView& grid) {
+void GridMousePressed(GridState& state, GridView& grid) {
   HideCellEditor(state, false);
   state.CurrentGrid = &grid;
 }
 
-void GridDoubleClicked(const GridState& state, GridView& grid) {
+void GridDoubleClicked(GridState& state, GridView& grid) {
   state.CurrentGrid = &grid;
   ShowCellEditor(state);
 }
 
-void GridCharacterTyped(const GridState& state, GridView& grid, const std::string& character) {
+void GridCharacterTyped(GridState& state, GridView& grid, const std::string& character) {
   GridDoubleClicked(state, grid);
   if (static_cast<unsigned char>(character.at(0)) < ' ') return;
   state.txtCellEditor.SetText(character);

@@ -8,31 +8,31 @@ namespace polefit {
 
 /// Puts the editor over the current cell of the current grid with the cell's text and gives it the
 /// focus.
-void ShowCellEditor(const GridState& state);
+void ShowCellEditor(GridState& state);
 
 /// Hides the editor if it is visible; unless `cancel`, its text goes into the edited cell as typed.
-void HideCellEditor(const GridState& state, bool cancel);
+void HideCellEditor(GridState& state, bool cancel);
 
 inline constexpr int kMoveDown = 2;
 inline constexpr int kMoveUp = 3;
 
 /// Commits, moves the current cell by one row and shows the editor again. Any other direction
 /// only commits.
-void MoveCellEditor(const GridState& state, int direction);
+void MoveCellEditor(GridState& state, int direction);
 
 /// The keys that the editor acts on; all others edit its text.
 enum class EditorKey { enter, escape, tab, up, down };
 
-void CellEditorKeyPressed(const GridState& state, EditorKey key);
-void CellEditorGotFocus(const GridState& state);
+void CellEditorKeyPressed(GridState& state, EditorKey key);
+void CellEditorGotFocus(GridState& state);
 /// The focus went to something else in the program: what was typed is kept.
-void CellEditorLostFocus(const GridState& state);
+void CellEditorLostFocus(GridState& state);
 
 /// Commits into the grid that was being edited and makes `grid` the current one.
-void GridMousePressed(const GridState& state, GridView& grid);
-void GridDoubleClicked(const GridState& state, GridView& grid);
+void GridMousePressed(GridState& state, GridView& grid);
+void GridDoubleClicked(GridState& state, GridView& grid);
 /// A character typed into `grid`: it replaces the cell's text in the editor. A control character
 /// (code below 32) opens the editor with the cell's text.
-void GridCharacterTyped(const GridState& state, GridView& grid, const std::string& character);
+void GridCharacterTyped(GridState& state, GridView& grid, const std::string& character);
 
 }  // namespace polefit

@@ -16,15 +16,15 @@ constexpr std::string_view kPassDataFormat = "#|^Frequency|^Yin|^Yout|^Weight;#"
 constexpr std::string_view kDelayDataFormat = "#|^Frequency|^Delay (tx);#";
 constexpr int kClearedRowCount = 3;
 
-bool PassDataIsCurrent(const GridState& state) {
+bool PassDataIsCurrent(GridState& state) {
   return state.CurrentGrid == &state.PassData;
 }
 
-int DataColumnCount(const GridState& state) {
+int DataColumnCount(GridState& state) {
   return PassDataIsCurrent(state) ? PassbandPoints::kColumns : DelayPoints::kColumns;
 }
 
-std::vector<int> DataColumnWidths(const GridState& state) {
+std::vector<int> DataColumnWidths(GridState& state) {
   std::vector<int> widths;
   for (int column = 1; column <= DataColumnCount(state); ++column) {
     widths.push_back(state.CurrentGrid->ColumnWidth(column));
@@ -32,14 +32,13 @@ std::vector<int> DataColumnWidths(const GridState& state) {
   return widths;
 }
 
-void RestoreWidths(const GridState& state, const std::vector<int>& widths) {
+void RestoreWidths(GridState& state, const std::vector<int>& widths) {
   int column = 0;
   for (const int width : widths) state.CurrentGrid->SetColumnWidth(++column, width);
 }
 
 template <std::size_t Columns>
-void FillGrid(const GridState& state, GridView& grid, const PointLists<Columns>& points,
-              int count) {
+void FillGrid(GridState& state, GridView& grid, const PointLists<Columns>& points, int count) {
   if (count < 1) return;
   state.CurrentGrid = &grid;
   for (int row = 1; row <= count; ++row) {
@@ -83,7 +82,7 @@ void ReadGrid(const GridView& grid, PointLists<Columns>& points, std::int16_t& c
 
 }  // namespace
 
-void FormatGrid(const GridState& state) {
+void FormatGrid(GridState& state) {
   GridView& grid = *state.CurrentGrid;
   std::string format(PassDataIsCurrent(state) ? kPassDataFormat : kDelayDataFormat);
   const int rows = grid.RowCount();
@@ -96,9 +95,10 @@ void FormatGrid(const GridState& state) {
   grid.SetRowCount(grid.RowCount() - 1);
 }
 
-void ClearGrid(const GridState& state) {
-  state.DataChanged = 1;
-  (PassDataIsCurrent(state) ? state.nFreqPoints : state.nDelayPoints) = 0;
+void ClearGrid(GridState& state) {
+  state.document.DataChanged = 1;
+  (PassDataIsCurrent(state) ? state.document.record.nFreqPoints
+                            : state.document.record.nDelayPoints) = 0;
   const std::vector<int> widths = DataColumnWidths(state);
   HideCellEditor(state, true);
   state.CurrentGrid->Clear();
@@ -107,25 +107,25 @@ void ClearGrid(const GridState& state) {
   RestoreWidths(state, widths);
 }
 
-void ClearGrid(const GridState& state, GridView& grid) {
+void ClearGrid(GridState& state, GridView& grid) {
   state.CurrentGrid = &grid;
   ClearGrid(state);
 }
 
-void ClearBoth(const GridState& state) {
+void ClearBoth(GridState& state) {
   ClearGrid(state, state.PassData);
   ClearGrid(state, state.DelayData);
 }
 
-void AddGridRow(const GridState& state, bool renumber) {
+void AddGridRow(GridState& state, bool renumber) {
   const std::vector<int> widths = DataColumnWidths(state);
   state.CurrentGrid->SetRowCount(state.CurrentGrid->RowCount() + 1);
-  state.DataChanged = 1;
+  state.document.DataChanged = 1;
   if (renumber) FormatGrid(state);
   RestoreWidths(state, widths);
 }
 
-void SizeGridColumns(const GridState& state) {
+void SizeGridColumns(GridState& state) {
   constexpr int kPassDataWidth = 6910;
   constexpr int kDelayDataWidth = 5315;
   constexpr int kBorder = 20;
@@ -144,18 +144,18 @@ void SizeGridColumns(const GridState& state) {
   delay.SetWidth(kDelayDataWidth);
 }
 
-void ShowWeightColumn(const GridState& state, bool useWeights) {
+void ShowWeightColumn(GridState& state, bool useWeights) {
   state.PassData.SetColumnWidth(kWeightColumn, useWeights ? state.PassData.ColumnWidth(1) : 0);
 }
 
-void FillGrids(const GridState& state, const PassbandPoints& passband, const DelayPoints& delay) {
-  FillGrid(state, state.PassData, passband, state.nFreqPoints);
-  FillGrid(state, state.DelayData, delay, state.nDelayPoints);
+void FillGrids(GridState& state, const PassbandPoints& passband, const DelayPoints& delay) {
+  FillGrid(state, state.PassData, passband, state.document.record.nFreqPoints);
+  FillGrid(state, state.DelayData, delay, state.document.record.nDelayPoints);
 }
 
-void ReadGrids(const GridState& state, PassbandPoints& passband, DelayPoints& delay) {
-  ReadGrid(state.PassData, passband, state.nFreqPoints);
-  ReadGrid(state.DelayData, delay, state.nDelayPoints);
+void ReadGrids(GridState& state, PassbandPoints& passband, DelayPoints& delay) {
+  ReadGrid(state.PassData, passband, state.document.record.nFreqPoints);
+  ReadGrid(state.DelayData, delay, state.document.record.nDelayPoints);
 }
 
 }  // namespace polefit

@@ -22,7 +22,7 @@ std::string SplitPath(Host& host, const std::string& path, std::string& folder) 
   return name;
 }
 
-void SetCurrentFile(Host& host, FileState& files, const std::string& path) {
+void SetCurrentFile(Host& host, Files& files, const std::string& path) {
   files.currentFileName = SplitPath(host, path, files.currentFolder);
   files.lastUsedName = files.currentFileName;
   files.lastUsedFolder = files.currentFolder;

@@ -18,7 +18,7 @@ std::string JoinPath(std::string_view folder, std::string_view name);
 std::string SplitPath(Host& host, const std::string& path, std::string& folder);
 
 /// The files that the program works on. Folders have no trailing separator.
-struct FileState {
+struct Files {
   std::string currentFileName;
   std::string currentFolder;
   std::string lastUsedName;
@@ -26,7 +26,7 @@ struct FileState {
 };
 
 /// Makes the file at `path` the current file and the last-used one.
-void SetCurrentFile(Host& host, FileState& files, const std::string& path);
+void SetCurrentFile(Host& host, Files& files, const std::string& path);
 
 /// A path as the solver's command line takes it: in lower case where file names are case-blind,
 /// which they are where the separator is a backslash.

@@ -80,7 +80,7 @@ void ReportMissingFile(Host& host, const std::string& name) {
   host.MessageBox("Missing '" + name + "' file?", message_style::kExclamation, " File not found.");
 }
 
-void FileReadMe(Host& host, FileState& files, ResponseRecord& record, std::string& name,
+void FileReadMe(Host& host, Files& files, ResponseRecord& record, std::string& name,
                 const std::string& folder) {
   if (!FileExists(host, JoinPath(folder, name))) {
     if (!name.empty()) ReportMissingFile(host, name);

@@ -24,7 +24,7 @@ void ReportMissingFile(Host& host, const std::string& name);
 /// Reads the opened file `folder`/`name` into `record`. A missing file and a read error are
 /// reported in a message and the program goes on with what was read. On return `name` holds what
 /// line 1 gave.
-void FileReadMe(Host& host, FileState& files, ResponseRecord& record, std::string& name,
+void FileReadMe(Host& host, Files& files, ResponseRecord& record, std::string& name,
                 const std::string& folder);
 
 }  // namespace polefit

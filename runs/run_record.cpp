@@ -157,7 +157,7 @@ std::string RunLogPath(const std::string& programFolder) {
 }
 
 bool MayStartRun(Program& program) {
-  const std::optional<RunRecord> run = ReadRunRecord(program.ProgramFolder);
+  const std::optional<RunRecord> run = ReadRunRecord(program.folders.ProgramFolder);
   if (!run || !IsRunning(*run)) return true;
   program.host.MessageBox(RefusalOf(*run), message_style::kExclamation, "A run is going on");
   return false;

@@ -17,7 +17,7 @@
 
 namespace polefit {
 
-FrmDemo::FrmDemo() : exams_(new QButtonGroup(this)) {
+DemoDialog::DemoDialog() : exams_(new QButtonGroup(this)) {
   setObjectName("frmDemo");
   setWindowTitle("Polefit Demo ... a Veltra Based Application");
   auto* const rows = new QVBoxLayout(this);
@@ -41,14 +41,14 @@ FrmDemo::FrmDemo() : exams_(new QButtonGroup(this)) {
   buttons->addButton(run, QDialogButtonBox::AcceptRole);
   buttons->addButton(cancel, QDialogButtonBox::RejectRole);
   rows->addWidget(buttons);
-  connect(exams_, &QButtonGroup::idClicked, this, &FrmDemo::examChosen);
-  connect(run, &QPushButton::clicked, this, &FrmDemo::cmdRunDemo);
-  connect(cancel, &QPushButton::clicked, this, &FrmDemo::cmdCancelDemo);
+  connect(exams_, &QButtonGroup::idClicked, this, &DemoDialog::examChosen);
+  connect(run, &QPushButton::clicked, this, &DemoDialog::cmdRunDemo);
+  connect(cancel, &QPushButton::clicked, this, &DemoDialog::cmdCancelDemo);
   connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
-          &FrmDemo::cmdCancelDemo);
+          &DemoDialog::cmdCancelDemo);
 }
 
-QGridLayout* FrmDemo::BuildTable() {
+QGridLayout* DemoDialog::BuildTable() {
   auto* const table = new QGridLayout;
   table->setHorizontalSpacing(24);
   table->addWidget(MakeHeader("lblFileName", "File Name ________"), 0, 0);
@@ -60,7 +60,7 @@ QGridLayout* FrmDemo::BuildTable() {
   return table;
 }
 
-void FrmDemo::AddRow(QGridLayout* table, int index) {
+void DemoDialog::AddRow(QGridLayout* table, int index) {
   const Demo& demo = kDemos.at(static_cast<std::size_t>(index - 1));
   const QString number = QString::number(index);
   auto* const exam = new QRadioButton(ToQString(demo.fileName));
@@ -76,7 +76,7 @@ void FrmDemo::AddRow(QGridLayout* table, int index) {
   table->addWidget(description, index, 2);
 }
 
-void FrmDemo::keyPressEvent(QKeyEvent* event) {
+void DemoDialog::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     Q_EMIT cmdRunDemo();
   } else {
@@ -84,7 +84,7 @@ void FrmDemo::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-void FrmDemo::showEvent(QShowEvent* event) {
+void DemoDialog::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (event->spontaneous()) return;
   // A tick from the last time would tell of an example that is no longer the current file.
@@ -93,7 +93,7 @@ void FrmDemo::showEvent(QShowEvent* event) {
   exams_->setExclusive(true);
 }
 
-void FrmDemo::closeEvent(QCloseEvent* event) {
+void DemoDialog::closeEvent(QCloseEvent* event) {
   QWidget::closeEvent(event);
   Q_EMIT cmdCancelDemo();
 }

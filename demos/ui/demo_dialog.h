@@ -8,11 +8,11 @@ class QGridLayout;
 namespace polefit {
 
 /// The dialog that runs an example problem. It forwards what is chosen and decides nothing.
-class FrmDemo final : public QWidget {
+class DemoDialog final : public QWidget {
   Q_OBJECT
 
  public:
-  FrmDemo();
+  DemoDialog();
 
  Q_SIGNALS:
   /// The option with this index, from 1, was clicked.

@@ -15,18 +15,18 @@ namespace {
 struct IntroButton {
   const char* name;
   const char* caption;
-  void (FrmIntro::*chosen)();
+  void (IntroDialog::*chosen)();
 };
 
 constexpr IntroButton kButtons[] = {
-    {"cmdRunIntro", "&Run a Demo", &FrmIntro::cmdRunIntro},
-    {"cmdCreateIntro", "&Create Your Data", &FrmIntro::cmdCreateIntro},
-    {"cmdExitIntro", "E&xit", &FrmIntro::cmdExitIntro},
+    {"cmdRunIntro", "&Run a Demo", &IntroDialog::cmdRunIntro},
+    {"cmdCreateIntro", "&Create Your Data", &IntroDialog::cmdCreateIntro},
+    {"cmdExitIntro", "E&xit", &IntroDialog::cmdExitIntro},
 };
 
 }  // namespace
 
-FrmIntro::FrmIntro() {
+IntroDialog::IntroDialog() {
   setObjectName("frmIntro");
   setWindowTitle("Introduction to Veltra Based Software");
   auto* const rows = new QVBoxLayout(this);
@@ -55,7 +55,7 @@ FrmIntro::FrmIntro() {
   rows->addLayout(buttons);
 }
 
-void FrmIntro::closeEvent(QCloseEvent* event) {
+void IntroDialog::closeEvent(QCloseEvent* event) {
   QWidget::closeEvent(event);
   Q_EMIT cmdExitIntro();
 }

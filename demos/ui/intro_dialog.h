@@ -5,11 +5,11 @@
 namespace polefit {
 
 /// The dialog of a first start. It forwards what is chosen and decides nothing.
-class FrmIntro final : public QWidget {
+class IntroDialog final : public QWidget {
   Q_OBJECT
 
  public:
-  FrmIntro();
+  IntroDialog();
 
  Q_SIGNALS:
   void cmdRunIntro();

@@ -32,7 +32,7 @@ QSettings PlaceSettings() {
 
 }  // namespace
 
-FrmMain::FrmMain(Guard guard)
+MainWindow::MainWindow(Guard guard)
     : guard_(std::move(guard)),
       tabs_(new QTabWidget),
       passData_(new GridWidget("PassData", 5, 6810)),
@@ -51,18 +51,17 @@ FrmMain::FrmMain(Guard guard)
   RestorePlace();
 }
 
-FrmMain::~FrmMain() {
+MainWindow::~MainWindow() {
   // Hiding moves the focus, which must not reach routines and values that are gone.
   program_ = nullptr;
   hide();
 }
 
-void FrmMain::Attach(Program& program) {
+void MainWindow::Attach(Program& program) {
   program_ = &program;
-  program.CurrentGrid = passData_;
 }
 
-void FrmMain::BuildTabs() {
+void MainWindow::BuildTabs() {
   tabs_->setObjectName("CVX_Tabs");
   tabs_->setDocumentMode(true);
   Page* pages[] = {MakeStartPage(),
@@ -82,8 +81,10 @@ void FrmMain::BuildTabs() {
   }
 }
 
-void FrmMain::ConnectControls() {
-  const auto markChanged = [this] { Run([](Program& program) { program.DataChanged = 1; }); };
+void MainWindow::ConnectControls() {
+  const auto markChanged = [this] {
+    Run([](Program& program) { program.document.DataChanged = 1; });
+  };
   for (AnswerEdit* box : findChildren<AnswerEdit*>()) {
     box->installEventFilter(this);
     connect(box, &QLineEdit::textChanged, this, markChanged);
@@ -93,52 +94,53 @@ void FrmMain::ConnectControls() {
     connect(box, &QCheckBox::toggled, this, markChanged);
   }
   connect(Find<QCheckBox>("chkUseWeights"), &QCheckBox::toggled, this, [this](bool checked) {
-    Run([checked](Program& program) { ShowWeightColumn(Grids(program), checked); });
+    Run([checked](Program& program) { ShowWeightColumn(program.windows.grids, checked); });
   });
-  OnClick("cmdClearPassData", [this](Program& program) { ClearGrid(Grids(program), *passData_); });
+  OnClick("cmdClearPassData",
+          [this](Program& program) { ClearGrid(program.windows.grids, *passData_); });
   OnClick("cmdClearDelayData",
-          [this](Program& program) { ClearGrid(Grids(program), *delayData_); });
+          [this](Program& program) { ClearGrid(program.windows.grids, *delayData_); });
   OnClick("cmdEditSolver", [this](Program&) { EditSolverDefaults(*this); });
   OnClick("cmdUseDefSolver", [this](Program&) { UseSolverDefaults(*this); });
   connect(Find<QPushButton>("cmdSubmit"), &QPushButton::clicked, this,
-          [this] { Command(&FrmMain::cmdSubmit); });
-  connect(tabs_, &QTabWidget::currentChanged, this, &FrmMain::ShowState);
-  connect(Find<QLineEdit>("LastFileName"), &QLineEdit::textChanged, this, &FrmMain::ShowState);
+          [this] { Command(&MainWindow::cmdSubmit); });
+  connect(tabs_, &QTabWidget::currentChanged, this, &MainWindow::ShowState);
+  connect(Find<QLineEdit>("LastFileName"), &QLineEdit::textChanged, this, &MainWindow::ShowState);
 }
 
-void FrmMain::ConnectGrid(GridWidget& grid) {
+void MainWindow::ConnectGrid(GridWidget& grid) {
   connect(&grid, &GridWidget::cellsMoved, editor_, &CellEditorBox::FollowCell);
   connect(&grid, &GridWidget::mousePressed, this, [this, &grid] {
-    Run([&grid](Program& program) { GridMousePressed(Grids(program), grid); });
+    Run([&grid](Program& program) { GridMousePressed(program.windows.grids, grid); });
   });
   connect(&grid, &GridWidget::cellDoubleClicked, this, [this, &grid] {
-    Run([&grid](Program& program) { GridDoubleClicked(Grids(program), grid); });
+    Run([&grid](Program& program) { GridDoubleClicked(program.windows.grids, grid); });
   });
   connect(&grid, &GridWidget::characterTyped, this, [this, &grid](const QString& character) {
     Run([&](Program& program) {
-      GridCharacterTyped(Grids(program), grid, character.toStdString());
+      GridCharacterTyped(program.windows.grids, grid, character.toStdString());
     });
   });
 }
 
-void FrmMain::ConnectEditor() {
+void MainWindow::ConnectEditor() {
   connect(editor_, &CellEditorBox::keyPressed, this, [this](EditorKey key) {
-    Run([key](Program& program) { CellEditorKeyPressed(Grids(program), key); });
+    Run([key](Program& program) { CellEditorKeyPressed(program.windows.grids, key); });
   });
   connect(editor_, &CellEditorBox::focusReceived, this,
-          [this] { Run([](Program& program) { CellEditorGotFocus(Grids(program)); }); });
+          [this] { Run([](Program& program) { CellEditorGotFocus(program.windows.grids); }); });
   connect(editor_, &CellEditorBox::focusLeft, this,
-          [this] { Run([](Program& program) { CellEditorLostFocus(Grids(program)); }); });
+          [this] { Run([](Program& program) { CellEditorLostFocus(program.windows.grids); }); });
 }
 
-void FrmMain::OnClick(const char* button, const std::function<void(Program&)>& action) {
+void MainWindow::OnClick(const char* button, const std::function<void(Program&)>& action) {
   connect(Find<QPushButton>(button), &QPushButton::clicked, this, [this, action] {
     Run(action);
     ShowState();
   });
 }
 
-void FrmMain::Run(const std::function<void(Program&)>& action) {
+void MainWindow::Run(const std::function<void(Program&)>& action) {
   if (program_ == nullptr) return;
   if (guard_) {
     guard_([&] { action(*program_); });
@@ -147,27 +149,27 @@ void FrmMain::Run(const std::function<void(Program&)>& action) {
   }
 }
 
-void FrmMain::Command(Signal signal) {
+void MainWindow::Command(Signal signal) {
   // What stands in the editor belongs to the data that the command saves or asks about.
-  Run([](Program& program) { HideCellEditor(Grids(program), false); });
+  Run([](Program& program) { HideCellEditor(program.windows.grids, false); });
   (this->*signal)();
   ShowState();
 }
 
-void FrmMain::ShowState() {
+void MainWindow::ShowState() {
   Run([this](Program& program) {
     // The current file, which Save writes; the file's own line 1 may give another name.
     const QString file = ToQString(program.files.currentFileName);
     setWindowTitle(file.isEmpty() ? "Polefit" : file + " - Polefit");
     Find<QLabel>("RunFileName")->setText(file);
     Find<QLabel>("RunFolder")->setText(ToQString(program.files.currentFolder));
-    Find<QLabel>("RunChanges")->setText(program.DataChanged != 0 ? "Yes" : "No");
-    Find<QLabel>("lblNoFreqPoints")->setVisible(program.record.nFreqPoints < 1);
-    Find<QLabel>("lblNoDelayPoints")->setVisible(program.record.nDelayPoints < 1);
+    Find<QLabel>("RunChanges")->setText(program.document.DataChanged != 0 ? "Yes" : "No");
+    Find<QLabel>("lblNoFreqPoints")->setVisible(program.document.record.nFreqPoints < 1);
+    Find<QLabel>("lblNoDelayPoints")->setVisible(program.document.record.nDelayPoints < 1);
   });
 }
 
-bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::FocusOut &&
       FocusMovesInProgram(static_cast<QFocusEvent*>(event)->reason())) {
     Run([&](Program&) { ApplyRuleOf(*this, watched->objectName().toStdString()); });
@@ -175,52 +177,52 @@ bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
   return QMainWindow::eventFilter(watched, event);
 }
 
-void FrmMain::closeEvent(QCloseEvent* event) {
+void MainWindow::closeEvent(QCloseEvent* event) {
   PlaceSettings().setValue("geometry", saveGeometry());
   QMainWindow::closeEvent(event);
   Q_EMIT unloaded();
 }
 
-void FrmMain::RestorePlace() {
+void MainWindow::RestorePlace() {
   resize(kFirstSize);
   restoreGeometry(PlaceSettings().value("geometry").toByteArray());
 }
 
 template <typename Widget>
-Widget* FrmMain::Find(std::string_view control) const {
+Widget* MainWindow::Find(std::string_view control) const {
   const auto found = controls_.find(control);
   auto* widget = found == controls_.end() ? nullptr : qobject_cast<Widget*>(found->second);
   Q_ASSERT_X(widget != nullptr, "frmMain", "no control of this name and kind");
   return widget;
 }
 
-std::string FrmMain::Text(std::string_view control) const {
+std::string MainWindow::Text(std::string_view control) const {
   return Find<QLineEdit>(control)->text().toStdString();
 }
 
-void FrmMain::SetText(std::string_view control, const std::string& text) {
+void MainWindow::SetText(std::string_view control, const std::string& text) {
   auto* box = Find<QLineEdit>(control);
   box->setText(ToQString(text));
   box->setCursorPosition(0);
 }
 
-bool FrmMain::IsChecked(std::string_view control) const {
+bool MainWindow::IsChecked(std::string_view control) const {
   return Find<QCheckBox>(control)->isChecked();
 }
 
-void FrmMain::SetChecked(std::string_view control, bool checked) {
+void MainWindow::SetChecked(std::string_view control, bool checked) {
   Find<QCheckBox>(control)->setChecked(checked);
 }
 
-bool FrmMain::IsEnabled(std::string_view control) const {
+bool MainWindow::IsEnabled(std::string_view control) const {
   return Find<QWidget>(control)->isEnabled();
 }
 
-void FrmMain::SetEnabled(std::string_view control, bool enabled) {
+void MainWindow::SetEnabled(std::string_view control, bool enabled) {
   Find<QWidget>(control)->setEnabled(enabled);
 }
 
-void FrmMain::SetFocus(std::string_view control) {
+void MainWindow::SetFocus(std::string_view control) {
   auto* widget = Find<QWidget>(control);
   for (int tab = 0; tab < tabs_->count(); ++tab) {
     if (tabs_->widget(tab)->isAncestorOf(widget)) tabs_->setCurrentIndex(tab);
@@ -228,17 +230,17 @@ void FrmMain::SetFocus(std::string_view control) {
   widget->setFocus();
 }
 
-void FrmMain::SelectTab(Tab tab) {
+void MainWindow::SelectTab(Tab tab) {
   tabs_->setCurrentIndex(static_cast<int>(tab));
 }
 
-GridView& FrmMain::PassData() {
+GridView& MainWindow::PassData() {
   return *passData_;
 }
-GridView& FrmMain::DelayData() {
+GridView& MainWindow::DelayData() {
   return *delayData_;
 }
-CellEditorView& FrmMain::txtCellEditor() {
+CellEditorView& MainWindow::txtCellEditor() {
   return *editor_;
 }
 

@@ -21,15 +21,15 @@ struct MenuEntry;
 /// The main form: a bag of widgets, each under its given name. It shows state and forwards events.
 /// The commands of menus and buttons go out as signals of the same name, with the cell editor's
 /// text committed; what belongs to the form itself goes to the routines of form and grids.
-class FrmMain final : public QMainWindow, public FormView {
+class MainWindow final : public QMainWindow, public FormView {
   Q_OBJECT
 
  public:
   /// Calls what it is given and deals with the run-time errors that come out.
   using Guard = std::function<void(const std::function<void()>&)>;
 
-  explicit FrmMain(Guard guard = {});
-  ~FrmMain() override;
+  explicit MainWindow(Guard guard = {});
+  ~MainWindow() override;
 
   /// Until it has the program's values the form takes no notice of changes.
   void Attach(Program& program);
@@ -71,7 +71,7 @@ class FrmMain final : public QMainWindow, public FormView {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  using Signal = void (FrmMain::*)();
+  using Signal = void (MainWindow::*)();
 
   void Unload() { close(); }
   void BuildTabs();

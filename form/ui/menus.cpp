@@ -11,11 +11,12 @@ struct MenuEntry {
   const char* caption;
   const char* shortcut;
   const char* icon;
-  void (FrmMain::*chosen)();
+  void (MainWindow::*chosen)();
   bool separated = false;
 };
 
-void FrmMain::BuildMenu(const char* name, const char* caption, std::span<const MenuEntry> entries) {
+void MainWindow::BuildMenu(const char* name, const char* caption,
+                           std::span<const MenuEntry> entries) {
   QMenu* menu = menuBar()->addMenu(caption);
   menu->setObjectName(name);
   for (const MenuEntry& entry : entries) {
@@ -27,28 +28,28 @@ void FrmMain::BuildMenu(const char* name, const char* caption, std::span<const M
   }
 }
 
-void FrmMain::BuildMenus() {
+void MainWindow::BuildMenus() {
   static constexpr MenuEntry kFile[] = {
-      {"mnuFileNew", "&New", "Ctrl+N", "document-new", &FrmMain::mnuFileNew},
-      {"mnuFileOpen", "&Open ...", "Ctrl+O", "document-open", &FrmMain::mnuFileOpen},
-      {"mnuFileSave", "&Save", "Ctrl+S", "document-save", &FrmMain::mnuFileSave, true},
+      {"mnuFileNew", "&New", "Ctrl+N", "document-new", &MainWindow::mnuFileNew},
+      {"mnuFileOpen", "&Open ...", "Ctrl+O", "document-open", &MainWindow::mnuFileOpen},
+      {"mnuFileSave", "&Save", "Ctrl+S", "document-save", &MainWindow::mnuFileSave, true},
       {"mnuFileSaveAs", "Save &As ...", "Ctrl+Shift+S", "document-save-as",
-       &FrmMain::mnuFileSaveAs},
-      {"mnuFileDelete", "&Delete ...", "", "edit-delete", &FrmMain::mnuFileDelete},
-      {"mnuFileSubmit", "Submit &Run", "F5", "system-run", &FrmMain::mnuFileSubmit, true},
-      {"mnuFileExit", "E&xit", "Ctrl+Q", "application-exit", &FrmMain::Unload, true},
+       &MainWindow::mnuFileSaveAs},
+      {"mnuFileDelete", "&Delete ...", "", "edit-delete", &MainWindow::mnuFileDelete},
+      {"mnuFileSubmit", "Submit &Run", "F5", "system-run", &MainWindow::mnuFileSubmit, true},
+      {"mnuFileExit", "E&xit", "Ctrl+Q", "application-exit", &MainWindow::Unload, true},
   };
   static constexpr MenuEntry kView[] = {
-      {"mnuViewDemos", "&Example File ...", "", "document-preview", &FrmMain::mnuViewDemos},
-      {"mnuViewOutput", "&Last Output ...", "Ctrl+L", "text-x-generic", &FrmMain::mnuViewOutput},
+      {"mnuViewDemos", "&Example File ...", "", "document-preview", &MainWindow::mnuViewDemos},
+      {"mnuViewOutput", "&Last Output ...", "Ctrl+L", "text-x-generic", &MainWindow::mnuViewOutput},
   };
   static constexpr MenuEntry kDemos[] = {
-      {"mnuDemosRun", "&Run Demo", "", "media-playback-start", &FrmMain::mnuDemosRun},
+      {"mnuDemosRun", "&Run Demo", "", "media-playback-start", &MainWindow::mnuDemosRun},
   };
   static constexpr MenuEntry kHelp[] = {
-      {"mnuHelpManual", "&Manual", "F1", "help-contents", &FrmMain::mnuHelpManual},
-      {"mnuHelpEmail", "&E-mail Support", "", "mail-message-new", &FrmMain::mnuHelpEmail},
-      {"mnuHelpAbout", "&About ...", "", "help-about", &FrmMain::mnuHelpAbout, true},
+      {"mnuHelpManual", "&Manual", "F1", "help-contents", &MainWindow::mnuHelpManual},
+      {"mnuHelpEmail", "&E-mail Support", "", "mail-message-new", &MainWindow::mnuHelpEmail},
+      {"mnuHelpAbout", "&About ...", "", "help-about", &MainWindow::mnuHelpAbout, true},
   };
   BuildMenu("mnuFile", "&File", kFile);
   BuildMenu("mnuView", "&View", kView);

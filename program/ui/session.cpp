@@ -24,55 +24,56 @@ Session::Session(QtHost& host, std::string fileToOpen)
   ConnectDialogs();
 }
 
-void Session::On(void (FrmMain::*signal)(), Routine routine) {
+void Session::On(void (MainWindow::*signal)(), Routine routine) {
   QObject::connect(&frmMain_, signal, &frmMain_,
                    [this, routine] { guard_.Run([&] { routine(program_); }); });
 }
 
 void Session::ConnectMainForm() {
-  On(&FrmMain::mnuFileNew, FileNew);
-  On(&FrmMain::mnuFileOpen, FileOld);
-  On(&FrmMain::mnuFileSave, FileSave);
-  On(&FrmMain::mnuFileSaveAs, [](Program& program) { FileSaveAs(program); });
-  On(&FrmMain::mnuFileDelete, FileDelete);
-  On(&FrmMain::mnuViewDemos, ViewExampleFile);
-  On(&FrmMain::mnuViewOutput, ViewLastOutput);
-  On(&FrmMain::mnuHelpManual, OpenManual);
-  On(&FrmMain::mnuHelpEmail, EmailSupport);
-  On(&FrmMain::unloaded, EndProgram);
+  On(&MainWindow::mnuFileNew, FileNew);
+  On(&MainWindow::mnuFileOpen, FileOld);
+  On(&MainWindow::mnuFileSave, FileSave);
+  On(&MainWindow::mnuFileSaveAs, [](Program& program) { FileSaveAs(program); });
+  On(&MainWindow::mnuFileDelete, FileDelete);
+  On(&MainWindow::mnuViewDemos, ViewExampleFile);
+  On(&MainWindow::mnuViewOutput, ViewLastOutput);
+  On(&MainWindow::mnuHelpManual, OpenManual);
+  On(&MainWindow::mnuHelpEmail, EmailSupport);
+  On(&MainWindow::unloaded, EndProgram);
   const auto submit = [this] { Submit(); };
-  QObject::connect(&frmMain_, &FrmMain::mnuFileSubmit, &frmMain_, submit);
-  QObject::connect(&frmMain_, &FrmMain::cmdSubmit, &frmMain_, submit);
-  QObject::connect(&frmMain_, &FrmMain::mnuDemosRun, &frmMain_, [this] { ShowDemos(); });
-  QObject::connect(&frmMain_, &FrmMain::mnuHelpAbout, &frmMain_,
+  QObject::connect(&frmMain_, &MainWindow::mnuFileSubmit, &frmMain_, submit);
+  QObject::connect(&frmMain_, &MainWindow::cmdSubmit, &frmMain_, submit);
+  QObject::connect(&frmMain_, &MainWindow::mnuDemosRun, &frmMain_, [this] { ShowDemos(); });
+  QObject::connect(&frmMain_, &MainWindow::mnuHelpAbout, &frmMain_,
                    [this] { ShowAboutBox(&frmMain_); });
 }
 
 void Session::ConnectDialogs() {
-  QObject::connect(&frmIntro_, &FrmIntro::cmdRunIntro, &frmIntro_, [this] {
+  QObject::connect(&frmIntro_, &IntroDialog::cmdRunIntro, &frmIntro_, [this] {
     frmIntro_.hide();
     guard_.Run([this] {
       Start_Path(program_);
       frmDemo_.show();
     });
   });
-  QObject::connect(&frmIntro_, &FrmIntro::cmdCreateIntro, &frmIntro_, [this] { ShowMainForm(); });
-  QObject::connect(&frmIntro_, &FrmIntro::cmdExitIntro, &frmIntro_,
+  QObject::connect(&frmIntro_, &IntroDialog::cmdCreateIntro, &frmIntro_,
+                   [this] { ShowMainForm(); });
+  QObject::connect(&frmIntro_, &IntroDialog::cmdExitIntro, &frmIntro_,
                    [this] { guard_.Run([this] { EndProgram(program_); }); });
-  QObject::connect(&frmDemo_, &FrmDemo::examChosen, &frmDemo_,
+  QObject::connect(&frmDemo_, &DemoDialog::examChosen, &frmDemo_,
                    [this](int index) { guard_.Run([&] { ChooseDemo(program_, index); }); });
-  QObject::connect(&frmDemo_, &FrmDemo::cmdRunDemo, &frmDemo_, [this] {
+  QObject::connect(&frmDemo_, &DemoDialog::cmdRunDemo, &frmDemo_, [this] {
     guard_.Run([this] {
       if (MayStart()) RunDemo(program_);
     });
   });
-  QObject::connect(&frmDemo_, &FrmDemo::cmdCancelDemo, &frmDemo_, [this] {
+  QObject::connect(&frmDemo_, &DemoDialog::cmdCancelDemo, &frmDemo_, [this] {
     PutFileBack();
     ShowMainForm();
   });
-  QObject::connect(&console_, &RunConsole::reportWanted, &console_,
+  QObject::connect(&console_, &RunWindow::reportWanted, &console_,
                    [this] { guard_.Run([this] { ViewLastOutput(program_); }); });
-  QObject::connect(&console_, &RunConsole::improvedValuesWanted, &console_,
+  QObject::connect(&console_, &RunWindow::improvedValuesWanted, &console_,
                    [this] { TakeImproved(); });
 }
 
@@ -103,7 +104,7 @@ void Session::ShowMainForm() {
   frmMain_.show();
   frmMain_.activateWindow();
   frmMain_.SetFocus("chkEqualDelay");
-  if (first) console_.Find(program_.ProgramFolder);
+  if (first) console_.Find(program_.folders.ProgramFolder);
 }
 
 void Session::ShowDemos() {
@@ -122,7 +123,7 @@ void Session::PutFileBack() {
 
 bool Session::MayStart() {
   if (MayStartRun(program_)) return true;
-  console_.Find(program_.ProgramFolder);
+  console_.Find(program_.folders.ProgramFolder);
   console_.ShowInFront();
   return false;
 }
@@ -130,7 +131,7 @@ bool Session::MayStart() {
 void Session::Submit() {
   guard_.Run([this] {
     if (!MayStart()) return;
-    program_.RunMode = "*";
+    program_.document.RunMode = "*";
     SubmitRun(program_);
   });
 }

@@ -30,7 +30,7 @@ class Session {
 
   void ConnectMainForm();
   void ConnectDialogs();
-  void On(void (FrmMain::*signal)(), Routine routine);
+  void On(void (MainWindow::*signal)(), Routine routine);
   void ShowMainForm();
   void LoadMainFormOnce();
   void ShowDemos();
@@ -40,14 +40,14 @@ class Session {
   void TakeImproved();
 
   EventGuard guard_;
-  FrmMain frmMain_;
+  MainWindow frmMain_;
   Program program_;
-  RunConsole console_;
-  FrmIntro frmIntro_;
-  FrmDemo frmDemo_;
+  RunWindow console_;
+  IntroDialog frmIntro_;
+  DemoDialog frmDemo_;
   std::string fileToOpen_;
   /// What the form's data belong to while the demo dialog is in the main form's place.
-  std::optional<FileState> beforeDemos_;
+  std::optional<Files> beforeDemos_;
   bool loaded_ = false;
 };
 

@@ -61,7 +61,7 @@ QString TextOfLine(const QByteArray& bytes) {
 
 }  // namespace
 
-RunConsole::RunConsole()
+RunWindow::RunWindow()
     : lblDataFile_(MakeStrongLabel("lblDataFile")),
       lblCommand_(MakeLabel("lblCommand")),
       output_(MakeOutput()),
@@ -76,13 +76,13 @@ RunConsole::RunConsole()
   Build();
   for (QPushButton* const button : {cmdStop_, cmdReport_, cmdImproved_}) button->setEnabled(false);
   timer_.setInterval(kPollMilliseconds);
-  connect(&timer_, &QTimer::timeout, this, &RunConsole::Poll);
-  connect(cmdStop_, &QPushButton::clicked, this, &RunConsole::Stop);
-  connect(cmdReport_, &QPushButton::clicked, this, &RunConsole::reportWanted);
-  connect(cmdImproved_, &QPushButton::clicked, this, &RunConsole::improvedValuesWanted);
+  connect(&timer_, &QTimer::timeout, this, &RunWindow::Poll);
+  connect(cmdStop_, &QPushButton::clicked, this, &RunWindow::Stop);
+  connect(cmdReport_, &QPushButton::clicked, this, &RunWindow::reportWanted);
+  connect(cmdImproved_, &QPushButton::clicked, this, &RunWindow::improvedValuesWanted);
 }
 
-void RunConsole::Build() {
+void RunWindow::Build() {
   progress_->setObjectName("progress");
   progress_->setAccessibleName(tr("Evaluations used"));
   progress_->setFormat(tr("%v of %m evaluations"));
@@ -117,25 +117,25 @@ void RunConsole::Build() {
   resize(metrics.horizontalAdvance(QString(kColumns, '0')), kLines * metrics.lineSpacing());
 }
 
-long RunConsole::Start(const Command& command) {
+long RunWindow::Start(const Command& command) {
   const RunRecord run = StartRun(command);
   Watch(run, ProgramFolderOf(command));
   return run.processId;
 }
 
-void RunConsole::Find(const std::string& programFolder) {
+void RunWindow::Find(const std::string& programFolder) {
   const std::optional<RunRecord> run = ReadRunRecord(programFolder);
   const bool watched = run == run_ && timer_.isActive();
   if (run && !watched && IsRunning(*run)) Watch(*run, programFolder);
 }
 
-void RunConsole::ShowInFront() {
+void RunWindow::ShowInFront() {
   show();
   raise();
   activateWindow();
 }
 
-void RunConsole::Watch(const RunRecord& run, const std::string& programFolder) {
+void RunWindow::Watch(const RunRecord& run, const std::string& programFolder) {
   run_ = run;
   programFolder_ = programFolder;
   logRead_ = 0;
@@ -162,7 +162,7 @@ void RunConsole::Watch(const RunRecord& run, const std::string& programFolder) {
   Poll();
 }
 
-void RunConsole::Poll() {
+void RunWindow::Poll() {
   // Asked before the log is read: what an ended run wrote is then all there.
   const bool ended = !IsRunning(run_);
   ReadLog();
@@ -170,7 +170,7 @@ void RunConsole::Poll() {
   if (ended) End();
 }
 
-void RunConsole::ReadLog() {
+void RunWindow::ReadLog() {
   QFile log(QString::fromStdString(RunLogPath(programFolder_)));
   if (!log.open(QIODevice::ReadOnly) || !log.seek(logRead_)) return;
   const QByteArray bytes = log.readAll();
@@ -180,7 +180,7 @@ void RunConsole::ReadLog() {
 }
 
 /// Takes the whole lines of what has been read, with `all` a last unfinished one too.
-void RunConsole::TakeLines(bool all) {
+void RunWindow::TakeLines(bool all) {
   qsizetype from = 0;
   for (qsizetype end = 0; (end = pending_.indexOf('\n', from)) >= 0; from = end + 1) {
     TakeLine(pending_.mid(from, end - from));
@@ -189,7 +189,7 @@ void RunConsole::TakeLines(bool all) {
   if (all && !pending_.isEmpty()) TakeLine(std::exchange(pending_, {}));
 }
 
-void RunConsole::TakeLine(const QByteArray& bytes) {
+void RunWindow::TakeLine(const QByteArray& bytes) {
   const QString line = TextOfLine(bytes.endsWith('\r') ? bytes.chopped(1) : bytes);
   output_->appendPlainText(line);
   const std::string text = line.toStdString();
@@ -200,14 +200,14 @@ void RunConsole::TakeLine(const QByteArray& bytes) {
   }
 }
 
-void RunConsole::ShowTime() {
+void RunWindow::ShowTime() {
   constexpr qint64 kNanosecondsPerMillisecond = 1'000'000;
   const qint64 started = run_.started / kNanosecondsPerMillisecond;
   const qint64 seconds = (QDateTime::currentMSecsSinceEpoch() - started) / 1000;
   lblElapsed_->setText(tr("Elapsed %1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0')));
 }
 
-void RunConsole::Stop() {
+void RunWindow::Stop() {
   if (!IsRunning(run_)) return;
   EndGroup(run_.processId, stopAsked_);
   lblState_->setText(stopAsked_ ? tr("Ending at once")
@@ -216,11 +216,11 @@ void RunConsole::Stop() {
   cmdStop_->setText(tr("&End at Once"));
 }
 
-std::string RunConsole::Path(const char* name) const {
+std::string RunWindow::Path(const char* name) const {
   return JoinPath(programFolder_, name);
 }
 
-void RunConsole::End() {
+void RunWindow::End() {
   timer_.stop();
   TakeLines(true);
   // What the solver started may have outlived it.

@@ -17,11 +17,11 @@ namespace polefit {
 /// The solver's console: what is run, its output as it comes, how far it is, and at the end what
 /// came of it. It reads the log in the program folder and holds nothing of the run itself, so that
 /// closing it, or the program, neither stops the run nor loses its output.
-class RunConsole final : public QWidget {
+class RunWindow final : public QWidget {
   Q_OBJECT
 
  public:
-  RunConsole();
+  RunWindow();
 
   /// Starts the solver as `command` says and shows its run; the process id. Throws RunTimeError
   /// when it cannot be started.

@@ -28,7 +28,7 @@ const std::string kOpenDialog = "ShowOpen [Open Response Input File] *.* -> ";
 const std::string kMedium = "Put a floppy disk in the drive and cloce the drive door. -> ";
 
 struct FileCommandsTest : ::testing::Test, ScriptedProgram {
-  FileState& files = program.files;
+  Files& files = program.files;
 
   /// What the command does when it gets these answers to its boxes and paths from its dialogs.
   Texts EffectsOf(const std::function<void(Program&)>& command,
@@ -59,7 +59,7 @@ TEST_F(FileCommandsTest, ChangedDataAreOfferedForSavingAlwaysUnderAName) {
   files.currentFileName = "run1.txt";
   form.SetText("Gain", "7");
   EXPECT_EQ(PromptSaveChanges(program, 0), kGoOn);
-  EXPECT_EQ(program.record.Slot(slot::kGain), "7");
+  EXPECT_EQ(program.document.record.Slot(slot::kGain), "7");
   EXPECT_EQ(prompt(Answer::no), kGoOn);
   EXPECT_EQ(prompt(Answer::cancel), kStop);
   host.AnswerDialog("");
@@ -74,12 +74,12 @@ TEST_F(FileCommandsTest, ChangedDataAreOfferedForSavingAlwaysUnderAName) {
 }
 
 TEST_F(FileCommandsTest, NewAsksThenEmptiesEverythingButYout) {
-  const ResponseRecord& record = program.record;
-  program.record.nFreqPoints = program.record.nDelayPoints = 1;
+  const ResponseRecord& record = program.document.record;
+  program.document.record.nFreqPoints = program.document.record.nDelayPoints = 1;
   for (int column = 1; column <= 4; ++column) form.passData.SetText(1, column, "1");
   for (const int column : {1, 2}) form.delayData.SetText(1, column, "1");
   form.SetText("Remax", "5 10 7");
-  program.DataChanged = 0;
+  program.document.DataChanged = 0;
   host.ChangeFolder(host.Root());
   EXPECT_THAT(EffectsOf(FileNew, {Answer::cancel}), ElementsAre(kNewBox + "cancel"));
   EXPECT_EQ(files.currentFileName, "Start Up Values");
@@ -92,7 +92,7 @@ TEST_F(FileCommandsTest, NewAsksThenEmptiesEverythingButYout) {
   EXPECT_EQ(record.passband.RowsOf(1), 1);
   EXPECT_EQ(record.delay.RowsOf(2), 1);
   EXPECT_EQ(record.passband.At(1, 3), "1");
-  EXPECT_EQ(program.DataChanged, 0);
+  EXPECT_EQ(program.document.DataChanged, 0);
 }
 
 TEST_F(FileCommandsTest, OpenShowsTheFileAndKeepsItsNameWhateverLine1Says) {
@@ -106,13 +106,14 @@ TEST_F(FileCommandsTest, OpenShowsTheFileAndKeepsItsNameWhateverLine1Says) {
   EXPECT_THAT((Texts{form.Text("tmin"), form.Text("LastFileName"), files.lastUsedName}),
               Each("made.txt"));
   EXPECT_EQ(files.currentFileName, "run1.txt");
-  EXPECT_THAT((Texts{files.currentFolder, program.CMDialog1.initialFolder}), Each(host.Root()));
-  EXPECT_EQ(program.DataChanged, 0);
+  EXPECT_THAT((Texts{files.currentFolder, program.windows.CMDialog1.initialFolder}),
+              Each(host.Root()));
+  EXPECT_EQ(program.document.DataChanged, 0);
 }
 
 TEST_F(FileCommandsTest, ACancelledOpenChangesNothing) {
   EXPECT_THAT(EffectsOf(FileOld, {}, {""}), SizeIs(1));
-  program.DataChanged = 1;
+  program.document.DataChanged = 1;
   EXPECT_THAT(EffectsOf(FileOld, {Answer::cancel}), SizeIs(1));
   EXPECT_EQ(files.currentFileName, "Start Up Values");
 }
@@ -123,7 +124,7 @@ TEST_F(FileCommandsTest, SaveWritesTheCurrentFileOrAsks) {
   EXPECT_THAT(EffectsOf(FileSave),
               ElementsAre("OpenForWriting @/Tessel.hz/User/run1.txt", "CloseFile"));
   EXPECT_THAT(FileBytes("run1.txt"), HasSubstr("8\t\t! 1a. "));
-  EXPECT_EQ(program.DataChanged, 1);
+  EXPECT_EQ(program.document.DataChanged, 1);
   files.currentFileName = "New data";
   EXPECT_THAT(EffectsOf(FileSave, {}, {""}), ElementsAre(StartsWith(kSaveDialog)));
 }
@@ -145,14 +146,15 @@ TEST_F(FileCommandsTest, SaveAsSuggestsTheStemOrAPrefixAsLongAsTheScratchText) {
 }
 
 TEST_F(FileCommandsTest, SaveAsWritesTheRowsThereAreAndTakesTheNewNameEverywhere) {
-  program.record.nFreqPoints = 1;
+  program.document.record.nFreqPoints = 1;
   form.passData.SetRowCount(6);
   for (int cell = 0; cell < 8; ++cell) form.passData.SetText(1 + cell / 4, 1 + cell % 4, "1");
   EffectsOf(FileSaveAs, {}, {host.Path("run2.txt")});
-  EXPECT_THAT(
-      (Texts{files.currentFileName, program.record.LastFileName, form.Text("LastFileName")}),
-      Each("run2.txt"));
-  EXPECT_THAT((Texts{files.lastUsedFolder, program.CMDialog1.initialFolder}), Each(host.Root()));
+  EXPECT_THAT((Texts{files.currentFileName, program.document.record.LastFileName,
+                     form.Text("LastFileName")}),
+              Each("run2.txt"));
+  EXPECT_THAT((Texts{files.lastUsedFolder, program.windows.CMDialog1.initialFolder}),
+              Each(host.Root()));
   const std::string saved = FileBytes("run2.txt");
   EXPECT_THAT(saved,
               StartsWith("run2.txt\t\t! 22, 2, and 9          March 03, 2004 @ 9:05 AM\r\n"));
@@ -208,7 +210,7 @@ TEST_F(FileCommandsTest, OpenSortsErrorsByNumber) {
               ElementsAre(dialog, failed + "68", unavailable, failed + "68", unavailable, opened,
                           "CloseFile"));
   form.SetText("tmin", "edited");
-  program.DataChanged = 0;
+  program.document.DataChanged = 0;
   EXPECT_THAT(open(71, 1, {Answer::cancel}), ElementsAre(dialog, failed + "71", medium + "cancel"));
   EXPECT_EQ(form.Text("tmin"), "edited");
   EXPECT_THROW(open(70, 1, {Answer::ok}), ProgramEnded);
@@ -259,7 +261,7 @@ TEST_F(FileCommandsTest, SaveAndDeletePassTheirErrorsOn) {
 using ViewersTest = FileCommandsTest;
 
 TEST_F(ViewersTest, AnExampleOpensInTheEditorAndTheDialogFolderStays) {
-  CommonDialog& dialog = program.CMDialog1;
+  CommonDialog& dialog = program.windows.CMDialog1;
   dialog.initialFolder = "/data";
   dialog.cancelIsError = true;
   EXPECT_THAT(EffectsOf(ViewExampleFile, {}, {InUser("Ex-a b.1")}),

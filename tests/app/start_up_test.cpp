@@ -25,14 +25,14 @@ class StartUpTest : public ::testing::Test {
   /// Loads the main form, whose start-up is complete whatever became of the last run; the error.
   int Load() {
     form_.SetText("LastFileName", "");
-    form_.onChange = [this] { program_.DataChanged = 1; };
+    form_.onChange = [this] { program_.document.DataChanged = 1; };
     const int error = ErrorOf([this] { LoadMainForm(program_); });
-    const FileState& files = program_.files;
+    const Files& files = program_.files;
     EXPECT_EQ(form_.Text("LastFileName"), "Start Up Values");
     EXPECT_EQ(files.currentFileName, "Start Up Values");
     EXPECT_THAT((std::vector{host_.CurrentFolder(), files.currentFolder, files.lastUsedFolder}),
                 ::testing::Each(user_));
-    EXPECT_EQ(program_.DataChanged, 0);
+    EXPECT_EQ(program_.document.DataChanged, 0);
     return error;
   }
 
@@ -51,11 +51,11 @@ TEST_F(StartUpTest, StartPathCutsTheOwnFolderAtItsLastSeparator) {
                                                        {"/äöü/x", "/äöü"}};
   for (const auto& [own, base] : cases) {
     host_.ownFolder = own;
-    program_.RunMode = "Demo";
+    program_.document.RunMode = "Demo";
     Start_Path(program_);
-    EXPECT_EQ(program_.BaseFolder, base);
-    EXPECT_EQ(program_.ProgramFolder, base + "/Tessel.hz");
-    EXPECT_EQ(program_.RunMode, " ");
+    EXPECT_EQ(program_.folders.BaseFolder, base);
+    EXPECT_EQ(program_.folders.ProgramFolder, base + "/Tessel.hz");
+    EXPECT_EQ(program_.document.RunMode, " ");
   }
   EXPECT_THAT(host_.transcript, ElementsAre());
 }
@@ -82,8 +82,8 @@ TEST_F(StartUpTest, TheFirstStartMakesSettingsAndDataFolder) {
               ElementsAre("OpenForWriting @/Tessel.hz/Polefit.ini", "CloseFile",
                           "MakeFolder @/Tessel.hz/User", "ChangeDrive @/Tessel.hz",
                           "ChangeFolder @/Tessel.hz/User"));
-  EXPECT_EQ(program_.LastRunPath, lastRun_);
-  EXPECT_EQ(program_.CMDialog1.initialFolder, user_);
+  EXPECT_EQ(program_.folders.LastRunPath, lastRun_);
+  EXPECT_EQ(program_.windows.CMDialog1.initialFolder, user_);
   EXPECT_EQ(program_.Scratch, user_);
 }
 
@@ -132,14 +132,14 @@ TEST_F(StartUpTest, OnlyAWholePathFromTheRegistryIsTaken) {
     EXPECT_EQ(LastFilePath(program_), expected) << stored;
   }
   Start();
-  EXPECT_EQ(program_.CMDialog1.initialFolder, "/data/x");
+  EXPECT_EQ(program_.windows.CMDialog1.initialFolder, "/data/x");
 }
 
 TEST_F(StartUpTest, WithoutALastRunTheFormsOwnContentsBecomeTheRecord) {
   form_.selectedTab = Tab::run;
   EXPECT_EQ(Load(), 0);
-  EXPECT_EQ(program_.record.Slot(slot::kTmin), form_.Text("tmin"));
-  EXPECT_EQ(program_.record.solver[0], "");
+  EXPECT_EQ(program_.document.record.Slot(slot::kTmin), form_.Text("tmin"));
+  EXPECT_EQ(program_.document.record.solver[0], "");
   EXPECT_EQ(form_.selectedTab, Tab::start);
   EXPECT_EQ(form_.passData.RowCount(), 3);
   EXPECT_EQ(form_.delayData.RowCount(), 3);

@@ -19,7 +19,7 @@ class SubmissionTest : public ::testing::Test, protected ScriptedProgram {
  protected:
   SubmissionTest() {
     WriteBytes(host.Path("DOSstart.cvx"), "start script");
-    program.RunMode = "*";
+    program.document.RunMode = "*";
   }
 
   /// What happened since the last time, a line for each effect.
@@ -49,7 +49,7 @@ class SubmissionTest : public ::testing::Test, protected ScriptedProgram {
     WriteBytes(name, "former");
   }
 
-  FileState& files = program.files;
+  Files& files = program.files;
 };
 
 TEST_F(SubmissionTest, ASavedFileIsWrittenAgainAndRun) {
@@ -72,7 +72,7 @@ TEST_F(SubmissionTest, ANeverSavedFormIsSavedUnderANameOrNotRun) {
 
 TEST_F(SubmissionTest, ChangedDataGoToAnotherFileOrIntoTheOldOneAllTheSame) {
   SaveAsCurrent("run1.txt");
-  program.DataChanged = 1;
+  program.document.DataChanged = 1;
   host.AnswerBox(Answer::cancel, Answer::no, Answer::yes);
   EXPECT_EQ(Submit(), kChanged + "cancel\n");
   EXPECT_EQ(Submit(), kChanged + "no\n" + Written("run1.txt") + Started("run1.txt"));
@@ -83,7 +83,7 @@ TEST_F(SubmissionTest, ChangedDataGoToAnotherFileOrIntoTheOldOneAllTheSame) {
 
 TEST_F(SubmissionTest, InModeDemoTheLastUsedFileIsRunUnwritten) {
   WriteBytes("Ex-Yzero.101", "example");
-  program.RunMode = "Demo";
+  program.document.RunMode = "Demo";
   files.lastUsedName = "Ex-Yzero.101";
   files.currentFolder = files.lastUsedFolder = host.Root();
   host.ChangeFolder(host.Root());

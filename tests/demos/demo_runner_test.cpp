@@ -20,7 +20,7 @@ TEST_F(DemoTest, TheChosenExampleOrElseTheCurrentNameIsRunFromTheUserFolder) {
   ChooseDemo(program, 5);
   RunDemo(program);
   EXPECT_THAT(host.transcript.back(), HasSubstr("run-Freq.pif Ex-Delay.111 @/Tessel.hz/User @ "));
-  EXPECT_EQ(program.RunMode, "Demo");
+  EXPECT_EQ(program.document.RunMode, "Demo");
 }
 
 }  // namespace

@@ -10,15 +10,14 @@ namespace polefit::testing {
 /// current, a fresh form, and no effects so far.
 struct ScriptedProgram {
   ScriptedProgram() {
-    program.BaseFolder = host.Root();
-    program.ProgramFolder = host.Path("Tessel.hz");
-    program.LastRunPath = host.Path("Tessel.hz/last-run.ini");
+    program.folders.BaseFolder = host.Root();
+    program.folders.ProgramFolder = host.Path("Tessel.hz");
+    program.folders.LastRunPath = host.Path("Tessel.hz/last-run.ini");
     program.Scratch = user;
     host.MakeFolder(user);
     host.ChangeFolder(user);
     SetCurrentFile(host, program.files, "Start Up Values");
-    form.onChange = [this] { program.DataChanged = 1; };
-    program.CurrentGrid = &form.passData;
+    form.onChange = [this] { program.document.DataChanged = 1; };
     host.TakeTranscript();
   }
 

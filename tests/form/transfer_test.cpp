@@ -12,9 +12,9 @@ namespace {
 struct Transfer : ::testing::Test, ScriptedProgram {
   Transfer() { PutAnswers(program); }
 
-  std::string& Slot(int number) { return program.record.Slot(number); }
+  std::string& Slot(int number) { return program.document.record.Slot(number); }
   void Show(int points) {
-    SetPoints(program.record, points);
+    SetPoints(program.document.record, points);
     GetAnswers(program);
   }
 };
@@ -56,19 +56,19 @@ TEST_F(Transfer, CountAnswersAreThoseFromBeforeTheReadOutSoTakingTwiceAgrees) {
     PutAnswers(program);
     EXPECT_EQ(Slot(slot::kFreqPointCount), freqPoints);
     EXPECT_EQ(Slot(slot::kDelayPointCount), delayPoints);
-    EXPECT_EQ(program.record.nFreqPoints, 8);
-    EXPECT_EQ(program.record.nDelayPoints, 13);
+    EXPECT_EQ(program.document.record.nFreqPoints, 8);
+    EXPECT_EQ(program.document.record.nDelayPoints, 13);
   }
 }
 
 TEST_F(Transfer, CountsAreNumbersAtTheHeadOfTheirText) {
-  SetPoints(program.record, 3);
+  SetPoints(program.document.record, 3);
   for (const auto& [answer, points] :
        {std::pair(" 2 points", 2), {"2.5", 2}, {"1.5", 2}, {"none", 0}, {"-1", -1}}) {
     Slot(slot::kFreqPointCount) = answer;
     GetAnswers(program);
-    EXPECT_EQ(program.record.nFreqPoints, points) << answer;
-    EXPECT_EQ(program.record.nDelayPoints, 3);
+    EXPECT_EQ(program.document.record.nFreqPoints, points) << answer;
+    EXPECT_EQ(program.document.record.nDelayPoints, 3);
     EXPECT_EQ(form.passData.RowCount(), points < 1 ? 3 : points + 4) << answer;
   }
   Slot(slot::kFreqPointCount) = "40000";

@@ -16,14 +16,8 @@ struct GridRoutines : ::testing::Test {
   FakeGrid pass{5, 6810};
   FakeGrid delay{3, 5200};
   FakeCellEditor editor;
-  GridView* current = &pass;
-  int editedRow = 0;
-  int editedColumn = 0;
-  std::int16_t changed = 0;
-  std::int16_t freqPoints = 0;
-  std::int16_t delayPoints = 0;
-  GridState state{pass,         delay,   editor,     current,    editedRow,
-                  editedColumn, changed, freqPoints, delayPoints};
+  Document document;
+  GridState state{pass, delay, editor, document};
   PassbandPoints passRead;
   DelayPoints delayRead;
 
@@ -32,7 +26,7 @@ struct GridRoutines : ::testing::Test {
     PassbandPoints points;
     FillPoints(points, count);
     ClearGrid(state, pass);
-    freqPoints = static_cast<std::int16_t>(count);
+    document.record.nFreqPoints = static_cast<std::int16_t>(count);
     FillGrids(state, points, DelayPoints());
   }
 };
@@ -40,19 +34,19 @@ struct GridRoutines : ::testing::Test {
 TEST_F(GridRoutines, AClearedGridHasItsTitlesAndTwoNumberedRowsAndKeepsItsDataColumnWidths) {
   Show(2);
   pass.SetColumnWidth(2, 1234);
-  delayPoints = 9;
+  document.record.nDelayPoints = 9;
   editor.visible = true;
   ClearGrid(state, delay);
-  EXPECT_EQ(delayPoints, 0);
-  EXPECT_EQ(current, &delay);
+  EXPECT_EQ(document.record.nDelayPoints, 0);
+  EXPECT_EQ(state.CurrentGrid, &delay);
   EXPECT_FALSE(editor.visible) << "what stands in it goes too";
   EXPECT_THAT(delay.Rows(), ElementsAre(Cells{"#", "Frequency", "Delay (tx)"}, Cells{"1", "", ""},
                                         Cells{"2", "", ""}));
   EXPECT_EQ(pass.Text(1, 1), "1.1");
-  changed = 0;
+  document.DataChanged = 0;
   ClearBoth(state);
-  EXPECT_EQ(changed, 1);
-  EXPECT_EQ(freqPoints, 0);
+  EXPECT_EQ(document.DataChanged, 1);
+  EXPECT_EQ(document.record.nFreqPoints, 0);
   EXPECT_THAT(pass.Rows(), ElementsAre(Cells{"#", "Frequency", "Yin", "Yout", "Weight"},
                                        Cells{"1", "", "", "", ""}, Cells{"2", "", "", "", ""}));
   EXPECT_EQ(pass.ColumnWidth(2), 1234);
@@ -68,7 +62,7 @@ TEST_F(GridRoutines, TheReadOutEndsAtTheFirstRowWithAnEmptyCell) {
     ShowWeightColumn(state, false);
     pass.SetText(row, column, text);
     Read();
-    EXPECT_EQ(freqPoints, points) << row << "," << column;
+    EXPECT_EQ(document.record.nFreqPoints, points) << row << "," << column;
     EXPECT_EQ(passRead.At(1, 1), "1.1");
   }
 }
@@ -78,9 +72,9 @@ TEST_F(GridRoutines, AGridWithoutPointsIsNotReadAndAFullOneToItsLastRow) {
        {std::tuple(std::int16_t{1}, 2, 4, "1 5"), {0, 0, 1, ""}, {-3, -3, 1, ""}}) {
     ClearGrid(state, delay);
     delay.Row(1) = delay.Row(2) = {"", "  1 5 ", "\t2"};
-    delayPoints = count;
+    document.record.nDelayPoints = count;
     Read();
-    EXPECT_EQ(delayPoints, read);
+    EXPECT_EQ(document.record.nDelayPoints, read);
     EXPECT_EQ(delayRead.RowsOf(2), rows) << count;
     EXPECT_EQ(delayRead.At(1, 1), first) << count << ": only blanks around a cell go";
     EXPECT_EQ(delayRead.At(1, 2), read > 0 ? "\t2" : "");
@@ -94,7 +88,7 @@ TEST_F(GridRoutines, PointsGiveNumberedRowsAndFourMoreUpToTheLargestCount) {
   EXPECT_EQ(pass.Row(5), (Cells{"5", "5.1", "5.2", "5.3", "5.4"}));
   EXPECT_EQ(pass.Row(32767), (Cells{"32767", "", "", "", ""}));
   Read();
-  EXPECT_EQ(freqPoints, 32766);
+  EXPECT_EQ(document.record.nFreqPoints, 32766);
   EXPECT_EQ(passRead.At(32766, 4), "32766.4");
   pass.Row(32767) = {"", "1", "1", "1", "1"};
   EXPECT_EQ(ErrorOf([&] { Read(); }), error_number::kOverflow);
@@ -118,11 +112,11 @@ TEST_F(CellEditor, ItsFocusLooksAtPassDataButAddsToTheCurrentGrid) {
   Show(6);
   ClearGrid(state, delay);
   for (const auto& [row, added] : {std::pair(7, 0), {8, 1}}) {
-    changed = 0;
+    document.DataChanged = 0;
     pass.SetCurrentRow(row);
     CellEditorGotFocus(state);
     EXPECT_EQ(delay.RowCount(), 3 + added);
-    EXPECT_EQ(changed, added) << "a row added is a change";
+    EXPECT_EQ(document.DataChanged, added) << "a row added is a change";
   }
   EXPECT_EQ(delay.Text(3, 0), "3");
   EXPECT_EQ(pass.RowCount(), 10);
@@ -134,7 +128,7 @@ TEST_F(CellEditor, AMousePressOnTheOtherGridStoresIntoTheGridThatWasEdited) {
   GridMousePressed(state, delay);
   EXPECT_EQ(pass.Text(1, 1), "typed");
   EXPECT_FALSE(editor.visible);
-  EXPECT_EQ(current, &delay);
+  EXPECT_EQ(state.CurrentGrid, &delay);
 }
 
 }  // namespace

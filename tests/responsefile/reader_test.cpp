@@ -51,7 +51,7 @@ struct ReaderTest : ::testing::Test {
   ResponseRecord record;
   std::string name = "x";
   std::string lastUsedFolder;
-  FileState files;
+  Files files;
 };
 
 TEST_F(ReaderTest, FillsTheRecord) {

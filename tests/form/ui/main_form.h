@@ -24,14 +24,14 @@ class MainForm : public ::testing::Test {
     form.Attach(program);
     form.PassData().SetRowCount(3);
     form.DelayData().SetRowCount(3);
-    SizeGridColumns(Grids(program));
+    SizeGridColumns(program.windows.grids);
     PutAnswers(program);
-    ShowWeightColumn(Grids(program), false);
+    ShowWeightColumn(program.windows.grids, false);
     ApplyFieldRules(form);
     form.show();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
     form.SetFocus("chkEqualDelay");
-    program.DataChanged = 0;
+    program.document.DataChanged = 0;
   }
 
   template <typename W>
@@ -47,7 +47,7 @@ class MainForm : public ::testing::Test {
     form.SetChecked("chkSigmaZero", true);
     for (const char* count : {"nYzeros", "nZpairs", "nZquads"}) form.SetText(count, "1");
     ApplyFieldRules(form);
-    program.DataChanged = 0;
+    program.document.DataChanged = 0;
   }
 
   static std::string FocusName() {
@@ -68,13 +68,13 @@ class MainForm : public ::testing::Test {
 
   /// Shows `count` points in both grids, each cell its row number.
   void ShowPoints(int count) {
-    SetPoints(program.record, count);
+    SetPoints(program.document.record, count);
     GetAnswers(program);
     QApplication::processEvents();
   }
 
   ScriptedHost host;
-  FrmMain form;
+  MainWindow form;
   Program program{host, form};
 };
 

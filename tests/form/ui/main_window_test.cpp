@@ -18,13 +18,13 @@ using ::testing::UnorderedElementsAre;
 class FrmMainTest : public MainForm {};
 
 TEST_F(FrmMainTest, AFreshFormGivesTheBuiltInAnswers) {
-  EXPECT_THAT(program.record.slots,
+  EXPECT_THAT(program.document.record.slots,
               ElementsAre("N", "76.7", "-2", "-2", "N", "10", "10", "1  4", ".02", ".1 .1 .1 .1",
                           ".2 .3 .4 .5", "N", ".05", "N", "N", "0 0 0", "1.111", ".01", ".01", "1",
                           ".005", "22", " 0", " 0"));
-  EXPECT_EQ(program.record.Note1, "Keep notes for future runs");
-  EXPECT_EQ(program.record.Note2, "Your notes go here");
-  EXPECT_EQ(program.record.solver[1], "0 0 0");
+  EXPECT_EQ(program.document.record.Note1, "Keep notes for future runs");
+  EXPECT_EQ(program.document.record.Note2, "Your notes go here");
+  EXPECT_EQ(program.document.record.solver[1], "0 0 0");
 }
 
 TEST_F(FrmMainTest, LabelsShowTheirTexts) {
@@ -51,7 +51,7 @@ TEST_F(FrmMainTest, EveryEditAndClickMarksTheDataChanged) {
     EnableAll();
     form.SetFocus(box->objectName().toStdString());
     Press(Qt::Key_Space);
-    EXPECT_EQ(program.DataChanged, 1) << FocusName();
+    EXPECT_EQ(program.document.DataChanged, 1) << FocusName();
     EXPECT_TRUE(box->hasFocus()) << FocusName();
   }
   EXPECT_EQ(boxes, 30 + 5);
@@ -101,7 +101,7 @@ TEST_F(FrmMainTest, AFieldRuleWaitsUntilTheFocusLeaves) {
 }
 
 TEST_F(FrmMainTest, ARecordTravelsThroughTheWindowUnchangedAndADemoKeepsTheFileName) {
-  ResponseRecord& record = program.record;
+  ResponseRecord& record = program.document.record;
   for (const Question& question : kQuestions) {
     const bool flag = question.kind == AnswerKind::flag;
     record.Slot(question.slot) = flag ? "Y" : " text µ " + std::to_string(question.slot);
@@ -112,21 +112,21 @@ TEST_F(FrmMainTest, ARecordTravelsThroughTheWindowUnchangedAndADemoKeepsTheFileN
   record.Note2 = "»";
   record.solver[8] = "1e-9";
   record.LastFileName = "before";
-  program.RunMode = "Demo";
+  program.document.RunMode = "Demo";
   ShowPoints(30);
   EXPECT_TRUE(form.IsEnabled("tmin"));
   EXPECT_FALSE(form.IsEnabled("sigmaZero")) << "and its text travels all the same";
   EXPECT_FALSE(Find<GridWidget>("PassData").isColumnHidden(3));
   const ResponseRecord shown = record;
   PutAnswers(program);
-  EXPECT_EQ(program.DataChanged, 0);
+  EXPECT_EQ(program.document.DataChanged, 0);
   EXPECT_EQ(record.slots, shown.slots);
   EXPECT_EQ(record.Note1.size(), 100000U);
   EXPECT_EQ(record.Note2, "»");
   EXPECT_EQ(record.solver, shown.solver);
   EXPECT_EQ(record.passband.At(30, 4), "30.4");
   EXPECT_EQ(record.LastFileName, "before");
-  program.RunMode = "*";
+  program.document.RunMode = "*";
   program.files.currentFileName = "after";
   PutAnswers(program);
   EXPECT_EQ(record.LastFileName, "after");
@@ -137,12 +137,12 @@ TEST_F(FrmMainTest, TheSolverButtonsWorkAndFocusTheFirstBox) {
   Click("cmdUseDefSolver");
   EXPECT_EQ(FocusName(), "Remax");
   PutAnswers(program);
-  EXPECT_THAT(program.record.solver, ::testing::Each(""));
+  EXPECT_THAT(program.document.record.solver, ::testing::Each(""));
   Click("cmdEditSolver");
   EXPECT_EQ(FocusName(), "Remax");
   PutAnswers(program);
-  EXPECT_THAT(program.record.solver, ElementsAre("5  10  7", "0   0   0", "1e-5 1e-5 1e-5", "100",
-                                                 "10", "2000", "1", "16", ".0001"));
+  EXPECT_THAT(program.document.record.solver, ElementsAre("5  10  7", "0   0   0", "1e-5 1e-5 1e-5",
+                                                          "100", "10", "2000", "1", "16", ".0001"));
 }
 
 TEST_F(FrmMainTest, MenuEntriesAndTheButtonGoOutAsSignalsOfTheSameName) {
@@ -155,7 +155,7 @@ TEST_F(FrmMainTest, MenuEntriesAndTheButtonGoOutAsSignalsOfTheSameName) {
     EXPECT_EQ(spy.count(), 1) << name.toStdString();
   }
   EXPECT_FALSE(form.isVisible());
-  const QSignalSpy submit(&form, &FrmMain::cmdSubmit);
+  const QSignalSpy submit(&form, &MainWindow::cmdSubmit);
   Find<QPushButton>("cmdSubmit").click();
   EXPECT_EQ(submit.count(), 1);
 }
@@ -174,7 +174,7 @@ TEST_F(FrmMainTest, TheRunTabAndTheTitleNameTheFile) {
 TEST_F(FrmMainTest, SizeAndPlaceAreKept) {
   form.resize(900, 640);
   form.close();
-  FrmMain next;
+  MainWindow next;
   EXPECT_EQ(next.size(), QSize(900, 640));
 }
 

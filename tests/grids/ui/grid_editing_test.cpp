@@ -61,11 +61,11 @@ TEST_P(GridEditing, TypingReplacesTheCellAndAKeyStoresItOrDropsIt) {
     Type(typed);
     EXPECT_EQ(Now(), std::string("2,2 '") + typed + "'");
     EXPECT_EQ(grid.Text(2, 2), "old");
-    program.DataChanged = 0;
+    program.document.DataChanged = 0;
     Press(key);
     EXPECT_EQ(grid.Text(2, 2), cell) << key;
     EXPECT_EQ(Now(), now) << key;
-    EXPECT_EQ(program.DataChanged, changed) << key;
+    EXPECT_EQ(program.document.DataChanged, changed) << key;
   }
 }
 
@@ -98,7 +98,7 @@ TEST_P(GridEditing, APressOnTheGridACommandAndAnyLossOfFocusStoreTheText) {
   EXPECT_EQ(grid.Text(2, 2), "a");
   EXPECT_EQ(Now(), "4,1");
   Type("b");
-  const QSignalSpy save(&form, &FrmMain::mnuFileSave);
+  const QSignalSpy save(&form, &MainWindow::mnuFileSave);
   Press(Qt::CTRL | Qt::Key_S);
   EXPECT_EQ(save.count(), 1);
   EXPECT_EQ(grid.Text(4, 1), "b");

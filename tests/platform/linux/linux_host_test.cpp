@@ -73,7 +73,7 @@ TEST_F(LinuxHostTest, APathIsSplitAtTheLastOfEitherSeparator) {
       {"/run1.txt", "run1.txt", ""},
       {"/data/", "", "/data"}};
   for (const auto& [path, name, folder] : cases) {
-    FileState files;
+    Files files;
     SetCurrentFile(host_, files, path);
     EXPECT_EQ(files.currentFileName, name);
     EXPECT_EQ(files.lastUsedName, name);

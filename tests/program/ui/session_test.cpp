@@ -80,7 +80,7 @@ TEST_F(SessionTest, ATypicalRunFromOpenToTheImprovedValues) {
   Start();
   answers.Choose(MakeFile("Ex-Yzero.101"));
   Choose("mnuFileOpen");
-  GridView& passData = session->Values().frmMain.PassData();
+  GridView& passData = session->Values().windows.frmMain.PassData();
   EXPECT_EQ(passData.RowCount(), 5);
   The<QTabWidget>("CVX_Tabs").setCurrentIndex(3);
   for (int column = 1; column <= 4; ++column) passData.SetText(2, column, "2");
@@ -98,7 +98,7 @@ TEST_F(SessionTest, ATypicalRunFromOpenToTheImprovedValues) {
   Click("cmdImproved");
   EXPECT_EQ(TextOf("tmin"), "80.1");
   EXPECT_EQ(TextOf("LastFileName"), "Start Up Values");
-  EXPECT_EQ(session->Values().DataChanged, 0);
+  EXPECT_EQ(session->Values().document.DataChanged, 0);
   EXPECT_THAT(answers.said, ::testing::Each("Data in form has changed!|Save current data?"));
   Start();
   EXPECT_EQ(TextOf("tmin"), "80.1");

@@ -168,7 +168,7 @@ TEST_F(StandInTest, ImprovedValuesThatCannotBeOpenedAreNamedAndTheFormStays) {
   EXPECT_THAT(answers.said.back(), StartsWith("Polefit|Error 53: File not found: " + base));
   EXPECT_EQ(TextOf("tmin"), "mine");
   EXPECT_EQ(TextOf("LastFileName"), "run1.txt");
-  EXPECT_NE(session->Values().DataChanged, 0);
+  EXPECT_NE(session->Values().document.DataChanged, 0);
 }
 
 TEST_F(StandInTest, AMissingSolverIsNamedAndTheSavedFileStays) {
