@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/line_source.h"
 #include "base/run_time_error.h"
 #include "platform/command.h"
 #include "platform/message_style.h"
@@ -31,10 +32,8 @@ struct ProgramEnded {};
 
 /// Everything that the program does to the world outside itself. Texts are UTF-8. A failing
 /// operation throws RunTimeError unless it says otherwise.
-class Host {
+class Host : public LineSource {
  public:
-  virtual ~Host() = default;
-
   /// Shows a message and waits for the button. `style` is taken as it stands: the low four bits
   /// are the buttons, the next four the icon, 256 and 512 move the default button.
   virtual Answer MessageBox(const std::string& text, int style, const std::string& title) = 0;
@@ -52,9 +51,8 @@ class Host {
   /// Replaces the file at `path`. Its former content stays beside it as `path` & "~" until
   /// CloseFile finds every line written.
   virtual void OpenForWriting(const std::string& path) = 0;
-  /// The next line without its end, from Windows-1252; error 62 after the last. The text stays
-  /// valid until the next call.
-  virtual std::string_view ReadLine() = 0;
+  /// The next line of the shared file.
+  std::string_view ReadLine() override = 0;
   /// How many lines ReadLine has given of this file.
   virtual int LinesRead() const = 0;
   /// Writes the line and CR LF as Windows-1252.

@@ -12,9 +12,9 @@ namespace polefit {
 
 namespace {
 
-void SkipBlockHeader(Host& host) {
-  host.ReadLine();
-  host.ReadLine();
+void SkipBlockHeader(LineSource& lines) {
+  lines.ReadLine();
+  lines.ReadLine();
 }
 
 /// The point count of a count answer; the lists get one spare row behind it. The spare row takes
@@ -42,19 +42,19 @@ void StoreRow(std::string_view row, int rowNumber, PointLists<Columns>& points, 
 }
 
 template <std::size_t Columns>
-void ReadBlock(Host& host, const std::string& countAnswer, PointLists<Columns>& points,
+void ReadBlock(LineSource& lines, const std::string& countAnswer, PointLists<Columns>& points,
                std::int16_t& count, ShortRow shortRow) {
   count = SizeLists(countAnswer, points);
-  SkipBlockHeader(host);
+  SkipBlockHeader(lines);
   for (int row = 1; row <= count; ++row) {
-    StoreRow(NormalizeList(ReadValueLine(host)), row, points, shortRow);
+    StoreRow(NormalizeList(ReadValueLine(lines)), row, points, shortRow);
   }
 }
 
-void ReadSolverValues(Host& host, ResponseRecord& record) {
-  const bool wanted = ReadValueLine(host) == "Y";  // Kept: a small "y" counts as no
+void ReadSolverValues(LineSource& lines, ResponseRecord& record) {
+  const bool wanted = ReadValueLine(lines) == "Y";  // Kept: a small "y" counts as no
   record.solverCount = wanted ? kSolverValueCount : 0;
-  for (std::string& value : record.solver) value = wanted ? ReadValueLine(host) : std::string();
+  for (std::string& value : record.solver) value = wanted ? ReadValueLine(lines) : std::string();
 }
 
 }  // namespace
@@ -63,17 +63,22 @@ void ReadResponse(Host& host, ResponseRecord& record, std::string& name,
                   std::string& lastUsedFolder, ShortRow shortRow) {
   name = ReadValueLine(host);
   record.LastFileName = SplitPath(host, name, lastUsedFolder);
+  ReadAnswers(host, record, shortRow);
+}
+
+void ReadAnswers(LineSource& lines, ResponseRecord& record, ShortRow shortRow) {
   for (int number = slot::kEqualDelay; number <= slot::kMaxXY; ++number) {
-    record.Slot(number) = ReadValueLine(host);
+    record.Slot(number) = ReadValueLine(lines);
   }
-  record.Slot(slot::kFreqPointCount) = ReadValueLine(host);
-  ReadBlock(host, record.Slot(slot::kFreqPointCount), record.passband, record.nFreqPoints,
+  record.Slot(slot::kFreqPointCount) = ReadValueLine(lines);
+  ReadBlock(lines, record.Slot(slot::kFreqPointCount), record.passband, record.nFreqPoints,
             shortRow);
-  record.Slot(slot::kDelayPointCount) = ReadValueLine(host);
-  ReadBlock(host, record.Slot(slot::kDelayPointCount), record.delay, record.nDelayPoints, shortRow);
-  record.Note1 = ReadValueLine(host);
-  record.Note2 = ReadValueLine(host);
-  ReadSolverValues(host, record);
+  record.Slot(slot::kDelayPointCount) = ReadValueLine(lines);
+  ReadBlock(lines, record.Slot(slot::kDelayPointCount), record.delay, record.nDelayPoints,
+            shortRow);
+  record.Note1 = ReadValueLine(lines);
+  record.Note2 = ReadValueLine(lines);
+  ReadSolverValues(lines, record);
 }
 
 void ReportMissingFile(Host& host, const std::string& name) {

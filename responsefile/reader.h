@@ -18,6 +18,9 @@ enum class ShortRow { fails, isKept };
 void ReadResponse(Host& host, ResponseRecord& record, std::string& name,
                   std::string& lastUsedFolder, ShortRow shortRow = ShortRow::fails);
 
+/// Reads what follows line 1 into `record`. Errors as for ReadResponse.
+void ReadAnswers(LineSource& lines, ResponseRecord& record, ShortRow shortRow = ShortRow::fails);
+
 /// Says that a file is missing.
 void ReportMissingFile(Host& host, const std::string& name);
 

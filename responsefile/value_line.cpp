@@ -13,8 +13,8 @@ std::string ValueOfLine(std::string_view line) {
   return text;
 }
 
-std::string ReadValueLine(Host& host) {
-  return ValueOfLine(host.ReadLine());
+std::string ReadValueLine(LineSource& lines) {
+  return ValueOfLine(lines.ReadLine());
 }
 
 std::string NormalizeList(std::string text) {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/host.h"
+#include "base/line_source.h"
 
 namespace polefit {
 
@@ -11,8 +11,8 @@ namespace polefit {
 /// tabs removed. A value that begins with "-999" is empty.
 std::string ValueOfLine(std::string_view line);
 
-/// The value part of the next line of the shared file; error 62 after the last line.
-std::string ReadValueLine(Host& host);
+/// The value part of the next line; error 62 after the last line.
+std::string ReadValueLine(LineSource& lines);
 
 /// A grid row made ready for splitting: commas are blanks, no blank at the ends, none doubled.
 std::string NormalizeList(std::string text);
