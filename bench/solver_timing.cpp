@@ -43,7 +43,7 @@ double ShortestTime(Work work) {
 }
 
 void TimeStart(const std::string& path) {
-  Findings findings;
+  std::vector<Finding> findings;
   const Problem problem = ReadProblem(Read(path), findings);
   Listener nobody;
   StartSummary summary;
@@ -71,7 +71,7 @@ ResponseRecord WithPoints(const ResponseRecord& record, int count) {
 }
 
 void TimeEvaluation(const std::string& path, int points) {
-  Findings findings;
+  std::vector<Finding> findings;
   const Problem problem = ReadProblem(WithPoints(Read(path), points), findings);
   Objective objective(problem.constellation, problem.rows, false);
   Fit fit;

@@ -5,16 +5,10 @@
 #include <vector>
 
 #include "platform/host.h"
+#include "record/finding.h"
 #include "record/response_record.h"
 
 namespace polefit {
-
-/// Something in a file that would make a run fail or surprise.
-struct Finding {
-  /// The question's number as the user sees it ("8", "11a", "22.8" for solver value 8).
-  std::string question;
-  std::string text;
-};
 
 /// What the reader understood of a Response Input File, and what stands out in it.
 struct CheckedFile {
@@ -26,6 +20,7 @@ struct CheckedFile {
   /// The error that ended the reading before its end, and the line it came at (from 1).
   std::optional<RunTimeError> error;
   int errorLine = 0;
+  /// What would make a run fail or surprise; the faults first.
   std::vector<Finding> findings;
 };
 

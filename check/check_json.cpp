@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "check/check.h"
+#include "record/question_catalogue.h"
 
 namespace polefit {
 
@@ -49,11 +50,27 @@ std::string RowArray(const PointLists<Columns>& points, int count) {
   });
 }
 
+/// The number of the question that a finding belongs to. The tables have none of their own: those
+/// with the points are reached by the questions for their counts, the settings by "22".
+std::string QuestionOf(const FindingPlace& place) {
+  switch (place.table) {
+    case FindingTable::passband:
+      return std::string(QuestionNumber(slot::kFreqPointCount));
+    case FindingTable::delay:
+      return std::string(QuestionNumber(slot::kEqualDelay));
+    case FindingTable::solverSettings:
+      return "22";
+    case FindingTable::none:
+      break;
+  }
+  return place.question;
+}
+
 std::string FindingArray(const std::vector<Finding>& findings) {
   return Array(static_cast<int>(findings.size()), [&](int i) {
     const Finding& finding = findings[static_cast<std::size_t>(i)];
-    return "{\"question\": " + Quoted(finding.question) + ", \"text\": " + Quoted(finding.text) +
-           "}";
+    return "{\"question\": " + Quoted(QuestionOf(finding.place)) +
+           ", \"text\": " + Quoted(finding.text) + "}";
   });
 }
 

@@ -37,6 +37,11 @@ struct AnswerBox {
 struct Question {
   /// The answer slot and the index of the label; both count from 1.
   int slot;
+  /// The number as the user sees it, and what the answer is in two or three words.
+  std::string_view number;
+  std::string_view subject;
+  /// Empty for a flag or a plain number.
+  std::string_view unit;
   AnswerKind kind;
   Tab tab;
   /// The caption as the label takes it: "&&" is a literal ampersand.
@@ -54,6 +59,12 @@ inline constexpr int kQuestionCount = 22;
 
 /// Slots 1 to 22, in slot order.
 extern const std::array<Question, kQuestionCount> kQuestions;
+
+/// "8" for slot 10; also that of the passband point count.
+std::string_view QuestionNumber(int slot);
+
+/// "pole pairs, real" for slot 10; also that of the passband point count.
+std::string_view QuestionSubject(int slot);
 
 /// The question of the computed passband point count, for the file only.
 inline constexpr std::string_view kPointCountQuestion =

@@ -1,6 +1,8 @@
 #include "solver/data_file.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "base/run_time_error.h"
 #include "responsefile/reader.h"
@@ -14,33 +16,39 @@ constexpr int kPassbandCountLine = 24;
 /// The lists keep a spare row, and rows are counted in 16 bits.
 constexpr double kMostPoints = 32766;
 
-/// What is wrong with a count line; empty when it is a count.
-std::string CountFault(const std::string& name, const std::string& answer,
-                       const std::string& hint) {
+/// What is wrong with a count line; nothing when it is a count.
+std::vector<Finding> CountFault(const Topic& topic, const std::string& answer,
+                                const std::string& hint) {
+  const auto fault = [&topic](const std::string& rest) {
+    return std::vector<Finding>{{topic.place, Severity::fault, topic.name + rest}};
+  };
   const std::optional<double> count = ParseNumber(answer);
   const bool isWhole = count && *count == std::floor(*count) && *count >= 0;
   if (isWhole && *count <= kMostPoints) return {};
   if (isWhole) {
-    return name + ": \"" + answer + "\" is too many; the grids hold 32766 points and a spare row" +
-           hint + ".";
+    return fault(": \"" + answer + "\" is too many; the grids hold 32766 points and a spare row" +
+                 hint + ".");
   }
-  return name + ": \"" + answer + "\" is not a whole number from 0 to 32767" + hint + ".";
+  return fault(": \"" + answer + "\" is not a whole number from 0 to 32767" + hint + ".");
 }
 
 /// The fault of a count that made the reader take the rest of the file for something else.
-std::string MisledBy(const ResponseRecord& record, int linesRead) {
+std::vector<Finding> MisledBy(const ResponseRecord& record, int linesRead) {
   if (linesRead < kPassbandCountLine) return {};
   const std::string& passband = record.Slot(slot::kFreqPointCount);
-  std::string fault = CountFault(QuestionName(slot::kFreqPointCount), passband, "");
+  std::vector<Finding> fault = CountFault(QuestionTopic(slot::kFreqPointCount), passband, "");
   const int delayCountLine = kPassbandCountLine + 2 + record.nFreqPoints + 1;
   if (!fault.empty() || linesRead < delayCountLine) return fault;
   const std::string points(Words(passband).front());
-  return CountFault("Number of delay points", record.Slot(slot::kDelayPointCount),
+  return CountFault({{.table = FindingTable::delay}, "Number of delay points"},
+                    record.Slot(slot::kDelayPointCount),
                     " (is the passband point count, " + points + ", right?)");
 }
 
 Failure Unreadable(const std::string& message) {
-  return {Exit::unreadable, "NOT RUN: the data file cannot be read", {message}};
+  return {Exit::unreadable,
+          "NOT RUN: the data file cannot be read",
+          {{.place = {}, .severity = Severity::fault, .text = message}}};
 }
 
 Failure CannotRead(const std::string& path, const RunTimeError& error) {
@@ -52,11 +60,13 @@ Failure CannotRead(const std::string& path, const RunTimeError& error) {
 
 }  // namespace
 
-Failure Refusal(const std::vector<std::string>& faults) {
+Failure Refusal(std::vector<Finding> findings) {
+  const auto faults = std::count_if(findings.begin(), findings.end(),
+                                    [](const Finding& finding) { return finding.IsFault(); });
   return {Exit::faultyAnswers,
-          "NOT RUN: " + std::to_string(faults.size()) +
-              (faults.size() == 1 ? " fault in the answers" : " faults in the answers"),
-          faults};
+          "NOT RUN: " + std::to_string(faults) +
+              (faults == 1 ? " fault in the answers" : " faults in the answers"),
+          std::move(findings)};
 }
 
 std::optional<Failure> ReadDataFile(Host& host, const std::string& path, ResponseRecord& record) {
@@ -76,8 +86,8 @@ std::optional<Failure> ReadDataFile(Host& host, const std::string& path, Respons
   }
   const int lines = host.LinesRead();
   host.CloseFile();
-  const std::string misled = MisledBy(record, lines);
-  if (!misled.empty()) return Refusal({misled});
+  std::vector<Finding> misled = MisledBy(record, lines);
+  if (!misled.empty()) return Refusal(std::move(misled));
   if (!failure) return std::nullopt;
   if (failure->number != error_number::kInputPastEndOfFile) return CannotRead(path, *failure);
   return Unreadable("The data file ends at line " + std::to_string(lines) +

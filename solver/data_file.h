@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/host.h"
+#include "record/finding.h"
 #include "record/response_record.h"
 
 namespace polefit {
@@ -26,14 +27,14 @@ struct Failure {
   Exit exit = Exit::converged;
   /// What stands behind "Result:".
   std::string result;
-  std::vector<std::string> messages;
+  std::vector<Finding> findings;
 };
 
 /// Reads the problem at `path` into `record`, rows with too few cells as they are. The record's
 /// LastFileName is the value of line 1. Returns what made the file unreadable, if anything.
 std::optional<Failure> ReadDataFile(Host& host, const std::string& path, ResponseRecord& record);
 
-/// The failure of a problem whose answers cannot be run.
-Failure Refusal(const std::vector<std::string>& faults);
+/// The failure of a problem whose answers cannot be run. There may be warnings among the findings.
+Failure Refusal(std::vector<Finding> findings);
 
 }  // namespace polefit

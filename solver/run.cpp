@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/run_time_error.h"
@@ -34,18 +35,20 @@ class SolverRun {
     RemoveFile(host_, files_.report);
     ResponseRecord record;
     if (const auto failure = ReadDataFile(host_, files_.InputPath(), record)) return Fail(*failure);
-    Findings findings;
+    std::vector<Finding> findings;
     const Problem problem = ReadProblem(record, findings);
-    if (!findings.faults.empty()) return Fail(Refusal(findings.faults), findings.warnings);
+    if (HasFault(findings)) return Fail(Refusal(std::move(findings)));
     Journal journal(problem, console_.out);
     const Summary summary = Solve(problem, journal, [this] { return console_.stopRequests() > 0; });
     if (!summary.best.isFinite) {
-      return Fail({Exit::noFiniteError,
-                   "no start gave a finite error",
-                   {"No start gave a finite error; check the initial pole and zero values."}},
-                  findings.warnings);
+      findings.insert(
+          findings.begin(),
+          {.place = {},
+           .severity = Severity::fault,
+           .text = "No start gave a finite error; check the initial pole and zero values."});
+      return Fail({Exit::noFiniteError, "no start gave a finite error", std::move(findings)});
     }
-    return Succeed({record, problem, summary, journal, findings.warnings});
+    return Succeed({record, problem, summary, journal, findings});
   }
 
   void RemoveTemporaries() {
@@ -82,10 +85,10 @@ class SolverRun {
     return summary.ending == EndReason::zero ? Exit::converged : Exit::stopped;
   }
 
-  Exit Fail(const Failure& failure, const std::vector<std::string>& warnings = {}) {
-    WriteReport(FailureReport(Head(failure.result), failure.messages, warnings));
+  Exit Fail(const Failure& failure) {
+    WriteReport(FailureReport(Head(failure.result), failure.findings));
     RenameFile(Temporary(files_.report), files_.report);
-    console_.err << failure.messages.front() << std::endl;
+    console_.err << FaultTexts(failure.findings).front() << std::endl;
     console_.out << "pfit: " << failure.result << std::endl;
     return failure.exit;
   }

@@ -1,50 +1,15 @@
 #include "solver/problem/answers.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <system_error>
 
+#include "record/question_catalogue.h"
+
 namespace polefit {
 
 namespace {
-
-struct QuestionLabel {
-  std::string_view number;
-  std::string_view subject;
-};
-
-/// By slot, from 1.
-constexpr std::array<QuestionLabel, slot::kFreqPointCount> kLabels = {{
-    {"1", "equalize group delay"},
-    {"1a", "Tmin"},
-    {"1b", "DelRipplePower"},
-    {"2", "Ipower"},
-    {"3", "weights"},
-    {"4", "magnitude against delay"},
-    {"5", "Freq Norm"},
-    {"6", "number of poles"},
-    {"7", "sigma-axis poles"},
-    {"8", "pole pairs, real"},
-    {"9", "pole pairs, imaginary"},
-    {"10", "sigma zero wanted"},
-    {"10a", "sigma zero"},
-    {"10b", "doublet"},
-    {"10c", "lossless"},
-    {"11", "number of zeros"},
-    {"11a", "omega-axis zeros"},
-    {"11b", "zero pairs and quads, real"},
-    {"11c", "zero pairs and quads, imaginary"},
-    {"12", "gain"},
-    {"13", "smallest sigma"},
-    {"14", "largest location"},
-    {"23", "number of passband points"},
-}};
-
-const QuestionLabel& LabelOf(int slot) {
-  return kLabels.at(static_cast<std::size_t>(slot - 1));
-}
 
 /// Strict where the form is lenient: a number that is read only in part would be solved wrongly.
 std::errc Parse(std::string_view text, double& value) {
@@ -57,20 +22,27 @@ std::errc Parse(std::string_view text, double& value) {
   return error;
 }
 
-std::string NotANumber(const std::string& name, const std::string& text) {
-  if (IsOutOfRange(text)) return name + ": \"" + text + "\" is out of range (1e-308 to 1e308).";
-  return name + ": \"" + text + "\" is not a number (decimal point, no comma).";
+std::string NotANumber(const std::string& text) {
+  if (IsOutOfRange(text)) return ": \"" + text + "\" is out of range (1e-308 to 1e308).";
+  return ": \"" + text + "\" is not a number (decimal point, no comma).";
 }
 
 }  // namespace
 
-std::string_view QuestionNumber(int slot) {
-  return LabelOf(slot).number;
+Topic QuestionTopic(int slot) {
+  Topic topic = ShortQuestionTopic(slot);
+  topic.name += " (" + std::string(QuestionSubject(slot)) + ")";
+  return topic;
 }
 
-std::string QuestionName(int slot) {
-  return "Question " + std::string(LabelOf(slot).number) + " (" +
-         std::string(LabelOf(slot).subject) + ")";
+Topic ShortQuestionTopic(int slot) {
+  const std::string number(QuestionNumber(slot));
+  return {{.question = number}, "Question " + number};
+}
+
+Topic PointTopic(FindingTable table, int row, int column) {
+  const char* const block = table == FindingTable::passband ? "Passband point " : "Delay point ";
+  return {{.table = table, .row = row, .column = column}, block + std::to_string(row)};
 }
 
 std::optional<double> ParseNumber(std::string_view text) {
@@ -95,24 +67,24 @@ std::vector<std::string> Words(std::string_view text) {
   }
 }
 
-std::optional<double> AnswerReader::Number(const std::string& name, const std::string& answer) {
+std::optional<double> AnswerReader::Number(const Topic& topic, const std::string& answer) {
   const std::optional<double> value = ParseNumber(answer);
   if (value) return value;
   const std::vector<std::string> words = Words(answer);
   if (words.empty()) {
-    Fault(name + ": the answer is empty; one number is needed.");
+    Open(topic, ": the answer is empty; one number is needed.");
   } else if (words.size() > 1 && std::all_of(words.begin(), words.end(), ParseNumber)) {
-    Fault(name + ": " + std::to_string(words.size()) + " values given, one needed.");
+    Fault(topic, ": " + std::to_string(words.size()) + " values given, one needed.");
   } else {
-    Fault(NotANumber(name, answer));
+    Fault(topic, NotANumber(answer));
   }
   return std::nullopt;
 }
 
-std::vector<double> AnswerReader::Numbers(const std::string& name, const std::string& answer,
-                                          int count, const std::string& wantedBy) {
+std::vector<double> AnswerReader::Numbers(const Topic& topic, const std::string& answer, int count,
+                                          const std::string& wantedBy) {
   if (count == 1 && Words(answer).empty()) {
-    Number(name, answer);
+    Number(topic, answer);
     return {};
   }
   std::vector<double> values;
@@ -120,24 +92,23 @@ std::vector<double> AnswerReader::Numbers(const std::string& name, const std::st
   for (const std::string& word : Words(answer)) {
     const std::optional<double> value = ParseNumber(word);
     if (!value) {
-      Fault(NotANumber(name, word));
+      Fault(topic, NotANumber(word));
       isClean = false;
     }
     values.push_back(value.value_or(0));
   }
   if (values.empty()) {
-    Fault(name + ": the answer is empty; " + std::to_string(count) + " numbers are needed.");
+    Open(topic, ": the answer is empty; " + std::to_string(count) + " numbers are needed.");
   } else if (values.size() != static_cast<std::size_t>(count)) {
-    Fault(name + ": " + std::to_string(values.size()) +
-          (values.size() == 1 ? " value given, " : " values given, ") + wantedBy + " asks for " +
-          std::to_string(count) + ".");
+    Fault(topic, ": " + std::to_string(values.size()) +
+                     (values.size() == 1 ? " value given, " : " values given, ") + wantedBy +
+                     " asks for " + std::to_string(count) + ".");
     isClean = false;
   }
   return isClean ? values : std::vector<double>();
 }
 
-bool AnswerReader::Counts(const std::string& name, const std::string& answer,
-                          std::span<int> counts) {
+bool AnswerReader::Counts(const Topic& topic, const std::string& answer, std::span<int> counts) {
   constexpr int kMost = 40;
   const std::vector<std::string> words = Words(answer);
   std::vector<int> found;
@@ -153,10 +124,10 @@ bool AnswerReader::Counts(const std::string& name, const std::string& answer,
   }
   const std::string numbers = std::to_string(counts.size()) + " whole numbers";
   if (words.empty()) {
-    Fault(name + ": the answer is empty; " + numbers + " are needed.");
+    Open(topic, ": the answer is empty; " + numbers + " are needed.");
   } else {
-    Fault(name + ": \"" + answer + "\" is not " + numbers + " from 0 to " + std::to_string(kMost) +
-          ".");
+    Fault(topic,
+          ": \"" + answer + "\" is not " + numbers + " from 0 to " + std::to_string(kMost) + ".");
   }
   return false;
 }

@@ -6,15 +6,25 @@
 #include <string_view>
 #include <vector>
 
+#include "record/finding.h"
 #include "record/response_record.h"
 
 namespace polefit {
 
-/// "8" for slot 10: the number of a question as the user sees it.
-std::string_view QuestionNumber(int slot);
+/// What a finding is about: where that is, and what its sentence begins with.
+struct Topic {
+  FindingPlace place;
+  std::string name;
+};
 
 /// "Question 8 (pole pairs, real)" for slot 10.
-std::string QuestionName(int slot);
+Topic QuestionTopic(int slot);
+
+/// "Question 8" for slot 10.
+Topic ShortQuestionTopic(int slot);
+
+/// "Passband point 4". The column is the one with the fault, 0 for the whole row.
+Topic PointTopic(FindingTable table, int row, int column = 0);
 
 /// The number that the whole text is, with a decimal point and perhaps an exponent. Blanks around
 /// it are passed over; NaN and infinity are no numbers.
@@ -26,32 +36,39 @@ bool IsOutOfRange(std::string_view text);
 /// The words of a text, separated by blanks.
 std::vector<std::string> Words(std::string_view text);
 
-/// Collects what is wrong and what is odd with the answers, in the words that the user reads.
-struct Findings {
-  std::vector<std::string> faults;
-  std::vector<std::string> warnings;
-};
-
-/// The answers of a record as numbers. Every fault goes to the findings, named by `name`, and the
-/// result is then empty.
+/// The answers of a record as numbers. Every fault goes to the findings, begun with the topic, and
+/// the result is then empty.
 class AnswerReader {
  public:
-  explicit AnswerReader(Findings& findings) : findings_(findings) {}
+  explicit AnswerReader(std::vector<Finding>& findings) : findings_(findings) {}
 
   /// One number.
-  std::optional<double> Number(const std::string& name, const std::string& answer);
+  std::optional<double> Number(const Topic& topic, const std::string& answer);
+  /// The answer to a question that takes one number.
+  std::optional<double> Number(const ResponseRecord& record, int slot) {
+    return Number(QuestionTopic(slot), record.Slot(slot));
+  }
   /// `count` numbers; `wantedBy` is the question that asks for so many.
-  std::vector<double> Numbers(const std::string& name, const std::string& answer, int count,
+  std::vector<double> Numbers(const Topic& topic, const std::string& answer, int count,
                               const std::string& wantedBy);
   /// As many whole numbers from 0 to 40 as `counts` takes. All stay 0 after a fault, which gives
   /// false.
-  bool Counts(const std::string& name, const std::string& answer, std::span<int> counts);
+  bool Counts(const Topic& topic, const std::string& answer, std::span<int> counts);
 
-  void Fault(const std::string& text) { findings_.faults.push_back(text); }
-  void Warn(const std::string& text) { findings_.warnings.push_back("Warning: " + text); }
+  /// `rest` is what the sentence says behind the topic's name.
+  void Fault(const Topic& topic, const std::string& rest) {
+    findings_.push_back({topic.place, Severity::fault, topic.name + rest});
+  }
+  /// An answer is missing.
+  void Open(const Topic& topic, const std::string& rest) {
+    findings_.push_back({topic.place, Severity::open, topic.name + rest});
+  }
+  void Warn(const Topic& topic, const std::string& rest) {
+    findings_.push_back({topic.place, Severity::warning, "Warning: " + topic.name + rest});
+  }
 
  private:
-  Findings& findings_;
+  std::vector<Finding>& findings_;
 };
 
 /// Whether a flag is ticked.

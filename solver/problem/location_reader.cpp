@@ -3,6 +3,7 @@
 #include <span>
 #include <utility>
 
+#include "record/question_catalogue.h"
 #include "solver/problem/problem_reader.h"
 
 namespace polefit {
@@ -14,6 +15,10 @@ struct Location {
   double value = 0;
   std::string text;
 };
+
+std::string NumberText(int slot) {
+  return std::string(QuestionNumber(slot));
+}
 
 enum class Mover { orca, lynx, nobody };
 
@@ -42,12 +47,12 @@ class LocationReader {
 
   /// Locations are judged only against bounds that make sense themselves.
   void ReadBounds() {
-    const auto lowest = answers_.Number(QuestionName(slot::kLowestXY), Text(slot::kLowestXY));
-    const auto largest = answers_.Number(QuestionName(slot::kMaxXY), Text(slot::kMaxXY));
+    const auto lowest = answers_.Number(record_, slot::kLowestXY);
+    const auto largest = answers_.Number(record_, slot::kMaxXY);
     const bool hasLowest = lowest && *lowest > 0;
     if (lowest && !hasLowest) {
-      answers_.Fault(QuestionName(slot::kLowestXY) + ": " + Text(slot::kLowestXY) +
-                     " must be greater than 0.");
+      answers_.Fault(QuestionTopic(slot::kLowestXY),
+                     ": " + Text(slot::kLowestXY) + " must be greater than 0.");
     }
     if (!largest) return;
     problem_.lowest = hasLowest ? *lowest : 0;
@@ -55,19 +60,19 @@ class LocationReader {
     hasLargest_ = *largest > problem_.lowest;
     hasBounds_ = hasLargest_ && hasLowest;
     if (!hasLargest_) {
-      answers_.Fault(QuestionName(slot::kMaxXY) + ": " + Text(slot::kMaxXY) +
-                     " must be greater than the answer to question 13.");
+      answers_.Fault(QuestionTopic(slot::kMaxXY),
+                     ": " + Text(slot::kMaxXY) + " must be greater than the answer to question " +
+                         NumberText(slot::kLowestXY) + ".");
     }
   }
 
   bool ReadCounts(int slot, std::span<int> counts) {
-    return answers_.Counts(QuestionName(slot), Text(slot), counts);
+    return answers_.Counts(QuestionTopic(slot), Text(slot), counts);
   }
 
   std::vector<Location> List(int slot, int count, int countSlot) {
-    const std::vector<double> values =
-        answers_.Numbers(QuestionName(slot), Text(slot), count,
-                         "question " + std::string(QuestionNumber(countSlot)));
+    const std::vector<double> values = answers_.Numbers(QuestionTopic(slot), Text(slot), count,
+                                                        "question " + NumberText(countSlot));
     const std::vector<std::string> words = Words(Text(slot));
     std::vector<Location> list;
     for (std::size_t i = 0; i < values.size(); ++i) list.push_back({values[i], words[i]});
@@ -76,7 +81,7 @@ class LocationReader {
 
   void ReadPoles() {
     if (problem_.poleCounts[0] + problem_.poleCounts[1] == 0) {
-      answers_.Fault(QuestionName(slot::kNPoles) + ": H(s) needs at least one pole.");
+      answers_.Fault(QuestionTopic(slot::kNPoles), ": H(s) needs at least one pole.");
     }
     if (problem_.poleCounts[0] > 0) {
       for (const Location& pole : List(slot::kSigmaPoles, problem_.poleCounts[0], slot::kNPoles)) {
@@ -99,8 +104,7 @@ class LocationReader {
   double Magnitude(int slot, const Location& location) {
     const double magnitude = std::abs(location.value);
     if (location.value < 0) {
-      answers_.Warn("Question " + std::string(QuestionNumber(slot)) + ": " + location.text +
-                    " is taken as its magnitude.");
+      answers_.Warn(ShortQuestionTopic(slot), ": " + location.text + " is taken as its magnitude.");
     }
     CheckStart(slot, location, magnitude, problem_.lowest, Text(slot::kLowestXY));
     return magnitude;
@@ -117,14 +121,14 @@ class LocationReader {
                   const std::string& lowestText) {
     const bool hasRoom = hasBounds_ && lowest < problem_.largest;
     if (!hasRoom || (magnitude > lowest && magnitude < problem_.largest)) return;
-    const std::string begin =
-        "Question " + std::string(QuestionNumber(slot)) + ": " + location.text;
+    const Topic topic = ShortQuestionTopic(slot);
+    const std::string begin = ": " + location.text;
     const bool isOn = magnitude == lowest || magnitude == problem_.largest;
     if (isOn) {
-      answers_.Warn(begin + " lies on a bound and starts just inside it.");
+      answers_.Warn(topic, begin + " lies on a bound and starts just inside it.");
     } else {
-      answers_.Warn(begin + " lies outside " + lowestText + " to " + Text(slot::kMaxXY) +
-                    " and starts at the nearest bound.");
+      answers_.Warn(topic, begin + " lies outside " + lowestText + " to " + Text(slot::kMaxXY) +
+                               " and starts at the nearest bound.");
     }
   }
 
@@ -136,11 +140,11 @@ class LocationReader {
     const bool isLossless = IsYes(Text(slot::kLossless));
     problem_.sigmaZeros = isDoublet ? 2 : 1;
     problem_.losslessPoles = isLossless ? problem_.sigmaZeros : 0;
-    const std::string name = QuestionName(slot::kSigmaZero);
-    const auto zero = answers_.Number(name, Text(slot::kSigmaZero));
+    const Topic topic = QuestionTopic(slot::kSigmaZero);
+    const auto zero = answers_.Number(topic, Text(slot::kSigmaZero));
     if (!zero) return;
     if (*zero == 0) {
-      answers_.Fault(name + ": " + Text(slot::kSigmaZero) + " must be other than 0.");
+      answers_.Fault(topic, ": " + Text(slot::kSigmaZero) + " must be other than 0.");
       return;
     }
     const bool keepsSide = !isDoublet && !isLossless;
@@ -159,9 +163,9 @@ class LocationReader {
     if (count == 0) return;
     const bool equalises = count >= 2 && !MayHaveRowsBeyondBand();
     if (equalises && hasLargest_ && problem_.largest <= 1) {
-      answers_.Fault(QuestionName(slot::kMaxXY) + ": " + Text(slot::kMaxXY) +
-                     " leaves no room for " + std::to_string(count) +
-                     " omega-axis zeros with equal sidelobes; it must be greater than 1.");
+      answers_.Fault(QuestionTopic(slot::kMaxXY),
+                     ": " + Text(slot::kMaxXY) + " leaves no room for " + std::to_string(count) +
+                         " omega-axis zeros with equal sidelobes; it must be greater than 1.");
     }
     std::vector<Location> list = List(slot::kYzero, count, slot::kZeroCounts);
     std::stable_sort(list.begin(), list.end(), [](const Location& one, const Location& other) {
@@ -178,12 +182,13 @@ class LocationReader {
   }
 
   void CheckOmegaZero(const Location& zero, Mover mover) {
-    const std::string name = QuestionName(slot::kYzero);
+    const Topic topic = QuestionTopic(slot::kYzero);
     if (zero.value < 1) {
-      answers_.Fault(name + ": " + zero.text + " is below 1.0.");
+      answers_.Fault(topic, ": " + zero.text + " is below 1.0.");
     } else if (hasLargest_ && zero.value > problem_.largest) {
-      answers_.Fault(name + ": " + zero.text + " is above the largest location " +
-                     Text(slot::kMaxXY) + " (question 14).");
+      answers_.Fault(topic, ": " + zero.text + " is above the largest location " +
+                                Text(slot::kMaxXY) + " (question " + NumberText(slot::kMaxXY) +
+                                ").");
     } else if (mover != Mover::nobody) {
       CheckStart(slot::kYzero, zero, zero.value, 1, "1");
     }
@@ -198,8 +203,8 @@ class LocationReader {
     const auto imaginary = List(slot::kZimag, count, slot::kZeroCounts);
     for (const Location& location : real) {
       if (location.value == 0) {
-        answers_.Fault(QuestionName(slot::kZreal) + ": " + location.text +
-                       " is not allowed; use omega-axis zeros instead.");
+        answers_.Fault(QuestionTopic(slot::kZreal),
+                       ": " + location.text + " is not allowed; use omega-axis zeros instead.");
       }
     }
     for (std::size_t i = 0; i < std::min(real.size(), imaginary.size()); ++i) {
@@ -218,9 +223,11 @@ class LocationReader {
     const int poles = problem_.PoleCount();
     const int zeros = problem_.ZeroCount();
     if (poles == problem_.losslessPoles || zeros <= poles) return;
-    answers_.Fault("Questions 6 and 11: H(s) has " + std::to_string(zeros) + " zeros but only " +
-                   std::to_string(poles) + (poles == 1 ? " pole" : " poles") +
-                   "; it needs at least as many poles as zeros.");
+    answers_.Fault(
+        {ShortQuestionTopic(slot::kNPoles).place,
+         "Questions " + NumberText(slot::kNPoles) + " and " + NumberText(slot::kZeroCounts)},
+        ": H(s) has " + std::to_string(zeros) + " zeros but only " + std::to_string(poles) +
+            (poles == 1 ? " pole" : " poles") + "; it needs at least as many poles as zeros.");
   }
 
   void AddFactor(FactorKind kind, int logCount, int delayCount, std::vector<double> values,

@@ -20,6 +20,14 @@ struct Rule {
 /// As good as no upper limit, and still an int.
 constexpr double kMany = 1e9;
 
+/// "Solver setting 8 (RATIO)" for index 7.
+Topic SettingTopic(std::size_t index) {
+  const int number = static_cast<int>(index) + 1;
+  return {{.table = FindingTable::solverSettings, .row = number},
+          "Solver setting " + std::to_string(number) + " (" +
+              UpperCase(kSolverQuestions[index].name) + ")"};
+}
+
 /// Reads the values of one setting over their defaults.
 class SettingReader {
  public:
@@ -29,21 +37,20 @@ class SettingReader {
   /// The words of setting `index` as numbers; empty for the default, or after a fault.
   std::vector<double> Values(std::size_t index, std::size_t count, const Rule& rule) {
     const std::string& answer = record_.solver[index];
-    const std::string name = "Solver setting " + std::to_string(index + 1) + " (" +
-                             UpperCase(kSolverQuestions[index].name) + ")";
+    const Topic topic = SettingTopic(index);
     const std::vector<std::string> words = Words(answer);
     if (words.empty()) return {};
     if (words.size() != count) {
-      answers_.Fault(name + ": \"" + answer + "\" is " + std::to_string(words.size()) +
-                     (words.size() == 1 ? " value, " : " values, ") + std::to_string(count) +
-                     " needed.");
+      answers_.Fault(topic, ": \"" + answer + "\" is " + std::to_string(words.size()) +
+                                (words.size() == 1 ? " value, " : " values, ") +
+                                std::to_string(count) + " needed.");
       return {};
     }
     std::vector<double> values;
     bool isGood = true;
     for (const std::string& word : words) {
-      const std::optional<double> value = answers_.Number(name, word);
-      isGood = value && Fits(name, word, *value, rule) && isGood;
+      const std::optional<double> value = answers_.Number(topic, word);
+      isGood = value && Fits(topic, word, *value, rule) && isGood;
       values.push_back(value.value_or(0));
     }
     return isGood ? values : std::vector<double>();
@@ -66,21 +73,21 @@ class SettingReader {
   }
 
  private:
-  bool Fits(const std::string& name, const std::string& word, double value, const Rule& rule) {
+  bool Fits(const Topic& topic, const std::string& word, double value, const Rule& rule) {
     if (rule.isWhole) {
       if (value == std::floor(value) && value >= rule.least && value <= rule.most) return true;
       if (value > kMany) {
-        answers_.Fault(name + ": " + word + " must be " + Plain(kMany) + " or less.");
+        answers_.Fault(topic, ": " + word + " must be " + Plain(kMany) + " or less.");
         return false;
       }
       const std::string range = rule.most < kMany
                                     ? " from " + Plain(rule.least) + " to " + Plain(rule.most) + "."
                                     : " of " + Plain(rule.least) + " or more.";
-      answers_.Fault(name + ": \"" + word + "\" is not a whole number" + range);
+      answers_.Fault(topic, ": \"" + word + "\" is not a whole number" + range);
       return false;
     }
     if (value > rule.least) return true;
-    answers_.Fault(name + ": " + word + " must be greater than " + Plain(rule.least) + ".");
+    answers_.Fault(topic, ": " + word + " must be greater than " + Plain(rule.least) + ".");
     return false;
   }
 

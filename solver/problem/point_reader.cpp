@@ -2,7 +2,6 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
-#include <utility>
 
 #include "solver/problem/problem_reader.h"
 
@@ -22,33 +21,37 @@ int FilledCells(const PointLists<Columns>& points, int row) {
 /// together that the mended cell could make wrong.
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
+constexpr int kYoutColumn = 3;
+
 /// Reads the needed cells of one row.
 class RowReader {
  public:
-  RowReader(AnswerReader& answers, std::string block)
-      : answers_(answers), block_(std::move(block)) {}
+  RowReader(AnswerReader& answers, FindingTable table) : answers_(answers), table_(table) {}
 
   template <std::size_t Columns>
   std::vector<double> Read(const PointLists<Columns>& points, int row, int needed,
                            const std::vector<const char*>& names, int mayBeNegative) {
-    const std::string name = block_ + " point " + std::to_string(row) + ": ";
+    Topic topic = PointTopic(table_, row);
     const int found = FilledCells(points, row);
     if (found < needed) {
-      answers_.Fault(name + std::to_string(found) + " value(s) found, " + std::to_string(needed) +
-                     " needed.");
+      topic.place.column = found + 1;
+      answers_.Fault(topic, ": " + std::to_string(found) + " value(s) found, " +
+                                std::to_string(needed) + " needed.");
     }
     std::vector<double> values(static_cast<std::size_t>(needed), kUnknown);
     for (int column = 1; column <= std::min(found, needed); ++column) {
       const auto index = static_cast<std::size_t>(column - 1);
       const std::string& text = points.At(row, column);
-      std::string fault = name;
+      topic.place.column = column;
+      std::string fault = ": ";
       fault += names.at(index);
       const std::optional<double> value = ParseNumber(text);
       if (!value) {
-        answers_.Fault(fault.append(" \"").append(text).append(
-            IsOutOfRange(text) ? "\" is out of range (1e-308 to 1e308)." : "\" is not a number."));
+        answers_.Fault(topic, fault.append(" \"").append(text).append(
+                                  IsOutOfRange(text) ? "\" is out of range (1e-308 to 1e308)."
+                                                     : "\" is not a number."));
       } else if (*value < 0 && column != mayBeNegative) {
-        answers_.Fault(fault.append(" ").append(text).append(" is negative."));
+        answers_.Fault(topic, fault.append(" ").append(text).append(" is negative."));
       } else {
         values[index] = *value;
       }
@@ -58,7 +61,7 @@ class RowReader {
 
  private:
   AnswerReader& answers_;
-  std::string block_;
+  FindingTable table_;
 };
 
 /// The data points and the weights that the error measures give them.
@@ -73,7 +76,7 @@ class PointReader {
       WeighPassband();
       CheckPassband();
     } else {
-      answers_.Fault("Question 23: there are no passband points.");
+      answers_.Fault(ShortQuestionTopic(slot::kFreqPointCount), ": there are no passband points.");
     }
     if (!problem_.wantsDelay) return;
     ReadDelay();
@@ -83,7 +86,7 @@ class PointReader {
 
  private:
   void ReadPassband() {
-    RowReader rows(answers_, "Passband");
+    RowReader rows(answers_, FindingTable::passband);
     const int needed = problem_.usesWeights ? 4 : 3;
     for (int row = 1; row <= record_.nFreqPoints; ++row) {
       const auto values =
@@ -96,13 +99,14 @@ class PointReader {
 
   void RefuseDivision(int row) {
     answers_.Fault(
-        "Passband point " + std::to_string(row) + ": Yout is 0 and Ipower is " +
-        record_.Slot(slot::kIPower) +
-        "; the error cannot be divided by 0 (use Ipower 0 or less, or leave the point out).");
+        PointTopic(FindingTable::passband, row, kYoutColumn),
+        ": Yout is 0 and Ipower is " + record_.Slot(slot::kIPower) +
+            "; the error cannot be divided by 0 (use Ipower 0 or less, or leave the point out).");
   }
 
   /// Without a point that asks for more than 0 and can be given it, the best gain is 0.
   void CheckPassband() {
+    const Topic allPoints = {{.table = FindingTable::passband}, "Passband points"};
     const auto& points = problem_.passband;
     const auto any = [&points](auto fits) {
       return std::any_of(points.begin(), points.end(), fits);
@@ -112,21 +116,21 @@ class PointReader {
         any([](const PassbandPoint& point) { return point.yin != 0 && point.yout != 0; });
     const bool hasWeight = any([](const PassbandPoint& point) { return point.weight != 0; });
     if (!hasYout) {
-      answers_.Fault("Passband points: every Yout is 0.");
+      answers_.Fault(allPoints, ": every Yout is 0.");
     } else if (!hasBoth) {
-      answers_.Fault("Passband points: no point has both Yin and Yout greater than 0.");
+      answers_.Fault(allPoints, ": no point has both Yin and Yout greater than 0.");
     }
-    if (!hasWeight) answers_.Fault("Passband points: all weights are 0.");
+    if (!hasWeight) answers_.Fault(allPoints, ": all weights are 0.");
     if (!hasBoth || !hasWeight) return;
     if (!(problem_.rows.inputs != 0 && problem_.rows.targets != 0).any()) {
-      answers_.Fault(
-          "Passband points: no point with a weight greater than 0 has both Yin and Yout greater "
-          "than 0.");
+      answers_.Fault(allPoints,
+                     ": no point with a weight greater than 0 has both Yin and Yout greater "
+                     "than 0.");
     }
   }
 
   void ReadDelay() {
-    RowReader rows(answers_, "Delay");
+    RowReader rows(answers_, FindingTable::delay);
     for (int row = 1; row <= record_.nDelayPoints; ++row) {
       constexpr int kTxColumn = 2;
       const auto values = rows.Read(record_.delay, row, 2, {"frequency", "TX"}, kTxColumn);
@@ -140,15 +144,17 @@ class PointReader {
     const Eigen::Index found = record_.nDelayPoints;
     const Eigen::Index counting = (problem_.rows.delayLevels != 0).count();
     if (found < needed) {
-      answers_.Fault("Question 1 is Y but there " + std::string(found == 1 ? "is " : "are ") +
-                     std::to_string(found) +
-                     (found == 1 ? " delay point; at least " : " delay points; at least ") +
-                     std::to_string(needed) + " needed.");
+      answers_.Fault(ShortQuestionTopic(slot::kEqualDelay),
+                     " is Y but there " + std::string(found == 1 ? "is " : "are ") +
+                         std::to_string(found) +
+                         (found == 1 ? " delay point; at least " : " delay points; at least ") +
+                         std::to_string(needed) + " needed.");
     } else if (counting < needed) {
-      answers_.Fault("Delay points: " + std::to_string(counting) +
-                     " with a weight greater than 0, at least " + std::to_string(needed) +
-                     " needed (where Yout is 0 and DelRipplePower is " +
-                     record_.Slot(slot::kDelRipplePower) + ", the weight is 0).");
+      answers_.Fault({{.table = FindingTable::delay}, "Delay points"},
+                     ": " + std::to_string(counting) + " with a weight greater than 0, at least " +
+                         std::to_string(needed) +
+                         " needed (where Yout is 0 and DelRipplePower is " +
+                         record_.Slot(slot::kDelRipplePower) + ", the weight is 0).");
     }
   }
 
@@ -205,9 +211,9 @@ class PointReader {
   }
 
   void RefuseDelayDivision(Eigen::Index index) {
-    answers_.Fault("Delay point " + std::to_string(index + 1) +
+    answers_.Fault(PointTopic(FindingTable::delay, static_cast<int>(index) + 1),
                    ": Yout is 0 there and DelRipplePower is " +
-                   record_.Slot(slot::kDelRipplePower) + "; use 0 or less.");
+                       record_.Slot(slot::kDelRipplePower) + "; use 0 or less.");
   }
 
   /// Yout at a frequency: linear between the points, the end value outside.

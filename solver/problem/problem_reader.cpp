@@ -11,11 +11,12 @@ constexpr double kPi = 3.141592653589793;
 /// Reads a number that must be above 0, or may be 0 too.
 double Positive(AnswerReader& answers, const ResponseRecord& record, int slot,
                 bool mayBe0 = false) {
-  const std::optional<double> value = answers.Number(QuestionName(slot), record.Slot(slot));
+  const std::optional<double> value = answers.Number(record, slot);
   if (!value) return 1;
   if (*value > 0 || (mayBe0 && *value == 0)) return *value;
-  answers.Fault(QuestionName(slot) + ": " + record.Slot(slot) +
-                (mayBe0 ? " must be 0 or greater." : " must be greater than 0."));
+  answers.Fault(
+      QuestionTopic(slot),
+      ": " + record.Slot(slot) + (mayBe0 ? " must be 0 or greater." : " must be greater than 0."));
   return 1;
 }
 
@@ -24,22 +25,20 @@ void ReadFitAnswers(const ResponseRecord& record, AnswerReader& answers, Problem
   problem.usesWeights = IsYes(record.Slot(slot::kUseWeights));
   if (problem.wantsDelay) {
     problem.rows.wantedDelay = Positive(answers, record, slot::kTmin, true);
-    problem.delayRipplePower =
-        answers.Number(QuestionName(slot::kDelRipplePower), record.Slot(slot::kDelRipplePower))
-            .value_or(0);
+    problem.delayRipplePower = answers.Number(record, slot::kDelRipplePower).value_or(0);
     problem.rows.magnitudeWeight = Positive(answers, record, slot::kMagnVSripple);
   }
-  problem.inputPower =
-      answers.Number(QuestionName(slot::kIPower), record.Slot(slot::kIPower)).value_or(0);
+  problem.inputPower = answers.Number(record, slot::kIPower).value_or(0);
   problem.freqNorm = Positive(answers, record, slot::kFreqNorm);
 }
 
 void ReadGain(const ResponseRecord& record, AnswerReader& answers, Problem& problem) {
   const std::string& text = record.Slot(slot::kGain);
-  const std::optional<double> gain = answers.Number(QuestionName(slot::kGain), text);
+  const std::optional<double> gain = answers.Number(record, slot::kGain);
   if (!gain) return;
-  if (*gain == 0) answers.Fault(QuestionName(slot::kGain) + ": " + text + " must be other than 0.");
-  if (*gain < 0) answers.Warn("Question 12: " + text + " is taken as its magnitude.");
+  if (*gain == 0) answers.Fault(QuestionTopic(slot::kGain), ": " + text + " must be other than 0.");
+  if (*gain < 0)
+    answers.Warn(ShortQuestionTopic(slot::kGain), ": " + text + " is taken as its magnitude.");
   problem.typedGain = std::abs(*gain);
 }
 
@@ -48,8 +47,8 @@ void WarnOfFewRows(AnswerReader& answers, const Problem& problem) {
   const auto rows = static_cast<int>(problem.passband.size() + problem.delay.size());
   const int unknowns = problem.constellation.orcaCount;
   if (unknowns <= rows) return;
-  answers.Warn(std::to_string(unknowns) + " unknowns but only " + std::to_string(rows) +
-               (rows == 1 ? " point" : " points") + "; the answer is not unique.");
+  answers.Warn({}, std::to_string(unknowns) + " unknowns but only " + std::to_string(rows) +
+                       (rows == 1 ? " point" : " points") + "; the answer is not unique.");
 }
 
 }  // namespace
@@ -58,7 +57,7 @@ double Problem::DelayUnit() const {
   return 1000 / (2 * kPi * freqNorm);
 }
 
-Problem ReadProblem(const ResponseRecord& record, Findings& findings) {
+Problem ReadProblem(const ResponseRecord& record, std::vector<Finding>& findings) {
   AnswerReader answers(findings);
   Problem problem;
   ReadFitAnswers(record, answers, problem);
@@ -66,7 +65,7 @@ Problem ReadProblem(const ResponseRecord& record, Findings& findings) {
   ReadLocations(record, answers, problem);
   ReadGain(record, answers, problem);
   if (record.solverCount > 0) ReadOptions(record, answers, problem.options);
-  if (findings.faults.empty()) WarnOfFewRows(answers, problem);
+  if (!HasFault(findings)) WarnOfFewRows(answers, problem);
   return problem;
 }
 

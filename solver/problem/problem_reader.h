@@ -8,7 +8,7 @@ namespace polefit {
 
 /// Turns the answers into a problem. Answers that are not in use are not looked at. All faults
 /// are collected; with any of them the problem cannot be solved.
-Problem ReadProblem(const ResponseRecord& record, Findings& findings);
+Problem ReadProblem(const ResponseRecord& record, std::vector<Finding>& findings);
 
 /// The parts of it, each of which fills its part of the problem.
 void ReadOptions(const ResponseRecord& record, AnswerReader& answers, Options& options);

@@ -66,8 +66,8 @@ void WriteQuality(const SolvedProblem& solved, ReportText& text) {
                    problem.options.maxEvaluations));
 }
 
-void WriteWarnings(const std::vector<std::string>& warnings, ReportText& text) {
-  for (const std::string& warning : warnings) text.Wrapped(warning, 9);
+void WriteWarnings(const std::vector<Finding>& findings, ReportText& text) {
+  for (const std::string& warning : WarningTexts(findings)) text.Wrapped(warning, 9);
 }
 
 void WriteNotes(const SolvedProblem& solved, ReportText& text) {
@@ -75,7 +75,7 @@ void WriteNotes(const SolvedProblem& solved, ReportText& text) {
   for (const std::string* const note : {&solved.record.Note1, &solved.record.Note2}) {
     if (!note->empty()) text.Wrapped("Note: " + *note, 6);
   }
-  WriteWarnings(solved.warnings, text);
+  WriteWarnings(solved.findings, text);
 }
 
 }  // namespace
@@ -136,15 +136,15 @@ std::vector<std::string> FullReport(const ReportHead& head, const SolvedProblem&
 }
 
 std::vector<std::string> FailureReport(const ReportHead& head,
-                                       const std::vector<std::string>& messages,
-                                       const std::vector<std::string>& warnings) {
+                                       const std::vector<Finding>& findings) {
   constexpr std::size_t kMost = 20;
+  const std::vector<std::string> faults = FaultTexts(findings);
   ReportText text;
   WriteHead(head, text);
   text.Line();
-  for (std::size_t i = 0; i < std::min(kMost, messages.size()); ++i) text.Wrapped(messages[i], 2);
-  if (messages.size() > kMost) text.Line(Format("... and %zu more.", messages.size() - kMost));
-  WriteWarnings(warnings, text);
+  for (std::size_t i = 0; i < std::min(kMost, faults.size()); ++i) text.Wrapped(faults[i], 2);
+  if (faults.size() > kMost) text.Line(Format("... and %zu more.", faults.size() - kMost));
+  WriteWarnings(findings, text);
   text.Line();
   text.Line("End of report.");
   return text.Lines();

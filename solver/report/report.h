@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "record/finding.h"
 #include "record/response_record.h"
 #include "solver/problem/answers.h"
 #include "solver/problem/problem.h"
@@ -28,7 +29,7 @@ struct SolvedProblem {
   const Problem& problem;
   const Summary& summary;
   const Journal& journal;
-  const std::vector<std::string>& warnings;
+  const std::vector<Finding>& findings;
 };
 
 /// The result in one line: "converged (6 of 8 starts agree)" or why the run stopped.
@@ -37,10 +38,9 @@ std::string ResultText(const Summary& summary);
 /// The whole report of a run.
 std::vector<std::string> FullReport(const ReportHead& head, const SolvedProblem& solved);
 
-/// The report of a problem without an answer: the head, the messages, at most 20, and the warnings.
+/// The report of a problem without an answer: the head, the faults, at most 20, and the warnings.
 std::vector<std::string> FailureReport(const ReportHead& head,
-                                       const std::vector<std::string>& messages,
-                                       const std::vector<std::string>& warnings);
+                                       const std::vector<Finding>& findings);
 
 /// The sections of the full report, in its order.
 void ReportProblem(const SolvedProblem& solved, ReportText& text);

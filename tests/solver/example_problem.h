@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/linux/console_host.h"
+#include "record/question_catalogue.h"
 #include "responsefile/reader.h"
 #include "solver/problem/problem_reader.h"
 
@@ -39,9 +40,9 @@ inline ResponseRecord ExampleRecord(const std::string& name, const std::string& 
 
 /// The problem of a record that has no fault.
 inline Problem GoodProblem(const ResponseRecord& record) {
-  Findings findings;
+  std::vector<Finding> findings;
   Problem problem = ReadProblem(record, findings);
-  EXPECT_TRUE(findings.faults.empty()) << findings.faults.front();
+  EXPECT_FALSE(HasFault(findings)) << FaultTexts(findings).front();
   return problem;
 }
 

@@ -12,10 +12,14 @@ namespace {
 
 using ::testing::ElementsAre;
 
-Findings FindingsOf(const ResponseRecord& record) {
-  Findings findings;
+std::vector<Finding> FindingsOf(const ResponseRecord& record) {
+  std::vector<Finding> findings;
   ReadProblem(record, findings);
   return findings;
+}
+
+std::vector<std::string> FaultsOf(const ResponseRecord& record) {
+  return FaultTexts(FindingsOf(record));
 }
 
 std::string NotANumber(const std::string& name, const std::string& text) {
@@ -94,7 +98,7 @@ TEST(Faults, AreToldWithQuestionOrSettingAndValue) {
       {"S1=0 1 1", {"Solver setting 1 (REMAX): \"0\" is not a whole number of 1 or more."}},
   };
   for (const Case& one : cases) {
-    EXPECT_EQ(FindingsOf(ExampleRecord(one.example, one.answers)).faults, one.faults);
+    EXPECT_EQ(FaultsOf(ExampleRecord(one.example, one.answers)), one.faults);
   }
 }
 
@@ -105,7 +109,7 @@ TEST(Faults, OfPointsAreToldWithTheirRow) {
   record.passband.At(6, 2) = "x";
   record.passband.At(7, 3) = "-.2";
   record.passband.At(8, 2) = "1e999";
-  EXPECT_THAT(FindingsOf(record).faults,
+  EXPECT_THAT(FaultsOf(record),
               ElementsAre("Passband point 4: 2 value(s) found, 3 needed.",
                           "Passband point 5: frequency -1 is negative.",
                           "Passband point 6: Yin \"x\" is not a number.",
@@ -114,9 +118,8 @@ TEST(Faults, OfPointsAreToldWithTheirRow) {
   record = ExampleRecord("Ex-Delay.101", "3=y");
   record.passband.At(4, 4) = "";
   record.delay.At(9, 2) = "x";
-  EXPECT_THAT(FindingsOf(record).faults,
-              ElementsAre("Passband point 4: 3 value(s) found, 4 needed.",
-                          "Delay point 9: TX \"x\" is not a number."));
+  EXPECT_THAT(FaultsOf(record), ElementsAre("Passband point 4: 3 value(s) found, 4 needed.",
+                                            "Delay point 9: TX \"x\" is not a number."));
 }
 
 TEST(Faults, OfAllPointsTogether) {
@@ -142,7 +145,7 @@ TEST(Faults, OfAllPointsTogether) {
       for (int i = 1; i <= record.nFreqPoints; ++i) record.passband.At(i, zero) = "0";
     }
     record.passband.At(row, column) = text;
-    EXPECT_EQ(FindingsOf(record).faults, faults);
+    EXPECT_EQ(FaultsOf(record), faults);
   }
 }
 
@@ -151,23 +154,23 @@ TEST(Faults, OfDelayPointsWhereYoutIs0) {
       "Delay point 9: Yout is 0 there and DelRipplePower is 1; use 0 or less.";
   ResponseRecord record = ExampleRecord("Ex-Delay.101", "1b=1");
   record.delay.At(9, 1) = "10";
-  EXPECT_THAT(FindingsOf(record).faults, ElementsAre(noDivision));
+  EXPECT_THAT(FaultsOf(record), ElementsAre(noDivision));
   record.passband.At(4, 3) = "x";
-  EXPECT_THAT(FindingsOf(record).faults,
+  EXPECT_THAT(FaultsOf(record),
               ElementsAre("Passband point 4: Yout \"x\" is not a number.", noDivision));
   record = ExampleRecord("Ex-Delay.101");
   for (int row = 2; row <= record.nDelayPoints; ++row) record.delay.At(row, 1) = "10";
-  EXPECT_THAT(FindingsOf(record).faults,
+  EXPECT_THAT(FaultsOf(record),
               ElementsAre("Delay points: 1 with a weight greater than 0, at least 2 needed (where "
                           "Yout is 0 and DelRipplePower is -1, the weight is 0)."));
   record.Slot(slot::kTmin) = "150";
-  EXPECT_THAT(FindingsOf(record).faults, ElementsAre());
+  EXPECT_THAT(FaultsOf(record), ElementsAre());
   record.delay.At(1, 1) = "11";
-  EXPECT_EQ(FindingsOf(record).faults.size(), 1);
+  EXPECT_EQ(FaultsOf(record).size(), 1);
   record.nFreqPoints = 0;
   record.nDelayPoints = 1;
   record.Slot(slot::kTmin) = "0";
-  EXPECT_THAT(FindingsOf(record).faults,
+  EXPECT_THAT(FaultsOf(record),
               ElementsAre("Question 23: there are no passband points.",
                           "Question 1 is Y but there is 1 delay point; at least 2 needed."));
 }
@@ -182,7 +185,7 @@ TEST(Warnings, TellWhatIsTakenOtherThanTyped) {
   ResponseRecord record = ExampleRecord("Ex-Yzero.101", "8=0.001 -.5 .4 .3; 9=0 5 .7 1; 11a=4 1 1");
   record.nFreqPoints = 7;
   EXPECT_THAT(
-      FindingsOf(record).warnings,
+      WarningTexts(FindingsOf(record)),
       ElementsAre("Warning: Question 8: 0.001 lies outside .005 to 4 and starts at the nearest "
                   "bound.",
                   "Warning: Question 9: 0 lies on a bound and starts just inside it.",
@@ -193,12 +196,38 @@ TEST(Warnings, TellWhatIsTakenOtherThanTyped) {
                   "Warning: 8 unknowns but only 7 points; the answer is not unique."));
 }
 
+TEST(Findings, NameTheirPlaceAsData) {
+  ResponseRecord record =
+      ExampleRecord("Ex-Delay.101", "5=; 8=.001 .4 x; 6=0 3; 11=4 0 0; 1b=1; S8=2; 12=-1");
+  record.passband.At(4, 3) = "";
+  record.passband.At(6, 2) = "x";
+  record.delay.At(9, 2) = "x";
+  record.delay.At(7, 1) = "10";
+  using enum FindingTable;
+  const std::pair<FindingPlace, Severity> places[] = {{{"5"}, Severity::open},
+                                                      {{"", passband, 4, 3}, Severity::fault},
+                                                      {{"", passband, 6, 2}, Severity::fault},
+                                                      {{"", delay, 9, 2}, Severity::fault},
+                                                      {{"", delay, 7}, Severity::fault},
+                                                      {{"8"}, Severity::fault},
+                                                      {{"11a"}, Severity::fault},
+                                                      {{"6"}, Severity::fault},
+                                                      {{"12"}, Severity::warning},
+                                                      {{"", solverSettings, 8}, Severity::fault}};
+  const std::vector<Finding> findings = FindingsOf(record);
+  ASSERT_EQ(findings.size(), std::size(places));
+  for (std::size_t i = 0; i < findings.size(); ++i) {
+    EXPECT_EQ(findings[i].place, places[i].first) << findings[i].text;
+    EXPECT_EQ(findings[i].severity, places[i].second) << findings[i].text;
+  }
+}
+
 TEST(Faults, AreNotFoundInAnswersThatAreNotInUse) {
   ResponseRecord record = ExampleRecord(
       "Ex-Yzero.101", "1a=old; 1b=old; 4=old; 7=old; 10a=old; 11b=old; 11c=old; S4=old");
   record.solverCount = 0;
   record.passband.At(3, 4) = "";
-  EXPECT_THAT(FindingsOf(record).faults, ElementsAre());
+  EXPECT_THAT(FaultsOf(record), ElementsAre());
 }
 
 }  // namespace
