@@ -8,15 +8,15 @@ void clearSolvdata(FormView& form) {
   for (const SolverQuestion& question : kSolverQuestions) form.SetText(question.name, "");
 }
 
-void GetSolvAnswers(Program& program) {
+void GetSolvAnswers(FormView& form, const ResponseRecord& record) {
   for (std::size_t i = 0; i < kSolverQuestions.size(); ++i) {
-    program.windows.frmMain.SetText(kSolverQuestions[i].name, program.document.record.solver[i]);
+    form.SetText(kSolverQuestions[i].name, record.solver[i]);
   }
 }
 
-void PutSolvAnswers(Program& program) {
+void PutSolvAnswers(const FormView& form, ResponseRecord& record) {
   for (std::size_t i = 0; i < kSolverQuestions.size(); ++i) {
-    program.document.record.solver[i] = program.windows.frmMain.Text(kSolverQuestions[i].name);
+    record.solver[i] = form.Text(kSolverQuestions[i].name);
   }
 }
 

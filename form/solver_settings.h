@@ -1,6 +1,7 @@
 #pragma once
 
-#include "form/state.h"
+#include "form/form_view.h"
+#include "record/response_record.h"
 
 namespace polefit {
 
@@ -8,8 +9,8 @@ namespace polefit {
 void clearSolvdata(FormView& form);
 
 /// The record's nine solver values into the boxes, and back, unchanged.
-void GetSolvAnswers(Program& program);
-void PutSolvAnswers(Program& program);
+void GetSolvAnswers(FormView& form, const ResponseRecord& record);
+void PutSolvAnswers(const FormView& form, ResponseRecord& record);
 
 /// "&Edit Defaults" and "&Use Defaults": fill the boxes with the defaults to edit, or empty them.
 /// Both focus `Remax`.

@@ -9,6 +9,7 @@
 #include "grids/cell_editor.h"
 #include "grids/grid_routines.h"
 #include "record/question_catalogue.h"
+#include "responsefile/writer.h"
 
 namespace polefit {
 
@@ -59,21 +60,40 @@ void ResetGrids(Program& program) {
   record.nDelayPoints = ToInteger16(ReadNumber(record.Slot(slot::kDelayPointCount)));
 }
 
+/// Takes the whole form into `record`, whose counts are those of the grids so far.
+void TakeForm(const Program& program, ResponseRecord& record) {
+  if (program.document.RunMode != "Demo") record.LastFileName = program.files.currentFileName;
+  TakeAnswers(program, record);
+  ReadGrids(program.windows.grids, record);
+}
+
 }  // namespace
 
-void PutAnswers(Program& program) {
-  FormView& form = program.windows.frmMain;
-  ResponseRecord& record = program.document.record;
-  HideCellEditor(program.windows.grids, false);
-  if (program.document.RunMode != "Demo") record.LastFileName = program.files.currentFileName;
+void TakeAnswers(const Program& program, ResponseRecord& record) {
+  const FormView& form = program.windows.frmMain;
   for (const Question& question : kQuestions) {
     record.Slot(question.slot) = TakeAnswer(form, question);
   }
   record.Slot(slot::kFreqPointCount) = SignedText(record.nFreqPoints);
   record.Slot(slot::kDelayPointCount) = SignedText(record.nDelayPoints);
   for (const NoteBox& note : kNoteBoxes) record.*note.field = form.Text(note.name);
-  ReadGrids(program.windows.grids, record.passband, record.delay);
-  PutSolvAnswers(program);
+  PutSolvAnswers(form, record);
+}
+
+void PutAnswers(Program& program) {
+  HideCellEditor(program.windows.grids, false);
+  TakeForm(program, program.document.record);
+}
+
+ResponseRecord RecordOf(const Program& program) {
+  const ResponseRecord& shown = program.document.record;
+  ResponseRecord record;
+  record.LastFileName = shown.LastFileName;
+  record.nFreqPoints = shown.nFreqPoints;
+  record.nDelayPoints = shown.nDelayPoints;
+  TakeForm(program, record);
+  DeriveCounts(record);
+  return record;
 }
 
 void GetAnswers(Program& program) {
@@ -87,7 +107,7 @@ void GetAnswers(Program& program) {
   for (const NoteBox& note : kNoteBoxes) form.SetText(note.name, record.*note.field);
   form.SetText("LastFileName", record.LastFileName);
   FillGrids(program.windows.grids, record.passband, record.delay);
-  GetSolvAnswers(program);
+  GetSolvAnswers(form, record);
   // Every text shown has raised its change notification; the record just shown is unchanged.
   program.document.DataChanged = 0;
   ShowWeightColumn(program.windows.grids, form.IsChecked("chkUseWeights"));

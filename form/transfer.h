@@ -14,4 +14,13 @@ void PutAnswers(Program& program);
 /// stays.
 void GetAnswers(Program& program);
 
+/// The record that a save would write now, its counts derived. It is read from the form as it
+/// stands: the open editor stays open, its text counts as typed; the program's own record and its
+/// marks stay as they are. Error 6 for more than 32,766 points.
+ResponseRecord RecordOf(const Program& program);
+
+/// Takes what is typed outside of the grids: the answers, both point counts as answers, notes and
+/// solver values.
+void TakeAnswers(const Program& program, ResponseRecord& record);
+
 }  // namespace polefit

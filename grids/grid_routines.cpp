@@ -1,5 +1,6 @@
 #include "grids/grid_routines.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,11 +51,35 @@ void FillGrid(GridState& state, GridView& grid, const PointLists<Columns>& point
   AddGridRow(state, true);
 }
 
+/// The cells of a grid as they would be once the open editor is closed.
+class TypedCells {
+ public:
+  TypedCells(const GridState& state, const GridView& grid)
+      : grid_(grid),
+        editor_(state.txtCellEditor),
+        isEdited_(state.CurrentGrid == &grid && state.txtCellEditor.IsVisible()),
+        row_(state.editedRow),
+        column_(state.editedColumn) {}
+
+  int RowCount() const { return grid_.RowCount(); }
+  std::string Text(int row, int column) const {
+    const bool isEdited = isEdited_ && row == row_ && column == column_;
+    return isEdited ? editor_.Text() : grid_.Text(row, column);
+  }
+
+ private:
+  const GridView& grid_;
+  const CellEditorView& editor_;
+  bool isEdited_;
+  int row_;
+  int column_;
+};
+
 /// Stores one grid row; false when one of its cells is empty. A row beyond the last is empty.
 /// Kept: the Weight cell counts while its column is hidden, so a row without a weight ends the
 /// list.
 template <std::size_t Columns>
-bool ReadRow(const GridView& grid, int row, PointLists<Columns>& points) {
+bool ReadRow(const TypedCells& grid, int row, PointLists<Columns>& points) {
   if (row >= grid.RowCount()) return false;
   bool full = true;
   for (int column = 1; column <= points.kColumns; ++column) {
@@ -66,7 +91,7 @@ bool ReadRow(const GridView& grid, int row, PointLists<Columns>& points) {
 }
 
 template <std::size_t Columns>
-void ReadGrid(const GridView& grid, PointLists<Columns>& points, std::int16_t& count) {
+void ReadGrid(const TypedCells& grid, PointLists<Columns>& points, std::int16_t& count) {
   if (count < 1) {
     // Kept: a grid without points is not read, whatever was typed into it. Its count opens again
     // only when a file with points is shown.
@@ -78,6 +103,50 @@ void ReadGrid(const GridView& grid, PointLists<Columns>& points, std::int16_t& c
   while (ReadRow(grid, row, points)) ++row;
   // The row that ends the list is counted in 16 bits too, as the reader counts its spare row.
   count = static_cast<std::int16_t>(ToInteger16(row) - 1);
+}
+
+bool IsEmptyRow(const GridView& grid, int row, int columns) {
+  for (int column = 1; column <= columns; ++column) {
+    if (!grid.Text(row, column).empty()) return false;
+  }
+  return true;
+}
+
+template <std::size_t Columns>
+void ReadRows(const GridView& grid, PointLists<Columns>& points) {
+  int rows = grid.RowCount() - 1;
+  while (rows > 0 && IsEmptyRow(grid, rows, points.kColumns)) --rows;
+  points.Resize(rows + 1);
+  for (int row = 1; row <= rows; ++row) {
+    for (int column = 1; column <= points.kColumns; ++column) {
+      points.At(row, column) = grid.Text(row, column);
+    }
+  }
+}
+
+/// Makes `grid` the current one, with room for `rows` data rows and the spare ones below them.
+void MakeRoom(GridState& state, GridView& grid, int rows) {
+  constexpr int kHeaderAndSpareRows = 4;
+  state.CurrentGrid = &grid;
+  if (grid.RowCount() >= rows + kHeaderAndSpareRows) return;
+  const std::vector<int> widths = DataColumnWidths(state);
+  grid.SetRowCount(rows + kHeaderAndSpareRows);
+  FormatGrid(state);
+  RestoreWidths(state, widths);
+}
+
+template <std::size_t Columns>
+void FillRowsBehind(GridState& state, GridView& grid, const PointLists<Columns>& points,
+                    int count) {
+  const int rows = points.RowsOf(1) - 1;
+  const int first = std::max(count, 0) + 1;
+  if (rows < first) return;
+  MakeRoom(state, grid, rows);
+  for (int row = first; row <= rows; ++row) {
+    for (int column = 1; column <= points.kColumns; ++column) {
+      grid.SetText(row, column, points.At(row, column));
+    }
+  }
 }
 
 }  // namespace
@@ -153,9 +222,20 @@ void FillGrids(GridState& state, const PassbandPoints& passband, const DelayPoin
   FillGrid(state, state.DelayData, delay, state.document.record.nDelayPoints);
 }
 
-void ReadGrids(GridState& state, PassbandPoints& passband, DelayPoints& delay) {
-  ReadGrid(state.PassData, passband, state.document.record.nFreqPoints);
-  ReadGrid(state.DelayData, delay, state.document.record.nDelayPoints);
+void ReadGrids(const GridState& state, ResponseRecord& record) {
+  ReadGrid(TypedCells(state, state.PassData), record.passband, record.nFreqPoints);
+  ReadGrid(TypedCells(state, state.DelayData), record.delay, record.nDelayPoints);
+}
+
+void ReadAllRows(const GridState& state, PassbandPoints& passband, DelayPoints& delay) {
+  ReadRows(state.PassData, passband);
+  ReadRows(state.DelayData, delay);
+}
+
+void FillRowsBehindPoints(GridState& state, const PassbandPoints& passband,
+                          const DelayPoints& delay) {
+  FillRowsBehind(state, state.PassData, passband, state.document.record.nFreqPoints);
+  FillRowsBehind(state, state.DelayData, delay, state.document.record.nDelayPoints);
 }
 
 }  // namespace polefit

@@ -33,8 +33,19 @@ void ShowWeightColumn(GridState& state, bool useWeights);
 /// is shorter than its count.
 void FillGrids(GridState& state, const PassbandPoints& passband, const DelayPoints& delay);
 
-/// Reads both grids into the lists, cells trimmed, each up to the first row with an empty cell,
-/// and sets the point counts. Error 6 for more than 32,766 points.
-void ReadGrids(GridState& state, PassbandPoints& passband, DelayPoints& delay);
+/// Reads both grids into the lists of `record`, cells trimmed, each up to the first row with an
+/// empty cell, and sets its point counts. Its counts before decide which grid is read at all. What
+/// stands in the open editor counts as the text of its cell; nothing on the form changes. Error 6
+/// for more than 32,766 points.
+void ReadGrids(const GridState& state, ResponseRecord& record);
+
+/// Every row of both grids down to the last cell that is not empty, as it stands, with a spare row
+/// behind, whatever the point counts.
+void ReadAllRows(const GridState& state, PassbandPoints& passband, DelayPoints& delay);
+
+/// Writes the rows of the lists that lie behind the points into the grids, which show the points,
+/// and leaves spare rows below.
+void FillRowsBehindPoints(GridState& state, const PassbandPoints& passband,
+                          const DelayPoints& delay);
 
 }  // namespace polefit

@@ -23,6 +23,8 @@ struct Files {
   std::string currentFolder;
   std::string lastUsedName;
   std::string lastUsedFolder;
+
+  bool operator==(const Files&) const = default;
 };
 
 /// Makes the file at `path` the current file and the last-used one.

@@ -112,10 +112,14 @@ void WriteAnswerLine(Host& host, std::string_view value, std::string_view label)
   host.WriteLine(line);
 }
 
-int WriteResponseFile(Host& host, ResponseRecord& record, const ResponseTarget& target) {
+void DeriveCounts(ResponseRecord& record) {
   record.solverCount = HasSolverValues(record) ? kSolverValueCount : 0;
   record.Slot(slot::kFreqPointCount) = SignedText(record.nFreqPoints);
   record.Slot(slot::kDelayPointCount) = SignedText(record.nDelayPoints);
+}
+
+int WriteResponseFile(Host& host, ResponseRecord& record, const ResponseTarget& target) {
+  DeriveCounts(record);
   const bool isLastRun = !target.name.empty() && target.name == target.lastRunPath;
   host.OpenForWriting(isLastRun ? target.name : JoinPath(target.folder, target.name));
   try {

@@ -22,11 +22,14 @@ struct ResponseTarget {
   std::string lastRunPath = {};
 };
 
-/// Writes `record` as a Response Input File. Sets its two count answers to the rows that are
-/// written and its solver count to 9, or to 0 when the first three solver values are empty. Returns
-/// the number of characters that the code page lacks and that stand as "?" in the file. On an error
-/// the partial file and the former one stay on disk, the latter under the name with "~", and the
-/// error is passed on.
+/// Sets what a saved file derives from the rest of the record: the two count answers from the
+/// points, and the solver count, 9 or, when the first three solver values are empty, 0.
+void DeriveCounts(ResponseRecord& record);
+
+/// Writes `record` as a Response Input File, its counts derived first. Returns the number of
+/// characters that the code page lacks and that stand as "?" in the file. On an error the partial
+/// file and the former one stay on disk, the latter under the name with "~", and the error is
+/// passed on.
 int WriteResponseFile(Host& host, ResponseRecord& record, const ResponseTarget& target);
 
 }  // namespace polefit

@@ -18,10 +18,10 @@ struct GridRoutines : ::testing::Test {
   FakeCellEditor editor;
   Document document;
   GridState state{pass, delay, editor, document};
-  PassbandPoints passRead;
-  DelayPoints delayRead;
+  PassbandPoints& passRead = document.record.passband;
+  DelayPoints& delayRead = document.record.delay;
 
-  void Read() { ReadGrids(state, passRead, delayRead); }
+  void Read() { ReadGrids(state, document.record); }
   void Show(int count) {
     PassbandPoints points;
     FillPoints(points, count);
