@@ -29,7 +29,7 @@ std::vector<Finding> CountFault(const Topic& topic, const std::string& answer,
     return fault(": \"" + answer + "\" is too many; the grids hold 32766 points and a spare row" +
                  hint + ".");
   }
-  return fault(": \"" + answer + "\" is not a whole number from 0 to 32767" + hint + ".");
+  return fault(": \"" + answer + "\" is not a whole number from 0 to 32766" + hint + ".");
 }
 
 /// The fault of a count that made the reader take the rest of the file for something else.

@@ -99,13 +99,13 @@ TEST_F(Run, TellsWhatIsWrongWithTheFile) {
   WriteBytes(files_.lastRun, "former");
   const std::tuple<int, std::string, Exit, const char*> cases[] = {
       {24, "x", faultyAnswers,
-       "Question 23 (number of passband points): \"x\" is not a whole number from 0 to 32767."},
-      {24, "-1", faultyAnswers, "\"-1\" is not a whole number from 0 to 32767."},
+       "Question 23 (number of passband points): \"x\" is not a whole number from 0 to 32766."},
+      {24, "-1", faultyAnswers, "\"-1\" is not a whole number from 0 to 32766."},
       {24, "32767", faultyAnswers,
        "\"32767\" is too many; the grids hold 32766 points and a spare row."},
       {24, "99999", faultyAnswers, "\"99999\" is too many; the grids hold"},
       {24, "25", faultyAnswers,
-       "is not a whole number from 0 to 32767 (is the passband point count, 25, right?)."},
+       "is not a whole number from 0 to 32766 (is the passband point count, 25, right?)."},
       {48, "2.5", faultyAnswers, "(is the passband point count, 21, right?)."},
       {19, "", unreadable, "The data file ends at line 18, before answer line 19."},
       {2, "N", converged, ""},
