@@ -64,6 +64,10 @@ std::optional<RunProgress> ProgressOf(std::string_view line) {
   return std::nullopt;
 }
 
+bool IsFigures(std::string_view line) {
+  return line.starts_with("pfit-end: ");
+}
+
 Verdict VerdictOn(const EndOfRun& end) {
   if (!end.lastLine.starts_with(kClosing)) return WithoutClosing(end);
   Verdict verdict = FromClosing(end.lastLine.substr(kClosing.size()), end);

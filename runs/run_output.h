@@ -17,6 +17,9 @@ struct RunProgress {
 /// The progress that a line of the solver's output tells ("... 120 of 2000 ..."), if any.
 std::optional<RunProgress> ProgressOf(std::string_view line);
 
+/// Whether a line of the solver's output is its last one, for programs: figures, no words.
+bool IsFigures(std::string_view line);
+
 enum class Outcome { converged, limitReached, stopped, failed, noReport };
 
 struct Verdict {
@@ -27,7 +30,7 @@ struct Verdict {
 
 /// What is known of a run that has ended.
 struct EndOfRun {
-  /// The last line of its output that is not blank, and the one before it.
+  /// The last line of its output that is neither blank nor figures, and the one before it.
   std::string lastLine;
   std::string lineBefore;
   bool hasReport = false;

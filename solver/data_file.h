@@ -7,20 +7,9 @@
 #include "platform/host.h"
 #include "record/finding.h"
 #include "record/response_record.h"
+#include "solver/outcome.h"
 
 namespace polefit {
-
-/// How a run ended; the exit code of the program.
-enum class Exit {
-  converged = 0,
-  stopped = 1,
-  faultyAnswers = 2,
-  unreadable = 3,
-  unwritable = 4,
-  noFiniteError = 5,
-  usage = 6,
-  locked = 7
-};
 
 /// Why there is no fit.
 struct Failure {

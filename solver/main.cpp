@@ -71,7 +71,10 @@ Exit Main(const std::vector<std::string>& words) {
   std::signal(SIGPIPE, SIG_IGN);
   StopSignals signals;
   ConsoleHost host;
-  return RunSolver(host, request.files, {std::cout, std::cerr, [&] { return signals.Count(); }});
+  const RunOutcome outcome =
+      RunSolver(host, request.files, {std::cout, std::cerr, [&] { return signals.Count(); }});
+  std::cout << ClosingLines(outcome) << std::flush;
+  return outcome.exit;
 }
 
 }  // namespace

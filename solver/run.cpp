@@ -1,16 +1,15 @@
 #include "solver/run.h"
 
 #include <chrono>
-#include <cmath>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "base/run_time_error.h"
-#include "base/text_format.h"
 #include "platform/linux/program_folder.h"
 #include "responsefile/writer.h"
+#include "solver/data_file.h"
 #include "solver/problem/problem_reader.h"
 #include "solver/report/journal.h"
 #include "solver/report/last_run.h"
@@ -31,7 +30,7 @@ class SolverRun {
   SolverRun(Host& host, const RunFiles& files, const Console& console)
       : host_(host), files_(files), console_(console), begin_(std::chrono::steady_clock::now()) {}
 
-  Exit Run() {
+  RunOutcome Run() {
     RemoveFile(host_, files_.report);
     ResponseRecord record;
     if (const auto failure = ReadDataFile(host_, files_.InputPath(), record)) return Fail(*failure);
@@ -48,7 +47,8 @@ class SolverRun {
            .text = "No start gave a finite error; check the initial pole and zero values."});
       return Fail({Exit::noFiniteError, "no start gave a finite error", std::move(findings)});
     }
-    return Succeed({record, problem, summary, journal, findings});
+    const Figures figures = FiguresOf(problem, summary);
+    return Succeed({record, problem, summary, figures, journal, findings});
   }
 
   void RemoveTemporaries() {
@@ -63,7 +63,7 @@ class SolverRun {
             seconds.count(), result};
   }
 
-  Exit Succeed(const SolvedProblem& solved) {
+  RunOutcome Succeed(const SolvedProblem& solved) {
     const Summary& summary = solved.summary;
     const std::string result = ResultText(summary);
     WriteReport(FullReport(Head(result), solved));
@@ -73,24 +73,20 @@ class SolverRun {
     WriteResponseFile(host_, lastRun, {"", temporary, temporary});
     if (console_.stopRequests() > 1) {
       RemoveTemporaries();
-      console_.out << "pfit: ended at once on request; nothing is written" << std::endl;
-      return Exit::stopped;
+      return {Exit::stopped, "ended at once on request; nothing is written", solved.findings, {}};
     }
     // Both are complete. The report comes last: whoever sees it finds the answers in place.
     RenameFile(temporary, files_.lastRun);
     RenameFile(Temporary(files_.report), files_.report);
-    console_.out << Format("pfit: %s; rms error %.3e, %d evaluations", result.c_str(),
-                           std::sqrt(summary.best.fit.meanSquare), summary.evaluations)
-                 << std::endl;
-    return summary.ending == EndReason::zero ? Exit::converged : Exit::stopped;
+    return {summary.ending == EndReason::zero ? Exit::converged : Exit::stopped, result,
+            solved.findings, solved.figures};
   }
 
-  Exit Fail(const Failure& failure) {
+  RunOutcome Fail(Failure failure) {
     WriteReport(FailureReport(Head(failure.result), failure.findings));
     RenameFile(Temporary(files_.report), files_.report);
     console_.err << FaultTexts(failure.findings).front() << std::endl;
-    console_.out << "pfit: " << failure.result << std::endl;
-    return failure.exit;
+    return {failure.exit, std::move(failure.result), std::move(failure.findings), {}};
   }
 
   /// Writes the report beside its place.
@@ -108,22 +104,20 @@ class SolverRun {
   std::chrono::steady_clock::time_point begin_;
 };
 
-Exit Unwritable(const RunFiles& files, const Console& console, const RunTimeError& error) {
+RunOutcome Unwritable(const RunFiles& files, const Console& console, const RunTimeError& error) {
   console.err << "Cannot write into '" << files.outputFolder << "': " << error.description << "."
               << std::endl;
-  console.out << "pfit: the output cannot be written" << std::endl;
-  return Exit::unwritable;
+  return {Exit::unwritable, "the output cannot be written", {}, {}};
 }
 
 }  // namespace
 
-Exit RunSolver(Host& host, const RunFiles& files, const Console& console) {
+RunOutcome RunSolver(Host& host, const RunFiles& files, const Console& console) {
   try {
     const std::optional<RunLock> lock = RunLock::Take(files.lock);
     if (!lock) {
       console.err << "Another run is using '" << files.outputFolder << "'." << std::endl;
-      console.out << "pfit: another run is using the output folder" << std::endl;
-      return Exit::locked;
+      return {Exit::locked, "another run is using the output folder", {}, {}};
     }
     SolverRun run(host, files, console);
     try {

@@ -5,7 +5,7 @@
 
 #include "platform/host.h"
 #include "solver/command_line.h"
-#include "solver/data_file.h"
+#include "solver/outcome.h"
 
 namespace polefit {
 
@@ -19,7 +19,7 @@ struct Console {
 };
 
 /// Reads, solves, and writes the report and the last-run file. The old report is removed first; an
-/// output appears under its name only when both are complete.
-Exit RunSolver(Host& host, const RunFiles& files, const Console& console);
+/// output appears under its name only when both are complete. The closing lines are the caller's.
+RunOutcome RunSolver(Host& host, const RunFiles& files, const Console& console);
 
 }  // namespace polefit

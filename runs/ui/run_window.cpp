@@ -193,7 +193,7 @@ void RunWindow::TakeLine(const QByteArray& bytes) {
   const QString line = TextOfLine(bytes.endsWith('\r') ? bytes.chopped(1) : bytes);
   output_->appendPlainText(line);
   const std::string text = line.toStdString();
-  if (!line.trimmed().isEmpty()) lineBefore_ = std::exchange(lastLine_, text);
+  if (!line.trimmed().isEmpty() && !IsFigures(text)) lineBefore_ = std::exchange(lastLine_, text);
   if (const auto progress = ProgressOf(text)) {
     progress_->setRange(0, progress->limit);
     progress_->setValue(std::min(progress->evaluations, progress->limit));

@@ -7,6 +7,7 @@
 #include "record/response_record.h"
 #include "solver/problem/answers.h"
 #include "solver/problem/problem.h"
+#include "solver/report/figures.h"
 #include "solver/report/journal.h"
 #include "solver/report/report_text.h"
 #include "solver/search/search.h"
@@ -28,6 +29,7 @@ struct SolvedProblem {
   const ResponseRecord& record;
   const Problem& problem;
   const Summary& summary;
+  const Figures& figures;
   const Journal& journal;
   const std::vector<Finding>& findings;
 };

@@ -1,11 +1,13 @@
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <string>
 #include <vector>
 
 #include "base/text_format.h"
 #include "solver/model/model.h"
+#include "solver/report/figures.h"
 #include "solver/report/last_run.h"
 #include "solver/report/report.h"
 #include "solver/search/wren.h"
@@ -16,61 +18,11 @@ namespace {
 
 constexpr double kDecibelsPerNeper = 8.685889638065037;
 
-/// At an omega-axis zero |H| is kept off 0 by so little that it would show as 1e-100.
-double NotTiny(double value) {
-  return std::abs(value) < 1e-90 ? 0 : value;
-}
-
 /// A thousandth of a decibel is little at every scale.
 std::string InDecibels(double value) {
+  if (std::isnan(value)) return "-";
   return FigureFormat(1, 7, 4)(value);
 }
-
-/// The largest of some errors, and where.
-struct Extreme {
-  double size = 0;
-  double frequency = 0;
-  void Take(double value, double at) {
-    if (std::abs(value) > size) *this = {std::abs(value), at};
-  }
-};
-
-/// The passband rows' figures, a column each, and what they come to.
-struct PassbandColumns {
-  explicit PassbandColumns(const SolvedProblem& solved) {
-    const Problem& problem = solved.problem;
-    const double gain = solved.summary.best.fit.gain;
-    const Eigen::ArrayXd magnitudes =
-        Magnitudes(problem.constellation, solved.summary.best.parameters, problem.rows.frequencies);
-    for (std::size_t row = 0; row < problem.passband.size(); ++row) {
-      const auto i = static_cast<Eigen::Index>(row);
-      const PassbandPoint& point = problem.passband[row];
-      yin.push_back(point.yin);
-      yout.push_back(point.yout);
-      obtained.push_back(NotTiny(gain * point.yin * magnitudes[i]));
-      error.push_back(obtained.back() - point.yout);
-      weighted.push_back(
-          NotTiny(gain * problem.rows.inputs[i] * magnitudes[i] - problem.rows.targets[i]));
-      squares += error.back() * error.back();
-      largest.Take(error.back(), point.frequency);
-      largestWeighted.Take(weighted.back(), point.frequency);
-      AddDecibels(point);
-    }
-  }
-
-  std::vector<double> yin, yout, obtained, error, weighted;
-  std::vector<std::string> decibels;
-  double squares = 0;  ///< of the errors, their sum
-  Extreme largest, largestWeighted, largestDecibels;
-
- private:
-  void AddDecibels(const PassbandPoint& point) {
-    const double ratio = point.yout > 0 ? obtained.back() / point.yout : 0;
-    const double value = ratio > 0 ? kDecibelsPerNeper * std::log(ratio) : 0;
-    largestDecibels.Take(value, point.frequency);
-    decibels.push_back(ratio > 0 ? InDecibels(value) : "-");
-  }
-};
 
 template <class Rows>
 void AddFrequencies(const Rows& rows, ReportTable& table) {
@@ -108,16 +60,23 @@ std::vector<Peak> FindSidelobes(const Problem& problem, const Point& point,
 
 void ReportPassband(const SolvedProblem& solved, ReportText& text) {
   const Problem& problem = solved.problem;
-  const PassbandColumns rows(solved);
+  const PassbandFigures& rows = solved.figures.passband;
+  std::vector<double> yin, yout;
+  for (const PassbandPoint& point : problem.passband) {
+    yin.push_back(point.yin);
+    yout.push_back(point.yout);
+  }
+  std::vector<std::string> weighted, decibels;
+  for (const double error : rows.weighted) weighted.push_back(Format("%.3e", error));
+  std::transform(rows.decibels.begin(), rows.decibels.end(), std::back_inserter(decibels),
+                 InDecibels);
   ReportTable table;
   AddFrequencies(problem.passband, table);
-  table.Add("Yin", "as typed", 9, rows.yin, {LargestSize(rows.yin), 9, 6});
-  table.Add("Yout", "as typed", 9, rows.yout, {LargestSize(rows.yout), 9, 6});
+  table.Add("Yin", "as typed", 9, yin, {LargestSize(yin), 9, 6});
+  table.Add("Yout", "as typed", 9, yout, {LargestSize(yout), 9, 6});
   table.Add("Yin*|H|", "as Yout", 10, rows.obtained, {LargestSize(rows.obtained), 10, 7});
   table.Add("error", "as Yout", 10, rows.error, {LargestSize(rows.error), 9, 4});
-  table.Add("error", "dB", 8, rows.decibels);
-  std::vector<std::string> weighted;
-  for (const double error : rows.weighted) weighted.push_back(Format("%.3e", error));
+  table.Add("error", "dB", 8, decibels);
   table.Add("weighted e", "of Ymax", 11, weighted);
   text.Heading("PASSBAND FIT");
   table.Write(text);
@@ -126,8 +85,7 @@ void ReportPassband(const SolvedProblem& solved, ReportText& text) {
     return "at " + Fitted(extreme.frequency, 9, 15) + " MHz";
   };
   text.Line();
-  text.Line(Format("  rms error      %.4e as Yout",
-                   std::sqrt(rows.squares / static_cast<double>(rows.yin.size()))));
+  text.Line(Format("  rms error      %.4e as Yout", rows.rms));
   text.Line(Format("      weighted   %.4e of Ymax", std::sqrt(solved.summary.best.fit.meanSquare)));
   text.Line(Format("  largest error  %.4e as Yout   ", rows.largest.size) + at(rows.largest));
   text.Line(Format("      weighted   %.4e of Ymax   ", rows.largestWeighted.size) +
@@ -135,7 +93,7 @@ void ReportPassband(const SolvedProblem& solved, ReportText& text) {
   text.Line(
       Format("      in dB      %-21s", (InDecibels(rows.largestDecibels.size) + " dB").c_str()) +
       at(rows.largestDecibels));
-  text.Line("  Ymax, the largest Yout, is " + Fitted(LargestSize(rows.yout), 9, 15));
+  text.Line("  Ymax, the largest Yout, is " + Fitted(LargestSize(yout), 9, 15));
 }
 
 void ReportDelay(const SolvedProblem& solved, ReportText& text) {

@@ -178,7 +178,7 @@ void WriteBoundsOf(const SolvedProblem& solved, std::size_t index, const std::st
   }
   // The others stand above it, so that it cannot reach the bound itself.
   if (factor.kind == FactorKind::omegaZero && problem.Equalises() &&
-      location > (1 - 1e-5) * problem.largest) {
+      IsAtRangeEnd(problem, location)) {
     text.Wrapped(
         "  " + name +
             " stands next to the upper bound (question 14): no sidelobe is left to be made "

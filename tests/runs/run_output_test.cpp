@@ -18,6 +18,11 @@ TEST(RunOutputTest, ProgressIsFoundInAnyLineThatTellsIt) {
   for (const auto& [line, expected] : cases) EXPECT_EQ(ProgressOf(line), expected) << line;
 }
 
+TEST(RunOutputTest, FiguresAreToldFromWords) {
+  EXPECT_TRUE(IsFigures("pfit-end: exit=0 F=1.5e-04"));
+  EXPECT_FALSE(IsFigures("pfit: converged (6 of 8 starts agree)"));
+}
+
 TEST(RunOutputTest, TheVerdictFollowsTheClosingLineTheReportAndTheStop) {
   using enum Outcome;
   const std::pair<EndOfRun, Outcome> cases[] = {

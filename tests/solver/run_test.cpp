@@ -44,7 +44,10 @@ class Run : public ::testing::Test {
     out_.str("");
     err_.str("");
     int asked = 0;
-    return RunSolver(host_, files_, {out_, err_, [&] { return ++asked > calm ? requests : 0; }});
+    const RunOutcome outcome =
+        RunSolver(host_, files_, {out_, err_, [&] { return ++asked > calm ? requests : 0; }});
+    out_ << ClosingLines(outcome);
+    return outcome.exit;
   }
 
   /// The report without the time of day and the seconds taken.
@@ -69,7 +72,10 @@ TEST_F(Run, LeavesAReportAndTheAnswersAndNothingElse) {
   EXPECT_EQ(Solve(), Exit::converged);
   EXPECT_THAT(Outputs(), UnorderedElementsAre("~pft-out.txt", "last-run.ini"));
   EXPECT_THAT(out_.str(), EndsWith("pfit: converged (6 of 6 starts agree); rms error 3.088e-03, "
-                                   "99 evaluations\n"));
+                                   "99 evaluations\n"
+                                   "pfit-end: exit=0 F=1.595938e-04 rms=3.088e-03 max=6.243e-03 "
+                                   "maxat=1.5 maxrow=4 maxdb=4.408 dbat=9.5 dbrow=20 agree=6 "
+                                   "starts=6 evals=99 warnings=0 faults=0 bounds=1\n"));
   EXPECT_EQ(err_.str(), "");
   EXPECT_THAT(Report(), EndsWith("\r\nEnd of report.\r\n"));
   const std::string first = Report();
@@ -139,6 +145,9 @@ TEST_F(Run, CollectsAllFaultsInTheReport) {
   EXPECT_THAT(Report(),
               HasSubstr("Passband point 20: Yin \"x\" is not a number.\r\n... and 2 more."));
   EXPECT_EQ(err_.str(), "Passband point 1: Yin \"x\" is not a number.\n");
+  EXPECT_EQ(out_.str(),
+            "pfit: NOT RUN: 22 faults in the answers\n"
+            "pfit-end: exit=2 warnings=0 faults=22\n");
 }
 
 TEST_F(Run, StopsWhereItIsTold) {
@@ -150,7 +159,7 @@ TEST_F(Run, StopsWhereItIsTold) {
   EXPECT_EQ(Solve(), Exit::stopped);
   EXPECT_THAT(Report(), HasSubstr("Result: stopped at STEPSLIM; best point found is given"));
   EXPECT_EQ(Solve(0, 1), Exit::stopped);
-  EXPECT_THAT(out_.str(), EndsWith(", 1 evaluations\n"));
+  EXPECT_THAT(out_.str(), HasSubstr(", 1 evaluations\npfit-end: exit=1 F="));
   EXPECT_EQ(Solve(30, 1), Exit::stopped);
   EXPECT_THAT(out_.str(), HasSubstr("pfit: stopped on request; best point found is given; rms"));
   EXPECT_THAT(Report(), EndsWith("End of report.\r\n"));
@@ -181,7 +190,7 @@ TEST_F(Run, LosesNothingOnAFullDisk) {
   for (; fullAt < 2000; fullAt += 29) {
     ScriptedHost full;
     full.Fail("WriteLine", error_number::kDiskFull, fullAt, 1000);
-    exit = RunSolver(full, files_, {out_, err_, [] { return 0; }});
+    exit = RunSolver(full, files_, {out_, err_, [] { return 0; }}).exit;
     if (exit != Exit::unwritable) break;
     EXPECT_EQ(FileBytes(files_.lastRun), former);
     EXPECT_THAT(Outputs(), UnorderedElementsAre("last-run.ini"));
@@ -195,6 +204,9 @@ TEST_F(Run, KeepsOtherRunsOut) {
   auto lock = RunLock::Take(files_.lock);
   ASSERT_TRUE(lock);
   EXPECT_EQ(Solve(), Exit::locked);
+  EXPECT_EQ(out_.str(),
+            "pfit: another run is using the output folder\n"
+            "pfit-end: exit=7 warnings=0 faults=0\n");
   EXPECT_THAT(err_.str(), StartsWith("Another run is using '"));
   lock.reset();
   EXPECT_EQ(Solve(), Exit::converged);

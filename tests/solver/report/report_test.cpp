@@ -29,8 +29,9 @@ struct Report {
     std::ostringstream progress;
     Journal journal(problem, progress);
     summary = Solve(problem, journal, [] { return false; });
+    const Figures figures = FiguresOf(problem, summary);
     lines = FullReport({"x.dat", "/data", "today", 1, ResultText(summary)},
-                       {record, problem, summary, journal, {}});
+                       {record, problem, summary, figures, journal, {}});
     for (const std::string& line : lines) {
       EXPECT_LE(CharacterCount(line), 79U) << line;
       text += line + "\n";

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <vector>
+
+#include "solver/problem/problem.h"
+#include "solver/search/search.h"
+
+namespace polefit {
+
+/// The largest size of some errors, and the point it belongs to.
+struct Extreme {
+  double size = 0;
+  double frequency = 0;  ///< MHz
+  int row = 0;           ///< from 1; 0 when there is none
+
+  void Take(double value, double at, int of);
+};
+
+/// How the answer follows the passband points; the lists have an entry a point.
+struct PassbandFigures {
+  std::vector<double> obtained;  ///< Yin |H|, as Yout
+  std::vector<double> error;     ///< as Yout
+  std::vector<double> weighted;  ///< e, in parts of the largest Yout
+  std::vector<double> decibels;  ///< NaN where Yout or |H| is 0
+  double rms = 0;                ///< of `error`
+  Extreme largest;               ///< of `error`
+  Extreme largestWeighted;
+  Extreme largestDecibels;
+};
+
+PassbandFigures JudgePassband(const Problem& problem, const Point& point);
+
+/// Whether an omega-axis zero has come so near to the largest location that there is no room for
+/// the equalised ones, which stand above it and keep it from the bound itself.
+bool IsAtRangeEnd(const Problem& problem, double zero);
+
+/// What a solved problem comes to, in numbers: for the report and for other programs alike.
+struct Figures {
+  double cost = 0;
+  double rms = 0;  ///< of the weighted passband errors, in parts of the largest Yout
+  int evaluations = 0;
+  int agreeing = 0;
+  int starts = 0;
+  int bounds = 0;  ///< locations on a bound or held
+  PassbandFigures passband;
+};
+
+Figures FiguresOf(const Problem& problem, const Summary& summary);
+
+}  // namespace polefit
