@@ -216,6 +216,28 @@ Eigen::ArrayXd Delays(const Constellation& constellation, const Eigen::VectorXd&
   return delays;
 }
 
+Eigen::ArrayXd Phases(const Constellation& constellation, const Eigen::VectorXd& parameters,
+                      const Eigen::ArrayXd& w) {
+  constexpr double kPi = 3.141592653589793;
+  Eigen::ArrayXd phases = Eigen::ArrayXd::Zero(w.size());
+  for (const Factor& factor : constellation.factors) {
+    const PlacedFactor placed(factor, parameters);
+    const double a = placed.location;
+    const double count = factor.delayCount;
+    if (factor.kind == FactorKind::omegaZero) {
+      phases += (w > a).cast<double>() * kPi;
+    } else if (count != 0 && factor.IsPair()) {
+      // z1 z2 = a^2 + b^2 - w^2 + 2jaw stays in the upper half-plane, so that one arc does.
+      const double b = placed.imaginary;
+      phases -= w.unaryExpr(
+          [=](double at) { return count * std::atan2(2 * a * at, a * a + (b - at) * (b + at)); });
+    } else if (count != 0) {
+      phases -= w.unaryExpr([=](double at) { return count * std::atan(at / a); });
+    }
+  }
+  return phases;
+}
+
 LogCurve::LogCurve(const Constellation& constellation, const Eigen::VectorXd& parameters) {
   // Keeps a zero off the omega axis by so little that no figure can show it.
   constexpr double kSmallest = 1e-60;

@@ -55,6 +55,11 @@ Eigen::ArrayXd Magnitudes(const Constellation& constellation, const Eigen::Vecto
 Eigen::ArrayXd Delays(const Constellation& constellation, const Eigen::VectorXd& parameters,
                       const Eigen::ArrayXd& w);
 
+/// The phase of H in radians: continuous from 0 at w = 0 but for the omega-axis zeros, at each of
+/// which it rises by pi.
+Eigen::ArrayXd Phases(const Constellation& constellation, const Eigen::VectorXd& parameters,
+                      const Eigen::ArrayXd& w);
+
 /// The first two derivatives of ln|H| by w.
 struct Slope {
   double first = 0;

@@ -108,6 +108,37 @@ bool Objective::Evaluate(const VectorXd& parameters, Fit& fit) {
   return std::isfinite(fit.cost) && fit.gain > 0;
 }
 
+bool Objective::EvaluateErrors(const VectorXd& parameters, Fit& fit) {
+  Place(constellation_, parameters, factors_);
+  FindObtained(fit);
+  double squares = 0;
+  fit.largestError = 0;
+  for (const PassbandChunk& chunk : passband_) {
+    Chunk errors;
+    for (std::size_t i = 0; i < chunk.rows; ++i) {
+      errors[i] = fit.gain * chunk.obtained[i] - chunk.target[i];
+    }
+    squares += Dot(errors, errors, chunk.rows);
+    fit.largestError = std::max(fit.largestError, Largest(errors, chunk.rows));
+  }
+  fit.meanSquare = squares / static_cast<double>(rows_.frequencies.size());
+  fit.cost = rows_.magnitudeWeight * fit.meanSquare;
+  if (!delays_.empty()) {
+    FindDelayErrors(fit);
+    squares = 0;
+    for (const DelayChunk& chunk : delays_) {
+      Chunk errors;
+      for (std::size_t i = 0; i < chunk.rows; ++i) {
+        errors[i] = chunk.error[i] - fit.delayConstant * chunk.level[i];
+      }
+      squares += Dot(errors, errors, chunk.rows);
+    }
+    fit.delayMeanSquare = squares / static_cast<double>(rows_.delayFrequencies.size());
+    fit.cost += fit.delayMeanSquare;
+  }
+  return std::isfinite(fit.cost) && fit.gain > 0;
+}
+
 double Objective::CostWithGain(const VectorXd& parameters, double gain) const {
   const ArrayXd a = rows_.inputs * Magnitudes(constellation_, parameters, rows_.frequencies);
   double cost = rows_.magnitudeWeight * (gain * a - rows_.targets).square().mean();

@@ -59,6 +59,9 @@ class Objective {
   /// gain.
   bool Evaluate(const Eigen::VectorXd& parameters, Fit& fit);
 
+  /// As above but without derivatives: their members of `fit` stay as they are.
+  bool EvaluateErrors(const Eigen::VectorXd& parameters, Fit& fit);
+
   /// F with a given gain, without derivatives. A free delay constant is at its best value.
   double CostWithGain(const Eigen::VectorXd& parameters, double gain) const;
 

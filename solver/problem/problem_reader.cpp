@@ -69,4 +69,13 @@ Problem ReadProblem(const ResponseRecord& record, std::vector<Finding>& findings
   return problem;
 }
 
+Problem ReadConstellation(const ResponseRecord& record, std::vector<Finding>& findings) {
+  AnswerReader answers(findings);
+  Problem problem;
+  problem.freqNorm = Positive(answers, record, slot::kFreqNorm);
+  ReadLocations(record, answers, problem);
+  ReadGain(record, answers, problem);
+  return problem;
+}
+
 }  // namespace polefit

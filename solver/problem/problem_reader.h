@@ -10,6 +10,10 @@ namespace polefit {
 /// are collected; with any of them the problem cannot be solved.
 Problem ReadProblem(const ResponseRecord& record, std::vector<Finding>& findings);
 
+/// The poles, zeros, bounds, Freq Norm and gain alone, without points; whatever else is wrong with
+/// the record.
+Problem ReadConstellation(const ResponseRecord& record, std::vector<Finding>& findings);
+
 /// The parts of it, each of which fills its part of the problem.
 void ReadOptions(const ResponseRecord& record, AnswerReader& answers, Options& options);
 void ReadLocations(const ResponseRecord& record, AnswerReader& answers, Problem& problem);

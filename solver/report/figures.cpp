@@ -1,25 +1,10 @@
 #include "solver/report/figures.h"
 
 #include <cmath>
-#include <limits>
-
-#include "solver/model/model.h"
 
 namespace polefit {
 
 namespace {
-
-constexpr double kDecibelsPerNeper = 8.685889638065037;
-
-/// At an omega-axis zero |H| is kept off 0 by so little that it would show as 1e-100.
-double NotTiny(double value) {
-  return std::abs(value) < 1e-90 ? 0 : value;
-}
-
-double InDecibels(double ratio) {
-  if (!(ratio > 0)) return std::numeric_limits<double>::quiet_NaN();
-  return kDecibelsPerNeper * std::log(ratio);
-}
 
 /// Whether part 0 (real, or omega-axis zero) or 1 of a location stands on a bound or is held.
 bool IsBound(const Problem& problem, const Point& point, const Factor& factor, std::size_t part) {
@@ -54,31 +39,23 @@ bool IsAtRangeEnd(const Problem& problem, double zero) {
   return zero > (1 - 1e-5) * problem.largest;
 }
 
+TransferFunction AtBest(const Problem& problem, const Point& point) {
+  return {problem, {point.parameters.begin(), point.parameters.end()}};
+}
+
 PassbandFigures JudgePassband(const Problem& problem, const Point& point) {
-  PassbandFigures figures;
-  const double gain = point.fit.gain;
-  const Eigen::ArrayXd magnitudes =
-      Magnitudes(problem.constellation, point.parameters, problem.rows.frequencies);
+  PassbandFigures figures = {AtBest(problem, point).Passband()};
   double squares = 0;
-  for (std::size_t index = 0; index < problem.passband.size(); ++index) {
-    const auto i = static_cast<Eigen::Index>(index);
-    const PassbandPoint& row = problem.passband[index];
-    const int number = static_cast<int>(index) + 1;
-    const double obtained = NotTiny(gain * row.yin * magnitudes[i]);
-    const double error = obtained - row.yout;
-    const double weighted =
-        NotTiny(gain * problem.rows.inputs[i] * magnitudes[i] - problem.rows.targets[i]);
-    const double decibels = InDecibels(row.yout > 0 ? obtained / row.yout : 0);
-    figures.obtained.push_back(obtained);
-    figures.error.push_back(error);
-    figures.weighted.push_back(weighted);
-    figures.decibels.push_back(decibels);
-    squares += error * error;
-    figures.largest.Take(error, row.frequency, number);
-    figures.largestWeighted.Take(weighted, row.frequency, number);
-    if (!std::isnan(decibels)) figures.largestDecibels.Take(decibels, row.frequency, number);
+  for (std::size_t i = 0; i < figures.error.size(); ++i) {
+    const int number = static_cast<int>(i) + 1;
+    const double frequency = figures.frequency[i];
+    squares += figures.error[i] * figures.error[i];
+    figures.largest.Take(figures.error[i], frequency, number);
+    figures.largestWeighted.Take(figures.weighted[i], frequency, number);
+    if (std::isnan(figures.decibels[i])) continue;
+    figures.largestDecibels.Take(figures.decibels[i], frequency, number);
   }
-  figures.rms = std::sqrt(squares / static_cast<double>(problem.passband.size()));
+  figures.rms = std::sqrt(squares / static_cast<double>(figures.error.size()));
   return figures;
 }
 

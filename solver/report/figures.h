@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "solver/model/transfer_function.h"
 #include "solver/problem/problem.h"
 #include "solver/search/search.h"
 
@@ -16,14 +17,13 @@ struct Extreme {
   void Take(double value, double at, int of);
 };
 
-/// How the answer follows the passband points; the lists have an entry a point.
-struct PassbandFigures {
-  std::vector<double> obtained;  ///< Yin |H|, as Yout
-  std::vector<double> error;     ///< as Yout
-  std::vector<double> weighted;  ///< e, in parts of the largest Yout
-  std::vector<double> decibels;  ///< NaN where Yout or |H| is 0
-  double rms = 0;                ///< of `error`
-  Extreme largest;               ///< of `error`
+/// H(s) of a point that a run has found.
+TransferFunction AtBest(const Problem& problem, const Point& point);
+
+/// How the answer follows the passband points.
+struct PassbandFigures : PassbandFit {
+  double rms = 0;   ///< of `error`
+  Extreme largest;  ///< of `error`
   Extreme largestWeighted;
   Extreme largestDecibels;
 };

@@ -100,14 +100,9 @@ const char* ConstantNote(const Problem& problem) {
 }
 
 DelayQuality JudgeDelay(const Problem& problem, const Point& point) {
-  DelayQuality quality;
-  const Eigen::ArrayXd delays =
-      problem.DelayUnit() *
-      Delays(problem.constellation, point.parameters, problem.rows.delayFrequencies);
+  DelayQuality quality = {AtBest(problem, point).DelayPoints()};
   double sum = 0;
-  for (std::size_t i = 0; i < problem.delay.size(); ++i) {
-    quality.total.push_back(problem.delay[i].tx + delays[static_cast<Eigen::Index>(i)]);
-    const double error = quality.total.back() - point.fit.delayConstant;
+  for (const double error : quality.error) {
     sum += error * error;
     quality.largest = std::max(quality.largest, std::abs(error));
   }

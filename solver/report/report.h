@@ -58,11 +58,10 @@ void ReportGraphs(const SolvedProblem& solved, ReportText& text);
 const char* ConstantNote(const Problem& problem);
 
 /// How the total delay of the best point, in ns, follows its constant.
-struct DelayQuality {
-  std::vector<double> total;  ///< a delay point each
+struct DelayQuality : DelayFit {
   double peakToPeak = 0;
   double rms = 0;
-  double largest = 0;
+  double largest = 0;  ///< of the errors
 };
 DelayQuality JudgeDelay(const Problem& problem, const Point& point);
 

@@ -61,19 +61,14 @@ std::vector<Peak> FindSidelobes(const Problem& problem, const Point& point,
 void ReportPassband(const SolvedProblem& solved, ReportText& text) {
   const Problem& problem = solved.problem;
   const PassbandFigures& rows = solved.figures.passband;
-  std::vector<double> yin, yout;
-  for (const PassbandPoint& point : problem.passband) {
-    yin.push_back(point.yin);
-    yout.push_back(point.yout);
-  }
   std::vector<std::string> weighted, decibels;
   for (const double error : rows.weighted) weighted.push_back(Format("%.3e", error));
   std::transform(rows.decibels.begin(), rows.decibels.end(), std::back_inserter(decibels),
                  InDecibels);
   ReportTable table;
   AddFrequencies(problem.passband, table);
-  table.Add("Yin", "as typed", 9, yin, {LargestSize(yin), 9, 6});
-  table.Add("Yout", "as typed", 9, yout, {LargestSize(yout), 9, 6});
+  table.Add("Yin", "as typed", 9, rows.yin, {LargestSize(rows.yin), 9, 6});
+  table.Add("Yout", "as typed", 9, rows.yout, {LargestSize(rows.yout), 9, 6});
   table.Add("Yin*|H|", "as Yout", 10, rows.obtained, {LargestSize(rows.obtained), 10, 7});
   table.Add("error", "as Yout", 10, rows.error, {LargestSize(rows.error), 9, 4});
   table.Add("error", "dB", 8, decibels);
@@ -93,7 +88,7 @@ void ReportPassband(const SolvedProblem& solved, ReportText& text) {
   text.Line(
       Format("      in dB      %-21s", (InDecibels(rows.largestDecibels.size) + " dB").c_str()) +
       at(rows.largestDecibels));
-  text.Line("  Ymax, the largest Yout, is " + Fitted(LargestSize(yout), 9, 15));
+  text.Line("  Ymax, the largest Yout, is " + Fitted(LargestSize(rows.yout), 9, 15));
 }
 
 void ReportDelay(const SolvedProblem& solved, ReportText& text) {
@@ -104,25 +99,19 @@ void ReportDelay(const SolvedProblem& solved, ReportText& text) {
   const Problem& problem = solved.problem;
   const double constant = solved.summary.best.fit.delayConstant;
   const DelayQuality quality = JudgeDelay(problem, solved.summary.best);
-  std::vector<double> given, own, error;
-  for (std::size_t i = 0; i < problem.delay.size(); ++i) {
-    given.push_back(problem.delay[i].tx);
-    own.push_back(quality.total[i] - problem.delay[i].tx);
-    error.push_back(quality.total[i] - constant);
-  }
   // One format for the three, so that the sum can be followed, down to the errors.
   const double largest =
-      std::max({LargestSize(given), LargestSize(own), LargestSize(quality.total)});
+      std::max({LargestSize(quality.tx), LargestSize(quality.own), LargestSize(quality.total)});
   const int digits = std::clamp(DecimalExponent(largest, kDigits) -
                                     DecimalExponent(quality.largest, kErrorDigits) + kErrorDigits,
                                 kDigits, kMostDigits);
   const FigureFormat format(largest, kWidth - 1, digits);
   ReportTable table;
   AddFrequencies(problem.delay, table);
-  table.Add("TX", "ns", kWidth, given, format);
-  table.Add("delay of H", "ns", kWidth, own, format);
+  table.Add("TX", "ns", kWidth, quality.tx, format);
+  table.Add("delay of H", "ns", kWidth, quality.own, format);
   table.Add("total", "ns", kWidth, quality.total, format);
-  table.Add("error", "ns", kWidth, error, {quality.largest, kWidth - 1, kErrorDigits});
+  table.Add("error", "ns", kWidth, quality.error, {quality.largest, kWidth - 1, kErrorDigits});
   text.Heading("GROUP DELAY");
   table.Write(text);
   text.Line();
