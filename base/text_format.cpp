@@ -75,6 +75,12 @@ std::string ExactNumber(double value) {
   return Trimmed(std::string(buffer.data(), end));
 }
 
+std::string ShortestNumber(double value) {
+  std::array<char, 40> buffer{};
+  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+  return {buffer.data(), end};
+}
+
 std::string UpperCase(std::string_view text) {
   std::string upper(text);
   for (char& c : upper) {

@@ -25,6 +25,10 @@ std::string PlainNumber(double value);
 /// The shortest such text that reads back as the same number.
 std::string ExactNumber(double value);
 
+/// The shortest text that reads back as the same number, with an exponent where that is shorter:
+/// "0.5", "6.283185307179586e+07".
+std::string ShortestNumber(double value);
+
 /// ASCII letters as capitals.
 std::string UpperCase(std::string_view text);
 
