@@ -85,13 +85,13 @@ TransferFunction::TransferFunction(const Problem& problem)
     : TransferFunction(problem, AsVector(problem.typedParameters)) {}
 
 TransferFunction::TransferFunction(const Problem& problem, std::vector<double> parameters)
-    : problem_(problem), parameters_(std::move(parameters)), gain_(problem.typedGain) {
+    : problem_(&problem), parameters_(std::move(parameters)), gain_(problem.typedGain) {
   if (HasPoints()) Judge();
 }
 
 void TransferFunction::Judge() {
   Fit fit;
-  isFinite_ = Objective(problem_.constellation, problem_.rows, false)
+  isFinite_ = Objective(problem_->constellation, problem_->rows, false)
                   .EvaluateErrors(AsArray(parameters_), fit);
   gain_ = fit.gain;
   delayConstant_ = fit.delayConstant;
@@ -100,32 +100,32 @@ void TransferFunction::Judge() {
 }
 
 bool TransferFunction::HasPoints() const {
-  return !problem_.passband.empty();
+  return !problem_->passband.empty();
 }
 
 bool TransferFunction::WantsDelay() const {
-  return problem_.wantsDelay && !problem_.delay.empty();
+  return problem_->wantsDelay && !problem_->delay.empty();
 }
 
 double TransferFunction::FreqNorm() const {
-  return problem_.freqNorm;
+  return problem_->freqNorm;
 }
 
 double TransferFunction::LowestLocation() const {
-  return problem_.lowest;
+  return problem_->lowest;
 }
 
 double TransferFunction::LargestLocation() const {
-  return problem_.largest;
+  return problem_->largest;
 }
 
 std::vector<double> TransferFunction::Magnitudes(const std::vector<double>& megahertz) const {
-  return AsVector(gain_ * polefit::Magnitudes(problem_.constellation, AsArray(parameters_),
-                                              AsArray(megahertz) / problem_.freqNorm));
+  return AsVector(gain_ * polefit::Magnitudes(problem_->constellation, AsArray(parameters_),
+                                              AsArray(megahertz) / problem_->freqNorm));
 }
 
 std::vector<double> TransferFunction::Inputs(const std::vector<double>& megahertz) const {
-  const InputCurve input(problem_.passband);
+  const InputCurve input(problem_->passband);
   std::vector<double> values;
   values.reserve(megahertz.size());
   for (const double frequency : megahertz) values.push_back(input.At(frequency));
@@ -137,27 +137,27 @@ std::vector<double> TransferFunction::Obtained(const std::vector<double>& megahe
 }
 
 std::vector<double> TransferFunction::GroupDelays(const std::vector<double>& megahertz) const {
-  return AsVector(problem_.DelayUnit() * Delays(problem_.constellation, AsArray(parameters_),
-                                                AsArray(megahertz) / problem_.freqNorm));
+  return AsVector(problem_->DelayUnit() * Delays(problem_->constellation, AsArray(parameters_),
+                                                 AsArray(megahertz) / problem_->freqNorm));
 }
 
 std::vector<double> TransferFunction::Phases(const std::vector<double>& megahertz) const {
-  return AsVector(kDegreesPerRadian * polefit::Phases(problem_.constellation, AsArray(parameters_),
-                                                      AsArray(megahertz) / problem_.freqNorm));
+  return AsVector(kDegreesPerRadian * polefit::Phases(problem_->constellation, AsArray(parameters_),
+                                                      AsArray(megahertz) / problem_->freqNorm));
 }
 
 PassbandFit TransferFunction::Passband() const {
   PassbandFit fit;
-  const ArrayXd magnitudes =
-      polefit::Magnitudes(problem_.constellation, AsArray(parameters_), problem_.rows.frequencies);
-  const std::size_t count = problem_.passband.size();
+  const ArrayXd magnitudes = polefit::Magnitudes(problem_->constellation, AsArray(parameters_),
+                                                 problem_->rows.frequencies);
+  const std::size_t count = problem_->passband.size();
   for (auto* column : {&fit.frequency, &fit.yin, &fit.yout, &fit.weight, &fit.obtained, &fit.error,
                        &fit.weighted, &fit.decibels}) {
     column->reserve(count);
   }
   for (std::size_t row = 0; row < count; ++row) {
     const auto i = static_cast<Eigen::Index>(row);
-    const PassbandPoint& point = problem_.passband[row];
+    const PassbandPoint& point = problem_->passband[row];
     const double obtained = NotTiny(gain_ * point.yin * magnitudes[i]);
     fit.frequency.push_back(point.frequency);
     fit.yin.push_back(point.yin);
@@ -166,7 +166,7 @@ PassbandFit TransferFunction::Passband() const {
     fit.obtained.push_back(obtained);
     fit.error.push_back(obtained - point.yout);
     fit.weighted.push_back(
-        NotTiny(gain_ * problem_.rows.inputs[i] * magnitudes[i] - problem_.rows.targets[i]));
+        NotTiny(gain_ * problem_->rows.inputs[i] * magnitudes[i] - problem_->rows.targets[i]));
     const double ratio = point.yout > 0 ? obtained / point.yout : 0;
     fit.decibels.push_back(ratio > 0 ? kDecibelsPerNeper * std::log(ratio) : kNone);
   }
@@ -175,10 +175,11 @@ PassbandFit TransferFunction::Passband() const {
 
 DelayFit TransferFunction::DelayPoints() const {
   DelayFit fit;
-  const ArrayXd delays = problem_.DelayUnit() * Delays(problem_.constellation, AsArray(parameters_),
-                                                       problem_.rows.delayFrequencies);
-  for (std::size_t i = 0; i < problem_.delay.size(); ++i) {
-    const DelayPoint& point = problem_.delay[i];
+  const ArrayXd delays =
+      problem_->DelayUnit() *
+      Delays(problem_->constellation, AsArray(parameters_), problem_->rows.delayFrequencies);
+  for (std::size_t i = 0; i < problem_->delay.size(); ++i) {
+    const DelayPoint& point = problem_->delay[i];
     fit.frequency.push_back(point.frequency);
     fit.tx.push_back(point.tx);
     fit.own.push_back(delays[static_cast<Eigen::Index>(i)]);
@@ -191,18 +192,18 @@ DelayFit TransferFunction::DelayPoints() const {
 std::vector<PlacedLocation> TransferFunction::Locations() const {
   std::vector<PlacedLocation> locations;
   std::array<std::size_t, 6> counts{};
-  for (std::size_t i = 0; i < problem_.constellation.factors.size(); ++i) {
-    const Factor& factor = problem_.constellation.factors[i];
+  for (std::size_t i = 0; i < problem_->constellation.factors.size(); ++i) {
+    const Factor& factor = problem_->constellation.factors[i];
     const double location = parameters_[factor.Parameter(0)];
     const bool isOmega = factor.kind == FactorKind::omegaZero;
     const bool isSigmaZero = factor.kind == FactorKind::sigmaZero;
     const bool isDoublet = isSigmaZero && factor.logCount == 2;
     locations.push_back(
         {factor.kind, counts.at(static_cast<std::size_t>(factor.kind))++,
-         isOmega ? 0 : SigmaRealPart(factor, location, problem_.isRightHalf[i]),
+         isOmega ? 0 : SigmaRealPart(factor, location, problem_->isRightHalf[i]),
          isOmega ? location : (factor.IsPair() ? parameters_[factor.Parameter(1)] : 0),
          isDoublet || factor.kind == FactorKind::zeroQuad, isSigmaZero && factor.logCount == 0,
-         factor.delayCount == 4 ? 2 : 1, factor.parameter >= problem_.constellation.MovedCount()});
+         factor.delayCount == 4 ? 2 : 1, factor.parameter >= problem_->constellation.MovedCount()});
   }
   return locations;
 }

@@ -97,13 +97,13 @@ class TransferFunction {
   DelayFit DelayPoints() const;
   std::vector<PlacedLocation> Locations() const;
 
-  const Problem& GetProblem() const { return problem_; }
+  const Problem& GetProblem() const { return *problem_; }
   const std::vector<double>& Parameters() const { return parameters_; }
 
  private:
   void Judge();
 
-  const Problem& problem_;
+  const Problem* problem_;
   std::vector<double> parameters_;
   bool isFinite_ = false;
   double gain_ = 1;

@@ -44,7 +44,8 @@ TransferFunction AtBest(const Problem& problem, const Point& point) {
 }
 
 PassbandFigures JudgePassband(const Problem& problem, const Point& point) {
-  PassbandFigures figures = {AtBest(problem, point).Passband()};
+  PassbandFigures figures;
+  static_cast<PassbandFit&>(figures) = AtBest(problem, point).Passband();
   double squares = 0;
   for (std::size_t i = 0; i < figures.error.size(); ++i) {
     const int number = static_cast<int>(i) + 1;

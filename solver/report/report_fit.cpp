@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -10,7 +9,7 @@
 #include "solver/report/figures.h"
 #include "solver/report/last_run.h"
 #include "solver/report/report.h"
-#include "solver/search/wren.h"
+#include "solver/search/sidelobes.h"
 
 namespace polefit {
 
@@ -35,25 +34,6 @@ void AddFrequencies(const Rows& rows, ReportTable& table) {
   }
   table.Add("row", "", 5, numbers);
   table.Add("frequency", "MHz", kWidth, frequencies);
-}
-
-/// The sidelobe peak above each omega-axis zero; without one where two zeros coincide.
-std::vector<Peak> FindSidelobes(const Problem& problem, const Point& point,
-                                const std::vector<double>& zeros) {
-  if (!point.peaks.empty()) return point.peaks;
-  Listener nobody;
-  const LogCurve curve(problem.constellation, point.parameters);
-  std::vector<Peak> peaks;
-  for (std::size_t i = 0; i < zeros.size(); ++i) {
-    const bool isLast = i + 1 == zeros.size();
-    const double to = isLast ? std::max(problem.largest, 10 * zeros[i]) : zeros[i + 1];
-    if (to > zeros[i]) {
-      peaks.push_back(FindPeak(curve, {zeros[i], to, isLast}, problem.options, nobody));
-    } else {
-      peaks.push_back({zeros[i], -std::numeric_limits<double>::infinity(), false});
-    }
-  }
-  return peaks;
 }
 
 }  // namespace
@@ -132,7 +112,10 @@ void ReportSidelobes(const SolvedProblem& solved, ReportText& text) {
   if (zeros.empty()) return;
   std::vector<double> megahertz, peakMegahertz;
   std::vector<std::string> levels, ends;
-  for (const Peak& peak : FindSidelobes(problem, best, zeros)) {
+  const std::vector<Peak> peaks =
+      best.peaks.empty() ? FindSidelobes(problem, {best.parameters.begin(), best.parameters.end()})
+                         : best.peaks;
+  for (const Peak& peak : peaks) {
     megahertz.push_back(zeros[levels.size()] * problem.freqNorm);
     peakMegahertz.push_back(peak.frequency * problem.freqNorm);
     levels.push_back(std::isfinite(peak.level) ? Format("%.2f", kDecibelsPerNeper * peak.level)
