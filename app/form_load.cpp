@@ -20,7 +20,7 @@ namespace {
 bool OpenLastRun(Program& program, std::optional<RunTimeError>& failure) {
   try {
     if (!FileExists(program.host, program.folders.LastRunPath)) return false;
-    program.files.lastUsedName = "last-run.ini";
+    program.files.lastUsedName = Places::kLastRunName;
     program.host.OpenForReading(program.folders.LastRunPath);
     return true;
   } catch (const RunTimeError& error) {

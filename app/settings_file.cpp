@@ -4,7 +4,6 @@
 #include <limits>
 
 #include "base/number.h"
-#include "platform/paths.h"
 #include "responsefile/value_line.h"
 
 namespace polefit {
@@ -30,7 +29,7 @@ void SkipThirdLine(Host& host) {
 }  // namespace
 
 std::string SettingsPath(const Program& program) {
-  return JoinPath(program.folders.ProgramFolder, "Polefit.ini");
+  return PlacesOf(program).Settings();
 }
 
 void ReadSettingsFile(Program& program) {
@@ -44,7 +43,7 @@ void ReadSettingsFile(Program& program) {
 
 void WriteSettingsFile(Program& program) {
   Host& host = program.host;
-  host.OpenForWriting(SettingsPath(program));
+  host.OpenForWriting(SettingsPath(program), Saving::whole);
   host.WriteLine("Polefit™ Program                 " + host.FormatNow("%x"));
   host.WriteLine(ShortestText(program.CommandDelay) +
                  "             ! Increase if COMMAND still active and stops your run");

@@ -42,7 +42,7 @@ bool AskDevelopmentRun(Program& program) {
 }
 
 void WriteRestartScript(Host& host, const std::string& path, const std::string& executable) {
-  host.OpenForWriting(path);
+  host.OpenForWriting(path, Saving::whole);
   host.WriteLine("REGEDIT4");
   host.WriteLine("");
   host.WriteLine("[HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce]");
@@ -65,15 +65,15 @@ void RunSolver(Program& program) {
   TakeRunFile(program);
   if (!IsReleaseBuild() && !AskDevelopmentRun(program)) return;
   program.folders.BaseFolder = program.host.ShortPath(program.folders.BaseFolder);
-  program.folders.ProgramFolder = JoinPath(program.folders.BaseFolder, "Tessel.hz");
+  program.folders.ProgramFolder = Places::Below(program.folders.BaseFolder).program;
   if (CheckDosSupport(program.host) == "nogo") return;
-  if (!FileExists(program.host, JoinPath(program.folders.BaseFolder, "DOSstart.cvx"))) {
+  if (!FileExists(program.host, PlacesOf(program).StartFile())) {
     ReportMissingStartScript(program.host);
     return;
   }
-  WriteRestartEntry(program, "pfit");
-  program.host.StartProgram({JoinPath(program.folders.ProgramFolder, "run-Freq.pif"),
-                             SolverArguments(program), WindowStyle::normal});
+  WriteRestartEntry(program, Places::kSolverName);
+  program.host.StartProgram(
+      {PlacesOf(program).SolverStart(), SolverArguments(program), WindowStyle::normal});
 }
 
 std::string CheckDosSupport(Host& host) {
@@ -95,12 +95,11 @@ std::string GetWindowsVer(Host& host) {
 
 bool WriteRestartEntry(Program& program, const std::string& executable) {
   Host& host = program.host;
-  const std::string script = JoinPath(program.folders.BaseFolder, "re-start.reg");
+  const std::string script = PlacesOf(program).RestartScript();
   try {
     WriteRestartScript(host, script, executable);
     host.StartProgram({"regedit", {"/s", script}, WindowStyle::hidden});
-    CopyWithCommand(host, JoinPath(program.folders.BaseFolder, "DOSstart.cvx"),
-                    JoinPath(program.folders.BaseFolder, "DOSstart.tmp"));
+    CopyWithCommand(host, PlacesOf(program).StartFile(), PlacesOf(program).StartFileCopy());
   } catch (const RunTimeError&) {
     host.AbandonFile();
     return false;

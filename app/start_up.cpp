@@ -17,18 +17,11 @@ bool IsWholePath(const std::string& path) {
   return path.starts_with(kSeparator) || (path.size() >= 3 && path.compare(1, 2, ":\\") == 0);
 }
 
-/// The folder above the program's own one, by arithmetic on the text alone: 0 characters when
-/// there is no separator.
-std::string FolderAbove(const std::string& folder) {
-  const std::size_t cut = folder.rfind(kSeparator);
-  return cut == std::string::npos ? std::string() : folder.substr(0, cut);
-}
-
 /// Kept: the name of the folder that the program runs from is not looked at; it is taken to be
 /// this one.
 std::string ProgramFolderIn(const std::string& baseFolder) {
   const std::string base = IsReleaseBuild() ? baseFolder : "e:\\Tools.vb";
-  return JoinPath(base, "Tessel.hz");
+  return Places::Below(base).program;
 }
 
 void ReadOrMakeSettings(Program& program) {
@@ -63,7 +56,7 @@ void Start_Path(Program& program) {
   program.document.RunMode = " ";
   program.CommandDelay = 1.0F;
   program.document.record.solverCount = 0;
-  program.folders.BaseFolder = FolderAbove(program.host.OwnFolder());
+  program.folders.BaseFolder = CutPath(program.host.OwnFolder()).folder.value_or("");
   if (CharacterCount(program.folders.BaseFolder) < kShortestBase) {
     program.host.MessageBox(
         "Missing Polefit's base directory, \\CV-Tools; Can't proceed without it.  Please "
@@ -76,7 +69,7 @@ void Start_Path(Program& program) {
 
 void Start_INI(Program& program) {
   program.folders.RegistryKeyPath = "Software\\Corvane Systems\\Polefit";
-  program.folders.LastRunPath = JoinPath(program.folders.ProgramFolder, "last-run.ini");
+  program.folders.LastRunPath = PlacesOf(program).LastRun();
   try {
     ReadOrMakeSettings(program);
     PrepareDataFolder(program);
@@ -99,7 +92,7 @@ std::string LastFilePath(Program& program) {
 }
 
 std::string UserFolder(const Program& program) {
-  return JoinPath(program.folders.ProgramFolder, "User");
+  return PlacesOf(program).User();
 }
 
 void EnterUserFolder(Program& program) {

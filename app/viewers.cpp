@@ -7,7 +7,7 @@ namespace polefit {
 void ViewExampleFile(Program& program) {
   CommonDialog& dialog = program.windows.CMDialog1;
   const std::string formerFolder = dialog.initialFolder;
-  dialog.initialFolder = JoinPath(program.folders.ProgramFolder, "User");
+  dialog.initialFolder = PlacesOf(program).User();
   dialog.title = "Open an Example File for illustration";
   dialog.filter = "All Files (*.*)|*.*|Example Response Files (ex-*.*)|ex-*.*";
   dialog.filterIndex = 2;
@@ -20,7 +20,7 @@ void ViewExampleFile(Program& program) {
 }
 
 void ViewLastOutput(Program& program) {
-  const std::string report = JoinPath(program.folders.ProgramFolder, "~pft-out.txt");
+  const std::string report = PlacesOf(program).Report();
   if (FileExists(program.host, report)) {
     program.host.ShellExecuteA(report);
   } else {
@@ -30,7 +30,7 @@ void ViewLastOutput(Program& program) {
 }
 
 void OpenManual(Program& program) {
-  program.host.ShellExecuteA(JoinPath(program.folders.ProgramFolder, "manual.rtf"));
+  program.host.ShellExecuteA(PlacesOf(program).Manual());
 }
 
 void EmailSupport(Program& program) {

@@ -1,6 +1,7 @@
 #include "base/run_time_error.h"
 
 #include <cerrno>
+#include <system_error>
 
 namespace polefit {
 
@@ -14,6 +15,7 @@ struct Description {
 constexpr Description kDescriptions[] = {
     {5, "Invalid procedure call or argument"},
     {6, "Overflow"},
+    {7, "Out of memory"},
     {9, "Subscript out of range"},
     {13, "Type mismatch"},
     {52, "Bad file name or number"},
@@ -45,6 +47,14 @@ RunTimeError FromSystemError(int systemError, int missing) {
   switch (systemError) {
     case ENOMEDIUM:
     case EIO:
+    // A server that does not answer: as with an empty drive, the user may try again or leave it.
+    case ENOTCONN:
+    case ESTALE:
+    case EHOSTDOWN:
+    case EHOSTUNREACH:
+    case ENETUNREACH:
+    case ETIMEDOUT:
+    case EREMOTEIO:
       return MakeRunTimeError(kDiskNotReady);
     case ENODEV:
     case ENXIO:
@@ -64,6 +74,11 @@ RunTimeError FromSystemError(int systemError, int missing) {
     default:
       return MakeRunTimeError(kPathFileAccessError);
   }
+}
+
+RunTimeError InSystemWords(int systemError) {
+  const int number = FromSystemError(systemError, error_number::kPathNotFound).number;
+  return {number, std::generic_category().message(systemError)};
 }
 
 }  // namespace polefit

@@ -12,6 +12,7 @@ struct RunTimeError {
 
 namespace error_number {
 inline constexpr int kOverflow = 6;
+inline constexpr int kOutOfMemory = 7;
 inline constexpr int kSubscriptOutOfRange = 9;
 inline constexpr int kBadFileNumber = 52;
 inline constexpr int kFileNotFound = 53;
@@ -34,5 +35,8 @@ RunTimeError MakeRunTimeError(int number);
 /// `systemError` is an errno value; `missing` is what ENOENT means for the call,
 /// kFileNotFound or kPathNotFound.
 RunTimeError FromSystemError(int systemError, int missing = error_number::kFileNotFound);
+
+/// The same with the system's own words as the description; ENOENT is a missing path.
+RunTimeError InSystemWords(int systemError);
 
 }  // namespace polefit

@@ -131,6 +131,13 @@ std::string ToWindows1252(std::string_view utf8) {
   return std::string(ToWindows1252(utf8, buffer, replaced));
 }
 
+bool IsUtf8(std::string_view text) {
+  while (!text.empty()) {
+    if (TakeCodePoint(text) == kNoCharacter) return false;
+  }
+  return true;
+}
+
 std::string_view FirstCharacters(std::string_view utf8, std::size_t count) {
   std::string_view rest = utf8;
   for (std::size_t i = 0; i < count && !rest.empty(); ++i) TakeCodePoint(rest);

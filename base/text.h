@@ -22,6 +22,9 @@ std::string ToWindows1252(std::string_view utf8);
 /// of characters that became "?" to `replaced`.
 std::string_view ToWindows1252(std::string_view utf8, std::string& buffer, int& replaced);
 
+/// False when a byte of it belongs to no character.
+bool IsUtf8(std::string_view text);
+
 /// The first `count` characters of a UTF-8 text, all of it when it is shorter.
 std::string_view FirstCharacters(std::string_view utf8, std::size_t count);
 

@@ -1,6 +1,7 @@
 #include "demos/introduction.h"
 
 #include "platform/file_checks.h"
+#include "platform/places.h"
 
 namespace polefit {
 
@@ -10,7 +11,7 @@ bool WantsIntroduction(Program& program) {
   const std::string ownFolder = host.OwnFolder();
   host.ChangeDrive(ownFolder);
   host.ChangeFolder(ownFolder);
-  return !FileExists(host, "Polefit.ini");
+  return !FileExists(host, Places::kSettingsName);
 }
 
 }  // namespace polefit

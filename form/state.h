@@ -5,7 +5,7 @@
 #include "form/form_view.h"
 #include "grids/grid_state.h"
 #include "platform/host.h"
-#include "platform/paths.h"
+#include "platform/places.h"
 #include "record/document.h"
 
 namespace polefit {
@@ -46,5 +46,11 @@ struct Program {
   /// The scratch text: what the last operation left in it.
   std::string Scratch;
 };
+
+/// Where this program's things are, as its folders stand now.
+inline Places PlacesOf(const Program& program) {
+  return {program.folders.BaseFolder, program.folders.ProgramFolder,
+          program.host.ConfigurationFolder(), program.host.StateFolder()};
+}
 
 }  // namespace polefit

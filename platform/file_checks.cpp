@@ -16,4 +16,12 @@ bool dirExists(Host& host, const std::string& folder) {
   return found;
 }
 
+void RemoveFile(FileSystem& files, const std::string& path) {
+  try {
+    files.DeleteFile(path);
+  } catch (const RunTimeError& error) {
+    if (error.number != error_number::kFileNotFound) throw;
+  }
+}
+
 }  // namespace polefit

@@ -13,4 +13,7 @@ bool FileExists(Host& host, const std::string& path);
 /// True when the folder exists. Errors as for FileExists.
 bool dirExists(Host& host, const std::string& folder);
 
+/// Removes a file; that it is not there is no error. Others throw RunTimeError.
+void RemoveFile(FileSystem& files, const std::string& path);
+
 }  // namespace polefit

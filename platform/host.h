@@ -3,11 +3,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 
-#include "base/line_source.h"
 #include "base/run_time_error.h"
 #include "platform/command.h"
+#include "platform/file_system.h"
 #include "platform/message_style.h"
 #include "platform/registry_types.h"
 
@@ -32,7 +31,7 @@ struct ProgramEnded {};
 
 /// Everything that the program does to the world outside itself. Texts are UTF-8. A failing
 /// operation throws RunTimeError unless it says otherwise.
-class Host : public LineSource {
+class Host : public FileSystem {
  public:
   /// Shows a message and waits for the button. `style` is taken as it stands: the low four bits
   /// are the buttons, the next four the icon, 256 and 512 move the default button.
@@ -40,40 +39,6 @@ class Host : public LineSource {
   /// Ask for a file to open, or to save as; the answer is in `dialog.fileName`.
   virtual void ShowOpen(CommonDialog& dialog) = 0;
   virtual void ShowSave(CommonDialog& dialog) = 0;
-
-  /// The directory look-up: the name of a normal file that `path` names, "" when there is none.
-  /// "*" and "?" in the last part make it a pattern.
-  virtual std::string LookUpFile(const std::string& path) = 0;
-  virtual bool LookUpFolder(const std::string& path) = 0;
-
-  /// The one shared file. Opening a second one is error 55.
-  virtual void OpenForReading(const std::string& path) = 0;
-  /// Replaces the file at `path`. Its former content stays beside it as `path` & "~" until
-  /// CloseFile finds every line written.
-  virtual void OpenForWriting(const std::string& path) = 0;
-  /// The next line of the shared file.
-  std::string_view ReadLine() override = 0;
-  /// How many lines ReadLine has given of this file.
-  virtual int LinesRead() const = 0;
-  /// Writes the line and CR LF as Windows-1252.
-  virtual void WriteLine(std::string_view line) = 0;
-  /// Closes the shared file if it is open. After writing, the number of characters that the code
-  /// page lacks and that stand as "?" in the file.
-  virtual int CloseFile() = 0;
-  /// Closes the shared file as it stands after an error; the former content stays beside it.
-  virtual void AbandonFile() = 0;
-
-  virtual void DeleteFile(const std::string& path) = 0;
-  virtual void MakeFolder(const std::string& path) = 0;
-  /// The process's current folder, without a trailing separator.
-  virtual std::string CurrentFolder() = 0;
-  virtual void ChangeFolder(const std::string& path) = 0;
-  /// Makes the drive of `path` current, where there are drives.
-  virtual void ChangeDrive(const std::string& path) = 0;
-  /// The short (8.3) form of an existing folder, or the folder itself where there is none.
-  virtual std::string ShortPath(const std::string& folder) = 0;
-  /// The folder of the running executable, without a trailing separator.
-  virtual std::string OwnFolder() = 0;
 
   /// A key opened with `access`, or nothing when there is no such key.
   virtual std::optional<RegistryKey> RegOpenKeyExA(std::uint32_t root, const std::string& subKey,

@@ -11,15 +11,21 @@ std::string JoinPath(std::string_view folder, std::string_view name) {
   return path;
 }
 
+PathParts CutPath(std::string_view path, std::string_view separators) {
+  const std::size_t cut = path.find_last_of(separators);
+  if (cut == std::string_view::npos) return {std::nullopt, std::string(path)};
+  return {std::string(path.substr(0, cut)), std::string(path.substr(cut + 1))};
+}
+
+std::string FolderOf(std::string_view path) {
+  const std::string folder = CutPath(path).folder.value_or(".");
+  return folder.empty() ? "/." : folder;
+}
+
 std::string SplitPath(Host& host, const std::string& path, std::string& folder) {
-  const std::size_t cut = path.find_last_of("/\\");
-  if (cut == std::string::npos) {
-    folder = host.CurrentFolder();
-    return path;
-  }
-  std::string name = path.substr(cut + 1);
-  folder = path.substr(0, cut);
-  return name;
+  PathParts parts = CutPath(path, "/\\");
+  folder = parts.folder ? *parts.folder : host.CurrentFolder();
+  return parts.name;
 }
 
 void SetCurrentFile(Host& host, Files& files, const std::string& path) {

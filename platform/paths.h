@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,21 @@ namespace polefit {
 inline constexpr char kSeparator = '/';
 
 std::string JoinPath(std::string_view folder, std::string_view name);
+
+/// A path in two parts.
+struct PathParts {
+  /// What stands before the last separator: "" for a file at the root, which JoinPath puts together
+  /// again. Nothing when the path has no separator.
+  std::optional<std::string> folder;
+  std::string name;
+};
+
+/// Cuts a path at the last of any of these separators.
+PathParts CutPath(std::string_view path, std::string_view separators = "/");
+
+/// The folder that a path names its file in, as the system takes it and JoinPath goes on from it:
+/// "." for a bare name, "/." for the root.
+std::string FolderOf(std::string_view path);
 
 /// The file name of a path; `folder` becomes what stands before it, without a trailing separator
 /// ("" for a file at the root, which JoinPath puts together again), or the process's current folder

@@ -40,9 +40,7 @@ int FailReading(const std::string& path, const RunTimeError& error) {
 }
 
 ResponseTarget TargetOf(const std::string& path) {
-  const std::size_t cut = path.rfind(kSeparator);
-  if (cut == std::string::npos) return {".", path};
-  return {path.substr(0, cut), path.substr(cut + 1)};
+  return {FolderOf(path), CutPath(path).name};
 }
 
 int Rewrite(Host& host, const std::string& from, const std::string& to) {

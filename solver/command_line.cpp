@@ -1,6 +1,6 @@
 #include "solver/command_line.h"
 
-#include "platform/paths.h"
+#include "platform/places.h"
 
 namespace polefit {
 
@@ -12,22 +12,16 @@ constexpr const char* kUsage =
 /// The front end's call: the outputs go into the program folder.
 RunFiles FrontEndFiles(const std::string& dataFile, const std::string& dataFolder,
                        const std::string& baseFolder) {
-  const std::string folder = JoinPath(baseFolder, "Tessel.hz");
-  return {dataFile,
-          dataFolder,
-          folder,
-          JoinPath(folder, "~pft-out.txt"),
-          JoinPath(folder, "last-run.ini"),
-          JoinPath(folder, "~pft-run.lock")};
+  const Places places = Places::Below(baseFolder);
+  return {dataFile,        dataFolder,       places.program,
+          places.Report(), places.LastRun(), places.RunLock()};
 }
 
 /// A call by hand or script: the outputs bear the data file's name, so that many runs can share a
 /// folder.
 RunFiles OwnFiles(const std::string& path, const std::string& outputFolder) {
-  const std::size_t cut = path.rfind(kSeparator);
-  const std::string name = cut == std::string::npos ? path : path.substr(cut + 1);
-  std::string folder = cut == std::string::npos ? "." : path.substr(0, cut);
-  if (cut == 0) folder = "/.";
+  const std::string name = CutPath(path).name;
+  const std::string folder = FolderOf(path);
   const std::string output = outputFolder.empty() ? folder : outputFolder;
   return {name,
           folder,

@@ -51,11 +51,20 @@ Failure Unreadable(const std::string& message) {
           {{.place = {}, .severity = Severity::fault, .text = message}}};
 }
 
+std::string ReasonOf(const RunTimeError& error) {
+  switch (error.number) {
+    case error_number::kFileNotFound:
+    case error_number::kPathNotFound:
+      return "No such file or directory";
+    case error_number::kOutOfMemory:
+      return "It is larger than 64 MB or has a line of more than 1 MB";
+    default:
+      return error.description;
+  }
+}
+
 Failure CannotRead(const std::string& path, const RunTimeError& error) {
-  const bool isMissing =
-      error.number == error_number::kFileNotFound || error.number == error_number::kPathNotFound;
-  return Unreadable("Cannot read the data file '" + path +
-                    "': " + (isMissing ? "No such file or directory" : error.description) + ".");
+  return Unreadable("Cannot read the data file '" + path + "': " + ReasonOf(error) + ".");
 }
 
 }  // namespace

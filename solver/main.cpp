@@ -67,8 +67,10 @@ Exit Main(const std::vector<std::string>& words) {
     case Request::Action::run:
       break;
   }
-  // A reader of the progress who leaves does not end the run.
+  // A reader of the progress who leaves does not end the run, and a file that may not grow any more
+  // is a full disk.
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   StopSignals signals;
   ConsoleHost host;
   const RunOutcome outcome =

@@ -1,13 +1,14 @@
 #include "solver/run.h"
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "base/run_time_error.h"
-#include "platform/linux/program_folder.h"
+#include "platform/file_checks.h"
 #include "responsefile/writer.h"
 #include "solver/data_file.h"
 #include "solver/problem/problem_reader.h"
@@ -76,15 +77,15 @@ class SolverRun {
       return {Exit::stopped, "ended at once on request; nothing is written", solved.findings, {}};
     }
     // Both are complete. The report comes last: whoever sees it finds the answers in place.
-    RenameFile(temporary, files_.lastRun);
-    RenameFile(Temporary(files_.report), files_.report);
+    host_.MoveFile(temporary, files_.lastRun);
+    host_.MoveFile(Temporary(files_.report), files_.report);
     return {summary.ending == EndReason::zero ? Exit::converged : Exit::stopped, result,
             solved.findings, solved.figures};
   }
 
   RunOutcome Fail(Failure failure) {
     WriteReport(FailureReport(Head(failure.result), failure.findings));
-    RenameFile(Temporary(files_.report), files_.report);
+    host_.MoveFile(Temporary(files_.report), files_.report);
     console_.err << FaultTexts(failure.findings).front() << std::endl;
     return {failure.exit, std::move(failure.result), std::move(failure.findings), {}};
   }
@@ -114,7 +115,7 @@ RunOutcome Unwritable(const RunFiles& files, const Console& console, const RunTi
 
 RunOutcome RunSolver(Host& host, const RunFiles& files, const Console& console) {
   try {
-    const std::optional<RunLock> lock = RunLock::Take(files.lock);
+    const std::unique_ptr<HeldLock> lock = host.TakeLock(files.lock, std::chrono::milliseconds(0));
     if (!lock) {
       console.err << "Another run is using '" << files.outputFolder << "'." << std::endl;
       return {Exit::locked, "another run is using the output folder", {}, {}};

@@ -2,12 +2,14 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <map>
 #include <utility>
 
 #include "base/text.h"
+#include "platform/linux/file_reading.h"
+#include "platform/linux/user_folders.h"
 #include "platform/paths.h"
 
 namespace polefit {
@@ -17,10 +19,6 @@ namespace {
 std::string Setting(const char* variable, const std::string& fallback) {
   const char* const value = std::getenv(variable);
   return value != nullptr && *value != '\0' ? value : fallback;
-}
-
-std::string HomeFolder() {
-  return Setting("HOME", "/");
 }
 
 std::vector<std::string> SplitAt(std::string_view text, char separator) {
@@ -35,8 +33,7 @@ std::vector<std::string> SplitAt(std::string_view text, char separator) {
 
 /// The folders of the desktop's programs, the user's own first.
 std::vector<std::string> ApplicationFolders() {
-  const std::string own = Setting("XDG_DATA_HOME", JoinPath(HomeFolder(), ".local/share"));
-  std::vector<std::string> folders = {JoinPath(own, "applications")};
+  std::vector<std::string> folders = {JoinPath(UserDataFolder(), "applications")};
   const std::string shared = Setting("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
   for (const std::string& folder : SplitAt(shared, ':')) {
     folders.push_back(JoinPath(folder, "applications"));
@@ -47,7 +44,7 @@ std::vector<std::string> ApplicationFolders() {
 /// The lists of default programs, the most important first.
 std::vector<std::string> DefaultsLists() {
   std::vector<std::string> folders = SplitAt(Setting("XDG_CONFIG_DIRS", "/etc/xdg"), ':');
-  folders.insert(folders.begin(), ConfigurationFolder());
+  folders.insert(folders.begin(), UserConfigurationFolder());
   for (const std::string& folder : ApplicationFolders()) folders.push_back(folder);
   const std::vector<std::string> desktops = SplitAt(Setting("XDG_CURRENT_DESKTOP", ""), ':');
   std::vector<std::string> lists;
@@ -64,12 +61,20 @@ std::vector<std::string> DefaultsLists() {
   return lists;
 }
 
+/// The file's text, or nothing when it cannot be read: a desktop that is broken there has others.
+std::string TextOf(const std::string& path) {
+  try {
+    return WholeFile(path);
+  } catch (const RunTimeError&) {
+    return {};
+  }
+}
+
 /// The keys of one group of a file in the notation of desktop entries.
 std::map<std::string, std::string> GroupOf(const std::string& path, std::string_view group) {
   std::map<std::string, std::string> keys;
-  std::ifstream file(path);
   bool inside = false;
-  for (std::string line; std::getline(file, line);) {
+  for (const std::string& line : SplitAt(TextOf(path), '\n')) {
     const std::size_t equals = line.find('=');
     if (line.starts_with('[')) {
       inside = line == group;
@@ -106,7 +111,8 @@ std::string Unescaped(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '\\' && i + 1 < text.size()) {
       const char next = text[++i];
-      plain += next == 's' ? ' ' : next == 't' ? '\t' : next;
+      const std::size_t control = std::string_view("stnr").find(next);
+      plain += control == std::string_view::npos ? next : " \t\n\r"[control];
     } else {
       plain += text[i];
     }
@@ -138,6 +144,12 @@ std::vector<std::string> QuotedWords(std::string_view line) {
   return words;
 }
 
+/// Entries are UTF-8 text, and hold no control character but the line break, which has an escape.
+bool CanStandInEntry(const std::string& word) {
+  const auto isControl = [](char c) { return (c >= 0 && c < ' ' && c != '\n') || c == '\x7F'; };
+  return IsUtf8(word) && std::none_of(word.begin(), word.end(), isControl);
+}
+
 /// Puts what the fields of a word stand for in their place: the target for a file or an address,
 /// nothing for the others. True when the target was put.
 bool FillFields(std::string& word, const std::string& target) {
@@ -160,10 +172,6 @@ bool FillFields(std::string& word, const std::string& target) {
 
 }  // namespace
 
-std::string ConfigurationFolder() {
-  return Setting("XDG_CONFIG_HOME", JoinPath(HomeFolder(), ".config"));
-}
-
 std::vector<std::string> ExecWords(std::string_view exec, const std::string& target) {
   std::vector<std::string> words;
   bool placed = false;
@@ -182,6 +190,7 @@ std::vector<std::string> ExecWords(std::string_view exec, const std::string& tar
 std::string ExecLine(const std::vector<std::string>& words) {
   std::string line;
   for (const std::string& word : words) {
+    if (!CanStandInEntry(word)) throw MakeRunTimeError(error_number::kPathFileAccessError);
     if (!line.empty()) line += ' ';
     line += '"';
     for (const char c : word) {
@@ -189,7 +198,11 @@ std::string ExecLine(const std::vector<std::string>& words) {
       if (c == '"' || c == '`' || c == '$') line += "\\\\";
       if (c == '\\') line += "\\\\\\";
       if (c == '%') line += '%';
-      line += c;
+      if (c == '\n') {
+        line += "\\n";
+      } else {
+        line += c;
+      }
     }
     line += '"';
   }

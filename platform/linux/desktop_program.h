@@ -17,10 +17,8 @@ std::optional<std::vector<std::string>> DesktopProgramFor(const std::string& mim
 /// field, or behind the last word when it has none. Other fields fall away.
 std::vector<std::string> ExecWords(std::string_view exec, const std::string& target);
 
-/// The "Exec" line that starts `words` as they stand.
+/// The "Exec" line that starts `words` as they stand. Error 75 when one of them cannot stand in a
+/// desktop entry.
 std::string ExecLine(const std::vector<std::string>& words);
-
-/// The folder of the user's settings.
-std::string ConfigurationFolder();
 
 }  // namespace polefit

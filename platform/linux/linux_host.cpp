@@ -14,20 +14,31 @@
 
 #include "base/pattern.h"
 #include "base/text.h"
+#include "platform/linux/file_lock.h"
+#include "platform/linux/file_reading.h"
+#include "platform/linux/folders.h"
+#include "platform/linux/safe_file.h"
+#include "platform/linux/user_folders.h"
 #include "platform/paths.h"
 
 namespace polefit {
 
 namespace {
 
-/// The kind of what is at `path`; nothing when nothing is there. Other failures throw.
-std::optional<mode_t> ModeOf(const std::string& path) {
+/// What is at `path`; nothing when nothing is there, or nothing that this user may look up. Other
+/// failures throw.
+std::optional<struct stat> StatusOf(const std::string& path) {
   struct stat status {};
-  if (::stat(path.c_str(), &status) == 0) return status.st_mode;
-  const bool nothingThere =
-      errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG || errno == ELOOP;
+  if (::stat(path.c_str(), &status) == 0) return status;
+  const bool nothingThere = errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG ||
+                            errno == ELOOP || errno == EACCES;
   if (nothingThere) return std::nullopt;
   throw FromSystemError(errno);
+}
+
+std::optional<mode_t> ModeOf(const std::string& path) {
+  const std::optional<struct stat> status = StatusOf(path);
+  return status ? std::optional(status->st_mode) : std::nullopt;
 }
 
 bool IsFile(std::optional<mode_t> mode) {
@@ -42,7 +53,7 @@ bool HasWildcards(const std::string& name) {
 std::string FirstMatch(const std::string& folder, const std::string& name) {
   const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.c_str()), ::closedir);
   if (listing == nullptr) {
-    if (errno == ENOENT || errno == ENOTDIR) return {};
+    if (errno == ENOENT || errno == ENOTDIR || errno == EACCES) return {};
     throw FromSystemError(errno);
   }
   std::string first;
@@ -71,16 +82,53 @@ std::string FormatTime(const std::tm& time, const char* pattern, const char* loc
 LinuxHost::LinuxHost(const std::string& userValuesPath) : values_(userValuesPath) {}
 
 std::string LinuxHost::LookUpFile(const std::string& path) {
-  const std::size_t cut = path.rfind(kSeparator);
-  const std::string name = cut == std::string::npos ? path : path.substr(cut + 1);
+  const std::string name = CutPath(path).name;
   if (!HasWildcards(name)) return !name.empty() && IsFile(ModeOf(path)) ? name : "";
-  if (cut == std::string::npos) return FirstMatch(".", name);
-  return FirstMatch(cut == 0 ? "/" : path.substr(0, cut), name);
+  return FirstMatch(FolderOf(path), name);
 }
 
 bool LinuxHost::LookUpFolder(const std::string& path) {
   const std::optional<mode_t> mode = ModeOf(path);
   return mode && S_ISDIR(*mode);
+}
+
+std::string LinuxHost::ReadFile(const std::string& path) {
+  return WholeFile(path);
+}
+
+std::string LinuxHost::ReadFilePart(const std::string& path, std::uint64_t offset,
+                                    std::size_t most) {
+  return PartOfFile(path, offset, most);
+}
+
+void LinuxHost::ReplaceFile(const std::string& path, std::string_view bytes, Readers readers) {
+  ReplaceFileSafely(path, bytes, readers);
+}
+
+void LinuxHost::MoveFile(const std::string& from, const std::string& to) {
+  MoveFileSafely(from, to);
+}
+
+std::optional<FileState> LinuxHost::StateOfFile(const std::string& path) {
+  constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
+  const std::optional<struct stat> status = StatusOf(path);
+  if (!status || !S_ISREG(status->st_mode)) return std::nullopt;
+  return FileState{static_cast<std::uint64_t>(status->st_size),
+                   status->st_mtim.tv_sec * kNanosecondsPerSecond + status->st_mtim.tv_nsec,
+                   status->st_uid == ::geteuid()};
+}
+
+std::vector<std::string> LinuxHost::FilesIn(const std::string& folder) {
+  return RegularFilesIn(folder);
+}
+
+std::unique_ptr<HeldLock> LinuxHost::TakeLock(const std::string& path,
+                                              std::chrono::milliseconds patience) {
+  return TakeFileLock(path, patience);
+}
+
+void LinuxHost::MakeOwnFolders(const std::string& path) {
+  MakeFoldersTo(path, Readers::ownerOnly);
 }
 
 void LinuxHost::DeleteFile(const std::string& path) {
@@ -118,7 +166,15 @@ std::string LinuxHost::OwnFolder() {
   const ssize_t length = ::readlink("/proc/self/exe", buffer.data(), buffer.size());
   if (length < 0) throw FromSystemError(errno, error_number::kPathNotFound);
   const std::string executable(buffer.data(), static_cast<std::size_t>(length));
-  return executable.substr(0, executable.rfind(kSeparator));
+  return CutPath(executable).folder.value_or(executable);
+}
+
+std::string LinuxHost::ConfigurationFolder() {
+  return OwnConfigurationFolder();
+}
+
+std::string LinuxHost::StateFolder() {
+  return OwnStateFolder();
 }
 
 std::optional<RegistryKey> LinuxHost::RegOpenKeyExA(std::uint32_t root, const std::string& subKey,

@@ -18,20 +18,34 @@ class LinuxHost : public Host {
   bool LookUpFolder(const std::string& path) override;
 
   void OpenForReading(const std::string& path) override { file_.OpenForReading(path); }
-  void OpenForWriting(const std::string& path) override { file_.OpenForWriting(path); }
+  void OpenForWriting(const std::string& path, Saving way) override {
+    file_.OpenForWriting(path, way);
+  }
   std::string_view ReadLine() override { return file_.ReadLine(); }
   int LinesRead() const override { return file_.LinesRead(); }
   void WriteLine(std::string_view line) override { file_.WriteLine(line); }
   int CloseFile() override { return file_.Close(); }
   void AbandonFile() override { file_.Abandon(); }
 
+  std::string ReadFile(const std::string& path) override;
+  std::string ReadFilePart(const std::string& path, std::uint64_t offset,
+                           std::size_t most) override;
+  void ReplaceFile(const std::string& path, std::string_view bytes, Readers readers) override;
+  void MoveFile(const std::string& from, const std::string& to) override;
   void DeleteFile(const std::string& path) override;
+  std::optional<FileState> StateOfFile(const std::string& path) override;
+  std::vector<std::string> FilesIn(const std::string& folder) override;
+  std::unique_ptr<HeldLock> TakeLock(const std::string& path,
+                                     std::chrono::milliseconds patience) override;
   void MakeFolder(const std::string& path) override;
+  void MakeOwnFolders(const std::string& path) override;
   std::string CurrentFolder() override;
   void ChangeFolder(const std::string& path) override;
   void ChangeDrive(const std::string& path) override;
   std::string ShortPath(const std::string& folder) override;
   std::string OwnFolder() override;
+  std::string ConfigurationFolder() override;
+  std::string StateFolder() override;
 
   std::optional<RegistryKey> RegOpenKeyExA(std::uint32_t root, const std::string& subKey,
                                            std::uint32_t access) override;

@@ -1,8 +1,11 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
+
+#include "platform/file_system.h"
+#include "platform/linux/descriptor.h"
+#include "platform/linux/safe_file.h"
 
 namespace polefit {
 
@@ -11,15 +14,11 @@ namespace polefit {
 class SharedFile {
  public:
   SharedFile() = default;
-  ~SharedFile();
   SharedFile(const SharedFile&) = delete;
   SharedFile& operator=(const SharedFile&) = delete;
 
   void OpenForReading(const std::string& path);
-  /// The former content is moved to `path` & "~" (one more "~" while that name is taken), never
-  /// through a link, and is removed by Close. After a save that failed, the next one to the same
-  /// path writes over the torn file and keeps to the former content of the first.
-  void OpenForWriting(const std::string& path);
+  void OpenForWriting(const std::string& path, Saving way = Saving::aside);
   std::string_view ReadLine();
   void WriteLine(std::string_view line);
   int Close();
@@ -28,32 +27,22 @@ class SharedFile {
 
  private:
   void RequireClosed() const;
-  bool FillInput();
   std::string_view TakeLine();
-  void SetFormerAside();
-  void CreateTarget();
+  bool FillInput();
   void Flush();
-  void FinishWriting();
-  void CloseDescriptors();
 
-  int input_ = -1;
+  Descriptor input_;
   /// What was read of the file; lines are taken from `inputAt_` on.
   std::string inputBuffer_;
   std::size_t inputAt_ = 0;
+  std::size_t bytesRead_ = 0;
   std::string line_;
   int linesRead_ = 0;
 
-  int output_ = -1;
-  std::string target_;
+  SafeFile output_;
   /// Lines as UTF-8, and the same as they go out.
   std::string pending_;
   std::string bytes_;
-  /// Where the former content lies, or empty.
-  std::string former_;
-  /// The permissions of the former file, when it was one.
-  std::optional<unsigned> formerMode_;
-  /// A line of the present save could not be written.
-  bool failed_ = false;
   int replacedCharacters_ = 0;
 };
 

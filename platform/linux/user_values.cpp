@@ -4,17 +4,22 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <utility>
 
 #include "base/dword.h"
 #include "base/text.h"
+#include "platform/linux/file_reading.h"
+#include "platform/linux/folders.h"
+#include "platform/linux/safe_file.h"
+#include "platform/linux/user_folders.h"
+#include "platform/paths.h"
 
 namespace polefit {
 
 namespace {
+
+/// A larger store is nobody's.
+constexpr std::size_t kLargestStore = 1U << 20U;
 
 constexpr std::string_view kSignature = "REGEDIT4";
 constexpr std::string_view kHexPrefix = "hex:";
@@ -120,30 +125,33 @@ std::optional<RegistryValue> ParseValue(std::string_view text) {
 }  // namespace
 
 std::string UserValuesPath() {
-  const char* const configuration = std::getenv("XDG_CONFIG_HOME");
-  if (configuration != nullptr && *configuration == '/') {
-    return std::string(configuration) + "/polefit/registry.reg";
-  }
-  const char* const home = std::getenv("HOME");
-  return std::string(home != nullptr ? home : "/") + "/.config/polefit/registry.reg";
+  return JoinPath(OwnConfigurationFolder(), "registry.reg");
 }
 
 UserValues::UserValues(std::string path) : path_(std::move(path)) {}
 
+/// Enters the key and those above it, by a loop: a store may name them as deep as it likes.
 UserValues::Key& UserValues::EnterKey(const std::string& path) {
-  const std::size_t cut = path.rfind('\\');
-  if (cut != std::string::npos) EnterKey(path.substr(0, cut));
+  for (std::size_t cut = path.find('\\'); cut != std::string::npos;
+       cut = path.find('\\', cut + 1)) {
+    Key& above = keys_[LowerCase(path.substr(0, cut))];
+    if (above.path.empty()) above.path = path.substr(0, cut);
+  }
   Key& key = keys_[LowerCase(path)];
   if (key.path.empty()) key.path = path;
   return key;
 }
 
 /// False for a line that is not understood.
-bool UserValues::LoadLine(const std::string& line, Key*& current) {
+bool UserValues::LoadLine(std::string_view line, Key*& current) {
   if (line.empty() || line == kSignature) return true;
   if (line.starts_with('[') && line.ends_with(']')) {
-    current = &EnterKey(line.substr(1, line.size() - 2));
-    return true;
+    const std::string path(line.substr(1, line.size() - 2));
+    // No program makes keys as deep as this, and each level costs all those above it.
+    constexpr std::ptrdiff_t kDeepest = 64;
+    const bool isTooDeep = std::count(path.begin(), path.end(), '\\') > kDeepest;
+    current = isTooDeep ? nullptr : &EnterKey(path);
+    return !isTooDeep;
   }
   std::string_view rest = line;
   const std::optional<std::string> name = TakeQuoted(rest);
@@ -156,35 +164,43 @@ bool UserValues::LoadLine(const std::string& line, Key*& current) {
 void UserValues::Load() {
   if (std::exchange(loaded_, true)) return;
   EnterKey(RootName(kCurrentUser));
-  std::error_code error;
-  if (!std::filesystem::exists(path_, error)) return;
-  std::ifstream file(path_, std::ios::binary);
+  std::string text;
+  try {
+    text = WholeFile(path_, kLargestStore);
+  } catch (const RunTimeError& error) {
+    mayWrite_ =
+        error.number == error_number::kFileNotFound || error.number == error_number::kPathNotFound;
+    return;
+  }
   Key* current = nullptr;
-  for (std::string line; std::getline(file, line);) {
-    if (line.ends_with('\r')) line.pop_back();
+  for (std::string_view rest = text; !rest.empty();) {
+    std::string_view line = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(rest.size(), line.size() + 1));
+    if (line.ends_with('\r')) line.remove_suffix(1);
     mayWrite_ = LoadLine(line, current) && mayWrite_;
   }
-  mayWrite_ = mayWrite_ && file.eof();
+}
+
+std::string UserValues::Text() const {
+  std::string text = std::string(kSignature) + '\n';
+  for (const auto& [folded, key] : keys_) {
+    text += "\n[" + key.path + "]\n";
+    for (const auto& [foldedName, entry] : key.values) {
+      text += Quoted(entry.name) + '=' + ValueText(entry.value) + '\n';
+    }
+  }
+  return text;
 }
 
 bool UserValues::Save() const {
   if (!mayWrite_) return false;
-  namespace fs = std::filesystem;
-  std::error_code error;
-  fs::create_directories(fs::path(path_).parent_path(), error);
-  const std::string temporary = path_ + ".new";
-  std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-  file << kSignature << '\n';
-  for (const auto& [folded, key] : keys_) {
-    file << "\n[" << key.path << "]\n";
-    for (const auto& [foldedName, entry] : key.values) {
-      file << Quoted(entry.name) << '=' << ValueText(entry.value) << '\n';
-    }
+  try {
+    MakeFoldersTo(FolderOf(path_), Readers::ownerOnly);
+    ReplaceFileSafely(path_, Text(), Readers::usual);
+  } catch (const RunTimeError&) {
+    return false;
   }
-  file.close();
-  if (!file) return false;
-  fs::rename(temporary, path_, error);
-  return !error;
+  return true;
 }
 
 RegistryKey UserValues::Remember(const std::string& foldedPath, std::uint32_t access) {

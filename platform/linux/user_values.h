@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/host.h"
@@ -40,8 +41,9 @@ class UserValues {
   };
 
   void Load();
-  bool LoadLine(const std::string& line, Key*& current);
+  bool LoadLine(std::string_view line, Key*& current);
   Key& EnterKey(const std::string& path);
+  std::string Text() const;
   bool Save() const;
   RegistryKey Remember(const std::string& foldedPath, std::uint32_t access);
 

@@ -27,6 +27,18 @@ class RegistryTest : public ::testing::Test {
   ConsoleHost host_{store_};
 };
 
+TEST_F(RegistryTest, AStoreThatNobodyMadeIsReadInNoTimeAndNeverWrittenOver) {
+  std::string deep = "REGEDIT4\n[HKEY_CURRENT_USER";
+  for (int level = 0; level < 30'000; ++level) deep += "\\x";
+  for (const std::string& text : {deep + "]\n\"a\"=\"b\"\n", std::string(2U << 20U, '\n')}) {
+    WriteBytes(store_, text);
+    ConsoleHost host(store_);
+    EXPECT_FALSE(RegKeyExists(host, kCurrentUser, kKey));
+    EXPECT_EQ(ErrorOf([&] { CreateRegKey(host, kCurrentUser, kKey); }), 1001);
+    EXPECT_EQ(FileBytes(store_), text);
+  }
+}
+
 TEST_F(RegistryTest, CreateSaysWhetherTheKeyExisted) {
   EXPECT_TRUE(RegKeyExists(host_, kCurrentUser, ""));
   EXPECT_FALSE(RegKeyExists(host_, kCurrentUser, kKey));

@@ -56,15 +56,36 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   std::string LookUpFile(Text path) override { return Try(__func__).Real::LookUpFile(path); }
   bool LookUpFolder(Text path) override { return Try(__func__).Real::LookUpFolder(path); }
   void OpenForReading(Text path) override { Do(__func__, path).Real::OpenForReading(path); }
-  void OpenForWriting(Text path) override { Do(__func__, path).Real::OpenForWriting(path); }
+  void OpenForWriting(Text path, Saving way) override {
+    Do(__func__, path).Real::OpenForWriting(path, way);
+  }
   void WriteLine(std::string_view line) override { Try(__func__).Real::WriteLine(line); }
   int CloseFile() override { return Do(__func__).Real::CloseFile(); }
   void AbandonFile() override { Do(__func__).Real::AbandonFile(); }
+  std::string ReadFile(Text path) override { return Try(__func__).Real::ReadFile(path); }
+  std::string ReadFilePart(Text path, std::uint64_t offset, std::size_t most) override {
+    return Try(__func__).Real::ReadFilePart(path, offset, most);
+  }
+  void ReplaceFile(Text path, std::string_view bytes, Readers readers) override {
+    Do(__func__, path).Real::ReplaceFile(path, bytes, readers);
+  }
+  void MoveFile(Text from, Text to) override {
+    Do(__func__, from + " " + to).Real::MoveFile(from, to);
+  }
+  std::optional<FileState> StateOfFile(Text path) override {
+    return Try(__func__).Real::StateOfFile(path);
+  }
+  std::unique_ptr<HeldLock> TakeLock(Text path, std::chrono::milliseconds patience) override {
+    return Do(__func__, path).Real::TakeLock(path, patience);
+  }
+  void MakeOwnFolders(Text path) override { Do(__func__, path).Real::MakeOwnFolders(path); }
   void DeleteFile(Text path) override { Do(__func__, path).Real::DeleteFile(path); }
   void MakeFolder(Text path) override { Do(__func__, path).Real::MakeFolder(path); }
   void ChangeFolder(Text path) override { Do(__func__, path).Real::ChangeFolder(path); }
   void ChangeDrive(Text path) override { Do(__func__, path); }
   std::string OwnFolder() override { return ownFolder; }
+  std::string ConfigurationFolder() override { return File("configuration"); }
+  std::string StateFolder() override { return File("state"); }
 
   long StartProgram(const Command& command) override;
   void ShellExecuteA(Text path) override { Do(__func__, path); }

@@ -10,7 +10,6 @@
 #include <tuple>
 
 #include "base/error_of.h"
-#include "platform/linux/program_folder.h"
 #include "platform/scripted_host.h"
 #include "responsefile/writer.h"
 #include "solver/example_problem.h"
@@ -201,7 +200,7 @@ TEST_F(Run, LosesNothingOnAFullDisk) {
 }
 
 TEST_F(Run, KeepsOtherRunsOut) {
-  auto lock = RunLock::Take(files_.lock);
+  auto lock = host_.TakeLock(files_.lock, std::chrono::milliseconds(0));
   ASSERT_TRUE(lock);
   EXPECT_EQ(Solve(), Exit::locked);
   EXPECT_EQ(out_.str(),

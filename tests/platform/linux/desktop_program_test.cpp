@@ -88,6 +88,22 @@ TEST_F(DesktopTest, TheAutostartEntryRunsTheProgramOnceAndRemovesItself) {
   EXPECT_EQ(FileBytes(AutostartEntryPath()), "");
 }
 
+TEST_F(DesktopTest, ALineBreakInANameBringsNoLineIntoTheEntryAndWhatCannotStandInOneIsRefused) {
+  const std::string program = folder_.File("x\nExec=touch pwned\n/polefit");
+  WriteAutostartEntry(program);
+  const std::string entry = FileBytes(AutostartEntryPath());
+  EXPECT_EQ(std::count(entry.begin(), entry.end(), '\n'), 5);
+  const std::size_t exec = entry.find("\nExec=") + 6;
+  EXPECT_EQ(ExecWords(entry.substr(exec, entry.find('\n', exec) - exec), "").at(4), program);
+  const std::string validate = "desktop-file-validate '" + AutostartEntryPath() + "'";
+  if (std::system("command -v desktop-file-validate >/dev/null") == 0) {
+    EXPECT_EQ(std::system(validate.c_str()), 0) << entry;
+  }
+  for (const char* const name : {"/a\x01", "/a\x7F", "/a\xFF"}) {
+    EXPECT_EQ(ErrorOf([name] { WriteAutostartEntry(name); }), 75);
+  }
+}
+
 TEST_F(DesktopTest, ADetachedProgramLeadsItsOwnGroupAndWritesItsOutput) {
   const std::string log = folder_.File("log");
   const long id = StartDetached({"sh", "-c", "echo \"$1\"; sleep 60 & wait", "sh", "a  b"}, log);

@@ -1,9 +1,14 @@
 #include "platform/linux/linux_host.h"
 
 #include <gmock/gmock.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <cerrno>
 
+#include "base/error_of.h"
 #include "base/pattern.h"
 #include "platform/file_checks.h"
 #include "platform/paths.h"
@@ -50,6 +55,45 @@ TEST_F(LinuxHostTest, PatternsStandForCharacters) {
   }
 }
 
+TEST_F(LinuxHostTest, WhatIsNoRegularFileOrTooLargeIsRefusedAndNothingWaits) {
+  ASSERT_EQ(::mkfifo("pipe", 0600), 0);
+  sockaddr_un address{AF_UNIX, "socket"};
+  const int listening = ::socket(AF_UNIX, SOCK_STREAM, 0);
+  ASSERT_EQ(::bind(listening, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  ::close(listening);
+  WriteBytes("large", "x");
+  std::filesystem::resize_file("large", kLargestFile + 1);
+  WriteBytes("just", std::string(kLongestLine - 1, 'x') + "\n");
+  WriteBytes("long", std::string(kLongestLine, 'x') + "\ny\n");
+  const std::tuple<const char*, int, int> cases[] = {
+      {"pipe", 75, 75}, {"socket", 75, 75}, {"/dev/zero", 75, 75}, {"User", 75, 75},
+      {"large", 7, 7},  {"long", 7, 0},     {"just", 0, 0},        {"no/x", 76, 76}};
+  for (const auto& [path, asLines, asWhole] : cases) {
+    const auto readLines = [this, name = path] {
+      host_.OpenForReading(name);
+      host_.ReadLine();
+    };
+    EXPECT_EQ(ErrorOf(readLines), asLines) << path;
+    host_.CloseFile();
+    EXPECT_EQ(ErrorOf([this, name = path] { host_.ReadFile(name); }), asWhole) << path;
+  }
+  EXPECT_EQ(host_.ReadFilePart("large", kLargestFile - 1, 99), std::string(2, '\0'));
+}
+
+TEST_F(LinuxHostTest, ALockIsHeldByOneAndGoesWithItsFileAndIsTakenThroughNoLink) {
+  const std::chrono::milliseconds noTime(0);
+  for (const char* const path : {"User", "x.lock"}) {
+    auto held = host_.TakeLock(path, noTime);
+    EXPECT_TRUE(held != nullptr && host_.TakeLock(path, noTime) == nullptr) << path;
+    held.reset();
+    EXPECT_NE(host_.TakeLock(path, noTime), nullptr) << path;
+  }
+  EXPECT_TRUE(host_.LookUpFile("x.lock").empty());
+  std::filesystem::create_symlink("planted", "x.lock");
+  EXPECT_NE(ErrorOf([&] { host_.TakeLock("x.lock", noTime); }), 0);
+  EXPECT_TRUE(host_.LookUpFile("planted").empty());
+}
+
 TEST_F(LinuxHostTest, ErrorsOfTheLookUpsAreReportedUnderTheirNames) {
   host_.Fail("LookUpFile", 68);
   host_.Fail("LookUpFolder", 68);
@@ -88,9 +132,10 @@ TEST_F(LinuxHostTest, OnlyCaseBlindPathsAreLoweredForTheCommandLine) {
 }
 
 TEST_F(LinuxHostTest, SystemErrorsMapToTheirNumbers) {
-  const std::pair<int, int> cases[] = {{ENOMEDIUM, 71}, {EIO, 71},     {ENODEV, 68}, {ENXIO, 68},
-                                       {ENOENT, 53},    {ENOTDIR, 76}, {EACCES, 70}, {EPERM, 70},
-                                       {EROFS, 70},     {ENOSPC, 61},  {EDQUOT, 61}, {EISDIR, 75}};
+  const std::pair<int, int> cases[] = {
+      {ENOMEDIUM, 71}, {EIO, 71},      {ENODEV, 68}, {ENXIO, 68},  {ENOENT, 53},
+      {ENOTDIR, 76},   {EACCES, 70},   {EPERM, 70},  {EROFS, 70},  {ESTALE, 71},
+      {ETIMEDOUT, 71}, {ENOTCONN, 71}, {ENOSPC, 61}, {EDQUOT, 61}, {EISDIR, 75}};
   for (const auto& [system, number] : cases) {
     EXPECT_EQ(FromSystemError(system).number, number) << system;
   }

@@ -1,0 +1,44 @@
+#include "platform/linux/user_folders.h"
+
+#include <cstdlib>
+#include <string_view>
+
+#include "platform/paths.h"
+
+namespace polefit {
+
+namespace {
+
+/// The folder that a variable names, else the one below the home folder.
+std::string FolderFrom(const char* variable, std::string_view belowHome) {
+  const char* const value = std::getenv(variable);
+  if (value != nullptr && *value == kSeparator) return value;
+  const char* const home = std::getenv("HOME");
+  return JoinPath(home != nullptr && *home == kSeparator ? home : "", belowHome);
+}
+
+constexpr std::string_view kOwnName = "polefit";
+
+}  // namespace
+
+std::string UserConfigurationFolder() {
+  return FolderFrom("XDG_CONFIG_HOME", ".config");
+}
+
+std::string UserStateFolder() {
+  return FolderFrom("XDG_STATE_HOME", ".local/state");
+}
+
+std::string UserDataFolder() {
+  return FolderFrom("XDG_DATA_HOME", ".local/share");
+}
+
+std::string OwnConfigurationFolder() {
+  return JoinPath(UserConfigurationFolder(), kOwnName);
+}
+
+std::string OwnStateFolder() {
+  return JoinPath(UserStateFolder(), kOwnName);
+}
+
+}  // namespace polefit

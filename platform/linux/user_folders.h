@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+namespace polefit {
+
+/// The folders that the desktop gives a user for settings, for what programs remember, and for
+/// programs' data. A variable that names no whole path does not count.
+std::string UserConfigurationFolder();
+std::string UserStateFolder();
+std::string UserDataFolder();
+
+/// This program's folders in the first two.
+std::string OwnConfigurationFolder();
+std::string OwnStateFolder();
+
+}  // namespace polefit
