@@ -39,7 +39,7 @@ class MemoryHost : public ConsoleHost {
     line_ = FromWindows1252(bytes);
     return line_;
   }
-  void OpenForWriting(const std::string& /*path*/) override { output_.clear(); }
+  void OpenForWriting(const std::string& /*path*/, Saving /*way*/) override { output_.clear(); }
   void WriteLine(std::string_view line) override {
     int replaced = 0;
     output_ += ToWindows1252(line, line_, replaced);
