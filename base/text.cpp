@@ -92,7 +92,12 @@ void AppendUtf8(char32_t codePoint, std::string& utf8) {
     utf8 += static_cast<char>(0xC0 | (codePoint >> 6));
     utf8 += static_cast<char>(0x80 | (codePoint & 0x3F));
   } else {
-    utf8 += static_cast<char>(0xE0 | (codePoint >> 12));
+    if (codePoint < 0x10000) {
+      utf8 += static_cast<char>(0xE0 | (codePoint >> 12));
+    } else {
+      utf8 += static_cast<char>(0xF0 | (codePoint >> 18));
+      utf8 += static_cast<char>(0x80 | ((codePoint >> 12) & 0x3F));
+    }
     utf8 += static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
     utf8 += static_cast<char>(0x80 | (codePoint & 0x3F));
   }

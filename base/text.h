@@ -12,7 +12,7 @@ std::string FromWindows1252(std::string_view bytes);
 /// The same without a copy where none is needed: a view of `bytes` or of `buffer`.
 std::string_view FromWindows1252(std::string_view bytes, std::string& buffer);
 
-/// Appends a character below 10000 (hexadecimal) as UTF-8.
+/// Appends a character as UTF-8.
 void AppendUtf8(char32_t codePoint, std::string& utf8);
 
 /// UTF-8 text as Windows-1252. A character that the code page lacks, or a byte that is no UTF-8,

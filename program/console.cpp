@@ -1,9 +1,11 @@
 #include "program/console.h"
 
 #include <iostream>
+#include <string_view>
 
 #include "check/check.h"
-#include "platform/paths.h"
+#include "program/console_exit.h"
+#include "program/import_command.h"
 #include "record/response_record.h"
 #include "responsefile/reader.h"
 #include "responsefile/writer.h"
@@ -12,38 +14,37 @@ namespace polefit {
 
 namespace {
 
-constexpr int kCannotRead = 2;
-constexpr int kNoSuchFile = 3;
-constexpr int kCannotWrite = 4;
-constexpr int kWrongUsage = 64;
-
 constexpr const char* kHelp =
     "Usage: polefit [FILE]                   open the window, with FILE in it\n"
     "       polefit --check [--json] FILE    tell what a Response Input File says\n"
     "       polefit --rewrite IN OUT         write IN again, in the layout of a saved file\n"
+    "       polefit --import FILE OUT [...]  make OUT of the points of a measured FILE\n"
     "       polefit --version\n"
     "       polefit --help\n"
     "\n"
     "--check ends with 0 when nothing was found, 1 with findings, 2 when the file could not be\n"
-    "read to its end, 3 when there is no such file.\n";
+    "read to its end, 3 when there is no such file.\n"
+    "\n"
+    "--import reads Touchstone and delimited text and Response Input Files; OUT may be '-'.\n"
+    "  --as model|equalise|want         what the points are for (model)\n"
+    "  --frequency --yin --yout --weight --delay --angle --imag COLUMN\n"
+    "                                   a heading, or a number from 1 on\n"
+    "  --parameter S21                  of a Touchstone file\n"
+    "  --unit Hz|kHz|MHz|GHz            of the frequencies\n"
+    "  --values linear|db|db10|ri|ma    what the values are\n"
+    "  --delay-unit s|us|ns|ps  --delay-from FILE  --delay-from-phase\n"
+    "  --from MHZ --to MHZ --every N --points N [--log] --smooth K --normalise\n"
+    "  --poles \"1 2\"                    question 6\n"
+    "  --into FILE2 [--grid file|table] FILE2's answers with the points of FILE\n"
+    "It ends with 0; 1 when nothing could be taken or a guess is unsure; 2 and 3 as above; 4\n"
+    "when OUT cannot be written, which otherwise is replaced only when everything is ready.\n";
 
-int Fail(int exitCode, const std::string& message) {
-  std::cerr << "polefit: " << message << '\n';
-  return exitCode;
-}
+using Words = std::span<const std::string>;
 
-int FailReading(const std::string& path, const RunTimeError& error) {
-  const bool missing =
-      error.number == error_number::kFileNotFound || error.number == error_number::kPathNotFound;
-  return Fail(missing ? kNoSuchFile : kCannotRead,
-              "cannot read '" + path + "': " + error.description);
-}
-
-ResponseTarget TargetOf(const std::string& path) {
-  return {FolderOf(path), CutPath(path).name};
-}
-
-int Rewrite(Host& host, const std::string& from, const std::string& to) {
+int Rewrite(Host& host, Words words) {
+  if (words.size() != 2) return WrongUsage();
+  const std::string& from = words[0];
+  const std::string& to = words[1];
   ResponseRecord record;
   try {
     host.OpenForReading(from);
@@ -63,10 +64,13 @@ int Rewrite(Host& host, const std::string& from, const std::string& to) {
   return 0;
 }
 
-int CheckFile(Host& host, const std::string& path, CheckFormat format) {
+int CheckFile(Host& host, Words words) {
+  const bool asJson = words.size() == 2 && words[0] == "--json";
+  if (words.size() != 1 && !asJson) return WrongUsage();
+  const std::string& path = words.back();
   try {
     const CheckedFile checked = CheckResponseFile(host, path);
-    std::cout << (format == CheckFormat::json ? CheckAsJson(checked) : CheckAsTable(checked));
+    std::cout << (asJson ? CheckAsJson(checked) : CheckAsTable(checked));
     if (checked.error) return kCannotRead;
     return checked.findings.empty() ? 0 : 1;
   } catch (const RunTimeError& error) {
@@ -74,33 +78,41 @@ int CheckFile(Host& host, const std::string& path, CheckFormat format) {
   }
 }
 
-int PrintVersion() {
+int PrintVersion(Host& /*host*/, Words words) {
+  if (!words.empty()) return WrongUsage();
   std::cout << "Polefit " POLEFIT_VERSION "\n";
   return 0;
 }
 
-int PrintHelp() {
+int PrintHelp(Host& /*host*/, Words words) {
+  if (!words.empty()) return WrongUsage();
   std::cout << kHelp;
   return 0;
 }
+
+/// What the first word asks for; the function gets the words behind it and gives the exit code.
+struct ConsoleCommand {
+  std::string_view name;
+  int (*run)(Host&, Words);
+};
+
+constexpr ConsoleCommand kCommands[] = {{"--check", CheckFile},
+                                        {"--rewrite", Rewrite},
+                                        {"--import", ImportCommand},
+                                        {"--version", PrintVersion},
+                                        {"--help", PrintHelp}};
 
 }  // namespace
 
 CommandLineResult RunCommandLine(Host& host, std::span<const std::string> arguments) {
   const std::size_t count = arguments.size();
   const std::string first = count > 0 ? arguments[0] : "";
-  if (first == "--version" && count == 1) return {PrintVersion(), {}};
-  if (first == "--help" && count == 1) return {PrintHelp(), {}};
-  if (first == "--check" && count == 2) {
-    return {CheckFile(host, arguments[1], CheckFormat::table), {}};
+  for (const ConsoleCommand& command : kCommands) {
+    if (first == command.name) return {command.run(host, arguments.subspan(1)), {}};
   }
-  if (first == "--check" && count == 3 && arguments[1] == "--json") {
-    return {CheckFile(host, arguments[2], CheckFormat::json), {}};
-  }
-  if (first == "--rewrite" && count == 3) return {Rewrite(host, arguments[1], arguments[2]), {}};
   if (first == "--" && count == 2) return {std::nullopt, {arguments[1]}};
   if (count <= 1 && !first.starts_with('-')) return {std::nullopt, {first}};
-  return {Fail(kWrongUsage, "unknown option or wrong arguments; 'polefit --help' tells them"), {}};
+  return {WrongUsage(), {}};
 }
 
 }  // namespace polefit

@@ -20,8 +20,8 @@ struct CommandLineResult {
   WindowStart window;
 };
 
-/// Carries out `--check`, `--rewrite`, `--version` and `--help`, on standard output and standard
-/// error. `arguments` are those behind the program's name. A wrong command line is exit code 64.
+/// Carries out the commands that need no window, on standard output and standard error. `arguments`
+/// are those behind the program's name. A wrong command line is exit code 64.
 CommandLineResult RunCommandLine(Host& host, std::span<const std::string> arguments);
 
 }  // namespace polefit

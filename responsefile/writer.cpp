@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <functional>
 
 #include "base/number.h"
 #include "base/text.h"
@@ -57,45 +58,58 @@ std::string_view RowText(const PointLists<Columns>& points, int row, std::string
   return {buffer.data(), at};
 }
 
-template <std::size_t Columns>
-void WriteRows(Host& host, const PointLists<Columns>& points, int count) {
-  std::string buffer;
-  for (int row = 1; row <= count; ++row) host.WriteLine(RowText(points, row, buffer));
+/// Where the lines go, one after the other.
+using LineSink = std::function<void(std::string_view)>;
+
+/// One answer line: the value ("-999" when empty), two tabs, "! " and the first 50 characters of
+/// the label.
+void WriteAnswerLine(const LineSink& sink, std::string_view value, std::string_view label) {
+  std::string line(value.empty() ? "-999" : value);
+  line += "\t\t! ";
+  line += FirstCharacters(label, kLabelLength);
+  sink(line);
 }
 
-void WriteAnswers(Host& host, const ResponseRecord& record) {
+template <std::size_t Columns>
+void WriteRows(const LineSink& sink, const PointLists<Columns>& points, int count) {
+  std::string buffer;
+  for (int row = 1; row <= count; ++row) sink(RowText(points, row, buffer));
+}
+
+void WriteAnswers(const LineSink& sink, const ResponseRecord& record) {
   for (const Question& question : kQuestions) {
-    WriteAnswerLine(host, record.Slot(question.slot), question.label);
+    WriteAnswerLine(sink, record.Slot(question.slot), question.label);
   }
 }
 
-void WritePoints(Host& host, const ResponseRecord& record) {
-  WriteAnswerLine(host, record.Slot(slot::kFreqPointCount), kPointCountQuestion);
-  host.WriteLine("Freq       Yin          Yout           Weight");
-  host.WriteLine("===========================================");
-  WriteRows(host, record.passband, record.nFreqPoints);
-  WriteAnswerLine(host, record.Slot(slot::kDelayPointCount), "");
-  host.WriteLine("       DelFreq          TX");
-  host.WriteLine("  ==============================");
-  WriteRows(host, record.delay, record.nDelayPoints);
+void WritePoints(const LineSink& sink, const ResponseRecord& record) {
+  WriteAnswerLine(sink, record.Slot(slot::kFreqPointCount), kPointCountQuestion);
+  sink("Freq       Yin          Yout           Weight");
+  sink("===========================================");
+  WriteRows(sink, record.passband, record.nFreqPoints);
+  WriteAnswerLine(sink, record.Slot(slot::kDelayPointCount), "");
+  sink("       DelFreq          TX");
+  sink("  ==============================");
+  WriteRows(sink, record.delay, record.nDelayPoints);
 }
 
-void WriteSolverValues(Host& host, const ResponseRecord& record) {
+void WriteSolverValues(const LineSink& sink, const ResponseRecord& record) {
   const bool wanted = record.solverCount > 0;
-  WriteAnswerLine(host, wanted ? "Y" : "N", "22. » Want to change solver variables?");
+  WriteAnswerLine(sink, wanted ? "Y" : "N", "22. » Want to change solver variables?");
   if (!wanted) return;
   for (std::size_t i = 0; i < record.solver.size(); ++i) {
-    WriteAnswerLine(host, record.solver[i], SolverComment(kSolverQuestions[i].label));
+    WriteAnswerLine(sink, record.solver[i], SolverComment(kSolverQuestions[i].label));
   }
 }
 
-void WriteLines(Host& host, const ResponseRecord& record, const std::string& name) {
-  WriteAnswerLine(host, name, HeaderText(host, record));
-  WriteAnswers(host, record);
-  WritePoints(host, record);
-  WriteAnswerLine(host, record.Note1, "20. » Note1");
-  WriteAnswerLine(host, record.Note2, "    » Note2");
-  WriteSolverValues(host, record);
+void WriteLines(Host& host, const LineSink& sink, const ResponseRecord& record,
+                const std::string& name) {
+  WriteAnswerLine(sink, name, HeaderText(host, record));
+  WriteAnswers(sink, record);
+  WritePoints(sink, record);
+  WriteAnswerLine(sink, record.Note1, "20. » Note1");
+  WriteAnswerLine(sink, record.Note2, "    » Note2");
+  WriteSolverValues(sink, record);
 }
 
 bool HasSolverValues(const ResponseRecord& record) {
@@ -104,13 +118,6 @@ bool HasSolverValues(const ResponseRecord& record) {
 }
 
 }  // namespace
-
-void WriteAnswerLine(Host& host, std::string_view value, std::string_view label) {
-  std::string line(value.empty() ? "-999" : value);
-  line += "\t\t! ";
-  line += FirstCharacters(label, kLabelLength);
-  host.WriteLine(line);
-}
 
 void DeriveCounts(ResponseRecord& record) {
   record.solverCount = HasSolverValues(record) ? kSolverValueCount : 0;
@@ -123,12 +130,23 @@ int WriteResponseFile(Host& host, ResponseRecord& record, const ResponseTarget& 
   const bool isLastRun = !target.name.empty() && target.name == target.lastRunPath;
   host.OpenForWriting(isLastRun ? target.name : JoinPath(target.folder, target.name));
   try {
-    WriteLines(host, record, isLastRun ? record.LastFileName : target.name);
+    const auto toFile = [&host](std::string_view line) { host.WriteLine(line); };
+    WriteLines(host, toFile, record, isLastRun ? record.LastFileName : target.name);
     return host.CloseFile();
   } catch (...) {
     host.AbandonFile();
     throw;
   }
+}
+
+std::string ResponseFileBytes(Host& host, ResponseRecord& record, const std::string& name) {
+  DeriveCounts(record);
+  std::string text;
+  WriteLines(
+      host, [&text](std::string_view line) { text.append(line).append("\r\n"); }, record, name);
+  std::string bytes;
+  int replaced = 0;
+  return std::string(ToWindows1252(text, bytes, replaced));
 }
 
 }  // namespace polefit

@@ -8,10 +8,6 @@
 
 namespace polefit {
 
-/// Writes one answer line to the shared file: the value ("-999" when empty), two tabs, "! " and
-/// the first 50 characters of the label.
-void WriteAnswerLine(Host& host, std::string_view value, std::string_view label);
-
 /// Where a Response Input File goes.
 struct ResponseTarget {
   std::string folder;
@@ -31,5 +27,8 @@ void DeriveCounts(ResponseRecord& record);
 /// file and the former one stay on disk, the latter under the name with "~", and the error is
 /// passed on.
 int WriteResponseFile(Host& host, ResponseRecord& record, const ResponseTarget& target);
+
+/// The bytes of such a file with `name` on its first line, for where no file is wanted.
+std::string ResponseFileBytes(Host& host, ResponseRecord& record, const std::string& name);
 
 }  // namespace polefit

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "exchange/import/choices.h"
+#include "exchange/import/samples.h"
+
+namespace polefit {
+
+/// A passband point: MHz and linear magnitudes.
+struct PassbandRow {
+  Amount frequency;
+  Amount yin;
+  Amount yout;
+  Amount weight;
+};
+
+/// A delay point: MHz and ns.
+struct DelayRow {
+  Amount frequency;
+  Amount tx;
+};
+
+/// What a file gives, ready for the two tables.
+struct Points {
+  std::vector<PassbandRow> passband;
+  std::vector<DelayRow> delays;
+  /// Lines that were left out because they, or a chosen cell, cannot be read.
+  std::vector<int> skippedLines;
+  std::vector<std::string> notes;
+  /// Why nothing can be taken, or empty.
+  std::string fault;
+};
+
+/// The points of a table: its rows chosen, smoothed and thinned, in their role. A delay to be
+/// modelled becomes TX := largest delay - delay, so that the delay of H(s) gets the measured
+/// shape; one to be equalised is TX itself.
+Points MakePoints(const Table& table, const ImportChoices& choices);
+
+/// Takes the delay points from a table, this one or another, by the frequency, the delay and, where
+/// the values have a say in the thinning, the value columns of `choices`.
+void TakeDelays(const Table& table, ImportChoices choices, Points& points);
+
+/// "3 lines skipped: 1, 2, 44", or "".
+std::string SkippedText(const std::vector<int>& lines);
+
+/// "40 rows, 1.5 to 60 MHz, 0.85 to -83.4 dB": how many points there are, and the range of what
+/// they tell in their role, from the first to the last frequency.
+std::string SummaryOf(const Points& points, Role role);
+
+}  // namespace polefit

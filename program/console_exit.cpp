@@ -1,0 +1,39 @@
+#include "program/console_exit.h"
+
+#include <iostream>
+
+#include "platform/paths.h"
+
+namespace polefit {
+
+namespace {
+
+/// What was refused without being read, in plainer words than the error's own.
+std::string ReasonOf(const RunTimeError& error) {
+  if (error.number == error_number::kOutOfMemory) return "it is larger than 64 MB";
+  return error.description;
+}
+
+}  // namespace
+
+int Fail(int exitCode, const std::string& message) {
+  std::cerr << "polefit: " << message << '\n';
+  return exitCode;
+}
+
+int FailReading(const std::string& path, const RunTimeError& error) {
+  const bool missing =
+      error.number == error_number::kFileNotFound || error.number == error_number::kPathNotFound;
+  return Fail(missing ? kNoSuchFile : kCannotRead,
+              "cannot read '" + path + "': " + ReasonOf(error));
+}
+
+int WrongUsage() {
+  return Fail(kWrongUsage, "unknown option or wrong arguments; 'polefit --help' tells them");
+}
+
+ResponseTarget TargetOf(const std::string& path) {
+  return {FolderOf(path), CutPath(path).name};
+}
+
+}  // namespace polefit
