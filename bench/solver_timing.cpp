@@ -73,7 +73,7 @@ ResponseRecord WithPoints(const ResponseRecord& record, int count) {
 void TimeEvaluation(const std::string& path, int points) {
   std::vector<Finding> findings;
   const Problem problem = ReadProblem(WithPoints(Read(path), points), findings);
-  Objective objective(problem.constellation, problem.rows, false);
+  Objective objective(problem.constellation, problem.rows);
   Fit fit;
   constexpr int kBatch = 2000000;
   const int evaluations = std::max(1, kBatch / (points * 100));

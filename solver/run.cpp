@@ -15,6 +15,7 @@
 #include "solver/report/journal.h"
 #include "solver/report/last_run.h"
 #include "solver/report/report.h"
+#include "solver/search/data_start.h"
 #include "solver/search/search.h"
 
 namespace polefit {
@@ -36,8 +37,9 @@ class SolverRun {
     ResponseRecord record;
     if (const auto failure = ReadDataFile(host_, files_.InputPath(), record)) return Fail(*failure);
     std::vector<Finding> findings;
-    const Problem problem = ReadProblem(record, findings);
+    Problem problem = ReadProblem(record, findings);
     if (HasFault(findings)) return Fail(Refusal(std::move(findings)));
+    FillFromPoints(problem, findings);
     Journal journal(problem, console_.out);
     const Summary summary = Solve(problem, journal, [this] { return console_.stopRequests() > 0; });
     if (!summary.best.isFinite) {
@@ -79,7 +81,7 @@ class SolverRun {
     // Both are complete. The report comes last: whoever sees it finds the answers in place.
     host_.MoveFile(temporary, files_.lastRun);
     host_.MoveFile(Temporary(files_.report), files_.report);
-    return {summary.ending == EndReason::zero ? Exit::converged : Exit::stopped, result,
+    return {IsConverged(summary.ending) ? Exit::converged : Exit::stopped, result,
             solved.findings, solved.figures};
   }
 

@@ -29,4 +29,13 @@ inline constexpr std::size_t kLanes = 4;
   return (sums[0] + sums[1]) + (sums[2] + sums[3]);
 }
 
+/// The sum of a chunk, kept as one sum a lane.
+[[gnu::always_inline]] inline double Sum(const Chunk& a, std::size_t rows) {
+  std::array<double, kLanes> sums{};
+  for (std::size_t i = 0; i < rows; i += kLanes) {
+    for (std::size_t lane = 0; lane < kLanes; ++lane) sums[lane] += a[i + lane];
+  }
+  return (sums[0] + sums[1]) + (sums[2] + sums[3]);
+}
+
 }  // namespace polefit

@@ -58,11 +58,9 @@ void Reduce(const VectorXd& cross, double constantSquare, Eigen::MatrixXd& hessi
 
 }  // namespace
 
-Objective::Objective(const Constellation& constellation, const DataRows& rows,
-                     bool wantsGaussNewton)
+Objective::Objective(const Constellation& constellation, const DataRows& rows)
     : constellation_(constellation),
       rows_(rows),
-      wantsGaussNewton_(wantsGaussNewton),
       derivatives_(constellation.factors.size()),
       first_(static_cast<std::size_t>(constellation.MovedCount())),
       isOmegaZero_(first_.size()) {
@@ -98,13 +96,11 @@ bool Objective::Evaluate(const VectorXd& parameters, Fit& fit) {
   const int size = constellation_.MovedCount();
   fit.gradient.setZero(size);
   fit.hessian.setZero(size, size);
-  if (wantsGaussNewton_) fit.gaussNewton.setZero(size, size);
+  fit.gaussNewton.setZero(size, size);
   AddMagnitude(fit);
   if (!delays_.empty()) AddDelay(fit);
   fit.hessian.triangularView<Eigen::StrictlyUpper>() = fit.hessian.transpose();
-  if (wantsGaussNewton_) {
-    fit.gaussNewton.triangularView<Eigen::StrictlyUpper>() = fit.gaussNewton.transpose();
-  }
+  fit.gaussNewton.triangularView<Eigen::StrictlyUpper>() = fit.gaussNewton.transpose();
   return std::isfinite(fit.cost) && fit.gain > 0;
 }
 
@@ -155,7 +151,8 @@ double Objective::CostWithGain(const VectorXd& parameters, double gain) const {
 //   F_yy = 2/N sum(((ga)^2 + c) G_j G_k + c L_jk), where L is 0 for different factors,
 //   g F_yg = 2/N sum(((ga)^2 + c) G_j) and g^2 F_gg = 2/N sum((ga)^2).
 // An omega-axis zero on a row's frequency makes a 0 and G infinite. All terms above stay finite but
-// its own c (G^2 + L); there c S takes its place, S the second derivative of a divided by a.
+// its own c (G^2 + L); there c S takes its place, S the second derivative of a divided by a. The
+// Gauss-Newton model is what remains without c.
 POLEFIT_WIDE void Objective::AddMagnitude(Fit& fit) {
   const double sumSquare = FindObtained(fit);
   const auto count = static_cast<double>(rows_.frequencies.size());
@@ -164,6 +161,7 @@ POLEFIT_WIDE void Objective::AddMagnitude(Fit& fit) {
   gaussCross_.setZero(fit.gradient.size());
   double squares = 0;
   fit.largestError = 0;
+  weights_.isLogarithmic = true;
   for (const PassbandChunk& chunk : passband_) {
     for (std::size_t i = 0; i < factors_.size(); ++i) {
       DeriveRelative(factors_[i], chunk.rows, chunk.frequency, derivatives_[i]);
@@ -174,13 +172,10 @@ POLEFIT_WIDE void Objective::AddMagnitude(Fit& fit) {
       errors[i] = obtained - chunk.target[i];
       weights_.gradient[i] = scale * errors[i] * obtained;
       weights_.square[i] = scale * obtained * obtained;
-      weights_.outer[i] = weights_.cross[i] = weights_.square[i] + weights_.gradient[i];
+      weights_.cross[i] = weights_.square[i];
     }
     squares += Dot(errors, errors, chunk.rows);
     fit.largestError = std::max(fit.largestError, Largest(errors, chunk.rows));
-    if (wantsGaussNewton_) {
-      gaussWeights_.outer = gaussWeights_.cross = gaussWeights_.square = weights_.square;
-    }
     AddChunk(chunk.rows, fit);
   }
   Eliminate(scale * fit.gain * fit.gain * sumSquare, fit);
@@ -226,6 +221,7 @@ POLEFIT_WIDE void Objective::AddDelay(Fit& fit) {
   cross_.setZero(fit.gradient.size());
   gaussCross_.setZero(fit.gradient.size());
   double squares = 0;
+  weights_.isLogarithmic = false;
   for (const DelayChunk& chunk : delays_) {
     for (std::size_t i = 0; i < factors_.size(); ++i) {
       DeriveDelay(factors_[i], chunk.rows, chunk.frequency, derivatives_[i]);
@@ -234,11 +230,10 @@ POLEFIT_WIDE void Objective::AddDelay(Fit& fit) {
     for (std::size_t i = 0; i < chunk.rows; ++i) {
       errors[i] = chunk.error[i] - fit.delayConstant * chunk.level[i];
       weights_.gradient[i] = scale * errors[i] * chunk.slope[i];
-      weights_.square[i] = weights_.outer[i] = scale * chunk.slope[i] * chunk.slope[i];
+      weights_.square[i] = scale * chunk.slope[i] * chunk.slope[i];
       weights_.cross[i] = scale * chunk.slope[i] * chunk.level[i];
     }
     squares += Dot(errors, errors, chunk.rows);
-    if (wantsGaussNewton_) gaussWeights_ = weights_;
     AddChunk(chunk.rows, fit);
   }
   if (rows_.wantedDelay <= 0) Eliminate(scale * sumSquare, fit);
@@ -266,12 +261,9 @@ POLEFIT_WIDE double Objective::FindDelayErrors(Fit& fit) {
   return squares;
 }
 
-/// Adds a chunk to the gradient, the Hessian's lower triangle, and the mixed derivatives.
+/// Adds a chunk to the gradient, the lower triangles of both Hessians, and the mixed derivatives.
 POLEFIT_WIDE void Objective::AddChunk(std::size_t rows, Fit& fit) {
-  for (std::size_t i = 0; i < first_.size(); ++i) {
-    fit.gradient[static_cast<Index>(i)] += Dot(weights_.gradient, *first_[i], rows);
-  }
-  AddProducts(rows, weights_, cross_, fit.hessian);
+  AddProducts(rows, fit);
   for (std::size_t i = 0; i < factors_.size(); ++i) {
     if (!IsMoved(factors_[i])) continue;
     const Index row = factors_[i].parameter;
@@ -281,31 +273,37 @@ POLEFIT_WIDE void Objective::AddChunk(std::size_t rows, Fit& fit) {
     fit.hessian(row + 1, row + 1) -= second;
     fit.hessian(row + 1, row) += Dot(weights_.gradient, derivatives_[i].second[1], rows);
   }
-  if (wantsGaussNewton_) AddProducts(rows, gaussWeights_, gaussCross_, fit.gaussNewton);
 }
 
-POLEFIT_WIDE void Objective::AddProducts(std::size_t rows, const Weights& weights, VectorXd& cross,
-                                         Eigen::MatrixXd& hessian) const {
+/// Adds what consists of first derivatives.
+POLEFIT_WIDE void Objective::AddProducts(std::size_t rows, Fit& fit) {
   Chunk weighted;
+  Chunk byError;
   for (std::size_t i = 0; i < first_.size(); ++i) {
     const auto row = static_cast<Index>(i);
     const Chunk& first = *first_[i];
-    cross[row] += Dot(weights.cross, first, rows);
-    for (std::size_t k = 0; k < rows; ++k) weighted[k] = weights.outer[k] * first[k];
-    for (std::size_t j = 0; j < i; ++j) {
-      hessian(row, static_cast<Index>(j)) += Dot(weighted, *first_[j], rows);
+    for (std::size_t k = 0; k < rows; ++k) weighted[k] = weights_.square[k] * first[k];
+    for (std::size_t k = 0; k < rows; ++k) byError[k] = weights_.gradient[k] * first[k];
+    const double slope = Sum(byError, rows);
+    fit.gradient[row] += slope;
+    const double cross = Dot(weights_.cross, first, rows);
+    gaussCross_[row] += cross;
+    cross_[row] += weights_.isLogarithmic ? cross + slope : cross;
+    for (std::size_t j = 0; j <= i; ++j) {
+      const auto column = static_cast<Index>(j);
+      const double product = Dot(weighted, *first_[j], rows);
+      fit.gaussNewton(row, column) += product;
+      fit.hessian(row, column) += product;
+      if (!weights_.isLogarithmic || (i == j && isOmegaZero_[i])) continue;
+      fit.hessian(row, column) += Dot(byError, *first_[j], rows);
     }
-    if (isOmegaZero_[i]) {
-      for (std::size_t k = 0; k < rows; ++k) weighted[k] = weights.square[k] * first[k];
-    }
-    hessian(row, row) += Dot(weighted, first, rows);
   }
 }
 
 /// Lets the constant of the mixed derivatives follow the locations.
 void Objective::Eliminate(double constantSquare, Fit& fit) const {
   Reduce(cross_, constantSquare, fit.hessian);
-  if (wantsGaussNewton_) Reduce(gaussCross_, constantSquare, fit.gaussNewton);
+  Reduce(gaussCross_, constantSquare, fit.gaussNewton);
 }
 
 }  // namespace polefit

@@ -19,6 +19,7 @@ struct DataRows {
   Eigen::ArrayXd frequencies;  ///< normalised
   Eigen::ArrayXd inputs;
   Eigen::ArrayXd targets;
+  Eigen::ArrayXd weights;  ///< inputs / Yin = targets / Yout
 
   Eigen::ArrayXd delayFrequencies;  ///< normalised
   Eigen::ArrayXd delayOffsets;
@@ -44,14 +45,14 @@ struct Fit {
   /// By the moved parameters.
   Eigen::VectorXd gradient;
   Eigen::MatrixXd hessian;
-  /// The Hessian without second derivatives of the errors; only where it was asked for.
+  /// The Hessian without second derivatives of the errors: the Gauss-Newton model of F.
   Eigen::MatrixXd gaussNewton;
 };
 
 /// The error measure with its derivatives. The work is linear in the number of rows.
 class Objective {
  public:
-  Objective(const Constellation& constellation, const DataRows& rows, bool wantsGaussNewton);
+  Objective(const Constellation& constellation, const DataRows& rows);
   Objective(const Objective&) = delete;
   Objective& operator=(const Objective&) = delete;
 
@@ -85,9 +86,10 @@ class Objective {
   /// What the derivatives are multiplied by in the sums over the rows.
   struct Weights {
     Chunk gradient;  ///< first derivatives in the gradient, second ones in the Hessian
-    Chunk outer;     ///< products of two first derivatives
-    Chunk square;    ///< the square of an omega-axis zero's first derivative
+    Chunk square;    ///< products of two first derivatives
     Chunk cross;     ///< first derivatives in the mixed derivatives by the eliminated constant
+    /// Whether `gradient` too weighs products of first derivatives: where those are of ln a.
+    bool isLogarithmic;
   };
 
   bool IsMoved(const Factor& factor) const {
@@ -99,13 +101,11 @@ class Objective {
   void MultiplyMagnitudes(std::size_t first, PassbandChunk& chunk) const;
   double FindDelayErrors(Fit& fit);
   void AddChunk(std::size_t rows, Fit& fit);
-  void AddProducts(std::size_t rows, const Weights& weights, Eigen::VectorXd& cross,
-                   Eigen::MatrixXd& hessian) const;
+  void AddProducts(std::size_t rows, Fit& fit);
   void Eliminate(double constantSquare, Fit& fit) const;
 
   const Constellation& constellation_;
   const DataRows& rows_;
-  bool wantsGaussNewton_;
   std::vector<PassbandChunk> passband_;
   std::vector<DelayChunk> delays_;
   std::vector<PlacedFactor> factors_;
@@ -114,10 +114,9 @@ class Objective {
   std::vector<const Chunk*> first_;
   std::vector<bool> isOmegaZero_;  ///< an entry a moved parameter
   Weights weights_;
-  Weights gaussWeights_;  ///< without second derivatives of the errors
   /// Mixed derivatives by the moved parameters and the eliminated constant.
   Eigen::VectorXd cross_;
-  Eigen::VectorXd gaussCross_;
+  Eigen::VectorXd gaussCross_;  ///< without second derivatives of the errors
 };
 
 }  // namespace polefit

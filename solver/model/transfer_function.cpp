@@ -91,8 +91,8 @@ TransferFunction::TransferFunction(const Problem& problem, std::vector<double> p
 
 void TransferFunction::Judge() {
   Fit fit;
-  isFinite_ = Objective(problem_->constellation, problem_->rows, false)
-                  .EvaluateErrors(AsArray(parameters_), fit);
+  isFinite_ =
+      Objective(problem_->constellation, problem_->rows).EvaluateErrors(AsArray(parameters_), fit);
   gain_ = fit.gain;
   delayConstant_ = fit.delayConstant;
   cost_ = fit.cost;

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <functional>
 #include <span>
 #include <utility>
 
@@ -13,7 +15,9 @@ namespace {
 /// One location as typed and as the solvers take it.
 struct Location {
   double value = 0;
-  std::string text;
+  std::string text;  ///< empty where none is typed
+
+  bool IsTyped() const { return !text.empty(); }
 };
 
 std::string NumberText(int slot) {
@@ -21,6 +25,24 @@ std::string NumberText(int slot) {
 }
 
 enum class Mover { orca, lynx, nobody };
+
+// Where a search begins that has neither typed values nor points that tell: damped poles spread
+// over the band, zeros beyond it.
+
+double RoughReal(int index) {
+  constexpr std::array<double, 10> kReals = {.5, .5, .4, .3, .25, .2, .18, .15, .12, .1};
+  return kReals[std::min(static_cast<std::size_t>(index), kReals.size() - 1)];
+}
+
+double RoughImaginary(int index, int count) {
+  return count == 1 ? .5 : .15 + .85 * index / (count - 1);
+}
+
+double RoughOmegaZero(int index, int count, double largest) {
+  const auto spaced = [](int at) { return 1.1 * std::pow(1.3, at); };
+  return spaced(count - 1) < largest ? spaced(index)
+                                     : std::pow(largest, (index + 1.0) / (count + 1.0));
+}
 
 /// Questions 6 to 11c and the bounds. The factors are gathered in the order of the questions; their
 /// places in the parameters are given at the end, when all are known.
@@ -70,6 +92,29 @@ class LocationReader {
     return answers_.Counts(QuestionTopic(slot), Text(slot), counts);
   }
 
+  bool IsEmpty(int slot) const { return Words(Text(slot)).empty(); }
+
+  /// The typed locations, or rough ones where the whole list is empty.
+  std::vector<Location> StartList(int slot, int count, int countSlot,
+                                  const std::function<double(int)>& roughAt) {
+    if (!IsEmpty(slot)) return List(slot, count, countSlot);
+    std::vector<Location> list;
+    for (int i = 0; i < count; ++i) list.push_back({roughAt(i), {}});
+    return list;
+  }
+
+  /// Real and imaginary parts are typed together or not at all.
+  std::pair<std::vector<Location>, std::vector<Location>> PairLists(
+      int realSlot, int imaginarySlot, int count, int countSlot,
+      const std::function<double(int)>& roughReal,
+      const std::function<double(int)>& roughImaginary) {
+    if (!IsEmpty(realSlot) || !IsEmpty(imaginarySlot)) {
+      return {List(realSlot, count, countSlot), List(imaginarySlot, count, countSlot)};
+    }
+    return {StartList(realSlot, count, countSlot, roughReal),
+            StartList(imaginarySlot, count, countSlot, roughImaginary)};
+  }
+
   std::vector<Location> List(int slot, int count, int countSlot) {
     const std::vector<double> values = answers_.Numbers(QuestionTopic(slot), Text(slot), count,
                                                         "question " + NumberText(countSlot));
@@ -84,19 +129,25 @@ class LocationReader {
       answers_.Fault(QuestionTopic(slot::kNPoles), ": H(s) needs at least one pole.");
     }
     if (problem_.poleCounts[0] > 0) {
-      for (const Location& pole : List(slot::kSigmaPoles, problem_.poleCounts[0], slot::kNPoles)) {
-        AddFactor(FactorKind::sigmaPole, -1, 1, {Magnitude(slot::kSigmaPoles, pole)});
+      for (const Location& pole :
+           StartList(slot::kSigmaPoles, problem_.poleCounts[0], slot::kNPoles,
+                     [](int i) { return .5 * std::pow(1.55, i); })) {
+        AddFactor({FactorKind::sigmaPole, 0, -1, 1}, {Magnitude(slot::kSigmaPoles, pole)},
+                  pole.IsTyped());
       }
     }
     if (problem_.poleCounts[1] > 0) ReadPolePairs();
   }
 
   void ReadPolePairs() {
-    const auto real = List(slot::kPoleReal, problem_.poleCounts[1], slot::kNPoles);
-    const auto imaginary = List(slot::kPoleImag, problem_.poleCounts[1], slot::kNPoles);
+    const int count = problem_.poleCounts[1];
+    const auto [real, imaginary] =
+        PairLists(slot::kPoleReal, slot::kPoleImag, count, slot::kNPoles, RoughReal,
+                  [count](int i) { return RoughImaginary(i, count); });
     for (std::size_t i = 0; i < std::min(real.size(), imaginary.size()); ++i) {
-      AddFactor(FactorKind::polePair, -1, 1,
-                {Magnitude(slot::kPoleReal, real[i]), Imaginary(slot::kPoleImag, imaginary[i])});
+      AddFactor({FactorKind::polePair, 0, -1, 1},
+                {Magnitude(slot::kPoleReal, real[i]), Imaginary(slot::kPoleImag, imaginary[i])},
+                real[i].IsTyped());
     }
   }
 
@@ -120,7 +171,9 @@ class LocationReader {
   void CheckStart(int slot, const Location& location, double magnitude, double lowest,
                   const std::string& lowestText) {
     const bool hasRoom = hasBounds_ && lowest < problem_.largest;
-    if (!hasRoom || (magnitude > lowest && magnitude < problem_.largest)) return;
+    if (!location.IsTyped() || !hasRoom || (magnitude > lowest && magnitude < problem_.largest)) {
+      return;
+    }
     const Topic topic = ShortQuestionTopic(slot);
     const std::string begin = ": " + location.text;
     const bool isOn = magnitude == lowest || magnitude == problem_.largest;
@@ -141,7 +194,8 @@ class LocationReader {
     problem_.sigmaZeros = isDoublet ? 2 : 1;
     problem_.losslessPoles = isLossless ? problem_.sigmaZeros : 0;
     const Topic topic = QuestionTopic(slot::kSigmaZero);
-    const auto zero = answers_.Number(topic, Text(slot::kSigmaZero));
+    const bool isTyped = !IsEmpty(slot::kSigmaZero);
+    const auto zero = isTyped ? answers_.Number(topic, Text(slot::kSigmaZero)) : .5;
     if (!zero) return;
     if (*zero == 0) {
       answers_.Fault(topic, ": " + Text(slot::kSigmaZero) + " must be other than 0.");
@@ -149,12 +203,13 @@ class LocationReader {
     }
     const bool keepsSide = !isDoublet && !isLossless;
     const bool isRightHalf = keepsSide && *zero < 0;
-    const Location location = {keepsSide ? std::abs(*zero) : *zero, Text(slot::kSigmaZero)};
+    const Location location = {keepsSide ? std::abs(*zero) : *zero,
+                               isTyped ? Text(slot::kSigmaZero) : std::string()};
     const int logCount = isLossless ? 0 : isDoublet ? 2 : 1;
     const int plainDelay = isRightHalf ? 1 : -1;
     const int delayCount = isLossless ? (isDoublet ? 4 : 2) : isDoublet ? 0 : plainDelay;
-    AddFactor(FactorKind::sigmaZero, logCount, delayCount, {Magnitude(slot::kSigmaZero, location)},
-              isRightHalf);
+    AddFactor({FactorKind::sigmaZero, 0, logCount, delayCount},
+              {Magnitude(slot::kSigmaZero, location)}, isTyped, isRightHalf);
   }
 
   /// Sorted, since LYNX needs its zeros in order and the first one to be the first null.
@@ -167,7 +222,9 @@ class LocationReader {
                      ": " + Text(slot::kMaxXY) + " leaves no room for " + std::to_string(count) +
                          " omega-axis zeros with equal sidelobes; it must be greater than 1.");
     }
-    std::vector<Location> list = List(slot::kYzero, count, slot::kZeroCounts);
+    std::vector<Location> list = StartList(slot::kYzero, count, slot::kZeroCounts, [&](int i) {
+      return RoughOmegaZero(i, count, problem_.largest);
+    });
     std::stable_sort(list.begin(), list.end(), [](const Location& one, const Location& other) {
       return one.value < other.value;
     });
@@ -176,8 +233,8 @@ class LocationReader {
       const Mover mover = equalises && !isFirst ? Mover::lynx
                           : zero.value == 1     ? Mover::nobody
                                                 : Mover::orca;
-      CheckOmegaZero(zero, mover);
-      AddFactor(FactorKind::omegaZero, 1, 0, {zero.value}, false, mover);
+      if (zero.IsTyped()) CheckOmegaZero(zero, mover);
+      AddFactor({FactorKind::omegaZero, 0, 1, 0}, {zero.value}, zero.IsTyped(), false, mover);
     }
   }
 
@@ -199,8 +256,9 @@ class LocationReader {
   void ReadPairedZeros() {
     const int count = problem_.zeroCounts[1] + problem_.zeroCounts[2];
     if (count == 0) return;
-    const auto real = List(slot::kZreal, count, slot::kZeroCounts);
-    const auto imaginary = List(slot::kZimag, count, slot::kZeroCounts);
+    const auto [real, imaginary] = PairLists(
+        slot::kZreal, slot::kZimag, count, slot::kZeroCounts, [](int) { return .3; },
+        [](int i) { return 1 + .3 * i; });
     for (const Location& location : real) {
       if (location.value == 0) {
         answers_.Fault(QuestionTopic(slot::kZreal),
@@ -212,9 +270,9 @@ class LocationReader {
       const bool isRightHalf = !isQuad && real[i].value < 0;
       const double magnitude = std::abs(real[i].value);
       CheckStart(slot::kZreal, real[i], magnitude, problem_.lowest, Text(slot::kLowestXY));
-      AddFactor(isQuad ? FactorKind::zeroQuad : FactorKind::zeroPair, isQuad ? 2 : 1,
-                isQuad ? 0 : (isRightHalf ? 1 : -1),
-                {magnitude, Imaginary(slot::kZimag, imaginary[i])}, isRightHalf);
+      AddFactor({isQuad ? FactorKind::zeroQuad : FactorKind::zeroPair, 0, isQuad ? 2 : 1,
+                 isQuad ? 0 : (isRightHalf ? 1 : -1)},
+                {magnitude, Imaginary(slot::kZimag, imaginary[i])}, real[i].IsTyped(), isRightHalf);
     }
   }
 
@@ -230,9 +288,10 @@ class LocationReader {
             (poles == 1 ? " pole" : " poles") + "; it needs at least as many poles as zeros.");
   }
 
-  void AddFactor(FactorKind kind, int logCount, int delayCount, std::vector<double> values,
+  void AddFactor(const Factor& factor, std::vector<double> values, bool isTyped,
                  bool isRightHalf = false, Mover mover = Mover::orca) {
-    problem_.constellation.factors.push_back({kind, 0, logCount, delayCount});
+    problem_.constellation.factors.push_back(factor);
+    problem_.isFromPoints.push_back(!isTyped);
     problem_.isRightHalf.push_back(isRightHalf);
     values_.push_back(std::move(values));
     movers_.push_back(mover);

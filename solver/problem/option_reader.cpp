@@ -108,9 +108,9 @@ void ReadOptions(const ResponseRecord& record, AnswerReader& answers, Options& o
   settings.Whole(3, 1, kMany, options.maxSteps);
   settings.Whole(4, 0, kMany, options.stepOut);
   settings.Whole(5, 1, kMany, options.maxEvaluations);
-  int setRho = options.gradientWhenIndefinite ? 2 : 1;
+  int setRho = options.beginsWithGaussNewton ? 2 : 1;
   settings.Whole(6, 1, 2, setRho);
-  options.gradientWhenIndefinite = setRho == 2;
+  options.beginsWithGaussNewton = setRho == 2;
   settings.Above(7, 2, options.ratio);
   settings.Above(8, 0, options.accuracy);
 }

@@ -30,9 +30,8 @@ struct Options {
   /// EVALMAX: model evaluations of the whole run.
   int maxEvaluations = 2000;
 
-  /// SETRHO = 2: while the Hessian is indefinite the step follows the gradient in the
-  /// Gauss-Newton metric.
-  bool gradientWhenIndefinite = false;
+  /// SETRHO = 2: a start begins with the Gauss-Newton model of F, otherwise with the exact one.
+  bool beginsWithGaussNewton = false;
 
   /// RATIO: RHO falls at least by this factor from one barrier problem to the next.
   double ratio = 16;
@@ -41,7 +40,7 @@ struct Options {
   ///   2 n RHO < accuracy F  and  |F - former F| < accuracy F;
   /// the polish ends when
   ///   predicted decrease <= 1e-4 accuracy F
-  /// or four steps in a row each gain less than 0.1 accuracy F.
+  /// or four steps in a row, none cut by the radius, each gain less than 0.1 accuracy F.
   double accuracy = 1e-4;
 };
 

@@ -64,6 +64,34 @@ class RowReader {
   FindingTable table_;
 };
 
+/// The unit of a number's last decimal; trailing zeros count, and an exponent does.
+double LastDecimal(std::string_view text) {
+  const std::size_t mark = std::min(text.find_first_of("eE"), text.size());
+  const std::string_view mantissa = text.substr(0, mark);
+  const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+  const auto behind = std::count_if(mantissa.begin() + static_cast<std::ptrdiff_t>(point),
+                                    mantissa.end(), [](char c) { return c >= '0' && c <= '9'; });
+  const double exponent = mark < text.size() ? ParseNumber(text.substr(mark + 1)).value_or(0) : 0;
+  return std::pow(10, exponent - static_cast<double>(behind));
+}
+
+/// The unit that a column is typed in: that of its finest number. A coarse column, "1" and "0" say,
+/// is meant exactly: 0.
+template <std::size_t Columns>
+double UnitOf(const PointLists<Columns>& points, int column, int count) {
+  constexpr double kCoarse = 1e-3;
+  double finest = std::numeric_limits<double>::infinity();
+  double largest = 0;
+  for (int row = 1; row <= std::min(count, points.RowsOf(column)); ++row) {
+    const std::string& text = points.At(row, column);
+    const std::optional<double> value = ParseNumber(text);
+    if (!value) continue;
+    finest = std::min(finest, LastDecimal(text));
+    largest = std::max(largest, std::abs(*value));
+  }
+  return finest <= kCoarse * largest ? finest : 0;
+}
+
 /// The data points and the weights that the error measures give them.
 class PointReader {
  public:
@@ -73,6 +101,8 @@ class PointReader {
   void Read() {
     if (record_.nFreqPoints > 0) {
       ReadPassband();
+      problem_.yinUnit = UnitOf(record_.passband, 2, record_.nFreqPoints);
+      problem_.youtUnit = UnitOf(record_.passband, 3, record_.nFreqPoints);
       WeighPassband();
       CheckPassband();
     } else {
@@ -80,6 +110,7 @@ class PointReader {
     }
     if (!problem_.wantsDelay) return;
     ReadDelay();
+    problem_.txUnit = UnitOf(record_.delay, 2, record_.nDelayPoints);
     WeighDelay();
     CheckDelay();
   }
@@ -173,12 +204,14 @@ class PointReader {
     rows.frequencies.resize(count);
     rows.inputs.resize(count);
     rows.targets.resize(count);
+    rows.weights.resize(count);
     for (Eigen::Index i = 0; i < count; ++i) {
       const PassbandPoint& point = problem_.passband[static_cast<std::size_t>(i)];
       // At Yout = 0 a negative power gives the weight 0.
       const double weight =
           point.weight * std::pow(point.yout / largest, -problem_.inputPower) / largest;
       rows.frequencies[i] = point.frequency / problem_.freqNorm;
+      rows.weights[i] = weight;
       rows.inputs[i] = weight * point.yin;
       rows.targets[i] = weight * point.yout;
     }

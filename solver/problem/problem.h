@@ -37,6 +37,10 @@ struct Problem {
   std::vector<PassbandPoint> passband;
   std::vector<DelayPoint> delay;
   DataRows rows;
+  /// The units that Yin, Yout and TX are typed in, each one for its whole column; 0: exact.
+  double yinUnit = 0;
+  double youtUnit = 0;
+  double txUnit = 0;
 
   std::array<int, 2> poleCounts = {};  ///< sigma-axis poles, pairs
   std::array<int, 3> zeroCounts = {};  ///< omega-axis zeros, pairs, quads
@@ -46,7 +50,12 @@ struct Problem {
   Constellation constellation;
   /// Typed right-half-plane zeros, which keep their side; an entry a factor.
   std::vector<bool> isRightHalf;
+  /// Locations that are not typed and come from the points; an entry a factor. Until they are
+  /// filled, rough values stand for them.
+  std::vector<bool> isFromPoints;
   Eigen::VectorXd typedParameters;
+  /// All of ORCA's variables were filled from the points.
+  bool startsFromPoints = false;
   /// The bounds of ORCA's variables.
   Eigen::VectorXd lower;
   Eigen::VectorXd upper;

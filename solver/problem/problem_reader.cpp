@@ -34,6 +34,7 @@ void ReadFitAnswers(const ResponseRecord& record, AnswerReader& answers, Problem
 
 void ReadGain(const ResponseRecord& record, AnswerReader& answers, Problem& problem) {
   const std::string& text = record.Slot(slot::kGain);
+  if (Words(text).empty()) return;
   const std::optional<double> gain = answers.Number(record, slot::kGain);
   if (!gain) return;
   if (*gain == 0) answers.Fault(QuestionTopic(slot::kGain), ": " + text + " must be other than 0.");

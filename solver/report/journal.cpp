@@ -28,10 +28,14 @@ const char* NameOf(StartKind kind) {
   switch (kind) {
     case StartKind::typed:
       return "typed values";
+    case StartKind::data:
+      return "from the points";
     case StartKind::standard:
       return "standard constellation";
     case StartKind::perturbed:
       return "best point perturbed";
+    case StartKind::parted:
+      return "met zeros parted";
     default:
       return "random point";
   }
@@ -39,8 +43,10 @@ const char* NameOf(StartKind kind) {
 
 const char* NameOf(EndReason reason) {
   switch (reason) {
-    case EndReason::zero:
+    case EndReason::converged:
       return "ZERO";
+    case EndReason::atBound:
+      return "BOUND";
     case EndReason::rho:
       return "RHO";
     case EndReason::stepsLim:

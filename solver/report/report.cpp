@@ -20,15 +20,24 @@ void WriteHead(const ReportHead& head, ReportText& text) {
   text.Wrapped("Result: " + head.result, 8);
 }
 
-/// What the agreement of starts says about the answer.
+/// What the starts that led elsewhere, or did not, say about the answer.
 void WriteAgreement(const Summary& summary, ReportText& text) {
-  if (summary.ending != EndReason::zero) return;
-  const std::string what = "        Starts agree that end within 0.1 % of the answer's F; ";
-  text.Wrapped(what + (summary.StartsNear(summary.best.Cost()) > 1
-                           ? "where several do, a better answer is unlikely."
-                           : "one alone proves little: try other starting values, or a larger "
-                             "EVALMAX."),
-               8);
+  constexpr std::size_t kIndent = 8;
+  const std::string indent(kIndent, ' ');
+  if (!IsConverged(summary.ending)) return;
+  if (summary.IsExact()) {
+    text.Line(indent + "The fit is exact.");
+  } else if (summary.witnesses < 2) {
+    text.Wrapped(indent +
+                     "Too few independent starts converged to tell more: try other starting "
+                     "values, or a larger EVALMAX.",
+                 kIndent);
+  } else {
+    text.Wrapped(indent + Format("Starts agree that end within 0.1 %% of the answer's F; about "
+                                 "%.0f %% of such starts may end elsewhere.",
+                                 std::ceil(100 * summary.unseenShare)),
+                 kIndent);
+  }
 }
 
 /// How F comes about with delay, so that question 4 can be chosen.
@@ -88,9 +97,13 @@ std::string ResultText(const Summary& summary) {
       return "stopped at STEPSLIM; best point found is given";
     case EndReason::requested:
       return "stopped on request; best point found is given";
+    case EndReason::finerThanTyped:
+      return "converged: the fit is finer than the points are typed";
+    case EndReason::tinyError:
+      return "converged: the error is below 1e-7 of the largest Yout";
     default:
-      return Format("converged (%d of %zu starts agree)", summary.StartsNear(summary.best.Cost()),
-                    summary.starts.size());
+      return Format("converged (%d of %d independent starts agree)", summary.agreeing,
+                    summary.witnesses);
   }
 }
 

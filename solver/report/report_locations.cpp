@@ -191,21 +191,24 @@ void WriteBoundsOf(const SolvedProblem& solved, std::size_t index, const std::st
   WriteBound(solved, name + ", imaginary part", factor.parameter + 1, false, text);
 }
 
-/// A pair on the sigma axis has two equal real poles and cannot part by itself: b^2 would have to
-/// become negative.
-void WriteSplitHint(const SolvedProblem& solved, ReportText& text) {
-  int singles = 0;
-  int pairs = 0;
-  bool isReal = false;
-  for (const Factor& factor : solved.problem.constellation.factors) {
-    if (factor.kind == FactorKind::sigmaPole) ++singles;
-    if (factor.kind != FactorKind::polePair) continue;
-    ++pairs;
-    isReal = isReal || solved.summary.best.parameters[factor.parameter + 1] == 0;
+/// What other structures of H(s) reach.
+void WriteStructureHints(const Summary& summary, ReportText& text) {
+  constexpr std::size_t kIndent = 4;
+  if (summary.splitPairs) {
+    const OtherStructure& split = *summary.splitPairs;
+    text.Wrapped(Format("  hint: a pole pair ended on the sigma axis; two sigma-axis poles in its "
+                        "place: question 6 = %d %d reaches F %.6e",
+                        split.poleCounts[0], split.poleCounts[1], split.cost),
+                 kIndent);
   }
-  if (!isReal) return;
-  text.Line(Format("  hint: two sigma-axis poles may fit better; try question 6 = %d %d",
-                   singles + 2, pairs - 1));
+  if (!summary.hasMetZeros) return;
+  std::string met = "  hint: omega-axis zeros have met, and did not fit better apart";
+  if (summary.joinedZeros) {
+    const OtherStructure& joined = *summary.joinedZeros;
+    met += Format("; question 11 = %d %d %d reaches F %.6e", joined.zeroCounts[0],
+                  joined.zeroCounts[1], joined.zeroCounts[2], joined.cost);
+  }
+  text.Wrapped(met, kIndent);
 }
 
 }  // namespace
@@ -239,7 +242,7 @@ void ReportBounds(const SolvedProblem& solved, ReportText& text) {
       WriteBoundsOf(solved, index, name, bounds);
     }
   }
-  WriteSplitHint(solved, bounds);
+  WriteStructureHints(solved.summary, bounds);
   text.Heading("LOCATIONS ON A BOUND");
   if (bounds.Lines().empty()) text.Line("  none");
   for (const std::string& line : bounds.Lines()) text.Line(line);

@@ -119,19 +119,20 @@ void WriteStart(const SolvedProblem& solved, std::size_t index, bool isTold, Rep
   }
 }
 
-/// The costs of starts that ended elsewhere, each once.
-std::vector<double> OtherOptima(const Summary& summary) {
+/// Where starts ended that did not reach the answer: converged ones, or those that were cut short.
+/// The lowest ones.
+std::string OtherOptima(const Summary& summary, bool isConverged) {
   constexpr double kElsewhere = 1.01;
-  std::vector<double> costs;
-  for (const StartSummary& start : summary.starts) {
-    const bool isOther = start.HasEnded() && start.best.isFinite &&
-                         start.best.Cost() > kElsewhere * summary.best.Cost();
-    if (isOther) costs.push_back(start.best.Cost());
+  constexpr int kMost = 10;
+  std::string costs;
+  int count = 0;
+  for (const Optimum& optimum : summary.optima) {
+    const bool isOther =
+        optimum.cost > kElsewhere * summary.best.Cost() && optimum.cost > summary.negligible;
+    if (!isOther || optimum.isConverged != isConverged) continue;
+    if (++count <= kMost) costs += Format(" %.4e", optimum.cost);
   }
-  std::sort(costs.begin(), costs.end());
-  costs.erase(std::unique(costs.begin(), costs.end(),
-                          [](double one, double other) { return other < 1.001 * one; }),
-              costs.end());
+  if (count > kMost) costs += Format(" and %d more", count - kMost);
   return costs;
 }
 
@@ -179,9 +180,10 @@ void ReportIterations(const SolvedProblem& solved, ReportText& text) {
                         summary.retries),
                  2);
   }
-  std::string others;
-  for (const double cost : OtherOptima(summary)) others += Format(" %.4e", cost);
+  const std::string others = OtherOptima(summary, true);
   if (!others.empty()) text.Wrapped("Other local optima seen, F:" + others, 2);
+  const std::string unfinished = OtherOptima(summary, false);
+  if (!unfinished.empty()) text.Wrapped("Unfinished, F:" + unfinished, 2);
 }
 
 }  // namespace polefit

@@ -8,7 +8,7 @@ namespace polefit {
 Evaluator::Evaluator(const Problem& problem, Listener& listener,
                      std::function<bool()> isStopRequested)
     : problem_(problem),
-      objective_(problem.constellation, problem.rows, problem.options.gradientWhenIndefinite),
+      objective_(problem.constellation, problem.rows),
       lynx_(problem.constellation, problem.largest, problem.options, listener),
       negligible_(1e-20 * problem.rows.magnitudeWeight * problem.rows.targets.square().mean()),
       isStopRequested_(std::move(isStopRequested)) {}

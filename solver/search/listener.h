@@ -7,11 +7,29 @@ namespace polefit {
 
 struct Point;
 
-/// Why an iteration ended.
-enum class EndReason { zero, rho, stepsLim, evalMax, requested };
+/// Why an iteration, or the whole search, ended.
+enum class EndReason {
+  converged,
+  /// As converged, with the last equalised zero at question 14: an active bound.
+  atBound,
+  /// The points are typed less finely than they are fitted.
+  finerThanTyped,
+  /// rms error below 1e-7 of the largest Yout.
+  tinyError,
+  rho,
+  stepsLim,
+  evalMax,
+  requested
+};
+
+/// Whether an end needs no excuse: the answer stands.
+constexpr bool IsConverged(EndReason ending) {
+  return ending == EndReason::converged || ending == EndReason::atBound ||
+         ending == EndReason::finerThanTyped || ending == EndReason::tinyError;
+}
 
 /// Where a start comes from.
-enum class StartKind { typed, standard, perturbed, random };
+enum class StartKind { typed, data, standard, perturbed, random, parted };
 
 /// One accepted or refused step of ORCA.
 struct StepReport {
@@ -28,7 +46,7 @@ struct ProblemReport {
   int problem = 0;
   double rho = 0;
   int steps = 0;
-  EndReason ending = EndReason::zero;
+  EndReason ending = EndReason::converged;
   int evaluations = 0;
   const Point* point = nullptr;
 };

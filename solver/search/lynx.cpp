@@ -241,9 +241,7 @@ void Lynx::Eliminate(const VectorXd& parameters, Fit& fit) {
   }
   fit.gradient = (basis.transpose() * fit.gradient).eval();
   fit.hessian = (basis.transpose() * fit.hessian * basis).eval();
-  if (fit.gaussNewton.size() > 0) {
-    fit.gaussNewton = (basis.transpose() * fit.gaussNewton * basis).eval();
-  }
+  fit.gaussNewton = (basis.transpose() * fit.gaussNewton * basis).eval();
 }
 
 }  // namespace polefit

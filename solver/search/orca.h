@@ -5,8 +5,10 @@
 #include <optional>
 
 #include "solver/problem/problem.h"
+#include "solver/search/barrier.h"
 #include "solver/search/evaluator.h"
 #include "solver/search/listener.h"
+#include "solver/search/step_control.h"
 
 namespace polefit {
 
@@ -17,16 +19,18 @@ struct StartSummary {
   Point best;
   int evaluations = 0;
   /// How the polish ended, or what ended the start before it.
-  EndReason ending = EndReason::zero;
+  EndReason ending = EndReason::converged;
 
+  bool HasConverged() const { return best.isFinite && IsConverged(ending); }
+  /// Not cut short.
   bool HasEnded() const {
-    return best.isFinite && (ending == EndReason::zero || ending == EndReason::stepsLim);
+    return best.isFinite && (IsConverged(ending) || ending == EndReason::stepsLim);
   }
 };
 
 /// ORCA, the outer solver: minimises F over all locations but the equalised zeros, between their
 /// bounds, from one start: a sequence of primal-dual barrier problems, each by a trust-region
-/// Newton method, then a polish with an active set, which hits bounds exactly.
+/// method, then a polish by projected Newton steps, which hits bounds exactly.
 /// (J. Nocedal and S. Wright, Numerical Optimization, 2006, chapters 4, 16 and 19.)
 class Orca {
  public:
@@ -38,26 +42,27 @@ class Orca {
   void PolishOn(StartSummary& summary, int maxSteps);
 
  private:
-  struct Barrier;
-
   int Size() const { return problem_.constellation.orcaCount; }
-  /// What a gain must be large against to count.
+  /// What a decrease must be large against to count: F, or the noise floor.
   double Level() const { return std::max(current_.Cost(), evaluator_.Negligible()); }
   void MoveInside(Eigen::VectorXd& parameters) const;
   EndReason RunBarriers();
+  double NextRho(double rho) const;
   EndReason SolveBarrier(Barrier& barrier, int problem, int& steps);
-  std::optional<EndReason> BarrierStep(Barrier& barrier, double& radius);
-  double CutAtBounds(const Eigen::VectorXd& step) const;
+  PlannedStep PlanBarrierStep(const StepModels& models, const Eigen::ArrayXd& scales) const;
+  void CutAtBounds(PlannedStep& step, const StepModels& models) const;
   EndReason Polish(int maxSteps);
+  EndReason TakePolishSteps(int maxSteps, int& steps);
   void PutOntoBounds();
-  Eigen::VectorXd FreeVariables() const;
-  std::optional<EndReason> PolishStep(double& radius, int& smallGains);
+  bool IsNoStep(const PlannedStep& step, double leastDecrease) const;
+  static bool IsTooLong(const PlannedStep& step);
   bool Try(const Eigen::VectorXd& variables);
 
   const Problem& problem_;
   const Options& options_;
   Evaluator& evaluator_;
   Listener& listener_;
+  StepControl control_;
   Point current_;
   Point trial_;
 };

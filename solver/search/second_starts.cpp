@@ -63,7 +63,7 @@ VectorXd SecondStarts::Next(const VectorXd& best, StartKind& kind) {
       break;
     default:
       kind = StartKind::random;
-      Scatter(parameters);
+      Scatter(parameters, round % 2 == 1);
   }
   return parameters;
 }
@@ -85,14 +85,18 @@ void SecondStarts::PlaceStandard(VectorXd& parameters, int number) const {
       parameters[factor.parameter] = shape.realSize * (1 + 0.5 * single++);
     }
   }
-  if (number % 2 == 1) ResetZeros(parameters);
+  if (number % 2 == 1) SpreadZeros(parameters);
 }
 
-/// Zeros outside the band, where they neither cancel poles nor make nulls in the passband.
-void SecondStarts::ResetZeros(VectorXd& parameters) const {
+/// Zeros all over where they may be: omega-axis zeros evenly in the logarithm, pairs along the
+/// axis.
+void SecondStarts::SpreadZeros(VectorXd& parameters) const {
+  const auto share = [this](FactorKind kind, int& number) {
+    return (number++ + 0.5) / CountOf(problem_.constellation, kind);
+  };
+  int omega = 0;
   int pair = 0;
   int quad = 0;
-  double omega = 1;
   for (const Factor& factor : problem_.constellation.factors) {
     if (!IsFree(factor)) continue;
     double& location = parameters[factor.parameter];
@@ -101,11 +105,11 @@ void SecondStarts::ResetZeros(VectorXd& parameters) const {
         location = .5;
         break;
       case FactorKind::omegaZero:
-        location = omega *= 1.25;
+        location = std::pow(problem_.largest, share(factor.kind, omega));
         break;
       case FactorKind::zeroPair:
         location = .15;
-        parameters[factor.parameter + 1] = 1.1 + 0.5 * pair++;
+        parameters[factor.parameter + 1] = problem_.largest * share(factor.kind, pair);
         break;
       case FactorKind::zeroQuad:
         location = .4;
@@ -141,8 +145,9 @@ void SecondStarts::Perturb(VectorXd& parameters, double size) {
   }
 }
 
-/// Anywhere where poles and zeros of filters usually are.
-void SecondStarts::Scatter(VectorXd& parameters) {
+/// Anywhere where poles and zeros of filters usually are; every second time with zeros up to
+/// question 14, where stopbands end that reach far.
+void SecondStarts::Scatter(VectorXd& parameters, bool isWide) {
   const double low = std::max(problem_.lowest, .03);
   const double high = std::max(2 * low, std::min(problem_.largest, 2.0));
   for (const Factor& factor : problem_.constellation.factors) {
@@ -150,12 +155,13 @@ void SecondStarts::Scatter(VectorXd& parameters) {
     double& location = parameters[factor.parameter];
     if (factor.kind == FactorKind::omegaZero) {
       const double u = random_.Unit();
-      location = 1 + 2 * u * u;
+      location = isWide ? std::pow(problem_.largest, u) : 1 + 2 * u * u;
       continue;
     }
     location = random_.Logarithmic(low, high);
     if (!factor.IsPair()) continue;
-    const double top = factor.kind == FactorKind::polePair ? 1.3 : 3;
+    const double zeroTop = isWide && factor.kind == FactorKind::zeroPair ? problem_.largest : 3;
+    const double top = factor.kind == FactorKind::polePair ? 1.3 : zeroTop;
     parameters[factor.parameter + 1] = top * random_.Unit();
   }
 }

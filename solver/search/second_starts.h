@@ -33,9 +33,9 @@ class SecondStarts {
 
  private:
   void PlaceStandard(Eigen::VectorXd& parameters, int number) const;
-  void ResetZeros(Eigen::VectorXd& parameters) const;
+  void SpreadZeros(Eigen::VectorXd& parameters) const;
   void Perturb(Eigen::VectorXd& parameters, double size);
-  void Scatter(Eigen::VectorXd& parameters);
+  void Scatter(Eigen::VectorXd& parameters, bool isWide);
   bool IsFree(const Factor& factor) const;
 
   const Problem& problem_;

@@ -70,11 +70,12 @@ class Run : public ::testing::Test {
 TEST_F(Run, LeavesAReportAndTheAnswersAndNothingElse) {
   EXPECT_EQ(Solve(), Exit::converged);
   EXPECT_THAT(Outputs(), UnorderedElementsAre("~pft-out.txt", "last-run.ini"));
-  EXPECT_THAT(out_.str(), EndsWith("pfit: converged (6 of 6 starts agree); rms error 3.088e-03, "
-                                   "99 evaluations\n"
-                                   "pfit-end: exit=0 F=1.595938e-04 rms=3.088e-03 max=6.243e-03 "
-                                   "maxat=1.5 maxrow=4 maxdb=4.408 dbat=9.5 dbrow=20 agree=6 "
-                                   "starts=6 evals=99 warnings=0 faults=0 bounds=1\n"));
+  EXPECT_THAT(out_.str(),
+              EndsWith("pfit: converged (7 of 7 independent starts agree); rms error 3.088e-03, "
+                       "141 evaluations\n"
+                       "pfit-end: exit=0 F=1.595938e-04 rms=3.088e-03 max=6.243e-03 "
+                       "maxat=1.5 maxrow=4 maxdb=4.408 dbat=9.5 dbrow=20 agree=9 "
+                       "starts=9 evals=141 warnings=0 faults=0 bounds=1\n"));
   EXPECT_EQ(err_.str(), "");
   EXPECT_THAT(Report(), EndsWith("\r\nEnd of report.\r\n"));
   const std::string first = Report();
@@ -154,7 +155,7 @@ TEST_F(Run, StopsWhereItIsTold) {
   EXPECT_EQ(Solve(), Exit::stopped);
   EXPECT_THAT(Report(), HasSubstr("Result: stopped at EVALMAX; best point found is given"));
   EXPECT_THAT(Report(), HasSubstr("evaluations          20 of 20 at most"));
-  Use(ExampleRecord("Ex-Yzero.101", "S1=2 10 7; S4=3"));
+  Use(ExampleRecord("Ex-Yzero.101", "S1=2 10 7; S4=1; S6=60"));
   EXPECT_EQ(Solve(), Exit::stopped);
   EXPECT_THAT(Report(), HasSubstr("Result: stopped at STEPSLIM; best point found is given"));
   EXPECT_EQ(Solve(0, 1), Exit::stopped);

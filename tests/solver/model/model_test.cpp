@@ -98,14 +98,14 @@ TEST(Objective, IsTheErrorMeasureWithItsWeights) {
     const double error = problem.freqNorm / 1000 * (total - 150) / std::sqrt(yout);
     delay += error * error / static_cast<double>(problem.delay.size());
   }
-  const Objective objective(problem.constellation, problem.rows, false);
+  const Objective objective(problem.constellation, problem.rows);
   EXPECT_NEAR(objective.CostWithGain(problem.typedParameters, gain) / (10 * passband + delay), 1,
               1e-12);
 }
 
 TEST(Objective, HasTheBestGainAndTheBestDelayConstant) {
   const Problem problem = GoodProblem(EveryKind(true, false, ".5"));
-  Objective objective(problem.constellation, problem.rows, false);
+  Objective objective(problem.constellation, problem.rows);
   Fit fit;
   ASSERT_TRUE(objective.Evaluate(problem.typedParameters, fit));
   const auto cost = [&](double gain) {
@@ -127,9 +127,9 @@ TEST(Objective, IsTheSameWhenEveryRowStandsSevenTimes) {
   Fit once;
   Fit seven;
   ASSERT_TRUE(
-      Objective(problem.constellation, problem.rows, true).Evaluate(problem.typedParameters, once));
+      Objective(problem.constellation, problem.rows).Evaluate(problem.typedParameters, once));
   ASSERT_TRUE(
-      Objective(problem.constellation, often, true).Evaluate(problem.typedParameters, seven));
+      Objective(problem.constellation, often).Evaluate(problem.typedParameters, seven));
   EXPECT_NEAR(seven.cost / once.cost, 1, 1e-12);
   EXPECT_NEAR(seven.delayConstant / once.delayConstant, 1, 1e-12);
   EXPECT_NEAR(seven.largestError / once.largestError, 1, 1e-12);
@@ -148,7 +148,7 @@ TEST(Objective, StaysInTheRangeOfNumbersWithManySmallLocations) {
                         "; 11c=" + quads + "; 13=1e-6"));
   Fit fit;
   ASSERT_TRUE(
-      Objective(problem.constellation, problem.rows, false).Evaluate(problem.typedParameters, fit));
+      Objective(problem.constellation, problem.rows).Evaluate(problem.typedParameters, fit));
   const Eigen::ArrayXd& in = problem.rows.inputs;
   EXPECT_NEAR(fit.gain * in.square().sum() / (in * problem.rows.targets).sum(), 1, 1e-9);
   EXPECT_TRUE(Magnitudes(problem.constellation, problem.typedParameters, problem.rows.frequencies)

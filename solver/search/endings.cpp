@@ -1,0 +1,82 @@
+#include "solver/search/endings.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "solver/model/model.h"
+
+namespace polefit {
+
+using Eigen::ArrayXd;
+
+namespace {
+
+/// Distances, as parts of a zero's or a bound's size, that count as none.
+constexpr double kMet = 1e-3;
+constexpr double kAtEnd = 1e-5;
+constexpr double kOnSigmaAxis = 1e-4;
+/// An rms error, as a part of the largest Yout, that no user asks about.
+constexpr double kTinyError = 1e-7;
+
+}  // namespace
+
+double RoundingCost(const Problem& problem, const Point& point) {
+  const DataRows& rows = problem.rows;
+  const ArrayXd obtained =
+      point.fit.gain * Magnitudes(problem.constellation, point.parameters, rows.frequencies);
+  const ArrayXd ofOutput = rows.weights * problem.youtUnit;
+  const ArrayXd ofInput = rows.weights * problem.yinUnit * obtained;
+  double cost = rows.magnitudeWeight * (ofOutput.square() + ofInput.square()).mean();
+  if (problem.wantsDelay) cost += (rows.delayLevels * problem.txUnit).square().mean();
+  return cost / 12;
+}
+
+EndReason JudgedEnding(EndReason ending, const Point& answer, double roundingCost) {
+  if (ending != EndReason::stepsLim && ending != EndReason::evalMax) return ending;
+  if (answer.Cost() <= 2 * roundingCost) return EndReason::finerThanTyped;
+  if (std::sqrt(answer.fit.meanSquare) < kTinyError) return EndReason::tinyError;
+  return ending;
+}
+
+bool IsLastZeroAtBound(const Problem& problem, const Point& point) {
+  if (!problem.Equalises()) return false;
+  const double last = point.parameters[problem.constellation.MovedCount() - 1];
+  return last > (1 - kAtEnd) * problem.largest;
+}
+
+std::vector<std::vector<std::size_t>> MetZeros(const Problem& problem, const Point& point) {
+  const std::vector<Factor>& factors = problem.constellation.factors;
+  const auto location = [&](std::size_t index) {
+    return point.parameters[factors[index].parameter];
+  };
+  std::vector<std::size_t> zeros;
+  for (std::size_t i = 0; i < factors.size(); ++i) {
+    const bool isFree = factors[i].kind == FactorKind::omegaZero &&
+                        factors[i].parameter < problem.constellation.orcaCount;
+    if (isFree && location(i) < (1 - kMet) * problem.largest) zeros.push_back(i);
+  }
+  std::sort(zeros.begin(), zeros.end(),
+            [&](std::size_t one, std::size_t other) { return location(one) < location(other); });
+  std::vector<std::vector<std::size_t>> groups;
+  for (std::size_t k = 0; k < zeros.size(); ++k) {
+    const bool hasMet =
+        k > 0 && location(zeros[k]) - location(zeros[k - 1]) < kMet * location(zeros[k]);
+    if (!hasMet) groups.emplace_back();
+    groups.back().push_back(zeros[k]);
+  }
+  std::erase_if(groups, [](const auto& group) { return group.size() < 2; });
+  return groups;
+}
+
+std::vector<std::size_t> PairsOnSigmaAxis(const Problem& problem, const Point& point) {
+  std::vector<std::size_t> pairs;
+  for (std::size_t i = 0; i < problem.constellation.factors.size(); ++i) {
+    const Factor& factor = problem.constellation.factors[i];
+    if (factor.kind != FactorKind::polePair) continue;
+    const double real = point.parameters[factor.parameter];
+    if (point.parameters[factor.parameter + 1] < kOnSigmaAxis * real) pairs.push_back(i);
+  }
+  return pairs;
+}
+
+}  // namespace polefit
