@@ -1,5 +1,6 @@
 #include "app/file_commands.h"
 
+#include "base/pattern.h"
 #include "base/text.h"
 #include "form/transfer.h"
 #include "grids/grid_routines.h"
@@ -54,10 +55,6 @@ void TellLostCharacters(Program& program, int count) {
   program.host.MessageBox(text, message_style::kExclamation, "Characters replaced");
 }
 
-bool HasWildcards(const std::string& path) {
-  return path.find_first_of("*?") != std::string::npos;
-}
-
 void DeleteAfterQuestion(Program& program, const std::string& path) {
   if (HasWildcards(path) || !FileExists(program.host, path)) return;
   const Answer answer = program.host.MessageBox("Delete '" + path + "' File.",
@@ -86,10 +83,12 @@ void FileNew(Program& program) {
   const Answer answer = program.host.MessageBox(
       "Okay to Clear responses?", message_style::kOkCancelQuestion, "Confirm 'New' Response.");
   if (answer != Answer::ok) return;
+  // Asked first of all: where it fails, nothing has been emptied yet.
+  const std::string folder = program.host.CurrentFolder();
   EmptyRecord(program.document.record);
   ClearBoth(program.windows.grids);
   program.files.currentFileName = program.document.record.LastFileName;
-  program.files.currentFolder = program.host.CurrentFolder();
+  program.files.currentFolder = folder;
   GetAnswers(program);
 }
 
@@ -104,7 +103,7 @@ void FileOld(Program& program) {
   dialog.filter =
       "All Files (*.*)|*.*|"
       "Response Files (*.?\?)|*.?;*.??|Example Response Files (Ex-*.?\?)|Ex-*.?;Ex-*.??";
-  dialog.filterIndex = 2;
+  dialog.filterIndex = 2;  // Kept: it hides files with three characters behind the dot
   dialog.fileName = "*.*";
   dialog.cancelIsError = true;
   const StepResult shown = RunStep(program.host, errors, [&] { program.host.ShowOpen(dialog); });
@@ -126,11 +125,13 @@ void OpenResponseFile(Program& program, const std::string& path) {
     FileReadMe(host, files, program.document.record, files.lastUsedName, files.currentFolder);
     RunStep(host, errors, [&] { host.CloseFile(); });
   }
+  // Kept: a file with fewer than three zero counts ends the program here.
   RunStep(host, errors, [&] { GetAnswers(program); });
 }
 
 void FileSave(Program& program) {
-  // The bare name is looked for in the folder that the last dialog left current.
+  // Kept: the data stay marked as changed, and the bare name is looked for in the folder that the
+  // last dialog left current.
   if (!FileExists(program.host, program.files.currentFileName)) {
     FileSaveAs(program);
     return;
@@ -153,7 +154,7 @@ bool FileSaveAs(Program& program) {
   RunStep(host, errors, [&] { SetCurrentFile(host, files, dialog.fileName); });
   dialog.initialFolder = files.currentFolder;
   const StepResult written = RunStep(host, errors, [&] { WriteForm(program); });
-  program.windows.frmMain.SetText("LastFileName", files.currentFileName);
+  program.windows.frmMain.SetText(kLastFileNameBox, files.currentFileName);
   return written == StepResult::done;
 }
 

@@ -40,11 +40,16 @@ void ShowLastRun(Program& program) {
   std::optional<RunTimeError> failure;
   if (OpenLastRun(program, failure)) {
     ReadLastRun(program);
-    GetAnswers(program);
+    try {
+      GetAnswers(program);
+    } catch (const RunTimeError& error) {
+      failure = error;  // what can be shown is shown, with its column and its boxes
+    }
   } else {
     PutAnswers(program);
   }
-  ShowWeightColumn(program.windows.grids, program.windows.frmMain.IsChecked("chkUseWeights"));
+  ShowWeightColumn(program.windows.grids,
+                   program.windows.frmMain.IsChecked(BoxName(slot::kUseWeights)));
   ApplyFieldRules(program.windows.frmMain);
   if (failure) throw *failure;
 }
@@ -62,7 +67,7 @@ void RequireLastRun(Program& program) {
 
 void EndStartUp(Program& program) {
   const std::string name = program.files.currentFileName;
-  program.windows.frmMain.SetText("LastFileName", name);
+  program.windows.frmMain.SetText(kLastFileNameBox, name);
   SetCurrentFile(program.host, program.files, name);
   program.document.DataChanged = 0;
 }

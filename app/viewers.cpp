@@ -38,6 +38,7 @@ void EmailSupport(Program& program) {
                               "?subject=Polefit " POLEFIT_VERSION " questions/problems";
   const long client =
       program.host.StartProgram({"c:\\program files\\outlook express\\msimn.exe", {message}});
+  // Kept: the program stands still for as long as the mail client is open.
   program.host.WaitForSingleObject(client);
 }
 

@@ -34,4 +34,8 @@ bool FitsPattern(std::string_view name, std::string_view pattern) {
   return pattern == "*.*" || Fits(name, pattern);
 }
 
+bool HasWildcards(std::string_view text) {
+  return text.find_first_of("*?") != std::string_view::npos;
+}
+
 }  // namespace polefit

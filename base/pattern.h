@@ -8,4 +8,7 @@ namespace polefit {
 /// "*.*" fits every name, with a dot or without. Case counts.
 bool FitsPattern(std::string_view name, std::string_view pattern);
 
+/// Whether a text holds a character that makes it a pattern.
+bool HasWildcards(std::string_view text);
+
 }  // namespace polefit

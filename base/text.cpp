@@ -64,7 +64,7 @@ int ByteOf(char32_t codePoint) {
   if (codePoint < 0x80 || (codePoint >= 0xA0 && codePoint < 0x100)) {
     return static_cast<int>(codePoint);
   }
-  const auto* const found = std::find(kHighControls.begin(), kHighControls.end(), codePoint);
+  const auto* found = std::find(kHighControls.begin(), kHighControls.end(), codePoint);
   return found == kHighControls.end() ? -1
                                       : static_cast<int>(0x80 + (found - kHighControls.begin()));
 }
@@ -78,7 +78,7 @@ bool IsAscii(std::string_view text) {
 
 /// How many characters from the front on are plain ASCII.
 std::size_t LengthOfAscii(std::string_view text) {
-  const auto* const end =
+  const auto* end =
       std::find_if(text.begin(), text.end(), [](char c) { return static_cast<Byte>(c) >= 0x80; });
   return static_cast<std::size_t>(end - text.begin());
 }

@@ -6,6 +6,8 @@
 #include <cstdarg>
 #include <cstdio>
 
+#include "base/text.h"
+
 namespace polefit {
 
 namespace {
@@ -79,6 +81,20 @@ std::string ShortestNumber(double value) {
   std::array<char, 40> buffer{};
   const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
   return {buffer.data(), end};
+}
+
+std::string Padded(std::string_view text, std::size_t width) {
+  const std::size_t length = CharacterCount(text);
+  return std::string(text) + std::string(length < width ? width - length : 0, ' ');
+}
+
+std::string OneLineCaption(std::string_view caption) {
+  std::string line;
+  for (const char c : caption) {
+    const bool isRepeated = (c == ' ' || c == '&') && line.ends_with(c);
+    if (!isRepeated) line += c;
+  }
+  return line;
 }
 
 std::string UpperCase(std::string_view text) {

@@ -29,6 +29,12 @@ std::string ExactNumber(double value);
 /// "0.5", "6.283185307179586e+07".
 std::string ShortestNumber(double value);
 
+/// A text padded with blanks to `width` characters.
+std::string Padded(std::string_view text, std::size_t width);
+
+/// A label's caption on one line of text: runs of blanks are one blank, "&&" is "&".
+std::string OneLineCaption(std::string_view caption);
+
 /// ASCII letters as capitals.
 std::string UpperCase(std::string_view text);
 

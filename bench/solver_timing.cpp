@@ -30,7 +30,7 @@ ResponseRecord Read(const std::string& path) {
 }
 
 /// The shortest of several runs, in seconds.
-template <class Work>
+template <typename Work>
 double ShortestTime(Work work) {
   double shortest = 1e9;
   for (int i = 0; i < kRepetitions; ++i) {

@@ -1,5 +1,6 @@
 #include "base/number.h"
 #include "base/text.h"
+#include "base/text_format.h"
 #include "check/check.h"
 #include "record/question_catalogue.h"
 
@@ -9,19 +10,9 @@ namespace {
 
 constexpr std::size_t kLabelWidth = 52;
 
-std::string Padded(std::string_view text, std::size_t width) {
-  const std::size_t length = CharacterCount(text);
-  return std::string(text) + std::string(length < width ? width - length : 0, ' ');
-}
-
-/// A caption as a line of text: runs of blanks are one, "&&" is "&", and it is cut to the column.
+/// A caption cut to the column.
 std::string Caption(std::string_view label) {
-  std::string caption;
-  for (const char c : label) {
-    const bool repeated = !caption.empty() && caption.back() == c && (c == ' ' || c == '&');
-    if (!repeated) caption += c;
-  }
-  return Padded(FirstCharacters(caption, kLabelWidth), kLabelWidth);
+  return Padded(FirstCharacters(OneLineCaption(label), kLabelWidth), kLabelWidth);
 }
 
 std::string Line(std::string_view label, std::string_view value) {

@@ -11,6 +11,7 @@ bool MayShowDemos(Program& program) {
 }
 
 void ChooseDemo(Program& program, int index) {
+  // Kept: the example becomes the current file at the click, before it is run.
   program.files.currentFileName = kDemos.at(static_cast<std::size_t>(index - 1)).fileName;
   program.files.currentFolder = UserFolder(program);
 }

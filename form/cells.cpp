@@ -12,10 +12,6 @@ namespace polefit {
 
 namespace {
 
-const Question& ZeroCountQuestion() {
-  return kQuestions.at(slot::kZeroCounts - 1);
-}
-
 std::optional<EditedCell> EditedCellOf(const GridState& grids) {
   if (!grids.txtCellEditor.IsVisible()) return std::nullopt;
   return EditedCell{grids.CurrentGrid == &grids.DelayData, grids.editedRow, grids.editedColumn,
@@ -25,7 +21,7 @@ std::optional<EditedCell> EditedCellOf(const GridState& grids) {
 void ShowZeroCountBoxes(FormView& form, const FormCells& cells) {
   std::size_t box = 0;
   for (const std::string& text : cells.zeroCounts) {
-    const std::string_view name = ZeroCountQuestion().boxes.at(box++).name;
+    const std::string_view name = BoxName(slot::kZeroCounts, box++);
     form.SetText(name, text);
     ApplyRuleOf(form, name);
   }
@@ -85,11 +81,11 @@ FormCells CellsOf(const Program& program) {
   ReadAllRows(program.windows.grids, typed.passband, typed.delay);
   std::size_t box = 0;
   for (std::string& text : cells.zeroCounts) {
-    text = program.windows.frmMain.Text(ZeroCountQuestion().boxes.at(box++).name);
+    text = program.windows.frmMain.Text(BoxName(slot::kZeroCounts, box++));
   }
   cells.editor = EditedCellOf(program.windows.grids);
   cells.files = program.files;
-  cells.shownFileName = program.windows.frmMain.Text("LastFileName");
+  cells.shownFileName = program.windows.frmMain.Text(kLastFileNameBox);
   return cells;
 }
 
@@ -104,7 +100,7 @@ void ShowCells(Program& program, const FormCells& shown) {
   ShowRecord(program);
   FillRowsBehindPoints(grids, cells.typed.passband, cells.typed.delay);
   ShowZeroCountBoxes(program.windows.frmMain, cells);
-  program.windows.frmMain.SetText("LastFileName", cells.shownFileName);
+  program.windows.frmMain.SetText(kLastFileNameBox, cells.shownFileName);
   grids.PassData.SetCurrentRow(std::min(passRow, grids.PassData.RowCount() - 1));
   grids.DelayData.SetCurrentRow(std::min(delayRow, grids.DelayData.RowCount() - 1));
   program.document.DataChanged = 1;

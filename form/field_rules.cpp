@@ -5,51 +5,65 @@
 #include "base/number.h"
 #include "base/run_time_error.h"
 #include "base/text.h"
+#include "record/question_catalogue.h"
 
 namespace polefit {
 
 namespace {
 
+void Enable(FormView& form, int slot, bool enabled) {
+  form.SetEnabled(BoxName(slot), enabled);
+}
+
 void RuleDelay(FormView& form) {
-  const bool enabled = form.IsChecked("chkEqualDelay");
-  form.SetEnabled("tmin", enabled);
-  form.SetEnabled("DelRipplePower", enabled);
+  const bool enabled = form.IsChecked(BoxName(slot::kEqualDelay));
+  Enable(form, slot::kTmin, enabled);
+  Enable(form, slot::kDelRipplePower, enabled);
 }
 
 void RuleSigmaPoles(FormView& form) {
   // Kept: the first character decides, not the number: "00 4" and "0.5 4" disable the box as "0 4"
   // does, and an empty answer enables it.
-  const std::string answer = form.Text("nPoles");
-  form.SetEnabled("sigmaPoles", !TrimBlanks(answer).starts_with('0'));
+  const std::string answer = form.Text(BoxName(slot::kNPoles));
+  Enable(form, slot::kSigmaPoles, !TrimBlanks(answer).starts_with('0'));
 }
 
 void RuleSigmaZero(FormView& form) {
-  const bool enabled = form.IsChecked("chkSigmaZero");
-  form.SetEnabled("chkLossless", enabled);
-  form.SetEnabled("chkDoublet", enabled);
-  form.SetEnabled("sigmaZero", enabled);
+  const bool enabled = form.IsChecked(BoxName(slot::kSigmaZeroWanted));
+  Enable(form, slot::kLossless, enabled);
+  Enable(form, slot::kDoublet, enabled);
+  Enable(form, slot::kSigmaZero, enabled);
+}
+
+double ZeroCount(const FormView& form, ZeroCountBox box) {
+  return ReadNumber(form.Text(BoxName(slot::kZeroCounts, box)));
 }
 
 void RuleOmegaZeros(FormView& form) {
-  form.SetEnabled("Yzero", ReadNumber(form.Text("nYzeros")) != 0);
+  Enable(form, slot::kYzero, ZeroCount(form, kOmegaAxisZeros) != 0);
 }
 
 void RulePairsAndQuads(FormView& form) {
   // Kept: the sum decides, so that counts of opposite sign disable the lists.
-  const double sum = ReadNumber(form.Text("nZquads")) + ReadNumber(form.Text("nZpairs"));
+  const double sum = ZeroCount(form, kZeroQuads) + ZeroCount(form, kZeroPairs);
   if (std::isinf(sum)) throw MakeRunTimeError(error_number::kOverflow);
-  form.SetEnabled("Zreal", sum != 0);
-  form.SetEnabled("Zimag", sum != 0);
+  Enable(form, slot::kZreal, sum != 0);
+  Enable(form, slot::kZimag, sum != 0);
 }
 
-struct DecidingControl {
-  std::string_view name;
+struct DecidingBox {
+  int slot;
+  std::size_t box;
   void (*rule)(FormView&);
 };
 
-constexpr DecidingControl kDecidingControls[] = {
-    {"chkEqualDelay", RuleDelay}, {"nPoles", RuleSigmaPoles},     {"chkSigmaZero", RuleSigmaZero},
-    {"nYzeros", RuleOmegaZeros},  {"nZpairs", RulePairsAndQuads}, {"nZquads", RulePairsAndQuads},
+constexpr DecidingBox kDecidingBoxes[] = {
+    {slot::kEqualDelay, 0, RuleDelay},
+    {slot::kNPoles, 0, RuleSigmaPoles},
+    {slot::kSigmaZeroWanted, 0, RuleSigmaZero},
+    {slot::kZeroCounts, kOmegaAxisZeros, RuleOmegaZeros},
+    {slot::kZeroCounts, kZeroPairs, RulePairsAndQuads},
+    {slot::kZeroCounts, kZeroQuads, RulePairsAndQuads},
 };
 
 }  // namespace
@@ -63,8 +77,8 @@ void ApplyFieldRules(FormView& form) {
 }
 
 void ApplyRuleOf(FormView& form, std::string_view control) {
-  for (const DecidingControl& deciding : kDecidingControls) {
-    if (deciding.name != control) continue;
+  for (const DecidingBox& deciding : kDecidingBoxes) {
+    if (BoxName(deciding.slot, deciding.box) != control) continue;
     try {
       deciding.rule(form);
     } catch (const RunTimeError&) {

@@ -24,12 +24,12 @@ void EditSolverDefaults(FormView& form) {
   for (const SolverQuestion& question : kSolverQuestions) {
     form.SetText(question.name, std::string(question.editText));
   }
-  form.SetFocus("Remax");
+  form.SetFocus(kSolverQuestions[0].name);
 }
 
 void UseSolverDefaults(FormView& form) {
   clearSolvdata(form);
-  form.SetFocus("Remax");
+  form.SetFocus(kSolverQuestions[0].name);
 }
 
 }  // namespace polefit

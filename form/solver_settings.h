@@ -13,7 +13,7 @@ void GetSolvAnswers(FormView& form, const ResponseRecord& record);
 void PutSolvAnswers(const FormView& form, ResponseRecord& record);
 
 /// "&Edit Defaults" and "&Use Defaults": fill the boxes with the defaults to edit, or empty them.
-/// Both focus `Remax`.
+/// Both focus the first box.
 void EditSolverDefaults(FormView& form);
 void UseSolverDefaults(FormView& form);
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/notice_board.h"
 #include "form/form_view.h"
 #include "grids/grid_state.h"
 #include "platform/host.h"
@@ -40,6 +41,8 @@ struct Program {
   Files files = {};
   Document document;
   Windows windows;
+  /// What waits for a decision of the user, over the tabs.
+  NoticeBoard notices = {};
 
   /// Seconds; kept in the settings file and used by nothing else.
   float CommandDelay = 1.0F;

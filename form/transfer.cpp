@@ -1,5 +1,6 @@
 #include "form/transfer.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -25,10 +26,6 @@ std::string TakeAnswer(const FormView& form, const Question& question) {
   return answer;
 }
 
-bool IsYes(const std::string& answer) {
-  return answer == "Y" || answer == "y";
-}
-
 void ShowAnswer(FormView& form, const Question& question, const std::string& answer) {
   if (question.kind == AnswerKind::flag) {
     form.SetChecked(question.boxes[0].name, IsYes(answer));
@@ -37,7 +34,8 @@ void ShowAnswer(FormView& form, const Question& question, const std::string& ans
   }
 }
 
-/// Splits the zero counts at every single blank; pieces after the third are ignored.
+/// Splits the zero counts at every single blank; pieces after the third are ignored. Kept: two
+/// blanks together leave a box empty, and fewer than three pieces are an error.
 void ShowZeroCounts(FormView& form, const std::string& answer) {
   const std::size_t index = slot::kZeroCounts - 1;
   std::string_view rest = answer.empty() ? std::string_view("0 0 0") : answer;
@@ -62,6 +60,7 @@ void ResetGrids(Program& program) {
 
 /// Takes the whole form into `record`, whose counts are those of the grids so far.
 void TakeForm(const Program& program, ResponseRecord& record) {
+  // Kept: after a demo the name stays as it was until the next submit.
   if (program.document.RunMode != "Demo") record.LastFileName = program.files.currentFileName;
   TakeAnswers(program, record);
   ReadGrids(program.windows.grids, record);
@@ -92,6 +91,9 @@ ResponseRecord RecordOf(const Program& program) {
   record.nFreqPoints = shown.nFreqPoints;
   record.nDelayPoints = shown.nDelayPoints;
   TakeForm(program, record);
+  // How many spare rows the grids have is no part of it.
+  record.passband = record.passband.FirstRows(std::max<int>(record.nFreqPoints, 0) + 1);
+  record.delay = record.delay.FirstRows(std::max<int>(record.nDelayPoints, 0) + 1);
   DeriveCounts(record);
   return record;
 }
@@ -105,12 +107,12 @@ void GetAnswers(Program& program) {
   ShowZeroCounts(form, record.Slot(slot::kZeroCounts));
   ResetGrids(program);
   for (const NoteBox& note : kNoteBoxes) form.SetText(note.name, record.*note.field);
-  form.SetText("LastFileName", record.LastFileName);
+  form.SetText(kLastFileNameBox, record.LastFileName);
   FillGrids(program.windows.grids, record.passband, record.delay);
   GetSolvAnswers(form, record);
   // Every text shown has raised its change notification; the record just shown is unchanged.
   program.document.DataChanged = 0;
-  ShowWeightColumn(program.windows.grids, form.IsChecked("chkUseWeights"));
+  ShowWeightColumn(program.windows.grids, form.IsChecked(BoxName(slot::kUseWeights)));
   ApplyFieldRules(form);
 }
 

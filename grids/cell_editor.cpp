@@ -68,7 +68,7 @@ void CellEditorKeyPressed(GridState& state, EditorKey key) {
 
 void CellEditorGotFocus(GridState& state) {
   // Kept: PassData's position decides even while DelayData is edited, but the row goes to the
-  // grid that is edited.
+  // grid that is edited. Kept: that marks the data as changed.
   if (RowsRunOut(state.PassData)) AddGridRow(state, true);
 }
 
@@ -82,12 +82,14 @@ void GridMousePressed(GridState& state, GridView& grid) {
 }
 
 void GridDoubleClicked(GridState& state, GridView& grid) {
+  HideCellEditor(state, false);
   state.CurrentGrid = &grid;
   ShowCellEditor(state);
 }
 
 void GridCharacterTyped(GridState& state, GridView& grid, const std::string& character) {
   GridDoubleClicked(state, grid);
+  // Kept: a control character opens the editor with the old text.
   if (static_cast<unsigned char>(character.at(0)) < ' ') return;
   state.txtCellEditor.SetText(character);
   state.txtCellEditor.SetSelection(1, kToTheEnd);

@@ -5,6 +5,14 @@
 
 namespace polefit {
 
+/// Cells of a grid, rows and columns counting from 1, the last ones included.
+struct CellBlock {
+  int firstRow = 1;
+  int lastRow = 1;
+  int firstColumn = 1;
+  int lastColumn = 1;
+};
+
 /// One spreadsheet-like grid as the grid routines see it. Row 0 is the header row and column 0 the
 /// row-number column; both count in the row count and take part in the numbering. Widths are twips.
 class GridView {
@@ -44,6 +52,7 @@ class CellEditorView {
   virtual bool IsVisible() const = 0;
   virtual std::string Text() const = 0;
   virtual void SetText(const std::string& text) = 0;
+  /// Counts characters; a length beyond the end means up to the end.
   virtual void SetSelection(int start, int length) = 0;
   /// Covers the current cell of `grid`, comes to the front and takes the focus.
   virtual void ShowOver(GridView& grid) = 0;

@@ -87,7 +87,7 @@ constexpr std::array<std::array<const char*, 2>, 17> kReceiverDelay = {{
     {"8.5", "53.016"},
 }};
 
-template <class Table, std::size_t Columns>
+template <typename Table, std::size_t Columns>
 void Fill(const Table& table, PointLists<Columns>& points, std::int16_t& count,
           std::string& answer) {
   count = static_cast<std::int16_t>(table.size());

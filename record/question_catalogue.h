@@ -49,6 +49,8 @@ struct Question {
   std::array<AnswerBox, 3> boxes;
   /// Whether the box selects its whole text when it receives the focus.
   bool selectsAll;
+  /// What the answer is measured in and may be, for who rests the mouse on its box.
+  std::string_view tip = {};
 
   std::span<const AnswerBox> Boxes() const {
     return std::span(boxes).first(kind == AnswerKind::counts ? 3 : 1);
@@ -59,6 +61,12 @@ inline constexpr int kQuestionCount = 22;
 
 /// Slots 1 to 22, in slot order.
 extern const std::array<Question, kQuestionCount> kQuestions;
+
+/// The three boxes of the zero counts, in order.
+enum ZeroCountBox : std::size_t { kOmegaAxisZeros, kZeroPairs, kZeroQuads };
+
+/// The name of the control that shows the answer of a slot, or one of the zero counts.
+std::string_view BoxName(int slot, std::size_t box = 0);
 
 /// "8" for slot 10; also that of the passband point count.
 std::string_view QuestionNumber(int slot);
@@ -81,9 +89,18 @@ struct SolverQuestion {
   /// What "&Edit Defaults" puts in. The spacing differs from the two above on purpose.
   std::string_view editText;
   bool selectsAll;
+  /// What the value is measured in and may be, for who rests the mouse on its box.
+  std::string_view tip = {};
 };
 
 extern const std::array<SolverQuestion, kSolverValueCount> kSolverQuestions;
+
+/// What the data columns of the two tables hold, from the first one on.
+inline constexpr std::array<std::string_view, 4> kPassbandUnits = {
+    "Frequency in MHz", "Given input signal, as a ratio (not in dB)",
+    "Desired output signal, as a ratio (not in dB)", "Weight of the row's error, 1 for all alike"};
+inline constexpr std::array<std::string_view, 2> kDelayUnits = {"Frequency in MHz",
+                                                                "Group delay tx in ns"};
 
 /// A free note and its box.
 struct NoteBox {
@@ -93,5 +110,8 @@ struct NoteBox {
 };
 
 extern const std::array<NoteBox, 2> kNoteBoxes;
+
+/// The box that shows the name that the data were last saved under.
+inline constexpr std::string_view kLastFileNameBox = "LastFileName";
 
 }  // namespace polefit

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "record/point_lists.h"
 
@@ -38,6 +39,11 @@ struct ResponseRecord {
 
   bool operator==(const ResponseRecord&) const = default;
 };
+
+/// Whether the answer of a flag ticks its box.
+inline bool IsYes(std::string_view answer) {
+  return answer == "Y" || answer == "y";
+}
 
 /// The answer slots by name. Their order is the order of the answers in the file.
 namespace slot {

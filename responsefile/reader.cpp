@@ -17,7 +17,7 @@ void SkipBlockHeader(LineSource& lines) {
   lines.ReadLine();
 }
 
-/// The point count of a count answer; the lists get one spare row behind it. The spare row takes
+/// The point count of a count answer; the lists get one spare row behind it. Kept: that row takes
 /// part in the 16-bit arithmetic, so 32,767 points are too many.
 template <std::size_t Columns>
 std::int16_t SizeLists(const std::string& answer, PointLists<Columns>& points) {

@@ -2,12 +2,23 @@
 
 #include <QFocusEvent>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <utility>
 
-#include "widgets/focus_reason.h"
 #include "widgets/one_line.h"
 
 namespace polefit {
+
+namespace {
+
+/// A menu that opens or a window that comes to the front takes the focus only for a while, and the
+/// box takes no notice when it comes back.
+bool ComesBack(Qt::FocusReason reason) {
+  return reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason ||
+         reason == Qt::ActiveWindowFocusReason;
+}
+
+}  // namespace
 
 AnswerEdit::AnswerEdit(int length, bool selectsAll) : length_(length), selectsAll_(selectsAll) {
   KeepToOneLine(*this);
@@ -19,10 +30,27 @@ QSize AnswerEdit::sizeHint() const {
   return {digits + metrics.height(), QLineEdit::sizeHint().height()};
 }
 
+void AnswerEdit::ForgetTyping() {
+  if (!isUndoAvailable() && !isRedoAvailable()) return;
+  const int caret = cursorPosition();
+  ShowAsItStands(*this, text());
+  setCursorPosition(caret);
+}
+
+bool AnswerEdit::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool isForMenu = (key->matches(QKeySequence::Undo) && !isUndoAvailable()) ||
+                           (key->matches(QKeySequence::Redo) && !isRedoAvailable());
+    if (isForMenu) return false;
+  }
+  return QLineEdit::event(event);
+}
+
 void AnswerEdit::focusInEvent(QFocusEvent* event) {
   const int caret = cursorPosition();
   QLineEdit::focusInEvent(event);
-  if (!FocusMovesInProgram(event->reason())) return;
+  if (ComesBack(event->reason())) return;
   if (selectsAll_) {
     selectAll();
     // The press that gave the focus goes on to set the caret; its release selects again.

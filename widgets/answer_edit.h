@@ -5,7 +5,8 @@
 namespace polefit {
 
 /// A text box for an answer of about `length` digits. When it receives the focus it selects its
-/// whole text, or leaves the caret where it is, however the focus came.
+/// whole text, or leaves the caret where it is, however the focus came. Undo and Redo keys that it
+/// has no use for go on to the menu.
 class AnswerEdit final : public QLineEdit {
   Q_OBJECT
 
@@ -15,7 +16,11 @@ class AnswerEdit final : public QLineEdit {
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
 
+  /// Forgets what was typed so far: its own undo no longer reaches behind this.
+  void ForgetTyping();
+
  protected:
+  bool event(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
 

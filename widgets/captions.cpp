@@ -4,9 +4,9 @@
 
 namespace polefit {
 
-QLabel* MakeTitle(const char* text) {
+QLabel* MakeTitle(const QString& text) {
   constexpr double kTitleScale = 1.8;
-  auto* const title = new QLabel(text);
+  auto* title = new QLabel(text);
   title->setObjectName("lblTitle");
   QFont font = title->font();
   font.setBold(true);
@@ -15,9 +15,9 @@ QLabel* MakeTitle(const char* text) {
   return title;
 }
 
-QLabel* MakeSentence(const char* name, const char* text) {
+QLabel* MakeSentence(const char* name, const QString& text) {
   constexpr int kLineCharacters = 78;
-  auto* const sentence = new QLabel(text);
+  auto* sentence = new QLabel(text);
   sentence->setObjectName(name);
   sentence->setTextFormat(Qt::PlainText);
   sentence->setWordWrap(true);

@@ -12,12 +12,12 @@ QString ToQString(std::string_view utf8) {
   return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
-QString PlainCaption(std::string_view caption) {
-  return ToQString(caption).replace("&&", "&");
+QString PlainCaption(const QString& caption) {
+  return QString(caption).replace("&&", "&");
 }
 
-ControlLabel::ControlLabel(std::string_view name, std::string_view caption, QWidget* control)
-    : QLabel(ToQString(caption)) {
+ControlLabel::ControlLabel(std::string_view name, const QString& caption, QWidget* control)
+    : QLabel(caption) {
   setObjectName(ToQString(name));
   setTextFormat(Qt::PlainText);
   setWordWrap(true);
@@ -39,7 +39,7 @@ void ControlLabel::AlignWithBuddy() {
   setContentsMargins(0, std::max(0, (height - fontMetrics().height()) / 2), 0, 0);
 }
 
-QLabel* MakeText(std::string_view name, std::string_view caption) {
+QLabel* MakeText(std::string_view name, const QString& caption) {
   auto* label = new QLabel(PlainCaption(caption));
   label->setObjectName(ToQString(name));
   label->setTextFormat(Qt::PlainText);
@@ -47,7 +47,7 @@ QLabel* MakeText(std::string_view name, std::string_view caption) {
   return label;
 }
 
-QLabel* MakeHeader(std::string_view name, std::string_view caption) {
+QLabel* MakeHeader(std::string_view name, const QString& caption) {
   QLabel* label = MakeText(name, caption);
   label->setWordWrap(false);
   QFont font = label->font();
@@ -56,7 +56,7 @@ QLabel* MakeHeader(std::string_view name, std::string_view caption) {
   return label;
 }
 
-QLabel* MakeNote(std::string_view name, std::string_view caption) {
+QLabel* MakeNote(std::string_view name, const QString& caption) {
   QLabel* label = MakeText(name, caption);
   label->setAlignment(Qt::AlignCenter);
   label->setBackgroundRole(QPalette::AlternateBase);
@@ -74,8 +74,8 @@ AnswerEdit* MakeBox(std::string_view name, std::string_view text, int length, bo
   return box;
 }
 
-QPushButton* MakeButton(std::string_view name, std::string_view caption) {
-  auto* button = new QPushButton(ToQString(caption));
+QPushButton* MakeButton(std::string_view name, const QString& caption) {
+  auto* button = new QPushButton(caption);
   button->setObjectName(ToQString(name));
   button->setAutoDefault(true);  // Return presses it, as the space bar does
   button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

@@ -8,7 +8,7 @@ namespace polefit {
 namespace {
 
 QString OneLine(QString text) {
-  return text.replace("\r\n", " ").replace('\n', ' ').replace('\r', ' ');
+  return text.replace("\r\n", " ").replace('\n', ' ').replace('\r', ' ').replace('\t', ' ');
 }
 
 class OneLineValidator : public QValidator {
@@ -28,6 +28,13 @@ class OneLineValidator : public QValidator {
 void KeepToOneLine(QLineEdit& box) {
   box.setMaxLength(std::numeric_limits<int>::max());
   box.setValidator(new OneLineValidator(&box));
+}
+
+void ShowAsItStands(QLineEdit& box, const QString& text) {
+  const QValidator* validator = box.validator();
+  box.setValidator(nullptr);
+  box.setText(text);
+  box.setValidator(validator);
 }
 
 }  // namespace polefit

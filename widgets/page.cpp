@@ -3,6 +3,7 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QLabel>
+#include <algorithm>
 
 namespace polefit {
 
@@ -11,6 +12,8 @@ Page::Page(int columns) {
   setWidgetResizable(true);
   setFocusPolicy(Qt::NoFocus);
   auto* content = new QWidget;
+  // A click beside the boxes leaves the one that has the focus.
+  content->setFocusPolicy(Qt::ClickFocus);
   rows_ = new QGridLayout(content);
   const int line = fontMetrics().height();
   rows_->setContentsMargins(line, line, line, line);
@@ -57,6 +60,18 @@ void Page::AddGap() {
 
 void Page::AddStretch() {
   rows_->setRowStretch(row_++, 1);
+}
+
+void Page::resizeEvent(QResizeEvent* event) {
+  QScrollArea::resizeEvent(event);
+  // The questions keep at least as much room as the responses.
+  const int before = rows_->columnCount() - 2;
+  const bool hasRoom = before >= 0 && viewport()->width() >= 2 * leftEdge_;
+  int edge = hasRoom ? leftEdge_ : 0;
+  for (int column = 0; column < before; ++column) {
+    edge -= rows_->cellRect(0, column).width() + rows_->horizontalSpacing();
+  }
+  if (before >= 0) rows_->setColumnMinimumWidth(before, std::max(0, edge));
 }
 
 QSize Page::sizeHint() const {

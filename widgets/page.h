@@ -29,11 +29,19 @@ class Page final : public QScrollArea {
   /// The rest of the page stays blank.
   void AddStretch();
 
+  /// How wide the columns in front of the last one are together at least, where the page is wide
+  /// enough for it: the questions of all pages then begin on one line.
+  void SetLeftEdge(int pixels) { leftEdge_ = pixels; }
+
   /// The same for every page, so that hidden ones need not be laid out: the window has its size.
   QSize sizeHint() const override;
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
   QGridLayout* rows_;
+  int leftEdge_ = 0;
   int row_ = 0;
 };
 

@@ -2,10 +2,40 @@
 
 #include <QPainter>
 #include <QStyleOption>
+#include <algorithm>
+#include <cmath>
 
 namespace polefit {
 
 namespace {
+
+/// How light a colour is to the eye, 0 to 1.
+double Luminance(const QColor& color) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+         0.0722 * linear(color.blueF());
+}
+
+QColor Mixed(const QColor& from, const QColor& to, double share) {
+  const auto mix = [share](int a, int b) { return qRound(a + share * (b - a)); };
+  return {mix(from.red(), to.red()), mix(from.green(), to.green()), mix(from.blue(), to.blue())};
+}
+
+/// Brings the disabled text of a role so near to the enabled one that it can be read.
+void MakeReadable(QPalette& palette, QPalette::ColorRole text, QPalette::ColorRole ground) {
+  constexpr double kLeastContrast = 3.2;  // 3 is the usual least; the rest is for rounding
+  constexpr int kSteps = 20;
+  const QColor disabled = palette.color(QPalette::Disabled, text);
+  const QColor enabled = palette.color(QPalette::Active, text);
+  const QColor behind = palette.color(QPalette::Disabled, ground);
+  QColor color = disabled;
+  for (int step = 1; step <= kSteps && ContrastOf(color, behind) < kLeastContrast; ++step) {
+    color = Mixed(disabled, enabled, static_cast<double>(step) / kSteps);
+  }
+  palette.setColor(QPalette::Disabled, text, color);
+}
 
 bool IsDark(const QPalette& palette) {
   return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
@@ -16,9 +46,13 @@ bool IsDark(const QPalette& palette) {
 QColor LineColor(const QPalette& palette) {
   const QColor base = palette.color(QPalette::Base);
   const QColor text = palette.color(QPalette::Text);
-  const auto mix = [](int from, int to) { return (3 * from + to) / 4; };
-  return {mix(base.red(), text.red()), mix(base.green(), text.green()),
-          mix(base.blue(), text.blue())};
+  return Mixed(base, text, 0.25);
+}
+
+double ContrastOf(const QColor& a, const QColor& b) {
+  const double first = Luminance(a) + 0.05;
+  const double second = Luminance(b) + 0.05;
+  return std::max(first, second) / std::min(first, second);
 }
 
 void ProgramStyle::polish(QPalette& palette) {
@@ -27,6 +61,9 @@ void ProgramStyle::polish(QPalette& palette) {
   if (palette.color(QPalette::Disabled, QPalette::Base) == palette.color(QPalette::Base)) {
     palette.setColor(QPalette::Disabled, QPalette::Base, palette.color(QPalette::Window));
   }
+  MakeReadable(palette, QPalette::WindowText, QPalette::Window);
+  MakeReadable(palette, QPalette::Text, QPalette::Base);
+  MakeReadable(palette, QPalette::ButtonText, QPalette::Button);
 }
 
 void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,

@@ -9,9 +9,13 @@ namespace polefit {
 /// A line that can be seen on the palette's base, in light and dark.
 QColor LineColor(const QPalette& palette);
 
+/// How well two colours stand off from each other: 1 for the same, 21 for black on white.
+double ContrastOf(const QColor& a, const QColor& b);
+
 /// The desktop's style, and an outline round check boxes and option buttons where the palette is
 /// dark: the style's own nearly vanishes there. Push buttons of every window are alike: with room
-/// round their text, and without pictures. Fields that are disabled look so on every palette.
+/// round their text, and without pictures. Fields that are disabled look so on every palette
+/// and can be read.
 class ProgramStyle : public QProxyStyle {
  public:
   using QProxyStyle::polish;

@@ -12,7 +12,7 @@ namespace polefit {
 namespace {
 
 QLabel* MakeLine(const char* name, const QString& text) {
-  auto* const line = new QLabel(text);
+  auto* line = new QLabel(text);
   line->setObjectName(name);
   line->setTextFormat(Qt::PlainText);
   line->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -36,7 +36,7 @@ void ShowAboutBox(QWidget* parent) {
   QDialog box(parent);
   box.setObjectName("frmAbout");
   box.setWindowTitle(QObject::tr("About Polefit"));
-  auto* const rows = new QVBoxLayout(&box);
+  auto* rows = new QVBoxLayout(&box);
   rows->setContentsMargins(24, 20, 24, 16);
   rows->setSpacing(10);
   rows->addWidget(MakeTitle());
@@ -45,7 +45,7 @@ void ShowAboutBox(QWidget* parent) {
       MakeLine("lblPurpose", QObject::tr("Finds the poles and zeros of the transfer function that "
                                          "turns a given input signal into a desired output.")));
   rows->addWidget(MakeLine("lblLicence", QObject::tr("Free software under the MIT licence.")));
-  auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
   QObject::connect(buttons, &QDialogButtonBox::accepted, &box, &QDialog::accept);
   rows->addSpacing(6);
   rows->addWidget(buttons);

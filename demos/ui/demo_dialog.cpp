@@ -19,22 +19,22 @@ namespace polefit {
 
 DemoDialog::DemoDialog() : exams_(new QButtonGroup(this)) {
   setObjectName("frmDemo");
-  setWindowTitle("Polefit Demo ... a Veltra Based Application");
-  auto* const rows = new QVBoxLayout(this);
+  setWindowTitle(tr("Polefit Demo ... a Veltra Based Application"));
+  auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(24, 20, 24, 16);
   rows->setSpacing(14);
-  rows->addWidget(MakeTitle("Polefit™  Demos"));
+  rows->addWidget(MakeTitle(tr("Polefit™  Demos")));
   rows->addWidget(MakeSentence(
       "lblInstruction",
-      "Select a Matched filter problem from the list below for your demo run.  Note the "
-      "approximate run time for your chosen problem.  (These times were for a 486/33 PC.)  Your "
-      "demo will be silent for this run-time period.  When a solution is found, Polefit™ will "
-      "then display output text and a graph or two."));
+      tr("Select a Matched filter problem from the list below for your demo run.  Note the "
+         "approximate run time for your chosen problem.  (These times were for a 486/33 PC.)  Your "
+         "demo will be silent for this run-time period.  When a solution is found, Polefit™ will "
+         "then display output text and a graph or two.")));
   rows->addLayout(BuildTable());
   rows->addStretch();
-  auto* const buttons = new QDialogButtonBox;
-  auto* const run = new QPushButton("&Run Demo");
-  auto* const cancel = new QPushButton("&Cancel");
+  auto* buttons = new QDialogButtonBox;
+  auto* run = new QPushButton(tr("&Run Demo"));
+  auto* cancel = new QPushButton(tr("&Cancel"));
   run->setObjectName("cmdRunDemo");
   cancel->setObjectName("cmdCancelDemo");
   for (QPushButton* const button : {run, cancel}) button->setAutoDefault(true);
@@ -49,12 +49,12 @@ DemoDialog::DemoDialog() : exams_(new QButtonGroup(this)) {
 }
 
 QGridLayout* DemoDialog::BuildTable() {
-  auto* const table = new QGridLayout;
+  auto* table = new QGridLayout;
   table->setHorizontalSpacing(24);
-  table->addWidget(MakeHeader("lblFileName", "File Name ________"), 0, 0);
-  table->addWidget(MakeHeader("lblRunTime", "Run Time (Seconds)"), 0, 1);
-  table->addWidget(MakeHeader("lblProblem", "Polefit problem with ... _____________________"), 0,
-                   2);
+  table->addWidget(MakeHeader("lblFileName", tr("File Name ________")), 0, 0);
+  table->addWidget(MakeHeader("lblRunTime", tr("Run Time (Seconds)")), 0, 1);
+  table->addWidget(MakeHeader("lblProblem", tr("Polefit problem with ... _____________________")),
+                   0, 2);
   table->setColumnStretch(2, 1);
   for (int index = 1; index <= static_cast<int>(kDemos.size()); ++index) AddRow(table, index);
   return table;
@@ -63,9 +63,9 @@ QGridLayout* DemoDialog::BuildTable() {
 void DemoDialog::AddRow(QGridLayout* table, int index) {
   const Demo& demo = kDemos.at(static_cast<std::size_t>(index - 1));
   const QString number = QString::number(index);
-  auto* const exam = new QRadioButton(ToQString(demo.fileName));
-  auto* const time = new QLabel(ToQString(demo.runTime));
-  auto* const description = new QLabel(PlainCaption(demo.description));
+  auto* exam = new QRadioButton(ToQString(demo.fileName));
+  auto* time = new QLabel(ToQString(demo.runTime));
+  auto* description = new QLabel(PlainCaption(ToQString(demo.description)));
   exam->setObjectName("Exam" + number);
   time->setObjectName("ExTime" + number);
   description->setObjectName("Description" + number);

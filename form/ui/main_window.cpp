@@ -1,33 +1,59 @@
 #include "form/ui/main_window.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QFocusEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QScreen>
 #include <QSettings>
 #include <QTabWidget>
+#include <QVBoxLayout>
+#include <stdexcept>
 
 #include "form/field_rules.h"
 #include "form/solver_settings.h"
+#include "form/ui/edit_menu.h"
+#include "form/ui/menus.h"
 #include "form/ui/pages.h"
+#include "form/ui/table_note.h"
 #include "grids/cell_editor.h"
 #include "grids/grid_routines.h"
 #include "grids/ui/cell_editor_box.h"
 #include "grids/ui/grid_widget.h"
 #include "widgets/answer_edit.h"
 #include "widgets/controls.h"
-#include "widgets/focus_reason.h"
+#include "widgets/notice_bar.h"
+#include "widgets/one_line.h"
 
 namespace polefit {
 
 namespace {
 
-constexpr QSize kFirstSize(1024, 700);
+constexpr QSize kFirstSize(1400, 800);
+/// Of the screen's free area.
+constexpr double kLargestShare = 0.9;
+/// Longer than between two keys.
+constexpr int kNotesMilliseconds = 300;
 
 QSettings PlaceSettings() {
   return QSettings(QSettings::IniFormat, QSettings::UserScope, "Polefit", "window");
+}
+
+/// A caption as a name: without its mnemonic and the dots behind it.
+QString PlainName(QString caption) {
+  return caption.remove('&').remove("...").trimmed();
+}
+
+/// What the answer of a box is called: its label's number, or the box's own name.
+QString StepNameOf(const QWidget* box) {
+  const QString number = box->accessibleName().section(' ', 0, 0).section('.', 0, 0);
+  const bool isNumbered = !number.isEmpty() && number.at(0).isDigit();
+  return isNumbered ? QObject::tr("Answer %1").arg(number) : box->objectName();
 }
 
 }  // namespace
@@ -37,17 +63,27 @@ MainWindow::MainWindow(Guard guard)
       tabs_(new QTabWidget),
       passData_(new GridWidget("PassData", 5, 6810)),
       delayData_(new GridWidget("DelayData", 3, 5200)),
-      editor_(new CellEditorBox) {
+      editor_(new CellEditorBox),
+      passNote_(new TableNote(Table::passband, "PassData")),
+      delayNote_(new TableNote(Table::delay, "DelayData")),
+      notices_(new NoticeBar([this](const auto& action) { Run([&](Program&) { action(); }); },
+                             [this] { return editor_->IsVisible(); })) {
   setObjectName("frmMain");
-  setWindowTitle("Polefit");
+  setWindowTitle(tr("Polefit"));
   passData_->SetFormatString("#|^Frequency|^Yin|^Yout|^Weight;#|1|2|3");
   delayData_->SetFormatString("#|^Frequency|^Delay (tx);#|1|2|3");
-  BuildMenus();
   BuildTabs();
+  BuildMenus();
+  RequireControls();
   ConnectControls();
   ConnectGrid(*passData_);
   ConnectGrid(*delayData_);
   ConnectEditor();
+  ConnectNote(*passNote_, Table::passband);
+  ConnectNote(*delayNote_, Table::delay);
+  notesDue_.setSingleShot(true);
+  notesDue_.setInterval(kNotesMilliseconds);
+  connect(&notesDue_, &QTimer::timeout, this, &MainWindow::ShowTableNotes);
   RestorePlace();
 }
 
@@ -59,6 +95,46 @@ MainWindow::~MainWindow() {
 
 void MainWindow::Attach(Program& program) {
   program_ = &program;
+  edit_->Attach(program);
+  notices_->Watch(program.notices);
+}
+
+void MainWindow::BuildMenus() {
+  QMenu* edit = nullptr;
+  for (const MenuContents& contents : MainMenus()) {
+    QMenu* menu = menuBar()->addMenu(tr(contents.caption));
+    menu->setObjectName(contents.name);
+    for (const MenuEntry& entry : contents.entries) {
+      if (entry.isSeparated) menu->addSeparator();
+      QAction* action = menu->addAction(QIcon::fromTheme(entry.icon), tr(entry.caption));
+      action->setObjectName(entry.name);
+      action->setShortcut(QKeySequence(entry.shortcut));
+      connect(action, &QAction::triggered, this, [this, &entry] { Choose(entry); });
+    }
+    if (edit == nullptr) edit = menuBar()->addMenu(tr("Edi&t"));
+  }
+  edit->setObjectName("mnuEdit");
+  edit_ = new EditMenu(edit, *passData_, *delayData_, *editor_,
+                       [this](const std::function<void(Program&)>& action) { Run(action); });
+  connect(edit_, &EditMenu::stepShown, this, [this](const FormPlace& place) {
+    ShowPlace(place);
+    ShowState();
+  });
+}
+
+void MainWindow::RequireControls() const {
+  for (const Question& question : kQuestions) {
+    for (const AnswerBox& box : question.Boxes()) {
+      if (question.kind == AnswerKind::flag) {
+        Find<QCheckBox>(box.name);
+      } else {
+        Find<AnswerEdit>(box.name);
+      }
+    }
+  }
+  for (const SolverQuestion& question : kSolverQuestions) Find<AnswerEdit>(question.name);
+  for (const NoteBox& note : kNoteBoxes) Find<AnswerEdit>(note.name);
+  Find<QLineEdit>(kLastFileNameBox);
 }
 
 void MainWindow::BuildTabs() {
@@ -67,13 +143,19 @@ void MainWindow::BuildTabs() {
   Page* pages[] = {MakeStartPage(),
                    MakePolesAndZerosPage(),
                    MakeMiscPage(),
-                   MakePassbandPage(passData_),
-                   MakeDelayPage(delayData_),
+                   MakePassbandPage(passData_, passNote_),
+                   MakeDelayPage(delayData_, delayNote_),
                    MakeSolverPage(),
                    MakeRunPage()};
   std::size_t tab = 0;
   for (Page* page : pages) tabs_->addTab(page, ToQString(kTabCaptions.at(tab++)));
-  setCentralWidget(tabs_);
+  auto* content = new QWidget;
+  auto* rows = new QVBoxLayout(content);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  rows->addWidget(notices_);
+  rows->addWidget(tabs_, 1);
+  setCentralWidget(content);
   // The editor lies on the passband tab at first.
   editor_->setParent(passData_->viewport());
   for (QWidget* widget : findChildren<QWidget*>()) {
@@ -92,10 +174,14 @@ void MainWindow::ConnectControls() {
   for (QCheckBox* box : findChildren<QCheckBox*>()) {
     box->installEventFilter(this);
     connect(box, &QCheckBox::toggled, this, markChanged);
+    connect(box, &QCheckBox::clicked, this, [this, box] { RecordStep(StepNameOf(box)); });
   }
-  connect(Find<QCheckBox>("chkUseWeights"), &QCheckBox::toggled, this, [this](bool checked) {
-    Run([checked](Program& program) { ShowWeightColumn(program.windows.grids, checked); });
-  });
+  connect(qApp, &QApplication::focusChanged, this,
+          [this](QWidget*, QWidget* now) { FollowFocus(now); });
+  connect(Find<QCheckBox>(BoxName(slot::kUseWeights)), &QCheckBox::toggled, this,
+          [this](bool checked) {
+            Run([checked](Program& program) { ShowWeightColumn(program.windows.grids, checked); });
+          });
   OnClick("cmdClearPassData",
           [this](Program& program) { ClearGrid(program.windows.grids, *passData_); });
   OnClick("cmdClearDelayData",
@@ -103,21 +189,21 @@ void MainWindow::ConnectControls() {
   OnClick("cmdEditSolver", [this](Program&) { EditSolverDefaults(*this); });
   OnClick("cmdUseDefSolver", [this](Program&) { UseSolverDefaults(*this); });
   connect(Find<QPushButton>("cmdSubmit"), &QPushButton::clicked, this,
-          [this] { Command(&MainWindow::cmdSubmit); });
+          [this] { Command(&MainWindow::cmdSubmit, tr("Submit"), StepKind::takesForm); });
   connect(tabs_, &QTabWidget::currentChanged, this, &MainWindow::ShowState);
-  connect(Find<QLineEdit>("LastFileName"), &QLineEdit::textChanged, this, &MainWindow::ShowState);
+  connect(Find<QLineEdit>(kLastFileNameBox), &QLineEdit::textChanged, this, &MainWindow::ShowState);
 }
 
 void MainWindow::ConnectGrid(GridWidget& grid) {
   connect(&grid, &GridWidget::cellsMoved, editor_, &CellEditorBox::FollowCell);
   connect(&grid, &GridWidget::mousePressed, this, [this, &grid] {
-    Run([&grid](Program& program) { GridMousePressed(program.windows.grids, grid); });
+    RunInTable([&grid](Program& program) { GridMousePressed(program.windows.grids, grid); });
   });
   connect(&grid, &GridWidget::cellDoubleClicked, this, [this, &grid] {
-    Run([&grid](Program& program) { GridDoubleClicked(program.windows.grids, grid); });
+    RunInTable([&grid](Program& program) { GridDoubleClicked(program.windows.grids, grid); });
   });
   connect(&grid, &GridWidget::characterTyped, this, [this, &grid](const QString& character) {
-    Run([&](Program& program) {
+    RunInTable([&](Program& program) {
       GridCharacterTyped(program.windows.grids, grid, character.toStdString());
     });
   });
@@ -125,17 +211,21 @@ void MainWindow::ConnectGrid(GridWidget& grid) {
 
 void MainWindow::ConnectEditor() {
   connect(editor_, &CellEditorBox::keyPressed, this, [this](EditorKey key) {
-    Run([key](Program& program) { CellEditorKeyPressed(program.windows.grids, key); });
+    RunInTable([key](Program& program) { CellEditorKeyPressed(program.windows.grids, key); });
   });
-  connect(editor_, &CellEditorBox::focusReceived, this,
-          [this] { Run([](Program& program) { CellEditorGotFocus(program.windows.grids); }); });
-  connect(editor_, &CellEditorBox::focusLeft, this,
-          [this] { Run([](Program& program) { CellEditorLostFocus(program.windows.grids); }); });
+}
+
+void MainWindow::RunInTable(const std::function<void(Program&)>& action) {
+  Run(action);
+  RecordStep(tr("Edit Cell"));
 }
 
 void MainWindow::OnClick(const char* button, const std::function<void(Program&)>& action) {
-  connect(Find<QPushButton>(button), &QPushButton::clicked, this, [this, action] {
+  auto* widget = Find<QPushButton>(button);
+  connect(widget, &QPushButton::clicked, this, [this, widget, action] {
+    RecordStep(tr("Typing"));
     Run(action);
+    RecordStep(PlainName(widget->text()));
     ShowState();
   });
 }
@@ -149,31 +239,113 @@ void MainWindow::Run(const std::function<void(Program&)>& action) {
   }
 }
 
-void MainWindow::Command(Signal signal) {
+void MainWindow::Choose(const MenuEntry& entry) {
+  const bool isNewDocument =
+      entry.chosen == &MainWindow::mnuFileNew || entry.chosen == &MainWindow::mnuFileOpen;
+  Command(entry.chosen, PlainName(tr(entry.caption)),
+          isNewDocument ? StepKind::replacesDocument : StepKind::takesForm);
+}
+
+void MainWindow::Command(Signal signal, const QString& name, StepKind kind) {
   // What stands in the editor belongs to the data that the command saves or asks about.
   Run([](Program& program) { HideCellEditor(program.windows.grids, false); });
+  RecordStep(tr("Typing"));
   (this->*signal)();
+  RecordStep(name, kind);
   ShowState();
+}
+
+void MainWindow::ConnectNote(TableNote& note, Table table) {
+  connect(&note, &TableNote::keepWanted, this, [this, table] {
+    RecordStep(tr("Typing"));
+    Run([table](Program& program) {
+      FormCells cells = CellsOf(program);
+      KeepTypedRows(cells, table);
+      ShowCells(program, cells);
+    });
+    RecordStep(tr("Keep Typed Rows"));
+    ShowTableNotes();
+  });
+}
+
+void MainWindow::ShowTableNotes() {
+  Run([this](Program& program) {
+    const FormCells cells = CellsOf(program);
+    passNote_->ShowFor(cells);
+    delayNote_->ShowFor(cells);
+  });
+}
+
+void MainWindow::RecordStep(const QString& name, StepKind kind) {
+  Run([&](Program&) { edit_->Record(name, kind); });
+  notesDue_.start();
+}
+
+void MainWindow::ForgetSteps() {
+  Run([this](Program&) { edit_->ForgetSteps(); });
+}
+
+void MainWindow::ShowPlace(const FormPlace& place) {
+  if (place.control.empty()) return;
+  SetFocus(place.control);
+  auto* grid = qobject_cast<GridWidget*>(Find<QWidget>(place.control));
+  if (grid != nullptr && place.row > 0) grid->SetCurrentCell(place.row, place.column);
 }
 
 void MainWindow::ShowState() {
   Run([this](Program& program) {
     // The current file, which Save writes; the file's own line 1 may give another name.
     const QString file = ToQString(program.files.currentFileName);
-    setWindowTitle(file.isEmpty() ? "Polefit" : file + " - Polefit");
+    setWindowTitle(file.isEmpty() ? tr("Polefit") : tr("%1 - Polefit").arg(file));
     Find<QLabel>("RunFileName")->setText(file);
     Find<QLabel>("RunFolder")->setText(ToQString(program.files.currentFolder));
-    Find<QLabel>("RunChanges")->setText(program.document.DataChanged != 0 ? "Yes" : "No");
-    Find<QLabel>("lblNoFreqPoints")->setVisible(program.document.record.nFreqPoints < 1);
-    Find<QLabel>("lblNoDelayPoints")->setVisible(program.document.record.nDelayPoints < 1);
+    Find<QLabel>("RunChanges")->setText(program.document.DataChanged != 0 ? tr("Yes") : tr("No"));
+    notesDue_.start();
   });
 }
 
-bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::FocusOut &&
-      FocusMovesInProgram(static_cast<QFocusEvent*>(event)->reason())) {
-    Run([&](Program&) { ApplyRuleOf(*this, watched->objectName().toStdString()); });
+void MainWindow::FollowFocus(QWidget* now) {
+  const bool isControl = now != nullptr && isAncestorOf(now) && now != menuBar();
+  if (!isControl || now == focused_) return;
+  QWidget* left = focused_;
+  focused_ = now;
+  if (left != nullptr) Leave(left);
+  if (now == editor_) {
+    RunInTable([](Program& program) { CellEditorGotFocus(program.windows.grids); });
   }
+}
+
+void MainWindow::Leave(QWidget* control) {
+  if (control == editor_) {
+    RunInTable([](Program& program) { CellEditorLostFocus(program.windows.grids); });
+    return;
+  }
+  // Kept: what depends on a control changes when the focus leaves it, not at the click.
+  Run([&](Program&) { ApplyRuleOf(*this, control->objectName().toStdString()); });
+  if (auto* box = qobject_cast<AnswerEdit*>(control)) {
+    RecordStep(StepNameOf(box));
+    box->ForgetTyping();
+  }
+}
+
+void MainWindow::ApplyRuleOfFocus() {
+  if (focused_ == nullptr) return;
+  Run([&](Program&) { ApplyRuleOf(*this, focused_->objectName().toStdString()); });
+}
+
+bool MainWindow::focusNextPrevChild(bool next) {
+  // The boxes that the rule wakes are among those that the focus can go to.
+  ApplyRuleOfFocus();
+  return QMainWindow::focusNextPrevChild(next);
+}
+
+void MainWindow::GiveFocusOfPress(QWidget* control) {
+  if (!control->isEnabled()) ApplyRuleOfFocus();
+  if (control->isEnabled()) control->setFocus(Qt::MouseFocusReason);
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress) GiveFocusOfPress(qobject_cast<QWidget*>(watched));
   return QMainWindow::eventFilter(watched, event);
 }
 
@@ -184,7 +356,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 void MainWindow::RestorePlace() {
-  resize(kFirstSize);
+  resize(kFirstSize.boundedTo(screen()->availableSize() * kLargestShare));
   restoreGeometry(PlaceSettings().value("geometry").toByteArray());
 }
 
@@ -192,7 +364,9 @@ template <typename Widget>
 Widget* MainWindow::Find(std::string_view control) const {
   const auto found = controls_.find(control);
   auto* widget = found == controls_.end() ? nullptr : qobject_cast<Widget*>(found->second);
-  Q_ASSERT_X(widget != nullptr, "frmMain", "no control of this name and kind");
+  if (widget == nullptr) {
+    throw std::logic_error("frmMain has no such control: " + std::string(control));
+  }
   return widget;
 }
 
@@ -202,7 +376,7 @@ std::string MainWindow::Text(std::string_view control) const {
 
 void MainWindow::SetText(std::string_view control, const std::string& text) {
   auto* box = Find<QLineEdit>(control);
-  box->setText(ToQString(text));
+  ShowAsItStands(*box, ToQString(text));
   box->setCursorPosition(0);
 }
 

@@ -1,21 +1,27 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
+#include <QTimer>
 #include <functional>
 #include <map>
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "form/form_view.h"
+#include "form/history.h"
 #include "form/state.h"
+#include "form/table_edits.h"
 
 class QTabWidget;
 
 namespace polefit {
 
 class CellEditorBox;
+class EditMenu;
 class GridWidget;
+class NoticeBar;
+class TableNote;
 struct MenuEntry;
 
 /// The main form: a bag of widgets, each under its given name. It shows state and forwards events.
@@ -35,6 +41,12 @@ class MainWindow final : public QMainWindow, public FormView {
   void Attach(Program& program);
   /// Shows what stands in no control: the current file, changes, tables without points.
   void ShowState();
+  /// Makes a step that Undo takes back of all that has changed since the last one.
+  void RecordStep(const QString& name, StepKind kind = StepKind::edit);
+  /// Undo does not reach behind the form as it stands.
+  void ForgetSteps();
+  /// Brings a control, or a cell of a table, to the front and gives it the focus.
+  void ShowPlace(const FormPlace& place);
 
   std::string Text(std::string_view control) const override;
   void SetText(std::string_view control, const std::string& text) override;
@@ -48,6 +60,8 @@ class MainWindow final : public QMainWindow, public FormView {
   GridView& PassData() override;
   GridView& DelayData() override;
   CellEditorView& txtCellEditor() override;
+
+  void Unload() { close(); }
 
  Q_SIGNALS:
   void mnuFileNew();
@@ -68,24 +82,35 @@ class MainWindow final : public QMainWindow, public FormView {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
   using Signal = void (MainWindow::*)();
 
-  void Unload() { close(); }
   void BuildTabs();
   void BuildMenus();
-  void BuildMenu(const char* name, const char* caption, std::span<const MenuEntry> entries);
   void ConnectControls();
   void ConnectGrid(GridWidget& grid);
   void ConnectEditor();
+  void ConnectNote(TableNote& note, Table table);
+  void ShowTableNotes();
   void OnClick(const char* button, const std::function<void(Program&)>& action);
   /// Runs `action` under the guard, once there are values to work on.
   void Run(const std::function<void(Program&)>& action);
-  void Command(Signal signal);
-  /// What follows the program's values and has no notification of its own.
+  /// The same, and makes a step of a cell that it has changed.
+  void RunInTable(const std::function<void(Program&)>& action);
+  void Choose(const MenuEntry& entry);
+  void Command(Signal signal, const QString& name, StepKind kind);
   void RestorePlace();
+  /// Every control that the routines know by name is there; a missing one ends the start.
+  void RequireControls() const;
+  /// Notices the control that has the focus. One that the focus has left for another one of this
+  /// form is left; a menu or another window takes it only for a while.
+  void FollowFocus(QWidget* now);
+  void Leave(QWidget* control);
+  void ApplyRuleOfFocus();
+  void GiveFocusOfPress(QWidget* control);
   template <typename Widget>
   Widget* Find(std::string_view control) const;
 
@@ -95,6 +120,14 @@ class MainWindow final : public QMainWindow, public FormView {
   GridWidget* passData_;
   GridWidget* delayData_;
   CellEditorBox* editor_;
+  TableNote* passNote_;
+  TableNote* delayNote_;
+  NoticeBar* notices_;
+  /// Shows what follows the cells once they have been left alone for a while.
+  QTimer notesDue_;
+  EditMenu* edit_ = nullptr;
+  /// The control of this form that had the focus last.
+  QPointer<QWidget> focused_;
   std::map<std::string, QWidget*, std::less<>> controls_;
 };
 

@@ -3,8 +3,10 @@
 #include <QBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <span>
 
 #include "form/ui/response.h"
+#include "form/ui/table_note.h"
 #include "grids/ui/grid_widget.h"
 #include "record/question_catalogue.h"
 #include "widgets/answer_edit.h"
@@ -17,8 +19,12 @@ namespace {
 constexpr int kSolverLength = 20;
 constexpr int kNoteLength = 60;
 
-constexpr std::string_view kNormalizedNote =
-    " === Below here, location values must be normalized by X or Y-axis Norm value! === ";
+QLabel* MakeNormalizedNote(std::string_view name) {
+  return MakeNote(
+      name,
+      QObject::tr(
+          " === Below here, location values must be normalized by X or Y-axis Norm value! === "));
+}
 
 void AddQuestion(Page& page, const Question& question) {
   QWidget* response = MakeResponse(question);
@@ -26,7 +32,7 @@ void AddQuestion(Page& page, const Question& question) {
   auto* control = question.kind == AnswerKind::counts
                       ? response->findChild<QWidget*>(question.boxes[0].name.data())
                       : response;
-  page.AddRow({response, new ControlLabel(name, question.label, control)});
+  page.AddRow({response, new ControlLabel(name, ToQString(question.label), control)});
 }
 
 /// Questions that begin a group stand off from the one before.
@@ -44,11 +50,11 @@ void AddQuestions(Page& page, Tab tab) {
 }
 
 /// A solver question with the line break that its run of blanks stands for.
-std::string WithLineBreak(std::string_view label) {
+QString WithLineBreak(std::string_view label) {
   std::string text(label);
   const std::size_t blanks = text.find("        ");
   if (blanks != std::string::npos) text.insert(text.find_first_not_of(' ', blanks), "\n");
-  return text;
+  return ToQString(text);
 }
 
 QHBoxLayout* ButtonRow(std::initializer_list<QPushButton*> buttons) {
@@ -59,27 +65,30 @@ QHBoxLayout* ButtonRow(std::initializer_list<QPushButton*> buttons) {
   return row;
 }
 
-/// Tells, while a grid's point count is 0, that its rows are not read.
-QLabel* MakeNoPointsHint(std::string_view name) {
-  return MakeText(
-      name,
-      "There are no points yet: rows typed here stay out of the saved file until a file "
-      "with points has been opened.");
-}
-
 QHBoxLayout* LastFileNameRow() {
   auto* name = new QLineEdit;
-  name->setObjectName("LastFileName");
+  name->setObjectName(ToQString(kLastFileNameBox));
   name->setReadOnly(true);
   name->setMaximumWidth(name->fontMetrics().horizontalAdvance(QString(kNoteLength, u'0')));
   auto* row = new QHBoxLayout;
   row->setSpacing(name->fontMetrics().height());
-  auto* label = new ControlLabel("lblLastFileName", "Last Saved under fileName:", name);
+  auto* label =
+      new ControlLabel("lblLastFileName", QObject::tr("Last Saved under fileName:"), name);
   label->setWordWrap(false);
   row->addWidget(label, 0, Qt::AlignTop);
   row->addWidget(name, 1);
   row->addStretch();
   return row;
+}
+
+/// What every table says of itself.
+void Describe(GridWidget& grid, const QString& name, std::span<const std::string_view> units) {
+  grid.setAccessibleName(name);
+  grid.SetEmptyText(
+      QObject::tr("Type rows here, or press Ctrl+V to paste them from a spreadsheet"));
+  for (int column = 1; const std::string_view unit : units) {
+    grid.SetColumnTip(column++, ToQString(unit));
+  }
 }
 
 /// The grid at its own width, beside it what belongs to it.
@@ -103,12 +112,13 @@ QHBoxLayout* BesideGrid(GridWidget* grid, std::initializer_list<QWidget*> column
 
 Page* MakeStartPage() {
   auto* page = new Page;
-  page->AddWhole(MakeText("lblInstructions1",
-                          "Instructions: Answer following questions; Save your responses into a "
-                          "file for later retrieval; and, submit responses for execution."));
+  page->AddWhole(
+      MakeText("lblInstructions1",
+               QObject::tr("Instructions: Answer following questions; Save your responses into a "
+                           "file for later retrieval; and, submit responses for execution.")));
   page->AddGap();
-  page->AddHeaders(
-      {MakeHeader("lblHeader1a", "Responses"), MakeHeader("lblHeader1b", "Questions")});
+  page->AddHeaders({MakeHeader("lblHeader1a", QObject::tr("Responses")),
+                    MakeHeader("lblHeader1b", QObject::tr("Questions"))});
   AddQuestions(*page, Tab::start);
   page->AddGap();
   page->AddWhole(LastFileNameRow());
@@ -118,7 +128,7 @@ Page* MakeStartPage() {
 
 Page* MakePolesAndZerosPage() {
   auto* page = new Page;
-  page->AddWhole(MakeNote("lblNote2", kNormalizedNote));
+  page->AddWhole(MakeNormalizedNote("lblNote2"));
   AddQuestions(*page, Tab::polesAndZeros);
   page->AddStretch();
   return page;
@@ -126,7 +136,7 @@ Page* MakePolesAndZerosPage() {
 
 Page* MakeMiscPage() {
   auto* page = new Page;
-  page->AddWhole(MakeNote("lblNote3", kNormalizedNote));
+  page->AddWhole(MakeNormalizedNote("lblNote3"));
   AddQuestions(*page, Tab::misc);
   page->AddGap();
   for (const NoteBox& note : kNoteBoxes) {
@@ -134,7 +144,8 @@ Page* MakeMiscPage() {
     box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     box->setAccessibleName(ToQString(note.name));
     if (&note == kNoteBoxes.data()) {
-      page->AddWhole(new ControlLabel("lblKeepNotes", "20. » Keep notes below ...", box));
+      page->AddWhole(
+          new ControlLabel("lblKeepNotes", QObject::tr("20. » Keep notes below ..."), box));
     }
     page->AddWhole(box);
   }
@@ -142,70 +153,78 @@ Page* MakeMiscPage() {
   return page;
 }
 
-Page* MakePassbandPage(GridWidget* passData) {
+Page* MakePassbandPage(GridWidget* passData, TableNote* note) {
   auto* page = new Page;
   AddQuestions(*page, Tab::passbandData);
-  passData->setAccessibleName("Passband data");
+  Describe(*passData, QObject::tr("Passband data"), kPassbandUnits);
   page->AddWhole(
       BesideGrid(
           passData,
-          {MakeText("lblGridHint1", "Use Up && Down Arrow keys to enter/edit X && Y data values."),
-           MakeText("lblGridHint2",
-                    "After/during edit use the 'Esc'ape key then Left or Right arrow keys "
-                    "to move between columns."),
-           MakeButton("cmdClearPassData", "&Clear Columns"), MakeNoPointsHint("lblNoFreqPoints")}),
+          {MakeText("lblGridHint1",
+                    QObject::tr("Use Up && Down Arrow keys to enter/edit X && Y data values.")),
+           MakeText(
+               "lblGridHint2",
+               QObject::tr("After/during edit use the 'Esc'ape key then Left or Right arrow keys "
+                           "to move between columns.")),
+           MakeButton("cmdClearPassData", QObject::tr("&Clear Columns")), note}),
       1);
   return page;
 }
 
-Page* MakeDelayPage(GridWidget* delayData) {
+Page* MakeDelayPage(GridWidget* delayData, TableNote* note) {
   auto* page = new Page;
-  delayData->setAccessibleName("Delay data");
-  page->AddWhole(BesideGrid(delayData, {MakeButton("cmdClearDelayData", "Cle&ar Columns"),
-                                        MakeNoPointsHint("lblNoDelayPoints")}),
-                 1);
+  Describe(*delayData, QObject::tr("Delay data"), kDelayUnits);
+  page->AddWhole(
+      BesideGrid(delayData, {MakeButton("cmdClearDelayData", QObject::tr("Cle&ar Columns")), note}),
+      1);
   return page;
 }
 
 Page* MakeSolverPage() {
   auto* page = new Page(3);
-  page->AddWhole(MakeText("lblSolverInstruction",
-                          "For a definition of the following Solver control variables read the "
-                          "'Manual.rtf' file."));
+  page->AddWhole(
+      MakeText("lblSolverInstruction",
+               QObject::tr("For a definition of the following Solver control variables read the "
+                           "'Manual.rtf' file.")));
   page->AddGap();
-  page->AddHeaders({MakeHeader("", "Responses"), MakeHeader("lblDefaultValues", "Default Values"),
-                    MakeHeader("lblControlQuestions", "Control Questions")});
+  page->AddHeaders({MakeHeader("", QObject::tr("Responses")),
+                    MakeHeader("lblDefaultValues", QObject::tr("Default Values")),
+                    MakeHeader("lblControlQuestions", QObject::tr("Control Questions"))});
   int number = 0;
   for (const SolverQuestion& question : kSolverQuestions) {
     const std::string index = std::to_string(++number);
     AnswerEdit* box =
         MakeBox(question.name, question.designText, kSolverLength, question.selectsAll);
+    box->setToolTip(ToQString(question.tip));
     auto* label = new ControlLabel("SolvQuestion" + index, WithLineBreak(question.label), box);
-    page->AddRow({box, new ControlLabel("DefAnswer" + index, question.defaultLabel, box), label});
+    page->AddRow(
+        {box, new ControlLabel("DefAnswer" + index, ToQString(question.defaultLabel), box), label});
   }
   page->AddGap();
-  page->AddWhole(ButtonRow({MakeButton("cmdEditSolver", "&Edit Defaults"),
-                            MakeButton("cmdUseDefSolver", "&Use Defaults")}));
+  page->AddWhole(ButtonRow({MakeButton("cmdEditSolver", QObject::tr("&Edit Defaults")),
+                            MakeButton("cmdUseDefSolver", QObject::tr("&Use Defaults"))}));
   page->AddStretch();
   return page;
 }
 
 Page* MakeRunPage() {
   auto* page = new Page;
-  page->AddHeaders({MakeHeader("lblRun", "What will be run")});
-  for (const auto& [name, caption] : {std::pair("RunFileName", "Response file:"),
-                                      {"RunFolder", "Folder:"},
-                                      {"RunChanges", "Changed since it was opened:"}}) {
+  page->AddHeaders({MakeHeader("lblRun", QObject::tr("What will be run"))});
+  for (const auto& [name, caption] :
+       {std::pair("RunFileName", QObject::tr("Response file:")),
+        {"RunFolder", QObject::tr("Folder:")},
+        {"RunChanges", QObject::tr("Changed since it was opened:")}}) {
     QLabel* label = MakeText("", caption);
     label->setWordWrap(false);
     page->AddRow({label, MakeText(name, "")});
   }
   page->AddGap();
-  page->AddWhole(ButtonRow({MakeButton("cmdSubmit", "&Submit Batch Run")}));
+  page->AddWhole(ButtonRow({MakeButton("cmdSubmit", QObject::tr("&Submit Batch Run"))}));
   page->AddGap();
-  page->AddWhole(MakeText("lblRunHint",
-                          "The run goes on in a program of its own. When it has ended, View > Last "
-                          "Output shows its report."));
+  page->AddWhole(MakeText(
+      "lblRunHint",
+      QObject::tr("The run goes on in a program of its own. When it has ended, View > Last "
+                  "Output shows its report.")));
   page->AddStretch();
   return page;
 }

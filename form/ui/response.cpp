@@ -14,9 +14,10 @@ constexpr int kCountLength = 4;
 constexpr int kNumberLength = 12;
 constexpr int kListLength = 48;
 
-QWidget* MakeCheckBox(std::string_view name) {
-  auto* box = new QCheckBox("Yes");
-  box->setObjectName(ToQString(name));
+QWidget* MakeCheckBox(const Question& question) {
+  auto* box = new QCheckBox(QObject::tr("Yes"));
+  box->setObjectName(ToQString(question.boxes[0].name));
+  box->setToolTip(ToQString(question.tip));
   // As high as a text box, so that the rows stand evenly.
   box->setMinimumHeight(QLineEdit().sizeHint().height());
   return box;
@@ -28,9 +29,11 @@ QWidget* MakeCountBoxes(const Question& question) {
   row->setContentsMargins(0, 0, 0, 0);
   for (const AnswerBox& answer : question.Boxes()) {
     AnswerEdit* box = MakeBox(answer.name, answer.defaultText, kCountLength, question.selectsAll);
-    box->setAccessibleName(PlainCaption(question.label).simplified() + ' ' +
+    box->setToolTip(ToQString(question.tip));
+    box->setAccessibleName(PlainCaption(ToQString(question.label)).simplified() + ' ' +
                            ToQString(answer.caption));
-    row->addWidget(new ControlLabel(answer.captionName, answer.caption, box), 0, Qt::AlignTop);
+    row->addWidget(new ControlLabel(answer.captionName, ToQString(answer.caption), box), 0,
+                   Qt::AlignTop);
     row->addWidget(box, 0, Qt::AlignTop);
     row->addSpacing(group->fontMetrics().height() / 2);
   }
@@ -44,7 +47,7 @@ QWidget* MakeResponse(const Question& question) {
   const AnswerBox& box = question.boxes[0];
   switch (question.kind) {
     case AnswerKind::flag:
-      return MakeCheckBox(box.name);
+      return MakeCheckBox(question);
     case AnswerKind::counts:
       return MakeCountBoxes(question);
     case AnswerKind::number:
@@ -52,7 +55,9 @@ QWidget* MakeResponse(const Question& question) {
       break;
   }
   const int length = question.kind == AnswerKind::number ? kNumberLength : kListLength;
-  return MakeBox(box.name, box.defaultText, length, question.selectsAll);
+  AnswerEdit* edit = MakeBox(box.name, box.defaultText, length, question.selectsAll);
+  edit->setToolTip(ToQString(question.tip));
+  return edit;
 }
 
 }  // namespace polefit

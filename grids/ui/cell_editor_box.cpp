@@ -1,12 +1,15 @@
 #include "grids/ui/cell_editor_box.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QRegularExpression>
+#include <algorithm>
 #include <optional>
 #include <utility>
 
 #include "grids/ui/grid_widget.h"
-#include "widgets/focus_reason.h"
 #include "widgets/one_line.h"
 
 namespace polefit {
@@ -32,6 +35,13 @@ std::optional<EditorKey> EditorKeyOf(int key) {
   }
 }
 
+/// The one cell on the clipboard, without the line break that other programs put behind it.
+QString ClipboardCell() {
+  QString text = QGuiApplication::clipboard()->text();
+  while (text.endsWith('\n') || text.endsWith('\r')) text.chop(1);
+  return text;
+}
+
 }  // namespace
 
 CellEditorBox::CellEditorBox() {
@@ -53,12 +63,31 @@ void CellEditorBox::ShowOver(GridView& grid) {
   setFocus();
 }
 
+void CellEditorBox::SetSelection(int start, int length) {
+  // The text box counts UTF-16 units, of which a character may have two.
+  const std::u32string characters = text().toStdU32String();
+  const auto unitsOf = [&characters](int from, int count) {
+    const auto first = std::min(characters.size(), static_cast<std::size_t>(from));
+    return static_cast<int>(
+        QString::fromStdU32String(characters.substr(first, static_cast<std::size_t>(count)))
+            .size());
+  };
+  setSelection(unitsOf(0, start), unitsOf(start, length));
+}
+
 void CellEditorBox::Hide() {
   // First of all the editor counts as hidden, because the focus leaves it below.
   GridWidget* grid = std::exchange(grid_, nullptr);
   if (grid == nullptr) return;
-  if (hasFocus()) grid->setFocus();
+  // On a page that is hidden too, the grid is what gets the focus when the page comes back.
+  if (hasFocus() || !grid->isVisible()) grid->setFocus();
   hide();
+}
+
+bool CellEditorBox::ClipboardHasBlock() {
+  const QString text = QGuiApplication::clipboard()->text();
+  const qsizetype at = text.indexOf(QRegularExpression("[\t\r\n]"));
+  return at >= 0 && (text.at(at) == '\t' || !text.mid(at).trimmed().isEmpty());
 }
 
 bool CellEditorBox::event(QEvent* event) {
@@ -73,21 +102,15 @@ bool CellEditorBox::event(QEvent* event) {
 void CellEditorBox::keyPressEvent(QKeyEvent* event) {
   if (const auto key = EditorKeyOf(event->key())) {
     Q_EMIT keyPressed(*key);
+  } else if (event->matches(QKeySequence::Paste) && ClipboardHasBlock()) {
+    Q_EMIT blockPasted();
+  } else if (event->matches(QKeySequence::Paste)) {
+    insert(ClipboardCell());
   } else {
     QLineEdit::keyPressEvent(event);
   }
   // Keys that the text does not take would move the grid below.
   event->accept();
-}
-
-void CellEditorBox::focusInEvent(QFocusEvent* event) {
-  QLineEdit::focusInEvent(event);
-  if (FocusMovesInProgram(event->reason())) Q_EMIT focusReceived();
-}
-
-void CellEditorBox::focusOutEvent(QFocusEvent* event) {
-  QLineEdit::focusOutEvent(event);
-  if (FocusMovesInProgram(event->reason())) Q_EMIT focusLeft();
 }
 
 void CellEditorBox::paintEvent(QPaintEvent* event) {

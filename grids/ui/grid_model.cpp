@@ -8,7 +8,8 @@ GridModel::GridModel(int columns, QObject* parent)
     : QAbstractTableModel(parent),
       columns_(columns),
       cells_(static_cast<std::size_t>(columns)),
-      centred_(static_cast<std::size_t>(columns)) {}
+      centred_(static_cast<std::size_t>(columns)),
+      tips_(static_cast<std::size_t>(columns)) {}
 
 void GridModel::SetGridRowCount(int rows) {
   cells_.resize(Index(rows, 0));
@@ -22,6 +23,18 @@ void GridModel::SetCell(int row, int column, const std::string& text) {
 void GridModel::Clear() {
   std::fill(cells_.begin(), cells_.end(), std::string());
   changed_ = true;
+}
+
+bool GridModel::IsEmpty() const {
+  for (std::size_t i = Index(1, 0); i < cells_.size(); ++i) {
+    const bool isRowNumber = i % static_cast<std::size_t>(columns_) == 0;
+    if (!isRowNumber && !cells_[i].empty()) return false;
+  }
+  return true;
+}
+
+void GridModel::SetColumnTip(int column, const QString& tip) {
+  tips_.at(static_cast<std::size_t>(column)) = tip;
 }
 
 void GridModel::Apply(const GridFormat& format) {
@@ -73,6 +86,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || row >= GridRowCount()) return {};
   if (role == Qt::DisplayRole) return QString::fromStdString(Cell(row, column));
   if (role == Qt::TextAlignmentRole) return QVariant(ColumnAlignment(column));
+  if (role == Qt::ToolTipRole) return tips_[static_cast<std::size_t>(column)];
   return {};
 }
 
@@ -81,6 +95,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
   if (role == Qt::TextAlignmentRole) {
     return QVariant(titles ? ColumnAlignment(section + 1) : Qt::AlignCenter);
   }
+  if (role == Qt::ToolTipRole && titles) return tips_[static_cast<std::size_t>(section) + 1];
   if (role != Qt::DisplayRole || (!titles && section + 1 >= GridRowCount())) return {};
   return QString::fromStdString(titles ? Cell(0, section + 1) : Cell(section + 1, 0));
 }

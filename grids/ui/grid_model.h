@@ -28,6 +28,10 @@ class GridModel final : public QAbstractTableModel {
   /// Titles and row headers; rows are added when the row headers are more.
   void Apply(const GridFormat& format);
 
+  /// Whether every data cell is empty.
+  bool IsEmpty() const;
+  void SetColumnTip(int column, const QString& tip);
+
   /// Tells the view what has changed since the last time.
   void Announce();
 
@@ -46,6 +50,7 @@ class GridModel final : public QAbstractTableModel {
   int columns_;
   std::vector<std::string> cells_;
   std::vector<bool> centred_;
+  std::vector<QString> tips_;
   int announcedRows_ = 1;
   bool changed_ = false;
 };

@@ -1,9 +1,13 @@
 #include "grids/ui/grid_widget.h"
 
+#include <QAction>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QStyle>
+#include <QStyledItemDelegate>
+#include <algorithm>
 
 #include "grids/ui/grid_corner.h"
 #include "grids/ui/grid_model.h"
@@ -16,11 +20,20 @@ namespace {
 
 constexpr int kDesignRowCount = 4;
 
+/// Whether the window has a menu entry with this key, one that is greyed at present too.
+bool IsMenuKey(const QWidget& window, const QKeyEvent& event) {
+  const QKeySequence key(event.keyCombination());
+  const QList<QAction*> actions = window.findChildren<QAction*>();
+  return std::any_of(actions.begin(), actions.end(),
+                     [&key](const QAction* action) { return action->shortcuts().contains(key); });
+}
+
 /// The character that a key press types, or none: keys that only move, "Del", what belongs to a
 /// menu or to a shortcut and Ctrl+Tab. Ctrl with a letter types the control character.
-QString TypedCharacter(const QKeyEvent& event) {
+QString TypedCharacter(const QWidget& window, const QKeyEvent& event) {
   const QString text = event.text();
-  const bool forMenu = event.modifiers() & (Qt::AltModifier | Qt::MetaModifier);
+  const bool forMenu =
+      (event.modifiers() & (Qt::AltModifier | Qt::MetaModifier)) != 0 || IsMenuKey(window, event);
   const bool typesNothing =
       event.key() == Qt::Key_Delete || event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
   if (text.isEmpty() || forMenu || typesNothing) return {};
@@ -28,6 +41,22 @@ QString TypedCharacter(const QKeyEvent& event) {
   if (isShortcut && text.at(0) >= ' ') return {};
   return text.left(text.at(0).isHighSurrogate() ? 2 : 1);
 }
+
+/// Fills the selected cells only while their grid has the focus, so that one place at a time says
+/// where the keys go.
+class CellDelegate final : public QStyledItemDelegate {
+ public:
+  explicit CellDelegate(QWidget* grid) : QStyledItemDelegate(grid), grid_(grid) {}
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (!grid_->hasFocus()) option->state &= ~QStyle::State_Selected;
+  }
+
+ private:
+  QWidget* grid_;
+};
 
 }  // namespace
 
@@ -49,7 +78,11 @@ GridWidget::GridWidget(const char* name, int columns, int width)
   connect(horizontalHeader(), &QHeaderView::sectionResized, this,
           [this](int section, int, int pixels) { TakeDraggedWidth(section, pixels); });
   connect(horizontalHeader(), &QHeaderView::sectionPressed, this, &GridWidget::mousePressed);
-  connect(verticalHeader(), &QHeaderView::sectionPressed, this, &GridWidget::mousePressed);
+  connect(verticalHeader(), &QHeaderView::sectionPressed, this, [this] {
+    areWholeRows_ = true;
+    Q_EMIT mousePressed();
+  });
+  setItemDelegate(new CellDelegate(this));
   connect(this, &QTableView::doubleClicked, this, &GridWidget::cellDoubleClicked);
   horizontalHeader()->setHighlightSections(false);
   verticalHeader()->setHighlightSections(false);
@@ -143,6 +176,39 @@ QString GridWidget::CurrentCellName() const {
          QString::number(CurrentRow());
 }
 
+CellBlock GridWidget::SelectedBlock() const {
+  CellBlock block{CurrentRow(), CurrentRow(), CurrentColumn(), CurrentColumn()};
+  for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    block.firstRow = std::min(block.firstRow, range.top() + 1);
+    block.lastRow = std::max(block.lastRow, range.bottom() + 1);
+    block.firstColumn = std::min(block.firstColumn, range.left() + 1);
+    block.lastColumn = std::max(block.lastColumn, range.right() + 1);
+  }
+  return block;
+}
+
+void GridWidget::SelectBlock(const CellBlock& block) {
+  ShowChanges();
+  const int lastRow = std::min(block.lastRow, model_->GridRowCount() - 1);
+  selectionModel()->select(
+      {model_->index(std::min(block.firstRow, lastRow) - 1, block.firstColumn - 1),
+       model_->index(lastRow - 1, block.lastColumn - 1)},
+      QItemSelectionModel::ClearAndSelect);
+}
+
+void GridWidget::SetCurrentCell(int row, int column) {
+  ShowChanges();
+  setCurrentIndex(model_->index(std::min(row, model_->GridRowCount() - 1) - 1, column - 1));
+}
+
+void GridWidget::SetEmptyText(const QString& text) {
+  emptyText_ = text;
+}
+
+void GridWidget::SetColumnTip(int column, const QString& tip) {
+  model_->SetColumnTip(column, tip);
+}
+
 QSize GridWidget::sizeHint() const {
   const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
   return {TwipsToPixels(*this, width_) + scrollBar, QTableView::sizeHint().height()};
@@ -154,14 +220,28 @@ QSize GridWidget::minimumSizeHint() const {
 }
 
 void GridWidget::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) areWholeRows_ = false;
   Q_EMIT mousePressed();
   QTableView::mousePressEvent(event);
 }
 
 void GridWidget::keyPressEvent(QKeyEvent* event) {
-  const QString character = TypedCharacter(*event);
+  const QString character = TypedCharacter(*window(), *event);
+  areWholeRows_ = areWholeRows_ && (event->modifiers() & Qt::ShiftModifier) != 0;
   if (character.isEmpty()) return QTableView::keyPressEvent(event);
   Q_EMIT characterTyped(character);
+}
+
+void GridWidget::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (emptyText_.isEmpty() || !model_->IsEmpty()) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+  const int line = fontMetrics().height();
+  const int top =
+      rowViewportPosition(model_->rowCount() - 1) + verticalHeader()->defaultSectionSize();
+  painter.drawText(viewport()->rect().adjusted(line, top + line, -line, -line),
+                   Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, emptyText_);
 }
 
 void GridWidget::changeEvent(QEvent* event) {

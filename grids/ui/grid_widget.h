@@ -41,6 +41,17 @@ class GridWidget final : public QTableView, public GridView {
   /// What a screen reader calls the current cell: "Frequency 3".
   QString CurrentCellName() const;
 
+  /// What the user has selected, at least the current cell, as far as it shows.
+  CellBlock SelectedBlock() const;
+  /// Whether it was selected by the row numbers.
+  bool AreWholeRows() const { return areWholeRows_; }
+  void SelectBlock(const CellBlock& block);
+  void SetCurrentCell(int row, int column);
+  /// A grey text that shows while no cell holds anything.
+  void SetEmptyText(const QString& text);
+  /// What the header cells and the cells of a column tell when the mouse rests on them.
+  void SetColumnTip(int column, const QString& tip);
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -55,6 +66,7 @@ class GridWidget final : public QTableView, public GridView {
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void updateGeometries() override;
@@ -76,6 +88,8 @@ class GridWidget final : public QTableView, public GridView {
   std::vector<int> columnWidths_;
   int width_;
   bool changesPosted_ = false;
+  bool areWholeRows_ = false;
+  QString emptyText_;
 };
 
 }  // namespace polefit

@@ -45,10 +45,6 @@ bool IsFile(std::optional<mode_t> mode) {
   return mode && !S_ISDIR(*mode);
 }
 
-bool HasWildcards(const std::string& name) {
-  return name.find_first_of("*?") != std::string::npos;
-}
-
 /// The first name in byte order of a file in `folder` that fits `name`, or "".
 std::string FirstMatch(const std::string& folder, const std::string& name) {
   const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.c_str()), ::closedir);

@@ -4,16 +4,13 @@
 #include <QLineEdit>
 #include <QTreeView>
 
+#include "base/pattern.h"
 #include "platform/ui/dialog_parent.h"
 #include "platform/ui/message_box.h"
 
 namespace polefit {
 
 namespace {
-
-bool HasWildcards(const QString& name) {
-  return name.contains('*') || name.contains('?');
-}
 
 /// "*.*" meant every file, with a dot in its name or without.
 QString PatternsOf(const QString& patterns) {
@@ -26,7 +23,7 @@ QString PatternsOf(const QString& patterns) {
 
 /// Sizes, types and dates whole, the names in what is left.
 void FitColumns(QFileDialog& dialog) {
-  auto* const list = dialog.findChild<QTreeView*>("treeView");
+  auto* list = dialog.findChild<QTreeView*>("treeView");
   if (list == nullptr) return;
   list->header()->setStretchLastSection(false);
   list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -58,7 +55,7 @@ FileDialog::FileDialog(const CommonDialog& settings, AcceptMode mode, QWidget* p
   const QString folder = QString::fromStdString(settings.initialFolder);
   setDirectory(QDir(folder).exists() && !folder.isEmpty() ? folder : QDir::currentPath());
   FitColumns(*this);
-  if (auto* const name = findChild<QLineEdit*>("fileNameEdit")) {
+  if (auto* name = findChild<QLineEdit*>("fileNameEdit")) {
     name->setText(QString::fromStdString(settings.fileName));
     name->selectAll();
     name->setFocus();
@@ -66,8 +63,8 @@ FileDialog::FileDialog(const CommonDialog& settings, AcceptMode mode, QWidget* p
 }
 
 void FileDialog::accept() {
-  const auto* const name = findChild<QLineEdit*>("fileNameEdit");
-  const bool pattern = name != nullptr && HasWildcards(name->text());
+  const auto* name = findChild<QLineEdit*>("fileNameEdit");
+  const bool pattern = name != nullptr && HasWildcards(name->text().toStdString());
   if (pattern && acceptMode() == AcceptOpen) {
     setNameFilters(QStringList(name->text() + " (" + PatternsOf(name->text()) + ")") + filters_);
     return;

@@ -45,7 +45,7 @@ void MakeRoomForTitle(QMessageBox& box) {
   font.setBold(true);
   const QFontMetrics metrics(font);
   const int width = metrics.horizontalAdvance(box.windowTitle()) + kEdges * metrics.height();
-  auto* const grid = static_cast<QGridLayout*>(box.layout());
+  auto* grid = static_cast<QGridLayout*>(box.layout());
   grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 

@@ -24,7 +24,7 @@ QString TextOf(const std::string& path) {
 }
 
 QPlainTextEdit* MakePage(const QString& text, bool wraps) {
-  auto* const page = new QPlainTextEdit(text);
+  auto* page = new QPlainTextEdit(text);
   page->setObjectName("viewerText");
   page->setAccessibleName(QObject::tr("Text of the file"));
   page->setReadOnly(true);
@@ -39,12 +39,12 @@ QPlainTextEdit* MakePage(const QString& text, bool wraps) {
 
 void ShowPlainViewer(const std::string& path) {
   const QString text = TextOf(path);
-  auto* const window = new QWidget;
+  auto* window = new QWidget;
   window->setObjectName("plainViewer");
   window->setAttribute(Qt::WA_DeleteOnClose);
   window->setWindowTitle(QFileInfo(QString::fromStdString(path)).fileName());
   QPlainTextEdit* const page = MakePage(text, path.ends_with(".rtf"));
-  auto* const layout = new QVBoxLayout(window);
+  auto* layout = new QVBoxLayout(window);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(page);
   for (const QKeySequence& key :

@@ -5,7 +5,7 @@
 
 namespace polefit {
 
-void EventGuard::Run(const std::function<void()>& action) {
+void EventGuard::Run(const std::function<void()>& action, const QString& afterwards) {
   if (ended_) return;
   try {
     action();
@@ -13,16 +13,15 @@ void EventGuard::Run(const std::function<void()>& action) {
     ended_ = true;
     QCoreApplication::exit(0);
   } catch (const RunTimeError& error) {
-    Show("Error " + std::to_string(error.number), error.description);
+    Show("Error " + std::to_string(error.number) + ": " + error.description, afterwards);
   } catch (const std::exception& error) {
-    Show("Internal error", error.what());
+    Show(std::string("Internal error: ") + error.what(), afterwards);
   }
 }
 
-void EventGuard::Show(const std::string& title, const std::string& text) {
+void EventGuard::Show(const std::string& error, const QString& afterwards) {
   host_.AbandonFile();
-  host_.MessageBox(title + ": " + text + "\n\nThe form and its data are as they were.",
-                   message_style::kCritical, "Polefit");
+  host_.MessageBox(error + "\n\n" + afterwards.toStdString(), message_style::kCritical, "Polefit");
 }
 
 }  // namespace polefit

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QCoreApplication>
+#include <QString>
 #include <functional>
 
 #include "platform/host.h"
@@ -7,18 +9,22 @@
 namespace polefit {
 
 /// The last place that an error can reach: what no routine catches is shown with its number and
-/// text, and the form and its data stay as they are. The end of the program ends the event loop.
+/// text. The end of the program ends the event loop.
 class EventGuard {
+  Q_DECLARE_TR_FUNCTIONS(EventGuard)
+
  public:
   explicit EventGuard(Host& host) : host_(host) {}
 
-  void Run(const std::function<void()>& action);
+  /// `afterwards` is the sentence that tells what an error in `action` leaves behind.
+  void Run(const std::function<void()>& action,
+           const QString& afterwards = tr("The form and its data are as they were."));
 
   /// True once the program has ended; no event loop must be started then.
   bool HasEnded() const { return ended_; }
 
  private:
-  void Show(const std::string& title, const std::string& text);
+  void Show(const std::string& error, const QString& afterwards);
 
   Host& host_;
   bool ended_ = false;

@@ -13,6 +13,15 @@
 
 namespace polefit {
 
+namespace {
+
+/// What an error leaves when it ends the showing of a file.
+QString ShownInPart() {
+  return QObject::tr("The form shows what could be read.");
+}
+
+}  // namespace
+
 Session::Session(QtHost& host, std::string fileToOpen)
     : guard_(host),
       frmMain_([this](const std::function<void()>& action) { guard_.Run(action); }),
@@ -89,21 +98,22 @@ void Session::Start() {
 
 void Session::LoadMainFormOnce() {
   if (std::exchange(loaded_, true)) return;
-  guard_.Run([this] { LoadMainForm(program_); });
+  guard_.Run([this] { LoadMainForm(program_); }, ShownInPart());
+  frmMain_.ForgetSteps();
   if (HasEnded() || fileToOpen_.empty()) return;
   guard_.Run([this] { OpenNamedFile(program_, fileToOpen_); });
 }
 
 void Session::ShowMainForm() {
   const bool first = !loaded_;
-  LoadMainFormOnce();
-  if (HasEnded()) return;
   frmIntro_.hide();
   frmDemo_.hide();
+  LoadMainFormOnce();
+  if (HasEnded()) return;
   frmMain_.ShowState();
   frmMain_.show();
   frmMain_.activateWindow();
-  frmMain_.SetFocus("chkEqualDelay");
+  frmMain_.SetFocus(BoxName(slot::kEqualDelay));
   if (first) console_.Find(program_.folders.ProgramFolder);
 }
 
@@ -140,6 +150,7 @@ void Session::TakeImproved() {
   PutFileBack();
   if (loaded_) {
     guard_.Run([this] { TakeImprovedValues(program_); });
+    frmMain_.RecordStep(QObject::tr("Take Improved Values"), StepKind::replacesDocument);
     if (HasEnded()) return;
   }
   ShowMainForm();

@@ -71,9 +71,4 @@ class AnswerReader {
   std::vector<Finding>& findings_;
 };
 
-/// Whether a flag is ticked.
-inline bool IsYes(const std::string& answer) {
-  return answer == "Y" || answer == "y";
-}
-
 }  // namespace polefit

@@ -9,13 +9,9 @@ namespace polefit {
 
 namespace {
 
-/// A caption on one line: runs of blanks are one blank, "&&" is "&".
+/// A caption on one line, in ASCII.
 std::string PlainCaption(std::string_view caption) {
-  std::string plain;
-  for (const char c : caption) {
-    const bool isRepeated = (c == ' ' || c == '&') && plain.ends_with(c);
-    if (!isRepeated) plain += c;
-  }
+  std::string plain = OneLineCaption(caption);
   // Many text programs of today would show an odd sign for a single byte beyond ASCII.
   constexpr std::string_view kMark = "» ";
   const std::size_t mark = plain.find(kMark);

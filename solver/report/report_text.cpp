@@ -96,11 +96,4 @@ void ReportTable::Write(ReportText& text) const {
   }
 }
 
-std::string Padded(std::string_view text, std::size_t width) {
-  std::string padded(text);
-  const std::size_t length = CharacterCount(text);
-  if (length < width) padded.append(width - length, ' ');
-  return padded;
-}
-
 }  // namespace polefit

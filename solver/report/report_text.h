@@ -65,7 +65,4 @@ class ReportTable {
   std::vector<Column> columns_;
 };
 
-/// A text padded with blanks to `width` columns.
-std::string Padded(std::string_view text, std::size_t width);
-
 }  // namespace polefit

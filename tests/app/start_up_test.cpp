@@ -152,11 +152,15 @@ TEST_F(StartUpTest, TheLastRunIsRestoredAsFarAsItCanBeShown) {
     ResponseRecord record;
     record.Slot(slot::kTmin) = zeroCounts;
     record.Slot(slot::kZeroCounts) = zeroCounts;
+    record.Slot(slot::kUseWeights) = "Y";
+    record.Slot(slot::kNPoles) = "0 2";
     record.passband.Resize(1);
     record.delay.Resize(1);
     WriteResponseFile(host_, record, {host_.Path("Tessel.hz"), "last-run.ini"});
     EXPECT_EQ(Load(), error);
     EXPECT_EQ(form_.Text("tmin"), zeroCounts);
+    EXPECT_GT(form_.passData.ColumnWidth(4), 0);
+    EXPECT_FALSE(form_.IsEnabled("sigmaPoles")) << "rules apply to what could be shown";
   }
 }
 

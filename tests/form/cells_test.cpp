@@ -81,7 +81,10 @@ TEST_F(CellsTest, TheRecordReadIsTheOneThatASaveWritesAndReadingChangesNothing) 
     EXPECT_EQ(program.document.DataChanged, 0) << what;
     PutAnswers(program);
     WriteResponseFile(host, program.document.record, {user, "saved"});
-    EXPECT_EQ(program.document.record, read) << what;
+    ResponseRecord saved = program.document.record;
+    saved.passband = saved.passband.FirstRows(saved.nFreqPoints + 1);
+    saved.delay = saved.delay.FirstRows(saved.nDelayPoints + 1);
+    EXPECT_EQ(saved, read) << what;
   }
 }
 

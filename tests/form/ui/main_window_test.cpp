@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTabWidget>
@@ -100,6 +101,57 @@ TEST_F(FrmMainTest, AFieldRuleWaitsUntilTheFocusLeaves) {
   EXPECT_FALSE(form.IsEnabled("sigmaPoles"));
 }
 
+TEST_F(FrmMainTest, TheFocusGoesToTheBoxThatTheRuleHasJustWoken) {
+  Press(Qt::Key_Space, Qt::Key_Tab);
+  EXPECT_EQ(FocusName(), "tmin");
+  form.SetFocus("nYzeros");
+  Press(Qt::CTRL | Qt::Key_A, Qt::Key_1);
+  Click("Yzero");
+  EXPECT_EQ(FocusName(), "Yzero");
+  form.SetFocus("nYzeros");
+  Press(Qt::CTRL | Qt::Key_A, Qt::Key_0);
+  QWidget* page = Find<QTabWidget>("CVX_Tabs").currentWidget()->findChild<QWidget*>("lblNote2");
+  QTest::mouseClick(page, Qt::LeftButton);
+  EXPECT_FALSE(form.IsEnabled("Yzero")) << "a click on the page leaves the box";
+}
+
+TEST_F(FrmMainTest, AnAbandonedMenuIsNoLeavingAndWhatFollowsIs) {
+  form.SetFocus("nPoles");
+  Press(Qt::Key_Home, Qt::Key_0, Qt::Key_Space);
+  form.menuBar()->setFocus(Qt::MenuBarFocusReason);
+  EXPECT_TRUE(form.IsEnabled("sigmaPoles"));
+  Find<QWidget>("poleReal").setFocus(Qt::MouseFocusReason);
+  EXPECT_FALSE(form.IsEnabled("sigmaPoles"));
+
+  form.SelectTab(Tab::passbandData);
+  ShowPoints(5);
+  auto& grid = Find<GridWidget>("PassData");
+  auto& editor = Find<CellEditorBox>("txtCellEditor");
+  grid.SetCurrentCell(4, 2);
+  grid.setFocus();
+  Type("55");
+  form.menuBar()->setFocus(Qt::MenuBarFocusReason);
+  EXPECT_TRUE(editor.isVisible());
+  Click("chkUseWeights");
+  EXPECT_FALSE(editor.isVisible());
+  EXPECT_EQ(grid.Text(4, 2), "55");
+  grid.setFocus();
+  Type("66");
+  Q_EMIT grid.cellDoubleClicked();
+  EXPECT_EQ(grid.Text(4, 2), "66") << "stored before the editor opens again";
+  form.SelectTab(Tab::start);
+  form.SelectTab(Tab::passbandData);
+  EXPECT_EQ(Find<QTabWidget>("CVX_Tabs").currentWidget()->focusWidget(), &grid);
+}
+
+TEST_F(FrmMainTest, ALoneReturnInAnAnswerSurvivesShowingAndLeaving) {
+  form.SetText("Note1", "a\rb");
+  form.SetFocus("Note1");
+  Press(Qt::Key_End);
+  form.SetFocus("Gain");
+  EXPECT_EQ(form.Text("Note1"), "a\rb");
+}
+
 TEST_F(FrmMainTest, ARecordTravelsThroughTheWindowUnchangedAndADemoKeepsTheFileName) {
   ResponseRecord& record = program.document.record;
   for (const Question& question : kQuestions) {
@@ -146,7 +198,8 @@ TEST_F(FrmMainTest, TheSolverButtonsWorkAndFocusTheFirstBox) {
 }
 
 TEST_F(FrmMainTest, MenuEntriesAndTheButtonGoOutAsSignalsOfTheSameName) {
-  const QList<QAction*> entries = form.findChildren<QAction*>(QRegularExpression("^mnu"));
+  const QList<QAction*> entries =
+      form.findChildren<QAction*>(QRegularExpression("^mnu(File|View|Demos|Help)"));
   EXPECT_EQ(entries.size(), 13);
   for (QAction* entry : entries) {
     const QString name = entry->objectName() == "mnuFileExit" ? "unloaded" : entry->objectName();

@@ -28,7 +28,7 @@ class Answering {
   /// Presses a button of the next message box.
   void Press(QMessageBox::StandardButton button) {
     answers_.emplace_back([button](QDialog& dialog) {
-      auto* const box = qobject_cast<QMessageBox*>(&dialog);
+      auto* box = qobject_cast<QMessageBox*>(&dialog);
       ASSERT_TRUE(box != nullptr && box->button(button) != nullptr) << NameOf(dialog);
       const int title = box->fontMetrics().horizontalAdvance(box->windowTitle());
       if (box->objectName() == "messageBox") {
@@ -40,7 +40,7 @@ class Answering {
   /// Types a name into the next file dialog and accepts it.
   void Choose(const std::string& name) {
     answers_.emplace_back([name](QDialog& dialog) {
-      auto* const edit = dialog.findChild<QLineEdit*>("fileNameEdit");
+      auto* edit = dialog.findChild<QLineEdit*>("fileNameEdit");
       ASSERT_NE(edit, nullptr) << NameOf(dialog);
       // Typing would let go of what the list has chosen.
       dialog.findChild<QListView*>("listView")->clearSelection();
@@ -57,14 +57,14 @@ class Answering {
   /// The title, and the text of a message box behind it.
   static std::string NameOf(const QDialog& dialog) {
     const std::string title = dialog.windowTitle().toStdString();
-    const auto* const box = qobject_cast<const QMessageBox*>(&dialog);
+    const auto* box = qobject_cast<const QMessageBox*>(&dialog);
     return box == nullptr ? title : title + "|" + box->text().toStdString();
   }
 
   void Look() {
     // The next look is set up first: an answer may bring up the next box and wait for its end.
     QTimer::singleShot(5, &looks_, [this] { Look(); });
-    auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (dialog == nullptr) return;
     if (qobject_cast<QMessageBox*>(dialog) != nullptr) said.push_back(NameOf(*dialog));
     if (answers_.empty()) {
