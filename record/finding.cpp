@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "record/question_catalogue.h"
+
 namespace polefit {
 
 namespace {
@@ -14,7 +16,30 @@ std::vector<std::string> Texts(const std::vector<Finding>& findings, bool areFau
   return texts;
 }
 
+/// The place among the questions, tables behind them.
+int RankOf(const FindingPlace& place) {
+  int slot = slot::kEqualDelay;
+  switch (place.table) {
+    case FindingTable::passband:
+      return slot::kFreqPointCount;
+    case FindingTable::delay:
+      return slot::kDelayPointCount;
+    case FindingTable::solverSettings:
+      return slot::kDelayPointCount + 1;
+    case FindingTable::none:
+      break;
+  }
+  while (slot <= slot::kFreqPointCount && QuestionNumber(slot) != place.question) ++slot;
+  return place.question.empty() || slot > slot::kFreqPointCount ? slot::kDelayPointCount + 2 : slot;
+}
+
 }  // namespace
+
+void SortByQuestion(std::vector<Finding>& findings) {
+  std::stable_sort(findings.begin(), findings.end(), [](const Finding& one, const Finding& other) {
+    return RankOf(one.place) < RankOf(other.place);
+  });
+}
 
 std::vector<std::string> FaultTexts(const std::vector<Finding>& findings) {
   return Texts(findings, true);

@@ -38,6 +38,10 @@ struct Finding {
   bool operator==(const Finding&) const = default;
 };
 
+/// Puts findings into the order of the questions as the file has them: the answers, the passband
+/// points, the delay points, the solver settings, and what is about the whole problem.
+void SortByQuestion(std::vector<Finding>& findings);
+
 /// The sentences of the findings that are faults, or of those that are not.
 std::vector<std::string> FaultTexts(const std::vector<Finding>& findings);
 std::vector<std::string> WarningTexts(const std::vector<Finding>& findings);

@@ -45,10 +45,9 @@ std::vector<Finding> MisledBy(const ResponseRecord& record, int linesRead) {
                     " (is the passband point count, " + points + ", right?)");
 }
 
-Failure Unreadable(const std::string& message) {
-  return {Exit::unreadable,
-          "NOT RUN: the data file cannot be read",
-          {{.place = {}, .severity = Severity::fault, .text = message}}};
+Failure Unreadable(const std::string& message,
+                   const char* result = "NOT RUN: the data file cannot be read") {
+  return {Exit::unreadable, result, {{{}, Severity::fault, message}}};
 }
 
 std::string ReasonOf(const RunTimeError& error) {
@@ -68,6 +67,11 @@ Failure CannotRead(const std::string& path, const RunTimeError& error) {
 }
 
 }  // namespace
+
+Failure NoDataFile() {
+  return Unreadable("Choose or save a data file, then submit it again.",
+                    "NOT RUN: no data file was chosen");
+}
 
 Failure Refusal(std::vector<Finding> findings) {
   const auto faults = std::count_if(findings.begin(), findings.end(),

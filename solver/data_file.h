@@ -23,6 +23,9 @@ struct Failure {
 /// LastFileName is the value of line 1. Returns what made the file unreadable, if anything.
 std::optional<Failure> ReadDataFile(Host& host, const std::string& path, ResponseRecord& record);
 
+/// The failure of a run that was given no file.
+Failure NoDataFile();
+
 /// The failure of a problem whose answers cannot be run. There may be warnings among the findings.
 Failure Refusal(std::vector<Finding> findings);
 

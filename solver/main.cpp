@@ -9,7 +9,9 @@
 #include <vector>
 
 #include "platform/linux/console_host.h"
+#include "solver/json_report.h"
 #include "solver/run.h"
+#include "solver/summary.h"
 
 namespace polefit {
 
@@ -52,30 +54,43 @@ class StopSignals {
   std::thread watcher_;
 };
 
+Exit Tell(const std::string& text) {
+  std::cout << text << std::flush;
+  return Exit::converged;
+}
+
+/// Many files, each with a host of its own: they may run at once.
+Exit Summarise(const Request& request, const std::function<int()>& stopRequests) {
+  const RunOne run = [&](const RunFiles& files, std::ostream& errors) {
+    ConsoleHost host;
+    std::ostream nowhere(nullptr);
+    return RunSolver(host, files, {nowhere, errors, stopRequests});
+  };
+  return RunSummary(request, run, stopRequests, std::cout, std::cerr);
+}
+
 Exit Main(const std::vector<std::string>& words) {
-  const Request request = ParseCommandLine(words);
-  switch (request.action) {
-    case Request::Action::help:
-      std::cout << HelpText();
-      return Exit::converged;
-    case Request::Action::version:
-      std::cout << "pfit " POLEFIT_VERSION "\n";
-      return Exit::converged;
-    case Request::Action::usage:
-      std::cerr << HelpText().substr(0, HelpText().find('\n')) << '\n';
-      return Exit::usage;
-    case Request::Action::run:
-      break;
+  ConsoleHost host;
+  const Request request = ParseCommandLine(words, host);
+  using Action = Request::Action;
+  if (request.action == Action::help) return Tell(HelpText());
+  if (request.action == Action::version) return Tell("pfit " POLEFIT_VERSION "\n");
+  if (request.action == Action::usage) {
+    std::cerr << HelpText().substr(0, HelpText().find('\n')) << '\n';
+    return Exit::usage;
   }
   // A reader of the progress who leaves does not end the run, and a file that may not grow any more
   // is a full disk.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   StopSignals signals;
-  ConsoleHost host;
+  const auto stopRequests = [&] { return signals.Count(); };
+  if (request.action == Action::summary) return Summarise(request, stopRequests);
+  std::ostream nowhere(nullptr);
+  std::ostream& progress = request.json ? nowhere : std::cout;
   const RunOutcome outcome =
-      RunSolver(host, request.files, {std::cout, std::cerr, [&] { return signals.Count(); }});
-  std::cout << ClosingLines(outcome) << std::flush;
+      RunSolver(host, request.files.front(), {progress, std::cerr, stopRequests});
+  std::cout << (request.json ? OutcomeAsJson(outcome) : ClosingLines(outcome)) << std::flush;
   return outcome.exit;
 }
 

@@ -27,6 +27,7 @@ struct RunOutcome {
   /// The words behind "Result:" in the report, or why there is none.
   std::string result;
   std::vector<Finding> findings;
+  double seconds = 0;
   /// Only where there is an answer.
   std::optional<Figures> figures;
 };

@@ -35,6 +35,7 @@ class SolverRun {
   RunOutcome Run() {
     RemoveFile(host_, files_.report);
     ResponseRecord record;
+    if (files_.dataFile.empty()) return Fail(NoDataFile());
     if (const auto failure = ReadDataFile(host_, files_.InputPath(), record)) return Fail(*failure);
     std::vector<Finding> findings;
     Problem problem = ReadProblem(record, findings);
@@ -43,11 +44,10 @@ class SolverRun {
     Journal journal(problem, console_.out);
     const Summary summary = Solve(problem, journal, [this] { return console_.stopRequests() > 0; });
     if (!summary.best.isFinite) {
-      findings.insert(
-          findings.begin(),
-          {.place = {},
-           .severity = Severity::fault,
-           .text = "No start gave a finite error; check the initial pole and zero values."});
+      findings.insert(findings.begin(),
+                      {{},
+                       Severity::fault,
+                       "No start gave a finite error; check the initial pole and zero values."});
       return Fail({Exit::noFiniteError, "no start gave a finite error", std::move(findings)});
     }
     const Figures figures = FiguresOf(problem, summary);
@@ -60,10 +60,13 @@ class SolverRun {
   }
 
  private:
+  double Seconds() const {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin_).count();
+  }
+
   ReportHead Head(const std::string& result) {
-    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begin_;
-    return {files_.dataFile, files_.dataFolder, host_.FormatNow("%Y-%m-%d %H:%M:%S"),
-            seconds.count(), result};
+    return {files_.dataFile, files_.dataFolder, host_.FormatNow("%Y-%m-%d %H:%M:%S"), Seconds(),
+            result};
   }
 
   RunOutcome Succeed(const SolvedProblem& solved) {
@@ -76,20 +79,24 @@ class SolverRun {
     WriteResponseFile(host_, lastRun, {"", temporary, temporary});
     if (console_.stopRequests() > 1) {
       RemoveTemporaries();
-      return {Exit::stopped, "ended at once on request; nothing is written", solved.findings, {}};
+      return {Exit::stopped,
+              "ended at once on request; nothing is written",
+              solved.findings,
+              Seconds(),
+              {}};
     }
     // Both are complete. The report comes last: whoever sees it finds the answers in place.
     host_.MoveFile(temporary, files_.lastRun);
     host_.MoveFile(Temporary(files_.report), files_.report);
-    return {IsConverged(summary.ending) ? Exit::converged : Exit::stopped, result,
-            solved.findings, solved.figures};
+    return {IsConverged(summary.ending) ? Exit::converged : Exit::stopped, result, solved.findings,
+            Seconds(), solved.figures};
   }
 
   RunOutcome Fail(Failure failure) {
     WriteReport(FailureReport(Head(failure.result), failure.findings));
     host_.MoveFile(Temporary(files_.report), files_.report);
     console_.err << FaultTexts(failure.findings).front() << std::endl;
-    return {failure.exit, std::move(failure.result), std::move(failure.findings), {}};
+    return {failure.exit, std::move(failure.result), std::move(failure.findings), Seconds(), {}};
   }
 
   /// Writes the report beside its place.
@@ -110,7 +117,7 @@ class SolverRun {
 RunOutcome Unwritable(const RunFiles& files, const Console& console, const RunTimeError& error) {
   console.err << "Cannot write into '" << files.outputFolder << "': " << error.description << "."
               << std::endl;
-  return {Exit::unwritable, "the output cannot be written", {}, {}};
+  return {Exit::unwritable, "the output cannot be written", {}, 0, {}};
 }
 
 }  // namespace
@@ -120,7 +127,7 @@ RunOutcome RunSolver(Host& host, const RunFiles& files, const Console& console) 
     const std::unique_ptr<HeldLock> lock = host.TakeLock(files.lock, std::chrono::milliseconds(0));
     if (!lock) {
       console.err << "Another run is using '" << files.outputFolder << "'." << std::endl;
-      return {Exit::locked, "another run is using the output folder", {}, {}};
+      return {Exit::locked, "another run is using the output folder", {}, 0, {}};
     }
     SolverRun run(host, files, console);
     try {

@@ -2,6 +2,8 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <map>
+#include <string>
 
 #include "solver/problem/problem_reader.h"
 
@@ -23,44 +25,80 @@ constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
 constexpr int kYoutColumn = 3;
 
+/// The faults of a table's rows. What is wrong in many rows is told once, at the first of them.
+class RowFaults {
+ public:
+  explicit RowFaults(AnswerReader& answers) : answers_(answers) {}
+  ~RowFaults() {
+    for (const Entry& entry : entries_) {
+      const std::vector<int>& rows = rows_[entry.kind];
+      const bool isToldOnce = rows.size() > kMostTold;
+      if (isToldOnce && entry.topic.place.row != rows.front()) continue;
+      answers_.Fault(entry.topic, entry.rest + (isToldOnce ? Others(rows) : std::string()));
+    }
+  }
+  RowFaults(const RowFaults&) = delete;
+  RowFaults& operator=(const RowFaults&) = delete;
+
+  /// `kind` is the same for what is wrong in the same way.
+  void Add(const Topic& topic, const std::string& rest, const std::string& kind) {
+    entries_.push_back({topic, rest, kind});
+    rows_[kind].push_back(topic.place.row);
+  }
+
+ private:
+  static constexpr std::size_t kMostTold = 3;
+  struct Entry {
+    Topic topic;
+    std::string rest;
+    std::string kind;
+  };
+
+  static std::string Others(const std::vector<int>& rows) {
+    return " The same in " + std::to_string(rows.size() - 1) + " more rows, up to row " +
+           std::to_string(rows.back()) + ".";
+  }
+
+  AnswerReader& answers_;
+  std::vector<Entry> entries_;
+  std::map<std::string, std::vector<int>> rows_;
+};
+
 /// Reads the needed cells of one row.
 class RowReader {
  public:
-  RowReader(AnswerReader& answers, FindingTable table) : answers_(answers), table_(table) {}
+  RowReader(RowFaults& faults, FindingTable table) : faults_(faults), table_(table) {}
 
   template <std::size_t Columns>
   std::vector<double> Read(const PointLists<Columns>& points, int row, int needed,
                            const std::vector<const char*>& names, int mayBeNegative) {
-    Topic topic = PointTopic(table_, row);
     const int found = FilledCells(points, row);
     if (found < needed) {
-      topic.place.column = found + 1;
-      answers_.Fault(topic, ": " + std::to_string(found) + " value(s) found, " +
-                                std::to_string(needed) + " needed.");
+      const std::string count = std::to_string(found);
+      faults_.Add(PointTopic(table_, row, found + 1),
+                  ": " + count + " value(s) found, " + std::to_string(needed) + " needed.", count);
     }
     std::vector<double> values(static_cast<std::size_t>(needed), kUnknown);
     for (int column = 1; column <= std::min(found, needed); ++column) {
       const auto index = static_cast<std::size_t>(column - 1);
       const std::string& text = points.At(row, column);
-      topic.place.column = column;
-      std::string fault = ": ";
-      fault += names.at(index);
       const std::optional<double> value = ParseNumber(text);
-      if (!value) {
-        answers_.Fault(topic, fault.append(" \"").append(text).append(
-                                  IsOutOfRange(text) ? "\" is out of range (1e-308 to 1e308)."
-                                                     : "\" is not a number."));
-      } else if (*value < 0 && column != mayBeNegative) {
-        answers_.Fault(topic, fault.append(" ").append(text).append(" is negative."));
-      } else {
+      if (value && (*value >= 0 || column == mayBeNegative)) {
         values[index] = *value;
+        continue;
       }
+      const std::string fault = value                ? " is negative."
+                                : IsOutOfRange(text) ? " is out of range (1e-308 to 1e308)."
+                                                     : " is not a number.";
+      const std::string name = names.at(index);
+      faults_.Add(PointTopic(table_, row, column),
+                  ": " + name + " " + (value ? text : "\"" + text + "\"") + fault, name + fault);
     }
     return values;
   }
 
  private:
-  AnswerReader& answers_;
+  RowFaults& faults_;
   FindingTable table_;
 };
 
@@ -117,22 +155,24 @@ class PointReader {
 
  private:
   void ReadPassband() {
-    RowReader rows(answers_, FindingTable::passband);
+    RowFaults faults(answers_);
+    RowReader rows(faults, FindingTable::passband);
     const int needed = problem_.usesWeights ? 4 : 3;
     for (int row = 1; row <= record_.nFreqPoints; ++row) {
       const auto values =
           rows.Read(record_.passband, row, needed, {"frequency", "Yin", "Yout", "weight"}, 0);
       const double weight = problem_.usesWeights ? values[3] : 1;
       problem_.passband.push_back({values[0], values[1], values[2], weight});
-      if (values[2] == 0 && problem_.inputPower > 0) RefuseDivision(row);
+      if (values[2] == 0 && problem_.inputPower > 0) RefuseDivision(row, faults);
     }
   }
 
-  void RefuseDivision(int row) {
-    answers_.Fault(
+  void RefuseDivision(int row, RowFaults& faults) {
+    faults.Add(
         PointTopic(FindingTable::passband, row, kYoutColumn),
         ": Yout is 0 and Ipower is " + record_.Slot(slot::kIPower) +
-            "; the error cannot be divided by 0 (use Ipower 0 or less, or leave the point out).");
+            "; the error cannot be divided by 0 (use Ipower 0 or less, or leave the point out).",
+        "division");
   }
 
   /// Without a point that asks for more than 0 and can be given it, the best gain is 0.
@@ -161,7 +201,8 @@ class PointReader {
   }
 
   void ReadDelay() {
-    RowReader rows(answers_, FindingTable::delay);
+    RowFaults faults(answers_);
+    RowReader rows(faults, FindingTable::delay);
     for (int row = 1; row <= record_.nDelayPoints; ++row) {
       constexpr int kTxColumn = 2;
       const auto values = rows.Read(record_.delay, row, 2, {"frequency", "TX"}, kTxColumn);
@@ -231,10 +272,11 @@ class PointReader {
                      [](const PassbandPoint& one, const PassbandPoint& other) {
                        return one.frequency < other.frequency;
                      });
+    RowFaults faults(answers_);
     for (Eigen::Index i = 0; i < count; ++i) {
       const DelayPoint& point = problem_.delay[static_cast<std::size_t>(i)];
       const double share = YoutAt(sorted, point.frequency) / largest;
-      if (share == 0 && problem_.delayRipplePower > 0) RefuseDelayDivision(i);
+      if (share == 0 && problem_.delayRipplePower > 0) RefuseDelayDivision(i, faults);
       const double level = problem_.freqNorm / 1000 * std::pow(share, -problem_.delayRipplePower);
       rows.delayFrequencies[i] = point.frequency / problem_.freqNorm;
       rows.delayOffsets[i] = level * point.tx;
@@ -243,10 +285,11 @@ class PointReader {
     rows.delaySlopes = rows.delayLevels * problem_.DelayUnit();
   }
 
-  void RefuseDelayDivision(Eigen::Index index) {
-    answers_.Fault(PointTopic(FindingTable::delay, static_cast<int>(index) + 1),
-                   ": Yout is 0 there and DelRipplePower is " +
-                       record_.Slot(slot::kDelRipplePower) + "; use 0 or less.");
+  void RefuseDelayDivision(Eigen::Index index, RowFaults& faults) {
+    faults.Add(PointTopic(FindingTable::delay, static_cast<int>(index) + 1),
+               ": Yout is 0 there and DelRipplePower is " + record_.Slot(slot::kDelRipplePower) +
+                   "; use 0 or less.",
+               "division");
   }
 
   /// Yout at a frequency: linear between the points, the end value outside.

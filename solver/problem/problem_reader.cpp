@@ -66,6 +66,7 @@ Problem ReadProblem(const ResponseRecord& record, std::vector<Finding>& findings
   ReadLocations(record, answers, problem);
   ReadGain(record, answers, problem);
   if (record.solverCount > 0) ReadOptions(record, answers, problem.options);
+  SortByQuestion(findings);
   if (!HasFault(findings)) WarnOfFewRows(answers, problem);
   return problem;
 }

@@ -1,47 +1,16 @@
 #include "solver/report/figures.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
+
+#include "solver/model/model.h"
+#include "solver/report/last_run.h"
+#include "solver/search/sidelobes.h"
 
 namespace polefit {
 
 namespace {
-
-/// Whether part 0 (real, or omega-axis zero) or 1 of a location stands on a bound or is held.
-bool IsBound(const Problem& problem, const Point& point, const Factor& factor, std::size_t part) {
-  const int index = factor.parameter + static_cast<int>(part);
-  const double value = point.parameters[index];
-  if (index >= problem.constellation.MovedCount()) return true;
-  if (index < problem.constellation.orcaCount) {
-    const bool isEnd =
-        factor.kind == FactorKind::omegaZero && problem.Equalises() && IsAtRangeEnd(problem, value);
-    return isEnd || value <= problem.lower[index] || value >= problem.upper[index];
-  }
-  return false;
-}
-
-int CountBounds(const Problem& problem, const Point& point) {
-  int count = 0;
-  for (const Factor& factor : problem.constellation.factors) {
-    for (std::size_t part = 0; part < factor.Parts(); ++part) {
-      if (IsBound(problem, point, factor, part)) ++count;
-    }
-  }
-  return count;
-}
-
-}  // namespace
-
-void Extreme::Take(double value, double at, int of) {
-  if (std::abs(value) > size || row == 0) *this = {std::abs(value), at, of};
-}
-
-bool IsAtRangeEnd(const Problem& problem, double zero) {
-  return zero > (1 - 1e-5) * problem.largest;
-}
-
-TransferFunction AtBest(const Problem& problem, const Point& point) {
-  return {problem, {point.parameters.begin(), point.parameters.end()}};
-}
 
 PassbandFigures JudgePassband(const Problem& problem, const Point& point) {
   PassbandFigures figures;
@@ -60,15 +29,80 @@ PassbandFigures JudgePassband(const Problem& problem, const Point& point) {
   return figures;
 }
 
+/// How many parts of locations are not free to move.
+int CountBounds(const std::vector<FoundLocation>& locations) {
+  int count = 0;
+  for (const FoundLocation& location : locations) {
+    if (location.isOwnPole) continue;
+    for (const LocationPart* const part : {&location.real, &location.imaginary}) {
+      if (part->bound != Bound::none) ++count;
+    }
+  }
+  return count;
+}
+
+DelayFigures JudgeDelay(const Problem& problem, const Point& point) {
+  DelayFigures figures = {AtBest(problem, point).DelayPoints()};
+  figures.constant = point.fit.delayConstant;
+  double sum = 0;
+  for (const double error : figures.error) {
+    sum += error * error;
+    figures.largest = std::max(figures.largest, std::abs(error));
+  }
+  const auto [least, most] = std::minmax_element(figures.total.begin(), figures.total.end());
+  figures.peakToPeak = *most - *least;
+  figures.rms = std::sqrt(sum / static_cast<double>(figures.total.size()));
+  return figures;
+}
+
+std::vector<Sidelobe> SidelobesOf(const Problem& problem, const Point& point) {
+  std::vector<double> zeros;
+  for (const std::size_t index : SortedFactors(problem, point, FactorKind::omegaZero)) {
+    zeros.push_back(point.parameters[problem.constellation.factors[index].parameter]);
+  }
+  std::vector<Sidelobe> sidelobes;
+  const std::vector<Peak> peaks =
+      point.peaks.empty()
+          ? FindSidelobes(problem, {point.parameters.begin(), point.parameters.end()})
+          : point.peaks;
+  for (const Peak& peak : peaks) {
+    sidelobes.push_back(
+        {zeros[sidelobes.size()], peak.frequency, kDecibelsPerNeper * peak.level, peak.isEnd});
+  }
+  return sidelobes;
+}
+
+}  // namespace
+
+TransferFunction AtBest(const Problem& problem, const Point& point) {
+  return {problem, {point.parameters.begin(), point.parameters.end()}};
+}
+
+void Extreme::Take(double value, double at, int of) {
+  if (std::abs(value) > size || row == 0) *this = {std::abs(value), at, of};
+}
+
 Figures FiguresOf(const Problem& problem, const Summary& summary) {
-  const Fit& fit = summary.best.fit;
-  return {.cost = fit.cost,
-          .rms = std::sqrt(fit.meanSquare),
-          .evaluations = summary.evaluations,
-          .agreeing = summary.StartsNear(summary.best.Cost()),
-          .starts = static_cast<int>(summary.starts.size()),
-          .bounds = CountBounds(problem, summary.best),
-          .passband = JudgePassband(problem, summary.best)};
+  const Point& best = summary.best;
+  Figures figures;
+  figures.cost = best.fit.cost;
+  figures.rms = std::sqrt(best.fit.meanSquare);
+  figures.evaluations = summary.evaluations;
+  figures.agreeing = summary.StartsNear(best.Cost());
+  figures.starts = static_cast<int>(summary.starts.size());
+  figures.freqNorm = problem.freqNorm;
+  figures.gain = best.fit.gain;
+  figures.constant = LeadingConstant(problem, best);
+  figures.locations = LocationsOf(problem, best);
+  const Trust trust = JudgeTrust(problem, best, figures.locations, 0);
+  AddDeviations(trust, figures.locations);
+  figures.freedom = trust.freedom;
+  figures.errors = JudgePattern(problem, best, trust.freeNumbers, 0);
+  figures.bounds = CountBounds(figures.locations);
+  figures.passband = JudgePassband(problem, best);
+  if (problem.wantsDelay) figures.delay = JudgeDelay(problem, best);
+  figures.sidelobes = SidelobesOf(problem, best);
+  return figures;
 }
 
 }  // namespace polefit

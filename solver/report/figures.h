@@ -1,9 +1,13 @@
 #pragma once
 
+#include <limits>
+#include <optional>
 #include <vector>
 
 #include "solver/model/transfer_function.h"
 #include "solver/problem/problem.h"
+#include "solver/report/deviations.h"
+#include "solver/report/locations.h"
 #include "solver/search/search.h"
 
 namespace polefit {
@@ -28,21 +32,46 @@ struct PassbandFigures : PassbandFit {
   Extreme largestDecibels;
 };
 
-PassbandFigures JudgePassband(const Problem& problem, const Point& point);
+/// How the total delay follows its constant; ns.
+struct DelayFigures : DelayFit {
+  double constant = 0;  ///< T0
+  double peakToPeak = 0;
+  double rms = 0;
+  double largest = 0;
+};
 
-/// Whether an omega-axis zero has come so near to the largest location that there is no room for
-/// the equalised ones, which stand above it and keep it from the bound itself.
-bool IsAtRangeEnd(const Problem& problem, double zero);
+/// The highest |H| above an omega-axis zero.
+struct Sidelobe {
+  double zero = 0;      ///< normalised
+  double peak = 0;      ///< where, normalised
+  double decibels = 0;  ///< against H(0); minus infinity where two zeros coincide
+  bool isEnd = false;   ///< the end of the range, where |H| still rises
+};
 
 /// What a solved problem comes to, in numbers: for the report and for other programs alike.
 struct Figures {
   double cost = 0;
   double rms = 0;  ///< of the weighted passband errors, in parts of the largest Yout
   int evaluations = 0;
-  int agreeing = 0;
+  /// What the rounding of the typed points alone brings to F.
+  double roundingCost = std::numeric_limits<double>::quiet_NaN();
+  int agreeing = 0;  ///< starts that ended at the answer
   int starts = 0;
-  int bounds = 0;  ///< locations on a bound or held
+  int witnesses = 0;  ///< independent starts that converged
+  /// The expected share of independent starts that would end at optima not seen yet.
+  double unseen = std::numeric_limits<double>::quiet_NaN();
+  /// The F of all optima seen, the lowest first.
+  std::vector<double> optima;
+  int bounds = 0;       ///< parts of locations that stand on a bound or are held
+  double freqNorm = 0;  ///< MHz
+  double gain = 0;      ///< H(0)
+  double constant = 0;  ///< K of H = K prod(s - z) / prod(s - p)
+  std::vector<FoundLocation> locations;
+  int freedom = 0;  ///< rows with weight less the fitted numbers
+  ErrorPattern errors = ErrorPattern::unknown;
   PassbandFigures passband;
+  std::optional<DelayFigures> delay;
+  std::vector<Sidelobe> sidelobes;
 };
 
 Figures FiguresOf(const Problem& problem, const Summary& summary);

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "base/text_format.h"
-#include "solver/model/model.h"
 
 namespace polefit {
 
@@ -48,9 +47,9 @@ void WriteBalance(const Problem& problem, const Fit& fit, ReportText& text) {
 }
 
 void WriteDelayQuality(const SolvedProblem& solved, ReportText& text) {
-  const DelayQuality delay = JudgeDelay(solved.problem, solved.summary.best);
-  text.Line("  total delay, constant      " + Rounded(solved.summary.best.fit.delayConstant, 5) +
-            " ns   (" + ConstantNote(solved.problem) + ")");
+  const DelayFigures& delay = *solved.figures.delay;
+  text.Line("  total delay, constant      " + Rounded(delay.constant, 5) + " ns   (" +
+            ConstantNote(solved.problem) + ")");
   text.Line("  ripple around it           " + Rounded(delay.peakToPeak, 4) + " ns peak to peak, " +
             Rounded(delay.rms, 4) + " ns rms");
 }
@@ -66,13 +65,55 @@ void WriteQuality(const SolvedProblem& solved, ReportText& text) {
   text.Line();
   text.Line(Format("  rms error of the passband  %.3e", std::sqrt(fit.meanSquare)) + unit);
   text.Line(Format("  largest passband error     %.3e", fit.largestError) + unit);
+  const Extreme& decibels = solved.figures.passband.largestDecibels;
+  if (decibels.row > 0) {
+    text.Line("      in dB                  " + Rounded(decibels.size, 4) + " dB at " +
+              Fitted(decibels.frequency, 9, 15) + " MHz");
+  }
   text.Line(Format("  gain H(0)                  %.9g", fit.gain));
-  if (problem.wantsDelay) WriteDelayQuality(solved, text);
+  if (solved.figures.delay) WriteDelayQuality(solved, text);
   text.Line(Format("  cost F                     %.6e   (typed values: %.6e)", fit.cost,
                    solved.summary.typedCost));
   if (problem.wantsDelay) WriteBalance(problem, fit, text);
+  WriteSize(solved, text);
   text.Line(Format("  model evaluations          %d of %d at most", solved.summary.evaluations,
                    problem.options.maxEvaluations));
+}
+
+double HighestQuality(const std::vector<FoundLocation>& locations) {
+  double highest = 0;
+  for (const FoundLocation& location : locations) {
+    const bool isPoles = location.kind == FactorKind::polePair;
+    if (isPoles && location.IsPair()) highest = std::max(highest, location.Quality());
+  }
+  return highest;
+}
+
+/// What the answer is, and what to look at before it is built.
+void WriteSize(const SolvedProblem& solved, ReportText& text) {
+  const Problem& problem = solved.problem;
+  const Figures& figures = solved.figures;
+  const double quality = HighestQuality(figures.locations);
+  const auto warnings = static_cast<int>(WarningTexts(solved.findings).size());
+  text.Line(Format("  H(s)                       %d poles, %d zeros", problem.PoleCount(),
+                   problem.ZeroCount()) +
+            (quality > 0 ? ", highest Q " + Rounded(quality, 4) : std::string()));
+  const auto highest = std::max_element(
+      figures.sidelobes.begin(), figures.sidelobes.end(),
+      [](const Sidelobe& one, const Sidelobe& other) { return one.decibels < other.decibels; });
+  if (highest != figures.sidelobes.end() && std::isfinite(highest->decibels)) {
+    text.Line(Format("  highest sidelobe           %.2f dB against H(0)", highest->decibels));
+  }
+  text.Line(Format("  degrees of freedom         %d   (rows with weight less fitted numbers)",
+                   figures.freedom));
+  if (figures.errors != ErrorPattern::unknown) {
+    text.Line(figures.errors == ErrorPattern::random
+                  ? "  the errors look random"
+                  : "  the errors look systematic: more poles may help");
+  }
+  text.Line(Format("  bounds, warnings           %d on a bound or held, %d warning", figures.bounds,
+                   warnings) +
+            (warnings == 1 ? "" : "s"));
 }
 
 void WriteWarnings(const std::vector<Finding>& findings, ReportText& text) {
@@ -110,19 +151,6 @@ std::string ResultText(const Summary& summary) {
 const char* ConstantNote(const Problem& problem) {
   if (problem.rows.wantedDelay > 0) return "Tmin, question 1a";
   return problem.delayRipplePower == 0 ? "free, the best fit" : "free, weighted by question 1b";
-}
-
-DelayQuality JudgeDelay(const Problem& problem, const Point& point) {
-  DelayQuality quality = {AtBest(problem, point).DelayPoints()};
-  double sum = 0;
-  for (const double error : quality.error) {
-    sum += error * error;
-    quality.largest = std::max(quality.largest, std::abs(error));
-  }
-  const auto [least, most] = std::minmax_element(quality.total.begin(), quality.total.end());
-  quality.peakToPeak = *most - *least;
-  quality.rms = std::sqrt(sum / static_cast<double>(quality.total.size()));
-  return quality;
 }
 
 std::vector<std::string> FullReport(const ReportHead& head, const SolvedProblem& solved) {

@@ -57,12 +57,4 @@ void ReportGraphs(const SolvedProblem& solved, ReportText& text);
 /// Where the constant T0 comes from: question 1a, or the best fit.
 const char* ConstantNote(const Problem& problem);
 
-/// How the total delay of the best point, in ns, follows its constant.
-struct DelayQuality : DelayFit {
-  double peakToPeak = 0;
-  double rms = 0;
-  double largest = 0;  ///< of the errors
-};
-DelayQuality JudgeDelay(const Problem& problem, const Point& point);
-
 }  // namespace polefit

@@ -5,17 +5,12 @@
 #include <vector>
 
 #include "base/text_format.h"
-#include "solver/model/model.h"
 #include "solver/report/figures.h"
-#include "solver/report/last_run.h"
 #include "solver/report/report.h"
-#include "solver/search/sidelobes.h"
 
 namespace polefit {
 
 namespace {
-
-constexpr double kDecibelsPerNeper = 8.685889638065037;
 
 /// A thousandth of a decibel is little at every scale.
 std::string InDecibels(double value) {
@@ -36,6 +31,17 @@ void AddFrequencies(const Rows& rows, ReportTable& table) {
   table.Add("frequency", "MHz", kWidth, frequencies);
 }
 
+/// The delay errors as F takes them.
+std::vector<std::string> WeightedDelay(const SolvedProblem& solved) {
+  const DelayFigures& delay = *solved.figures.delay;
+  std::vector<std::string> errors;
+  for (std::size_t i = 0; i < delay.error.size(); ++i) {
+    const double level = solved.problem.rows.delayLevels[static_cast<Eigen::Index>(i)];
+    errors.push_back(Format("%.3e", level * delay.error[i]));
+  }
+  return errors;
+}
+
 }  // namespace
 
 void ReportPassband(const SolvedProblem& solved, ReportText& text) {
@@ -47,9 +53,9 @@ void ReportPassband(const SolvedProblem& solved, ReportText& text) {
                  InDecibels);
   ReportTable table;
   AddFrequencies(problem.passband, table);
-  table.Add("Yin", "as typed", 9, rows.yin, {LargestSize(rows.yin), 9, 6});
-  table.Add("Yout", "as typed", 9, rows.yout, {LargestSize(rows.yout), 9, 6});
-  table.Add("Yin*|H|", "as Yout", 10, rows.obtained, {LargestSize(rows.obtained), 10, 7});
+  table.Add("Yin", "as typed", 9, rows.yin, {LargestSize(rows.yin), 9, 6, 3});
+  table.Add("Yout", "as typed", 9, rows.yout, {LargestSize(rows.yout), 9, 6, 3});
+  table.Add("Yin*|H|", "as Yout", 10, rows.obtained, {LargestSize(rows.obtained), 10, 7, 4});
   table.Add("error", "as Yout", 10, rows.error, {LargestSize(rows.error), 9, 4});
   table.Add("error", "dB", 8, decibels);
   table.Add("weighted e", "of Ymax", 11, weighted);
@@ -77,8 +83,8 @@ void ReportDelay(const SolvedProblem& solved, ReportText& text) {
   constexpr int kMostDigits = 10;
   constexpr int kErrorDigits = 4;
   const Problem& problem = solved.problem;
-  const double constant = solved.summary.best.fit.delayConstant;
-  const DelayQuality quality = JudgeDelay(problem, solved.summary.best);
+  const DelayFigures& quality = *solved.figures.delay;
+  const double constant = quality.constant;
   // One format for the three, so that the sum can be followed, down to the errors.
   const double largest =
       std::max({LargestSize(quality.tx), LargestSize(quality.own), LargestSize(quality.total)});
@@ -92,6 +98,7 @@ void ReportDelay(const SolvedProblem& solved, ReportText& text) {
   table.Add("delay of H", "ns", kWidth, quality.own, format);
   table.Add("total", "ns", kWidth, quality.total, format);
   table.Add("error", "ns", kWidth, quality.error, {quality.largest, kWidth - 1, kErrorDigits});
+  if (problem.delayRipplePower != 0) table.Add("weighted d", "as in F", 10, WeightedDelay(solved));
   text.Heading("GROUP DELAY");
   table.Write(text);
   text.Line();
@@ -104,23 +111,16 @@ void ReportDelay(const SolvedProblem& solved, ReportText& text) {
 
 void ReportSidelobes(const SolvedProblem& solved, ReportText& text) {
   const Problem& problem = solved.problem;
-  const Point& best = solved.summary.best;
-  std::vector<double> zeros;
-  for (const std::size_t index : SortedFactors(problem, best, FactorKind::omegaZero)) {
-    zeros.push_back(best.parameters[problem.constellation.factors[index].parameter]);
-  }
-  if (zeros.empty()) return;
-  std::vector<double> megahertz, peakMegahertz;
+  if (solved.figures.sidelobes.empty()) return;
+  std::vector<double> zeros, megahertz, peakMegahertz;
   std::vector<std::string> levels, ends;
-  const std::vector<Peak> peaks =
-      best.peaks.empty() ? FindSidelobes(problem, {best.parameters.begin(), best.parameters.end()})
-                         : best.peaks;
-  for (const Peak& peak : peaks) {
-    megahertz.push_back(zeros[levels.size()] * problem.freqNorm);
-    peakMegahertz.push_back(peak.frequency * problem.freqNorm);
-    levels.push_back(std::isfinite(peak.level) ? Format("%.2f", kDecibelsPerNeper * peak.level)
-                                               : "no peak");
-    ends.push_back(peak.isEnd ? "(range end)" : "");
+  for (const Sidelobe& sidelobe : solved.figures.sidelobes) {
+    zeros.push_back(sidelobe.zero);
+    megahertz.push_back(sidelobe.zero * problem.freqNorm);
+    peakMegahertz.push_back(sidelobe.peak * problem.freqNorm);
+    levels.push_back(std::isfinite(sidelobe.decibels) ? Format("%.2f", sidelobe.decibels)
+                                                      : "no peak");
+    ends.push_back(sidelobe.isEnd ? "(range end)" : "");
   }
   const FigureFormat format(LargestSize(peakMegahertz), 11, 5);
   ReportTable table;

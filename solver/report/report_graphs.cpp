@@ -174,7 +174,7 @@ void DrawMagnitude(const SolvedProblem& solved, ReportText& text) {
 void DrawDelay(const SolvedProblem& solved, ReportText& text) {
   const Problem& problem = solved.problem;
   const double constant = solved.summary.best.fit.delayConstant;
-  const DelayQuality quality = JudgeDelay(problem, solved.summary.best);
+  const DelayFigures& quality = *solved.figures.delay;
   Range x = {problem.delay[0].frequency, problem.delay[0].frequency};
   Range y = {constant, constant};
   for (std::size_t i = 0; i < problem.delay.size(); ++i) {

@@ -4,191 +4,149 @@
 #include <vector>
 
 #include "base/text_format.h"
-#include "solver/report/last_run.h"
+#include "solver/report/locations.h"
 #include "solver/report/report.h"
 
 namespace polefit {
 
 namespace {
 
-constexpr FactorKind kReportOrder[] = {FactorKind::sigmaPole, FactorKind::polePair,
-                                       FactorKind::sigmaZero, FactorKind::omegaZero,
-                                       FactorKind::zeroPair,  FactorKind::zeroQuad};
-
-const char* NameOf(FactorKind kind) {
-  switch (kind) {
-    case FactorKind::sigmaPole:
-      return "sigma-axis pole";
-    case FactorKind::polePair:
-      return "pole pair";
-    case FactorKind::sigmaZero:
-      return "sigma-axis zero";
-    case FactorKind::omegaZero:
-      return "omega-axis zero";
-    case FactorKind::zeroPair:
-      return "zero pair";
+/// What stands before a real part.
+const char* SignOf(Side side) {
+  switch (side) {
+    case Side::both:
+      return "+-";
+    case Side::right:
+      return "+";
     default:
-      return "zero quad";
+      return "-";
   }
 }
 
-bool IsLossless(const Factor& factor) {
-  return factor.kind == FactorKind::sigmaZero && factor.logCount == 0;
-}
-
-/// The side of the omega axis on which a real part lies, or both sides.
-const char* SignOf(const Problem& problem, std::size_t index) {
-  const Factor& factor = problem.constellation.factors[index];
-  if (factor.kind == FactorKind::zeroQuad) return "+-";
-  if (factor.kind == FactorKind::sigmaZero && factor.logCount == 2) return "+-";
-  if (IsLossless(factor) || problem.isRightHalf[index]) return "+";
-  return "-";
-}
-
-/// A row of the table of poles and zeros; `sign` stands before the real part, and an imaginary
-/// part stands for both signs. The parts are magnitudes, normalised.
-struct LocationRow {
-  std::string name;
-  const char* sign;
-  double real;
-  double imaginary;
-};
-
-/// The row of a factor, and that of the pole that a lossless zero brings along.
-void AddRows(const Problem& problem, const Point& point, std::size_t index, int number,
-             std::vector<LocationRow>& rows) {
-  const Factor& factor = problem.constellation.factors[index];
-  const double location = point.parameters[factor.parameter];
-  const bool isOmega = factor.kind == FactorKind::omegaZero;
-  const double real = isOmega ? 0 : location;
-  const double imaginary =
-      isOmega ? location : (factor.IsPair() ? point.parameters[factor.parameter + 1] : 0);
-  std::string name = NameOf(factor.kind);
-  if (factor.kind == FactorKind::sigmaZero) {
-    if (factor.delayCount == 4) name += " x2";
-  } else {
-    name += Format(" %d", number);
-  }
-  rows.push_back({name, SignOf(problem, index), real, imaginary});
-  if (!IsLossless(factor)) return;
-  rows.push_back({factor.delayCount == 4 ? "  its own pole x2" : "  its own pole", "-", real, 0});
+std::string RowName(const FoundLocation& location) {
+  const std::string name = location.isOwnPole ? "  its own pole" : location.Name();
+  return location.isLossless && location.isDoublet ? name + " x2" : name;
 }
 
 /// Adds the real and the imaginary parts, multiplied by `scale`, as figures of up to `digits`
 /// digits. A real part that is small beside the others matters most: it makes a high Q.
-void AddParts(const std::vector<LocationRow>& rows, const char* unit, double scale, int digits,
-              ReportTable& table) {
+void AddParts(const std::vector<FoundLocation>& locations, const char* unit, double scale,
+              int digits, ReportTable& table) {
   constexpr int kLeastDigits = 4;
   constexpr int kSigns = 2;
   const int width = digits + 2;
   double largest = scale;
-  for (const LocationRow& row : rows) {
-    largest = std::max({largest, row.real * scale, row.imaginary * scale});
+  for (const FoundLocation& location : locations) {
+    largest = std::max({largest, location.real.value * scale, location.imaginary.value * scale});
   }
   const FigureFormat format(largest, width, digits, kLeastDigits);
   const auto figure = [&](const char* sign, double value) {
     return value == 0 ? std::string("0") : sign + format(value * scale);
   };
   std::vector<std::string> reals, imaginaries;
-  for (const LocationRow& row : rows) {
-    reals.push_back(figure(row.sign, row.real));
-    imaginaries.push_back(figure("+-", row.imaginary));
+  for (const FoundLocation& location : locations) {
+    reals.push_back(figure(SignOf(location.side), location.real.value));
+    imaginaries.push_back(figure("+-", location.imaginary.value));
   }
   table.Add("real", unit, width + kSigns, reals);
   table.Add("imaginary", unit, width + kSigns, imaginaries);
 }
 
-void WriteRows(const std::vector<LocationRow>& rows, double freqNorm, ReportText& text) {
+void WriteRows(const std::vector<FoundLocation>& locations, double freqNorm, ReportText& text) {
   constexpr std::size_t kNameWidth = 20;
   const FigureFormat thousandths(1, 8, 4);
   std::vector<std::string> names, qualities;
-  for (const LocationRow& row : rows) {
-    names.push_back(Padded("  " + row.name, kNameWidth));
-    const bool isPair = row.real != 0 && row.imaginary != 0;
-    qualities.push_back(isPair ? thousandths(std::hypot(row.real, row.imaginary) / (2 * row.real))
-                               : "");
+  for (const FoundLocation& location : locations) {
+    names.push_back(Padded("  " + RowName(location), kNameWidth));
+    qualities.push_back(location.IsPair() ? thousandths(location.Quality()) : "");
   }
   ReportTable table;
   table.Add("", "", static_cast<int>(kNameWidth), names);
-  AddParts(rows, "normalised", 1, 7, table);
-  AddParts(rows, "MHz", freqNorm, 8, table);
+  AddParts(locations, "normalised", 1, 7, table);
+  AddParts(locations, "MHz", freqNorm, 8, table);
   table.Add("Q", "(none)", 8, qualities);
   table.Write(text);
 }
 
-/// K of H = K prod(s - z) / prod(s - p) in normalised s.
-double LeadingConstant(const Problem& problem, const Point& point) {
-  double constant = point.fit.gain;
-  for (std::size_t i = 0; i < problem.constellation.factors.size(); ++i) {
-    const Factor& factor = problem.constellation.factors[i];
-    const double a = point.parameters[factor.parameter];
-    const double b = factor.IsPair() ? point.parameters[factor.parameter + 1] : 0;
-    const double square = a * a + b * b;
-    switch (factor.kind) {
-      case FactorKind::sigmaPole:
-        constant *= a;
-        break;
-      case FactorKind::polePair:
-        constant *= square;
-        break;
-      case FactorKind::omegaZero:
-      case FactorKind::zeroPair:
-        constant /= square;
-        break;
-      case FactorKind::zeroQuad:
-        constant /= square * square;
-        break;
-      case FactorKind::sigmaZero:
-        if (factor.logCount == 1) constant /= problem.isRightHalf[i] ? -a : a;
-        if (factor.logCount == 2) constant /= -a * a;
-        if (factor.delayCount == 2) constant = -constant;
-        break;
-    }
-  }
-  return constant;
+/// "+-.0012", or why there is no deviation; empty where the part is 0 by its kind.
+std::string DeviationText(const FoundLocation& location, const LocationPart& part) {
+  constexpr int kDigits = 2;
+  constexpr int kWidth = 10;
+  if (part.parameter < 0) return "";
+  if (part.bound == Bound::held) return "held";
+  if (part.bound != Bound::none) return "on bound";
+  if (!location.IsDetermined()) return "-";
+  return "+-" + Fitted(part.deviation, kDigits, kWidth);
 }
 
-/// Names a variable that stands on its bound.
-void WriteBound(const SolvedProblem& solved, const std::string& name, int variable, bool isReal,
+/// How far each location can be trusted.
+void WriteDeviations(const Figures& figures, ReportText& text) {
+  constexpr std::size_t kNameWidth = 20;
+  constexpr int kWidth = 12;
+  std::vector<std::string> names, reals, imaginaries, remarks;
+  for (const FoundLocation& location : figures.locations) {
+    if (location.isOwnPole) continue;
+    const bool isTold = !location.IsFree() || location.IsDetermined();
+    names.push_back(Padded("  " + RowName(location), kNameWidth));
+    reals.push_back(DeviationText(location, location.real));
+    imaginaries.push_back(DeviationText(location, location.imaginary));
+    remarks.push_back(isTold ? "" : "not determined by the points");
+  }
+  ReportTable table;
+  table.Add("", "", static_cast<int>(kNameWidth), names);
+  table.Add("real", "normalised", kWidth, reals);
+  table.Add("imaginary", "normalised", kWidth, imaginaries);
+  table.Add("", "", 31, remarks);
+  table.Write(text);
+  text.Line();
+  text.Wrapped(
+      "  +- is one standard deviation. It takes the errors for noise, equal in the weighted "
+      "measure, and is too low where a location is hardly determined.",
+      2);
+}
+
+/// Where a bound comes from.
+const char* SourceOf(const LocationPart& part, const FoundLocation& location) {
+  if (part.bound == Bound::upper) return "question 14";
+  return &part == &location.real ? "question 13" : "the sigma axis";
+}
+
+/// Tells a part that stands on its bound; `name` says which part it is.
+void WriteBound(const FoundLocation& location, const LocationPart& part, const std::string& name,
                 ReportText& text) {
-  const Problem& problem = solved.problem;
-  const double value = solved.summary.best.parameters[variable];
-  const bool isLow = value <= problem.lower[variable];
-  if (!isLow && value < problem.upper[variable]) return;
-  const char* source = "question 14";
-  if (isLow) source = isReal ? "question 13" : "the sigma axis";
-  text.Wrapped("  " + name + ": " + ExactNumber(value) + " is the " + (isLow ? "lower" : "upper") +
-                   " bound (" + source + ")",
-               4);
-}
-
-void WriteBoundsOf(const SolvedProblem& solved, std::size_t index, const std::string& name,
-                   ReportText& text) {
-  const Problem& problem = solved.problem;
-  const Factor& factor = problem.constellation.factors[index];
-  const double location = solved.summary.best.parameters[factor.parameter];
-  if (factor.parameter >= problem.constellation.MovedCount()) {
-    text.Line("  " + name + " is held at 1, the first null at Freq Norm (question 5)");
-    return;
+  const bool isOmega = location.kind == FactorKind::omegaZero;
+  switch (part.bound) {
+    case Bound::none:
+      return;
+    case Bound::held:
+      text.Line("  " + name + " is held at 1, the first null at Freq Norm (question 5)");
+      return;
+    case Bound::rangeEnd:
+      text.Wrapped(
+          "  " + name +
+              " stands next to the upper bound (question 14): no sidelobe is left to be made "
+              "equal; fewer omega-axis zeros may do as well",
+          4);
+      return;
+    default:
+      break;
   }
-  if (factor.parameter >= problem.constellation.orcaCount) return;
-  if (factor.kind == FactorKind::omegaZero && location <= 1) {
+  const bool isLow = part.bound == Bound::lower;
+  if (isLow && isOmega) {
     text.Line("  " + name + ": 1 is the lower bound (Freq Norm, question 5)");
     return;
   }
-  // The others stand above it, so that it cannot reach the bound itself.
-  if (factor.kind == FactorKind::omegaZero && problem.Equalises() &&
-      IsAtRangeEnd(problem, location)) {
-    text.Wrapped(
-        "  " + name +
-            " stands next to the upper bound (question 14): no sidelobe is left to be made "
-            "equal; fewer omega-axis zeros may do as well",
-        4);
-    return;
-  }
-  WriteBound(solved, factor.IsPair() ? name + ", real part" : name, factor.parameter, true, text);
-  if (!factor.IsPair()) return;
-  WriteBound(solved, name + ", imaginary part", factor.parameter + 1, false, text);
+  text.Wrapped("  " + name + ": " + ExactNumber(part.value) + " is the " +
+                   (isLow ? "lower" : "upper") + " bound (" + SourceOf(part, location) + ")",
+               4);
+}
+
+void WriteBoundsOf(const FoundLocation& location, ReportText& text) {
+  if (location.isOwnPole) return;
+  const bool hasBoth = location.real.parameter >= 0 && location.imaginary.parameter >= 0;
+  const std::string name = location.Name();
+  WriteBound(location, location.real, hasBoth ? name + ", real part" : name, text);
+  WriteBound(location, location.imaginary, hasBoth ? name + ", imaginary part" : name, text);
 }
 
 /// What other structures of H(s) reach.
@@ -215,33 +173,19 @@ void WriteStructureHints(const Summary& summary, ReportText& text) {
 
 void ReportLocations(const SolvedProblem& solved, ReportText& text) {
   const Problem& problem = solved.problem;
-  const Point& best = solved.summary.best;
-  std::vector<LocationRow> rows;
-  for (const FactorKind kind : kReportOrder) {
-    int number = 0;
-    for (const std::size_t index : SortedFactors(problem, best, kind)) {
-      AddRows(problem, best, index, ++number, rows);
-    }
-  }
   text.Heading("POLES AND ZEROS OF H(s)");
-  WriteRows(rows, problem.freqNorm, text);
+  WriteRows(solved.figures.locations, problem.freqNorm, text);
   text.Line();
-  text.Line(Format("  gain      H(0) = %.9g", best.fit.gain));
-  text.Line(Format("  constant  K    = %.9g", LeadingConstant(problem, best)));
+  text.Line(Format("  gain      H(0) = %.9g", solved.figures.gain));
+  text.Line(Format("  constant  K    = %.9g", solved.figures.constant));
   text.Line("            of H(s) = K prod(s-z)/prod(s-p) with normalised s");
+  text.Line();
+  WriteDeviations(solved.figures, text);
 }
 
 void ReportBounds(const SolvedProblem& solved, ReportText& text) {
   ReportText bounds;
-  for (const FactorKind kind : kReportOrder) {
-    int number = 0;
-    for (const std::size_t index : SortedFactors(solved.problem, solved.summary.best, kind)) {
-      const std::string name = kind == FactorKind::sigmaZero
-                                   ? std::string(NameOf(kind))
-                                   : NameOf(kind) + Format(" %d", ++number);
-      WriteBoundsOf(solved, index, name, bounds);
-    }
-  }
+  for (const FoundLocation& location : solved.figures.locations) WriteBoundsOf(location, bounds);
   WriteStructureHints(solved.summary, bounds);
   text.Heading("LOCATIONS ON A BOUND");
   if (bounds.Lines().empty()) text.Line("  none");

@@ -88,7 +88,8 @@ void WriteOmegaZeros(const Constellation& constellation, ReportText& text) {
   add(constellation.heldCount, " held at 1");
   add(fitted, " fitted to the points");
   add(constellation.lynxCount, " placed so that all sidelobes are equal");
-  text.Line(Format("  %d omega-axis zero", static_cast<int>(all)) + (all > 1 ? "s" : "") + parts);
+  text.Wrapped(Format("  %d omega-axis zero", static_cast<int>(all)) + (all > 1 ? "s" : "") + parts,
+               4);
 }
 
 void WriteSize(const SolvedProblem& solved, ReportText& text) {

@@ -53,7 +53,8 @@ TEST(Mutations, EndWithAReportOrAMessage) {
     examples.push_back(FileBytes(entry.path()));
   }
   std::sort(examples.begin(), examples.end());
-  const Request request = ParseCommandLine({folder.File("x.dat")});
+  ConsoleHost parser;
+  const RunFiles files = ParseCommandLine({folder.File("x.dat")}, parser).files.at(0);
   // POLEFIT_MUTATIONS sets how many files are tried; the suite alone tries a few.
   const char* const wanted = std::getenv("POLEFIT_MUTATIONS");
   const std::size_t count = wanted != nullptr ? std::stoul(wanted) : 300;
@@ -66,8 +67,8 @@ TEST(Mutations, EndWithAReportOrAMessage) {
     std::ostringstream err;
     int asked = 0;
     const RunOutcome outcome =
-        RunSolver(host, request.files, {out, err, [&asked] { return ++asked > 60 ? 1 : 0; }});
-    const std::string report = FileBytes(request.files.report);
+        RunSolver(host, files, {out, err, [&asked] { return ++asked > 60 ? 1 : 0; }});
+    const std::string report = FileBytes(files.report);
     ASSERT_THAT(report, ::testing::EndsWith("\r\nEnd of report.\r\n")) << bytes;
     std::istringstream lines(report);
     for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 79 + 1U) << line;

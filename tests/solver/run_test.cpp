@@ -29,8 +29,14 @@ class Run : public ::testing::Test {
   Run() {
     std::filesystem::create_directories(host_.Path("base/Tessel.hz"));
     std::filesystem::create_directory(host_.Path("data"));
-    files_ = ParseCommandLine({"x.dat", host_.Path("data"), host_.Path("base"), "/h"}).files;
+    files_ = FilesOfCall("x.dat", host_.Path("base").substr(0, 2));
     Use(ExampleRecord("Ex-Delay.101"));
+  }
+
+  /// The files of the front end's call.
+  RunFiles FilesOfCall(const std::string& dataFile, const std::string& drive) {
+    return ParseCommandLine({dataFile, host_.Path("data"), host_.Path("base"), drive}, host_)
+        .files.at(0);
   }
 
   void Use(ResponseRecord record) {
@@ -137,17 +143,18 @@ TEST_F(Run, TellsWhatIsWrongWithTheFile) {
 }
 
 TEST_F(Run, CollectsAllFaultsInTheReport) {
-  ResponseRecord record = ExampleRecord("Ex-Yzero.101", "12=0");
-  for (int row = 1; row <= record.nFreqPoints; ++row) record.passband.At(row, 2) = "x";
-  Use(record);
+  Use(ExampleRecord("Ex-Yzero.101", "6=0 21; 8=a b c d e f g h i j k l m n o p q r s t u; 12=0"));
   EXPECT_EQ(Solve(), Exit::faultyAnswers);
-  EXPECT_THAT(Report(), HasSubstr("Result: NOT RUN: 22 faults in the answers\r\n"));
-  EXPECT_THAT(Report(),
-              HasSubstr("Passband point 20: Yin \"x\" is not a number.\r\n... and 2 more."));
-  EXPECT_EQ(err_.str(), "Passband point 1: Yin \"x\" is not a number.\n");
+  EXPECT_THAT(Report(), HasSubstr("Result: NOT RUN: 23 faults in the answers\r\n"));
+  EXPECT_THAT(
+      Report(),
+      HasSubstr("Question 8 (pole pairs, real): \"t\" is not a number (decimal point, no\r\n"
+                "  comma).\r\n... and 3 more."));
+  EXPECT_EQ(err_.str(),
+            "Question 8 (pole pairs, real): \"a\" is not a number (decimal point, no comma).\n");
   EXPECT_EQ(out_.str(),
-            "pfit: NOT RUN: 22 faults in the answers\n"
-            "pfit-end: exit=2 warnings=0 faults=22\n");
+            "pfit: NOT RUN: 23 faults in the answers\n"
+            "pfit-end: exit=2 warnings=0 faults=23\n");
 }
 
 TEST_F(Run, StopsWhereItIsTold) {
@@ -229,17 +236,65 @@ TEST_F(Run, PutsASecondRunWithinATenthOfAPercent) {
   }
 }
 
-TEST(CommandLineOfTheSolver, TakesTheFrontEndsWordsOrAFile) {
-  EXPECT_EQ(ParseCommandLine({"a.101", "/d", "/b", "c:"}).files.report,
-            "/b/Tessel.hz/~pft-out.txt");
-  EXPECT_EQ(ParseCommandLine({"--a", "--d", "--b", "--"}).files.InputPath(), "--d/--a");
-  EXPECT_EQ(ParseCommandLine({"d/a.101"}).files.report, "d/a.101.out.txt");
-  EXPECT_EQ(ParseCommandLine({"a.101"}).files.lastRun, "./a.101.last-run.ini");
-  EXPECT_EQ(ParseCommandLine({"/a.101", "--out", "/o"}).files.report, "/o/a.101.out.txt");
+TEST_F(Run, SaysThatNoDataFileWasChosen) {
+  files_ = FilesOfCall("", host_.Path("base").substr(0, 2));
+  EXPECT_EQ(Solve(), Exit::unreadable);
+  EXPECT_THAT(Report(), HasSubstr("Result: NOT RUN: no data file was chosen\r\n"));
+}
+
+TEST_F(Run, TakesTheFrontEndsFourWordsWhateverTheyBeginWith) {
+  const std::string base = host_.Path("base");
+  const std::string data = host_.Path("data");
+  const std::string drive = base.substr(0, 2);
+  const auto parse = [&](std::vector<std::string> words) { return ParseCommandLine(words, host_); };
+  EXPECT_EQ(FilesOfCall("a.101", drive).report, base + "/Tessel.hz/~pft-out.txt");
+  EXPECT_EQ(FilesOfCall("--json", drive).InputPath(), data + "/--json");
+  EXPECT_EQ(parse({"x.dat", data + "/gone", base, drive}).action, Request::Action::run);
+  const std::vector<std::string> others[] = {{"x.dat", data, base, "c:"},
+                                             {"x.dat", data, base + "/gone", drive},
+                                             {"x.dat", data + "/x.dat", base, drive},
+                                             {"x.dat", data, data + "/x.dat", drive}};
+  for (const auto& words : others) EXPECT_EQ(parse(words).action, Request::Action::usage);
+}
+
+TEST(CommandLineOfTheSolver, TakesOptionsAndFiles) {
+  ConsoleHost host;
+  const auto parse = [&](std::vector<std::string> words) { return ParseCommandLine(words, host); };
+  EXPECT_EQ(parse({"d/a.101"}).files.at(0).report, "d/a.101.out.txt");
+  EXPECT_EQ(parse({"a.101"}).files.at(0).lastRun, "./a.101.last-run.ini");
+  EXPECT_EQ(parse({"/a.101", "--out", "/o"}).files.at(0).report, "/o/a.101.out.txt");
+  EXPECT_EQ(parse({"--out", "/o", "--", "--a"}).files.at(0).report, "/o/--a.out.txt");
+  EXPECT_TRUE(parse({"--json", "a", "--all-rows"}).json);
+  const Request summary = parse({"a", "--jobs", "3", "--summary", "b", "c"});
+  EXPECT_EQ(summary.action, Request::Action::summary);
+  EXPECT_EQ(summary.names, (std::vector<std::string>{"a", "b", "c"}));
+  EXPECT_EQ(summary.jobs, 3);
+  const Request orders = parse({"--orders", "3-12", "a", "--json"});
+  EXPECT_EQ(orders.action, Request::Action::orders);
+  EXPECT_EQ(std::pair(orders.fewestPoles, orders.mostPoles), std::pair(3, 12));
   using Words = std::vector<std::string>;
-  for (const Words& words : {Words{}, Words{"--wrong"}, Words{"a", "b"}, Words{"a", "--out"},
-                             Words{"a", "--in", "o"}, Words{"a", "b", "c"}, Words{"d/"}}) {
-    EXPECT_EQ(ParseCommandLine(words).action, Request::Action::usage);
+  const Words wrong[] = {{},
+                         {""},
+                         {"d/"},
+                         {"--wrong"},
+                         {"-x", "a"},
+                         {"a", "b"},
+                         {"a", "b", "c"},
+                         {"a", "b", "c", "d"},
+                         {"a", "--out"},
+                         {"a", "--out", ""},
+                         {"a", "--csv"},
+                         {"a", "--jobs", "2"},
+                         {"--summary"},
+                         {"--summary", "--jobs", "0", "a"},
+                         {"--summary", "--json", "a"},
+                         {"--orders", "5-3", "a"},
+                         {"--orders", "3-", "a"},
+                         {"--orders", "3-5", "a", "b"},
+                         {"--orders", "3-5", "--out", "o", "a"},
+                         {"--help", "a"}};
+  for (const Words& words : wrong) {
+    EXPECT_EQ(parse(words).action, Request::Action::usage) << ::testing::PrintToString(words);
   }
 }
 

@@ -37,35 +37,34 @@ TEST(Faults, AreToldWithQuestionOrSettingAndValue) {
   const Case cases[] = {
       {"5=; 8=.5 .4 .3; 9=; 12=-inf; 13=abc; 14=1e-400",
        {"Question 5 (Freq Norm): the answer is empty; one number is needed.",
-        NotANumber("Question 13 (smallest sigma)", "abc"),
-        "Question 14 (largest location): \"1e-400\" is out of range (1e-308 to 1e308).",
         "Question 8 (pole pairs, real): 3 values given, question 6 asks for 4.",
         "Question 9 (pole pairs, imaginary): the answer is empty; 4 numbers are needed.",
-        NotANumber("Question 12 (gain)", "-inf")}},
+        NotANumber("Question 12 (gain)", "-inf"), NotANumber("Question 13 (smallest sigma)", "abc"),
+        "Question 14 (largest location): \"1e-400\" is out of range (1e-308 to 1e308)."}},
       {"5=0; 8=.5 .4 .3 .2 .1; 12=0; 13=0,005",
        {"Question 5 (Freq Norm): 0 must be greater than 0.",
-        NotANumber("Question 13 (smallest sigma)", "0,005"),
         "Question 8 (pole pairs, real): 5 values given, question 6 asks for 4.",
-        "Question 12 (gain): 0 must be other than 0."}},
+        "Question 12 (gain): 0 must be other than 0.",
+        NotANumber("Question 13 (smallest sigma)", "0,005")}},
       {"2=1 MHz; 5=10 20; 6=0 41; 11=1.5 0 0; 13=-1",
        {NotANumber("Question 2 (Ipower)", "1 MHz"),
         "Question 5 (Freq Norm): 2 values given, one needed.",
-        "Question 13 (smallest sigma): -1 must be greater than 0.",
         "Question 6 (number of poles): \"0 41\" is not 2 whole numbers from 0 to 40.",
-        "Question 11 (number of zeros): \"1.5 0 0\" is not 3 whole numbers from 0 to 40."}},
+        "Question 11 (number of zeros): \"1.5 0 0\" is not 3 whole numbers from 0 to 40.",
+        "Question 13 (smallest sigma): -1 must be greater than 0."}},
       {"8=x .5 .4 .3; 11=; 11a=.9",
-       {"Question 11 (number of zeros): the answer is empty; 3 whole numbers are needed.",
-        NotANumber("Question 8 (pole pairs, real)", "x")}},
+       {NotANumber("Question 8 (pole pairs, real)", "x"),
+        "Question 11 (number of zeros): the answer is empty; 3 whole numbers are needed."}},
       {"6=4; 8=x; 11a=30 .9 1.8; 13=nan",
-       {NotANumber("Question 13 (smallest sigma)", "nan"),
-        "Question 6 (number of poles): \"4\" is not 2 whole numbers from 0 to 40.",
+       {"Question 6 (number of poles): \"4\" is not 2 whole numbers from 0 to 40.",
         "Question 11a (omega-axis zeros): .9 is below 1.0.",
-        "Question 11a (omega-axis zeros): 30 is above the largest location 4 (question 14)."}},
+        "Question 11a (omega-axis zeros): 30 is above the largest location 4 (question 14).",
+        NotANumber("Question 13 (smallest sigma)", "nan")}},
       {"1=Y; 2=1; 14=.001",
-       {"Passband point 21: Yout is 0 and Ipower is 1; the error cannot be divided by 0 (use "
-        "Ipower 0 or less, or leave the point out).",
-        "Question 1 is Y but there are 0 delay points; at least 1 needed.",
-        "Question 14 (largest location): .001 must be greater than the answer to question 13."}},
+       {"Question 1 is Y but there are 0 delay points; at least 1 needed.",
+        "Question 14 (largest location): .001 must be greater than the answer to question 13.",
+        "Passband point 21: Yout is 0 and Ipower is 1; the error cannot be divided by 0 (use "
+        "Ipower 0 or less, or leave the point out)."}},
       {"1a=-1; 1b=x; 4=0; 6=0 0; 10a=0; 11=3 0 0",
        {"Question 1a (Tmin): -1 must be 0 or greater.",
         NotANumber("Question 1b (DelRipplePower)", "x"),
@@ -75,16 +74,16 @@ TEST(Faults, AreToldWithQuestionOrSettingAndValue) {
         "Question 11a (omega-axis zeros): 1 value given, question 11 asks for 3."},
        "Ex-Delay.101"},
       {"6=0 3; 8=.5 .4 .3; 9=.2 .4 .6; 10=Y; 10a=x; 11a=1 1 1; 14=1",
-       {NotANumber("Question 10a (sigma zero)", "x"),
+       {"Questions 6 and 11: H(s) has 7 zeros but only 6 poles; it needs at least as many poles as "
+        "zeros.",
+        NotANumber("Question 10a (sigma zero)", "x"),
         "Question 14 (largest location): 1 leaves no room for 3 omega-axis zeros with equal "
-        "sidelobes; it must be greater than 1.",
-        "Questions 6 and 11: H(s) has 7 zeros but only 6 poles; it needs at least as many poles as "
-        "zeros."}},
+        "sidelobes; it must be greater than 1."}},
       {"6=1 0; 7=.3; 11b=0",
-       {"Question 11b (zero pairs and quads, real): 0 is not allowed; use omega-axis zeros "
-        "instead.",
-        "Questions 6 and 11: H(s) has 2 zeros but only 1 pole; it needs at least as many poles as "
-        "zeros."},
+       {"Questions 6 and 11: H(s) has 2 zeros but only 1 pole; it needs at least as many poles as "
+        "zeros.",
+        "Question 11b (zero pairs and quads, real): 0 is not allowed; use omega-axis zeros "
+        "instead."},
        "Ex-Zpair.1"},
       {"S1=5 10; S3=1e-5 0 1; S4=x; S5=1e10; S6=1.5; S7=3; S8=2; S9=0",
        {"Solver setting 1 (REMAX): \"5 10\" is 2 values, 3 needed.",
@@ -120,6 +119,18 @@ TEST(Faults, OfPointsAreToldWithTheirRow) {
   record.delay.At(9, 2) = "x";
   EXPECT_THAT(FaultsOf(record), ElementsAre("Passband point 4: 3 value(s) found, 4 needed.",
                                             "Delay point 9: TX \"x\" is not a number."));
+}
+
+TEST(Faults, OfManyPointsAreToldOnce) {
+  ResponseRecord record = ExampleRecord("Ex-Yzero.101");
+  for (int row = 3; row <= 9; ++row) record.passband.At(row, 3) = "-" + std::to_string(row);
+  for (int row = 4; row <= 6; ++row) record.passband.At(row, 2) = "x";
+  record.passband.At(20, 2) = "y";
+  EXPECT_THAT(FaultsOf(record),
+              ElementsAre("Passband point 3: Yout -3 is negative. The same in 6 more rows, up to "
+                          "row 9.",
+                          "Passband point 4: Yin \"x\" is not a number. The same in 3 more rows, "
+                          "up to row 20."));
 }
 
 TEST(Faults, OfAllPointsTogether) {
@@ -171,8 +182,8 @@ TEST(Faults, OfDelayPointsWhereYoutIs0) {
   record.nDelayPoints = 1;
   record.Slot(slot::kTmin) = "0";
   EXPECT_THAT(FaultsOf(record),
-              ElementsAre("Question 23: there are no passband points.",
-                          "Question 1 is Y but there is 1 delay point; at least 2 needed."));
+              ElementsAre("Question 1 is Y but there is 1 delay point; at least 2 needed.",
+                          "Question 23: there are no passband points."));
 }
 
 TEST(Faults, AreNoSettingsLeftEmpty) {
@@ -188,8 +199,8 @@ TEST(Warnings, TellWhatIsTakenOtherThanTyped) {
       WarningTexts(FindingsOf(record)),
       ElementsAre("Warning: Question 8: 0.001 lies outside .005 to 4 and starts at the nearest "
                   "bound.",
-                  "Warning: Question 9: 0 lies on a bound and starts just inside it.",
                   "Warning: Question 8: -.5 is taken as its magnitude.",
+                  "Warning: Question 9: 0 lies on a bound and starts just inside it.",
                   "Warning: Question 9: 5 lies outside 0 to 4 and starts at the nearest bound.",
                   "Warning: Question 11a: 1 lies on a bound and starts just inside it.",
                   "Warning: Question 11a: 4 lies on a bound and starts just inside it.",
@@ -205,14 +216,14 @@ TEST(Findings, NameTheirPlaceAsData) {
   record.delay.At(7, 1) = "10";
   using enum FindingTable;
   const std::pair<FindingPlace, Severity> places[] = {{{"5"}, Severity::open},
+                                                      {{"6"}, Severity::fault},
+                                                      {{"8"}, Severity::fault},
+                                                      {{"11a"}, Severity::fault},
+                                                      {{"12"}, Severity::warning},
                                                       {{"", passband, 4, 3}, Severity::fault},
                                                       {{"", passband, 6, 2}, Severity::fault},
                                                       {{"", delay, 9, 2}, Severity::fault},
                                                       {{"", delay, 7}, Severity::fault},
-                                                      {{"8"}, Severity::fault},
-                                                      {{"11a"}, Severity::fault},
-                                                      {{"6"}, Severity::fault},
-                                                      {{"12"}, Severity::warning},
                                                       {{"", solverSettings, 8}, Severity::fault}};
   const std::vector<Finding> findings = FindingsOf(record);
   ASSERT_EQ(findings.size(), std::size(places));
