@@ -62,7 +62,11 @@ std::string ReasonOf(const RunTimeError& error) {
   }
 }
 
-Failure CannotRead(const std::string& path, const RunTimeError& error) {
+Failure CannotRead(Host& host, const std::string& path, const RunTimeError& error) {
+  if (error.number == error_number::kPathFileAccessError && host.LookUpFile(path).empty()) {
+    return Unreadable("Cannot read the data file '" + path +
+                      "': It is a folder, a pipe or a device, not a file.");
+  }
   return Unreadable("Cannot read the data file '" + path + "': " + ReasonOf(error) + ".");
 }
 
@@ -86,7 +90,7 @@ std::optional<Failure> ReadDataFile(Host& host, const std::string& path, Respons
   try {
     host.OpenForReading(path);
   } catch (const RunTimeError& error) {
-    return CannotRead(path, error);
+    return CannotRead(host, path, error);
   }
   std::optional<RunTimeError> failure;
   try {
@@ -102,7 +106,7 @@ std::optional<Failure> ReadDataFile(Host& host, const std::string& path, Respons
   std::vector<Finding> misled = MisledBy(record, lines);
   if (!misled.empty()) return Refusal(std::move(misled));
   if (!failure) return std::nullopt;
-  if (failure->number != error_number::kInputPastEndOfFile) return CannotRead(path, *failure);
+  if (failure->number != error_number::kInputPastEndOfFile) return CannotRead(host, path, *failure);
   return Unreadable("The data file ends at line " + std::to_string(lines) +
                     ", before answer line " + std::to_string(lines + 1) + ".");
 }

@@ -59,12 +59,19 @@ Exit Tell(const std::string& text) {
   return Exit::converged;
 }
 
+/// The exit code of a run whose result goes to the standard output alone.
+Exit Checked(Exit exit) {
+  if (std::cout.good() || exit == Exit::usage) return exit;
+  std::cerr << "Cannot write the result to the standard output." << std::endl;
+  return Exit::unwritable;
+}
+
 /// Many files, each with a host of its own: they may run at once.
 Exit Summarise(const Request& request, const std::function<int()>& stopRequests) {
   const RunOne run = [&](const RunFiles& files, std::ostream& errors) {
     ConsoleHost host;
     std::ostream nowhere(nullptr);
-    return RunSolver(host, files, {nowhere, errors, stopRequests});
+    return RunSolver(host, files, {nowhere, errors, stopRequests}, request.allRows);
   };
   return RunSummary(request, run, stopRequests, std::cout, std::cerr);
 }
@@ -85,13 +92,13 @@ Exit Main(const std::vector<std::string>& words) {
   std::signal(SIGXFSZ, SIG_IGN);
   StopSignals signals;
   const auto stopRequests = [&] { return signals.Count(); };
-  if (request.action == Action::summary) return Summarise(request, stopRequests);
+  if (request.action == Action::summary) return Checked(Summarise(request, stopRequests));
   std::ostream nowhere(nullptr);
   std::ostream& progress = request.json ? nowhere : std::cout;
   const RunOutcome outcome =
-      RunSolver(host, request.files.front(), {progress, std::cerr, stopRequests});
+      RunSolver(host, request.files.front(), {progress, std::cerr, stopRequests}, request.allRows);
   std::cout << (request.json ? OutcomeAsJson(outcome) : ClosingLines(outcome)) << std::flush;
-  return outcome.exit;
+  return request.json ? Checked(outcome.exit) : outcome.exit;
 }
 
 }  // namespace

@@ -26,11 +26,26 @@ std::string Temporary(const std::string& path) {
   return path + ".new";
 }
 
+/// A text from a file without what a terminal would take for a command.
+std::string ForTerminal(std::string text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const bool isSecondOfC1 = i > 0 && text[i - 1] == '\xC2' && byte < 0xA0;
+    if (isSecondOfC1) text[i - 1] = '?';
+    if (byte < 0x20 || byte == 0x7F || isSecondOfC1) text[i] = '?';
+  }
+  return text;
+}
+
 /// One run, its lock held by the caller. Whatever cannot be written comes out as RunTimeError.
 class SolverRun {
  public:
-  SolverRun(Host& host, const RunFiles& files, const Console& console)
-      : host_(host), files_(files), console_(console), begin_(std::chrono::steady_clock::now()) {}
+  SolverRun(Host& host, const RunFiles& files, const Console& console, bool allRows)
+      : host_(host),
+        files_(files),
+        console_(console),
+        allRows_(allRows),
+        begin_(std::chrono::steady_clock::now()) {}
 
   RunOutcome Run() {
     RemoveFile(host_, files_.report);
@@ -51,7 +66,7 @@ class SolverRun {
       return Fail({Exit::noFiniteError, "no start gave a finite error", std::move(findings)});
     }
     const Figures figures = FiguresOf(problem, summary);
-    return Succeed({record, problem, summary, figures, journal, findings});
+    return Succeed({record, problem, summary, figures, journal, findings, allRows_});
   }
 
   void RemoveTemporaries() {
@@ -95,7 +110,7 @@ class SolverRun {
   RunOutcome Fail(Failure failure) {
     WriteReport(FailureReport(Head(failure.result), failure.findings));
     host_.MoveFile(Temporary(files_.report), files_.report);
-    console_.err << FaultTexts(failure.findings).front() << std::endl;
+    console_.err << ForTerminal(FaultTexts(failure.findings).front()) << std::endl;
     return {failure.exit, std::move(failure.result), std::move(failure.findings), Seconds(), {}};
   }
 
@@ -111,6 +126,7 @@ class SolverRun {
   Host& host_;
   const RunFiles& files_;
   const Console& console_;
+  bool allRows_;
   std::chrono::steady_clock::time_point begin_;
 };
 
@@ -122,14 +138,14 @@ RunOutcome Unwritable(const RunFiles& files, const Console& console, const RunTi
 
 }  // namespace
 
-RunOutcome RunSolver(Host& host, const RunFiles& files, const Console& console) {
+RunOutcome RunSolver(Host& host, const RunFiles& files, const Console& console, bool allRows) {
   try {
     const std::unique_ptr<HeldLock> lock = host.TakeLock(files.lock, std::chrono::milliseconds(0));
     if (!lock) {
       console.err << "Another run is using '" << files.outputFolder << "'." << std::endl;
       return {Exit::locked, "another run is using the output folder", {}, 0, {}};
     }
-    SolverRun run(host, files, console);
+    SolverRun run(host, files, console, allRows);
     try {
       return run.Run();
     } catch (const RunTimeError&) {

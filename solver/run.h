@@ -20,6 +20,9 @@ struct Console {
 
 /// Reads, solves, and writes the report and the last-run file. The old report is removed first; an
 /// output appears under its name only when both are complete. The closing lines are the caller's.
-RunOutcome RunSolver(Host& host, const RunFiles& files, const Console& console);
+///
+/// `allRows` gives long tables of the report all their rows.
+RunOutcome RunSolver(Host& host, const RunFiles& files, const Console& console,
+                     bool allRows = false);
 
 }  // namespace polefit

@@ -4,13 +4,14 @@
 #include <cmath>
 #include <limits>
 
-#include "solver/model/model.h"
 #include "solver/report/last_run.h"
 #include "solver/search/sidelobes.h"
 
 namespace polefit {
 
 namespace {
+
+constexpr double kDecibelsPerNeper = 8.685889638065037;
 
 PassbandFigures JudgePassband(const Problem& problem, const Point& point) {
   PassbandFigures figures;
@@ -42,7 +43,8 @@ int CountBounds(const std::vector<FoundLocation>& locations) {
 }
 
 DelayFigures JudgeDelay(const Problem& problem, const Point& point) {
-  DelayFigures figures = {AtBest(problem, point).DelayPoints()};
+  DelayFigures figures;
+  static_cast<DelayFit&>(figures) = AtBest(problem, point).DelayPoints();
   figures.constant = point.fit.delayConstant;
   double sum = 0;
   for (const double error : figures.error) {
@@ -60,11 +62,12 @@ std::vector<Sidelobe> SidelobesOf(const Problem& problem, const Point& point) {
   for (const std::size_t index : SortedFactors(problem, point, FactorKind::omegaZero)) {
     zeros.push_back(point.parameters[problem.constellation.factors[index].parameter]);
   }
-  std::vector<Sidelobe> sidelobes;
   const std::vector<Peak> peaks =
       point.peaks.empty()
           ? FindSidelobes(problem, {point.parameters.begin(), point.parameters.end()})
           : point.peaks;
+  std::vector<Sidelobe> sidelobes;
+  sidelobes.reserve(peaks.size());
   for (const Peak& peak : peaks) {
     sidelobes.push_back(
         {zeros[sidelobes.size()], peak.frequency, kDecibelsPerNeper * peak.level, peak.isEnd});

@@ -74,7 +74,7 @@ void Journal::StepTaken(const StepReport& step) {
                     Format("    step %-4d (%d) RHO %.1e F %.6e rms %.1e max %.1e r %.2g",
                            stepsOfTypedStart_, step.evaluations, step.rho, point.Cost(), Rms(point),
                            point.fit.largestError, step.radius)});
-  ShowProgress(step.problem, step.step, step.evaluations, step.rho, point);
+  ShowProgress(step.problem, step.step, step.evaluations, point);
 }
 
 void Journal::ProblemEnded(const ProblemReport& problem) {
@@ -84,7 +84,7 @@ void Journal::ProblemEnded(const ProblemReport& problem) {
       {start_, Kind::problem,
        Format("  %s RHO %.2e %4d steps, at evaluation %5d  F %.6e  %s", name.c_str(), problem.rho,
               problem.steps, problem.evaluations, point.Cost(), NameOf(problem.ending))});
-  ShowProgress(problem.problem, problem.steps, problem.evaluations, problem.rho, point);
+  ShowProgress(problem.problem, problem.steps, problem.evaluations, point);
   if (problem.problem > 0 && IsEach(++problems_, problem_.options.detail[0])) {
     AddDetail("      " + NameOfProblem(problem.problem) + " ended at these locations, normalised:");
     AddLocations(point);
@@ -136,14 +136,12 @@ bool Journal::IsTimeToShow() {
   return true;
 }
 
-void Journal::ShowProgress(int problem, int step, int evaluations, double rho, const Point& point) {
+void Journal::ShowProgress(int problem, int step, int evaluations, const Point& point) {
   if (!IsTimeToShow()) return;
-  progress_ << Format(
-                   "start %d, %s, step %d, evaluations %d of %d, rho %.2e, F %.6e, rms %.3e, "
-                   "largest error %.3e",
-                   start_, NameOfProblem(problem).c_str(), step, evaluations,
-                   problem_.options.maxEvaluations, rho, point.Cost(), Rms(point),
-                   point.fit.largestError)
+  progress_ << Format("start %d, %s, step %d: %d of %d, F %.1e, rms %.3e, max %.3e", start_,
+                      NameOfProblem(problem).c_str(), step, evaluations,
+                      problem_.options.maxEvaluations, point.Cost(), Rms(point),
+                      point.fit.largestError)
             << std::endl;
 }
 

@@ -38,7 +38,7 @@ class Journal : public Listener {
 
   void AddDetail(const std::string& text);
   void AddLocations(const Point& point);
-  void ShowProgress(int problem, int step, int evaluations, double rho, const Point& point);
+  void ShowProgress(int problem, int step, int evaluations, const Point& point);
   bool IsTimeToShow();
 
   const Problem& problem_;

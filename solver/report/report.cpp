@@ -54,32 +54,6 @@ void WriteDelayQuality(const SolvedProblem& solved, ReportText& text) {
             Rounded(delay.rms, 4) + " ns rms");
 }
 
-/// The first screen: is it good, and can it be trusted?
-void WriteQuality(const SolvedProblem& solved, ReportText& text) {
-  const Problem& problem = solved.problem;
-  const Fit& fit = solved.summary.best.fit;
-  const char* const unit = problem.inputPower != 0 || problem.usesWeights
-                               ? "   (parts of the largest Yout, weighted)"
-                               : "   (parts of the largest Yout)";
-  WriteAgreement(solved.summary, text);
-  text.Line();
-  text.Line(Format("  rms error of the passband  %.3e", std::sqrt(fit.meanSquare)) + unit);
-  text.Line(Format("  largest passband error     %.3e", fit.largestError) + unit);
-  const Extreme& decibels = solved.figures.passband.largestDecibels;
-  if (decibels.row > 0) {
-    text.Line("      in dB                  " + Rounded(decibels.size, 4) + " dB at " +
-              Fitted(decibels.frequency, 9, 15) + " MHz");
-  }
-  text.Line(Format("  gain H(0)                  %.9g", fit.gain));
-  if (solved.figures.delay) WriteDelayQuality(solved, text);
-  text.Line(Format("  cost F                     %.6e   (typed values: %.6e)", fit.cost,
-                   solved.summary.typedCost));
-  if (problem.wantsDelay) WriteBalance(problem, fit, text);
-  WriteSize(solved, text);
-  text.Line(Format("  model evaluations          %d of %d at most", solved.summary.evaluations,
-                   problem.options.maxEvaluations));
-}
-
 double HighestQuality(const std::vector<FoundLocation>& locations) {
   double highest = 0;
   for (const FoundLocation& location : locations) {
@@ -114,6 +88,32 @@ void WriteSize(const SolvedProblem& solved, ReportText& text) {
   text.Line(Format("  bounds, warnings           %d on a bound or held, %d warning", figures.bounds,
                    warnings) +
             (warnings == 1 ? "" : "s"));
+}
+
+/// The first screen: is it good, and can it be trusted?
+void WriteQuality(const SolvedProblem& solved, ReportText& text) {
+  const Problem& problem = solved.problem;
+  const Fit& fit = solved.summary.best.fit;
+  const char* const unit = problem.inputPower != 0 || problem.usesWeights
+                               ? "   (parts of the largest Yout, weighted)"
+                               : "   (parts of the largest Yout)";
+  WriteAgreement(solved.summary, text);
+  text.Line();
+  text.Line(Format("  rms error of the passband  %.3e", std::sqrt(fit.meanSquare)) + unit);
+  text.Line(Format("  largest passband error     %.3e", fit.largestError) + unit);
+  const Extreme& decibels = solved.figures.passband.largestDecibels;
+  if (decibels.row > 0) {
+    text.Line("      in dB                  " + Rounded(decibels.size, 4) + " dB at " +
+              Fitted(decibels.frequency, 9, 15) + " MHz");
+  }
+  text.Line(Format("  gain H(0)                  %.9g", fit.gain));
+  if (solved.figures.delay) WriteDelayQuality(solved, text);
+  text.Line(Format("  cost F                     %.6e   (typed values: %.6e)", fit.cost,
+                   solved.summary.typedCost));
+  if (problem.wantsDelay) WriteBalance(problem, fit, text);
+  WriteSize(solved, text);
+  text.Line(Format("  model evaluations          %d of %d at most", solved.summary.evaluations,
+                   problem.options.maxEvaluations));
 }
 
 void WriteWarnings(const std::vector<Finding>& findings, ReportText& text) {

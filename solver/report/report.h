@@ -32,6 +32,8 @@ struct SolvedProblem {
   const Figures& figures;
   const Journal& journal;
   const std::vector<Finding>& findings;
+  /// Whether long tables are to have all their rows.
+  bool allRows = false;
 };
 
 /// The result in one line: "converged (6 of 8 starts agree)" or why the run stopped.

@@ -1,6 +1,6 @@
 #include <algorithm>
 #include <cmath>
-#include <iterator>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -18,26 +18,73 @@ std::string InDecibels(double value) {
   return FigureFormat(1, 7, 4)(value);
 }
 
-template <class Rows>
-void AddFrequencies(const Rows& rows, ReportTable& table) {
-  constexpr int kWidth = 10;
-  std::vector<std::string> numbers;
-  std::vector<std::string> frequencies;
-  for (const auto& row : rows) {
-    numbers.push_back(std::to_string(numbers.size() + 1));
-    frequencies.push_back(Fitted(row.frequency, 9, kWidth));
+/// The rows that a table shows: of a long one the worst and every n-th.
+class ShownRows {
+ public:
+  ShownRows(const std::vector<double>& errors, bool all) : all_(errors.size()) {
+    constexpr std::size_t kMostRows = 2000;
+    constexpr std::size_t kWorst = 200;
+    constexpr std::size_t kSpread = 1000;
+    rows_.resize(errors.size());
+    std::iota(rows_.begin(), rows_.end(), 0U);
+    if (all || errors.size() <= kMostRows) return;
+    std::nth_element(rows_.begin(), rows_.begin() + kWorst, rows_.end(),
+                     [&](std::size_t one, std::size_t other) {
+                       return std::abs(errors[one]) > std::abs(errors[other]);
+                     });
+    rows_.resize(kWorst);
+    each_ = errors.size() / kSpread;
+    for (std::size_t row = 0; row < errors.size(); row += each_) rows_.push_back(row);
+    std::sort(rows_.begin(), rows_.end());
+    rows_.erase(std::unique(rows_.begin(), rows_.end()), rows_.end());
   }
-  table.Add("row", "", 5, numbers);
-  table.Add("frequency", "MHz", kWidth, frequencies);
+
+  template <typename Value>
+  std::vector<Value> Of(const std::vector<Value>& values) const {
+    std::vector<Value> shown;
+    shown.reserve(rows_.size());
+    for (const std::size_t row : rows_) shown.push_back(values[row]);
+    return shown;
+  }
+
+  /// Says what is left out.
+  void Write(ReportText& text) const {
+    if (each_ == 0) return;
+    text.Line(Format("  Of %zu rows the 200 worst and one in %zu; pfit --all-rows shows all.", all_,
+                     each_));
+    text.Line();
+  }
+
+  /// Adds the columns that name the rows.
+  void AddTo(ReportTable& table, const std::vector<double>& frequencies) const {
+    constexpr int kWidth = 10;
+    std::vector<std::string> numbers, texts;
+    for (const std::size_t row : rows_) {
+      numbers.push_back(std::to_string(row + 1));
+      texts.push_back(Fitted(frequencies[row], 9, kWidth));
+    }
+    table.Add("row", "", 5, numbers);
+    table.Add("frequency", "MHz", kWidth, texts);
+  }
+
+ private:
+  std::size_t all_;
+  std::size_t each_ = 0;  ///< 0: all rows are shown
+  std::vector<std::size_t> rows_;
+};
+
+std::vector<std::string> WithExponents(const std::vector<double>& values) {
+  std::vector<std::string> texts;
+  texts.reserve(values.size());
+  for (const double value : values) texts.push_back(Format("%.3e", value));
+  return texts;
 }
 
 /// The delay errors as F takes them.
-std::vector<std::string> WeightedDelay(const SolvedProblem& solved) {
-  const DelayFigures& delay = *solved.figures.delay;
-  std::vector<std::string> errors;
-  for (std::size_t i = 0; i < delay.error.size(); ++i) {
-    const double level = solved.problem.rows.delayLevels[static_cast<Eigen::Index>(i)];
-    errors.push_back(Format("%.3e", level * delay.error[i]));
+std::vector<double> WeightedDelay(const SolvedProblem& solved) {
+  std::vector<double> errors = solved.figures.delay->error;
+  for (std::size_t i = 0; i < errors.size(); ++i) {
+    errors[i] *= solved.problem.rows.delayLevels[static_cast<Eigen::Index>(i)];
   }
   return errors;
 }
@@ -45,21 +92,21 @@ std::vector<std::string> WeightedDelay(const SolvedProblem& solved) {
 }  // namespace
 
 void ReportPassband(const SolvedProblem& solved, ReportText& text) {
-  const Problem& problem = solved.problem;
   const PassbandFigures& rows = solved.figures.passband;
-  std::vector<std::string> weighted, decibels;
-  for (const double error : rows.weighted) weighted.push_back(Format("%.3e", error));
-  std::transform(rows.decibels.begin(), rows.decibels.end(), std::back_inserter(decibels),
-                 InDecibels);
+  const ShownRows shown(rows.weighted, solved.allRows);
+  std::vector<std::string> decibels;
+  for (const double value : shown.Of(rows.decibels)) decibels.push_back(InDecibels(value));
   ReportTable table;
-  AddFrequencies(problem.passband, table);
-  table.Add("Yin", "as typed", 9, rows.yin, {LargestSize(rows.yin), 9, 6, 3});
-  table.Add("Yout", "as typed", 9, rows.yout, {LargestSize(rows.yout), 9, 6, 3});
-  table.Add("Yin*|H|", "as Yout", 10, rows.obtained, {LargestSize(rows.obtained), 10, 7, 4});
-  table.Add("error", "as Yout", 10, rows.error, {LargestSize(rows.error), 9, 4});
+  shown.AddTo(table, rows.frequency);
+  table.Add("Yin", "as typed", 9, shown.Of(rows.yin), {LargestSize(rows.yin), 9, 6, 3});
+  table.Add("Yout", "as typed", 9, shown.Of(rows.yout), {LargestSize(rows.yout), 9, 6, 3});
+  table.Add("Yin*|H|", "as Yout", 10, shown.Of(rows.obtained),
+            {LargestSize(rows.obtained), 10, 7, 4});
+  table.Add("error", "as Yout", 10, shown.Of(rows.error), {LargestSize(rows.error), 9, 4});
   table.Add("error", "dB", 8, decibels);
-  table.Add("weighted e", "of Ymax", 11, weighted);
+  table.Add("weighted e", "of Ymax", 11, WithExponents(shown.Of(rows.weighted)));
   text.Heading("PASSBAND FIT");
+  shown.Write(text);
   table.Write(text);
 
   const auto at = [](const Extreme& extreme) {
@@ -93,13 +140,19 @@ void ReportDelay(const SolvedProblem& solved, ReportText& text) {
                                 kDigits, kMostDigits);
   const FigureFormat format(largest, kWidth - 1, digits);
   ReportTable table;
-  AddFrequencies(problem.delay, table);
-  table.Add("TX", "ns", kWidth, quality.tx, format);
-  table.Add("delay of H", "ns", kWidth, quality.own, format);
-  table.Add("total", "ns", kWidth, quality.total, format);
-  table.Add("error", "ns", kWidth, quality.error, {quality.largest, kWidth - 1, kErrorDigits});
-  if (problem.delayRipplePower != 0) table.Add("weighted d", "as in F", 10, WeightedDelay(solved));
+  const std::vector<double> weighted = WeightedDelay(solved);
+  const ShownRows shown(weighted, solved.allRows);
+  shown.AddTo(table, quality.frequency);
+  table.Add("TX", "ns", kWidth, shown.Of(quality.tx), format);
+  table.Add("delay of H", "ns", kWidth, shown.Of(quality.own), format);
+  table.Add("total", "ns", kWidth, shown.Of(quality.total), format);
+  table.Add("error", "ns", kWidth, shown.Of(quality.error),
+            {quality.largest, kWidth - 1, kErrorDigits});
+  if (problem.delayRipplePower != 0) {
+    table.Add("weighted d", "as in F", 10, WithExponents(shown.Of(weighted)));
+  }
   text.Heading("GROUP DELAY");
+  shown.Write(text);
   table.Write(text);
   text.Line();
   text.Line("  constant T0    " + Rounded(constant, digits) + " ns   (" + ConstantNote(problem) +

@@ -94,8 +94,8 @@ void WriteDeviations(const Figures& figures, ReportText& text) {
   }
   ReportTable table;
   table.Add("", "", static_cast<int>(kNameWidth), names);
-  table.Add("real", "normalised", kWidth, reals);
-  table.Add("imaginary", "normalised", kWidth, imaginaries);
+  table.Add("+- real", "normalised", kWidth, reals);
+  table.Add("+- imaginary", "normalised", kWidth, imaginaries);
   table.Add("", "", 31, remarks);
   table.Write(text);
   text.Line();

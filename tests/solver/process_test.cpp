@@ -92,6 +92,13 @@ TEST(Process, LeavesTheFolderFreeWhenItIsKilled) {
   EXPECT_EQ(ExitCode(Start(folder.File("long.1"))), 0);
 }
 
+TEST(Process, SaysWhenItsResultCannotBeWritten) {
+  const TemporaryFolder folder;
+  const std::string words = "'" EXAMPLES "/Ex-Delay.101' --out '" + folder.Path() + "' > /dev/full";
+  EXPECT_EQ(std::system(("'" PFIT "' --json " + words + " 2>&1").c_str()), 4 << 8);
+  EXPECT_EQ(std::system(("'" PFIT "' --summary " + words + " 2>&1").c_str()), 4 << 8);
+}
+
 TEST(Process, RefusesWhatItDoesNotUnderstand) {
   EXPECT_EQ(ExitCode(Start("")), 6);
   EXPECT_EQ(ExitCode(Start("--wrong")), 6);

@@ -148,8 +148,9 @@ TEST_F(Run, CollectsAllFaultsInTheReport) {
   EXPECT_THAT(Report(), HasSubstr("Result: NOT RUN: 23 faults in the answers\r\n"));
   EXPECT_THAT(
       Report(),
-      HasSubstr("Question 8 (pole pairs, real): \"t\" is not a number (decimal point, no\r\n"
-                "  comma).\r\n... and 3 more."));
+      HasSubstr(
+          "Question 8 (pole pairs, real): \"t\" is not a number (decimal point, no comma).\r\n"
+          "... and 3 more."));
   EXPECT_EQ(err_.str(),
             "Question 8 (pole pairs, real): \"a\" is not a number (decimal point, no comma).\n");
   EXPECT_EQ(out_.str(),
@@ -234,6 +235,39 @@ TEST_F(Run, PutsASecondRunWithinATenthOfAPercent) {
     WriteBytes(files_.InputPath(), FileBytes(files_.lastRun));
     EXPECT_NEAR(cost() / first, 1, .001);
   }
+}
+
+TEST_F(Run, ShowsTheWorstRowsOfLongTables) {
+  ResponseRecord record = ExampleRecord("Ex-Delay.101", "S6=20");
+  const PassbandPoints few = record.passband;
+  record.nFreqPoints = 4000;
+  record.passband.Resize(record.nFreqPoints + 1);
+  for (int row = 1; row <= record.nFreqPoints; ++row) {
+    for (int column = 1; column <= 4; ++column) {
+      record.passband.At(row, column) = few.At(1 + row % 21, column);
+    }
+  }
+  record.passband.At(1234, 3) = "9";
+  Use(record);
+  Solve();
+  EXPECT_THAT(Report(), HasSubstr("Of 4000 rows the 200 worst and one in 4;"));
+  EXPECT_THAT(Report(), HasSubstr("\r\n 1234 "));
+  EXPECT_THAT(Report(), ::testing::Not(HasSubstr("\r\n 1236 ")));
+  RunSolver(host_, files_, {out_, err_, [] { return 0; }}, true);
+  EXPECT_THAT(Report(), HasSubstr("\r\n 1236 "));
+}
+
+TEST_F(Run, SendsNoControlCharactersToTheTerminal) {
+  Use(ExampleRecord("Ex-Delay.101", "5=\x1B[2J\xC2\x9B 1"));
+  Solve();
+  EXPECT_THAT(err_.str(), HasSubstr("\"?[2J? 1\" is not a number"));
+}
+
+TEST_F(Run, RefusesWhatIsNoFile) {
+  std::filesystem::remove(files_.InputPath());
+  std::filesystem::create_directory(files_.InputPath());
+  EXPECT_EQ(Solve(), Exit::unreadable);
+  EXPECT_THAT(err_.str(), HasSubstr("': It is a folder, a pipe or a device, not a file.\n"));
 }
 
 TEST_F(Run, SaysThatNoDataFileWasChosen) {
