@@ -192,13 +192,12 @@ void AddFigures(const std::optional<Figures>& found, Json& object) {
 std::string OutcomeAsJson(const RunOutcome& outcome) {
   const std::optional<Figures>& found = outcome.figures;
   Json object;
-  object["result"] = {
-      {"exit", static_cast<int>(outcome.exit)},
-      {"words", outcome.result},
-      {"agree", found ? Json(found->agreeing) : kNone},
-      {"witnesses", found ? Json(found->witnesses) : kNone},
-      {"optima", found ? Json(std::max<std::size_t>(1, found->optima.size())) : kNone},
-      {"unseen", found ? Json(found->unseen) : kNone}};
+  object["result"] = {{"exit", static_cast<int>(outcome.exit)},
+                      {"words", outcome.result},
+                      {"agree", found ? Json(found->agreeing) : kNone},
+                      {"witnesses", found ? Json(found->witnesses) : kNone},
+                      {"optima", found ? Json(found->optima.size()) : kNone},
+                      {"unseen", found ? Json(found->unseen) : kNone}};
   AddFigures(found, object);
   object["seconds"] = outcome.seconds;
   object["freqnorm_mhz"] = found ? Json(found->freqNorm) : kNone;

@@ -9,7 +9,9 @@
 #include <vector>
 
 #include "platform/linux/console_host.h"
+#include "solver/data_file.h"
 #include "solver/json_report.h"
+#include "solver/orders.h"
 #include "solver/run.h"
 #include "solver/summary.h"
 
@@ -76,6 +78,27 @@ Exit Summarise(const Request& request, const std::function<int()>& stopRequests)
   return RunSummary(request, run, stopRequests, std::cout, std::cerr);
 }
 
+/// Tells why orders cannot be tried.
+Exit Refuse(const Failure& failure, bool asJson) {
+  if (asJson) std::cout << OutcomeAsJson({failure.exit, failure.result, failure.findings, 0, {}});
+  std::cerr << ForTerminal(FaultTexts(failure.findings).front()) << std::endl;
+  return failure.exit;
+}
+
+Exit ShowOrders(Host& host, const Request& request, const std::function<int()>& stopRequests) {
+  ResponseRecord record;
+  if (const auto failure = ReadDataFile(host, request.files.front().InputPath(), record)) {
+    return Refuse(*failure, request.json);
+  }
+  const auto isStopped = [&] { return stopRequests() > 0; };
+  const OrderTable table = TryOrders(record, request.fewestPoles, request.mostPoles, isStopped);
+  if (table.fits.empty() && HasFault(table.findings)) {
+    return Refuse(Refusal(table.findings), request.json);
+  }
+  std::cout << (request.json ? OrdersAsJson(table) : OrdersAsText(table)) << std::flush;
+  return isStopped() ? Exit::stopped : Exit::converged;
+}
+
 Exit Main(const std::vector<std::string>& words) {
   ConsoleHost host;
   const Request request = ParseCommandLine(words, host);
@@ -93,6 +116,7 @@ Exit Main(const std::vector<std::string>& words) {
   StopSignals signals;
   const auto stopRequests = [&] { return signals.Count(); };
   if (request.action == Action::summary) return Checked(Summarise(request, stopRequests));
+  if (request.action == Action::orders) return Checked(ShowOrders(host, request, stopRequests));
   std::ostream nowhere(nullptr);
   std::ostream& progress = request.json ? nowhere : std::cout;
   const RunOutcome outcome =

@@ -26,17 +26,6 @@ std::string Temporary(const std::string& path) {
   return path + ".new";
 }
 
-/// A text from a file without what a terminal would take for a command.
-std::string ForTerminal(std::string text) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    const bool isSecondOfC1 = i > 0 && text[i - 1] == '\xC2' && byte < 0xA0;
-    if (isSecondOfC1) text[i - 1] = '?';
-    if (byte < 0x20 || byte == 0x7F || isSecondOfC1) text[i] = '?';
-  }
-  return text;
-}
-
 /// One run, its lock held by the caller. Whatever cannot be written comes out as RunTimeError.
 class SolverRun {
  public:
@@ -137,6 +126,16 @@ RunOutcome Unwritable(const RunFiles& files, const Console& console, const RunTi
 }
 
 }  // namespace
+
+std::string ForTerminal(std::string text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const bool isSecondOfC1 = i > 0 && text[i - 1] == '\xC2' && byte < 0xA0;
+    if (isSecondOfC1) text[i - 1] = '?';
+    if (byte < 0x20 || byte == 0x7F || isSecondOfC1) text[i] = '?';
+  }
+  return text;
+}
 
 RunOutcome RunSolver(Host& host, const RunFiles& files, const Console& console, bool allRows) {
   try {

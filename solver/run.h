@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <ostream>
+#include <string>
 
 #include "platform/host.h"
 #include "solver/command_line.h"
@@ -17,6 +18,9 @@ struct Console {
   /// evaluation but the first with the best point so far, at the second without writing anything.
   std::function<int()> stopRequests;
 };
+
+/// A text from a file without what a terminal would take for a command.
+std::string ForTerminal(std::string text);
 
 /// Reads, solves, and writes the report and the last-run file. The old report is removed first; an
 /// output appears under its name only when both are complete. The closing lines are the caller's.

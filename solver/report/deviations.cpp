@@ -218,10 +218,12 @@ Trust JudgeTrust(const Problem& problem, const Point& point,
   trust.freedom = rows - numbers;
   if (trust.freedom <= 0 || free.empty()) return trust;
 
+  constexpr double kLeastCost = 1e-300;
   const VectorXd scales = Scales(problem, point, free);
   const MatrixXd followers = Followers(problem, point, free);
   const MatrixXd basis = followers * scales.asDiagonal();
-  const double correction = std::max(1.0, roundingCost / point.Cost()) * rows / trust.freedom;
+  const double correction =
+      std::max(1.0, roundingCost / std::max(point.Cost(), kLeastCost)) * rows / trust.freedom;
   const auto count = static_cast<Index>(free.size());
   MatrixXd a = MatrixXd::Zero(count, count);
   MatrixXd b = a;

@@ -13,23 +13,6 @@ namespace {
 
 constexpr double kDecibelsPerNeper = 8.685889638065037;
 
-PassbandFigures JudgePassband(const Problem& problem, const Point& point) {
-  PassbandFigures figures;
-  static_cast<PassbandFit&>(figures) = AtBest(problem, point).Passband();
-  double squares = 0;
-  for (std::size_t i = 0; i < figures.error.size(); ++i) {
-    const int number = static_cast<int>(i) + 1;
-    const double frequency = figures.frequency[i];
-    squares += figures.error[i] * figures.error[i];
-    figures.largest.Take(figures.error[i], frequency, number);
-    figures.largestWeighted.Take(figures.weighted[i], frequency, number);
-    if (std::isnan(figures.decibels[i])) continue;
-    figures.largestDecibels.Take(figures.decibels[i], frequency, number);
-  }
-  figures.rms = std::sqrt(squares / static_cast<double>(figures.error.size()));
-  return figures;
-}
-
 /// How many parts of locations are not free to move.
 int CountBounds(const std::vector<FoundLocation>& locations) {
   int count = 0;
@@ -85,22 +68,44 @@ void Extreme::Take(double value, double at, int of) {
   if (std::abs(value) > size || row == 0) *this = {std::abs(value), at, of};
 }
 
+PassbandFigures JudgePassband(const Problem& problem, const Point& point) {
+  PassbandFigures figures;
+  static_cast<PassbandFit&>(figures) = AtBest(problem, point).Passband();
+  double squares = 0;
+  for (std::size_t i = 0; i < figures.error.size(); ++i) {
+    const int number = static_cast<int>(i) + 1;
+    const double frequency = figures.frequency[i];
+    squares += figures.error[i] * figures.error[i];
+    figures.largest.Take(figures.error[i], frequency, number);
+    figures.largestWeighted.Take(figures.weighted[i], frequency, number);
+    if (std::isnan(figures.decibels[i])) continue;
+    figures.largestDecibels.Take(figures.decibels[i], frequency, number);
+  }
+  figures.rms = std::sqrt(squares / static_cast<double>(figures.error.size()));
+  return figures;
+}
+
 Figures FiguresOf(const Problem& problem, const Summary& summary) {
   const Point& best = summary.best;
   Figures figures;
   figures.cost = best.fit.cost;
   figures.rms = std::sqrt(best.fit.meanSquare);
   figures.evaluations = summary.evaluations;
-  figures.agreeing = summary.StartsNear(best.Cost());
+  figures.roundingCost = summary.roundingCost;
+  figures.agreeing = summary.agreeing;
+  figures.witnesses = summary.witnesses;
+  figures.unseen = summary.unseenShare;
+  figures.optima.reserve(summary.optima.size());
+  for (const Optimum& optimum : summary.optima) figures.optima.push_back(optimum.cost);
   figures.starts = static_cast<int>(summary.starts.size());
   figures.freqNorm = problem.freqNorm;
   figures.gain = best.fit.gain;
   figures.constant = LeadingConstant(problem, best);
   figures.locations = LocationsOf(problem, best);
-  const Trust trust = JudgeTrust(problem, best, figures.locations, 0);
+  const Trust trust = JudgeTrust(problem, best, figures.locations, summary.roundingCost);
   AddDeviations(trust, figures.locations);
   figures.freedom = trust.freedom;
-  figures.errors = JudgePattern(problem, best, trust.freeNumbers, 0);
+  figures.errors = JudgePattern(problem, best, trust.freeNumbers, summary.roundingCost);
   figures.bounds = CountBounds(figures.locations);
   figures.passband = JudgePassband(problem, best);
   if (problem.wantsDelay) figures.delay = JudgeDelay(problem, best);

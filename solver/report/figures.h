@@ -1,6 +1,5 @@
 #pragma once
 
-#include <limits>
 #include <optional>
 #include <vector>
 
@@ -48,18 +47,20 @@ struct Sidelobe {
   bool isEnd = false;   ///< the end of the range, where |H| still rises
 };
 
+PassbandFigures JudgePassband(const Problem& problem, const Point& point);
+
 /// What a solved problem comes to, in numbers: for the report and for other programs alike.
 struct Figures {
   double cost = 0;
   double rms = 0;  ///< of the weighted passband errors, in parts of the largest Yout
   int evaluations = 0;
   /// What the rounding of the typed points alone brings to F.
-  double roundingCost = std::numeric_limits<double>::quiet_NaN();
-  int agreeing = 0;  ///< starts that ended at the answer
+  double roundingCost = 0;
+  int agreeing = 0;  ///< independent starts that ended at the answer
   int starts = 0;
   int witnesses = 0;  ///< independent starts that converged
   /// The expected share of independent starts that would end at optima not seen yet.
-  double unseen = std::numeric_limits<double>::quiet_NaN();
+  double unseen = 1;
   /// The F of all optima seen, the lowest first.
   std::vector<double> optima;
   int bounds = 0;       ///< parts of locations that stand on a bound or are held

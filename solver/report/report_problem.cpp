@@ -133,6 +133,18 @@ std::string OtherOptima(const Summary& summary, bool isConverged) {
   return costs;
 }
 
+/// Names a start that ended lower than the answer, by too little to be taken for it.
+void WriteLowerStart(const Summary& summary, ReportText& text) {
+  const auto lowest = std::min_element(summary.starts.begin(), summary.starts.end(),
+                                       [](const StartSummary& one, const StartSummary& other) {
+                                         return one.best.Cost() < other.best.Cost();
+                                       });
+  if (!(lowest->best.Cost() < summary.best.Cost())) return;
+  text.Wrapped(Format("Start %td ended lower, at F %.9e, by too little to be taken.",
+                      lowest - summary.starts.begin() + 1, lowest->best.Cost()),
+               2);
+}
+
 /// How the lines of the section are read.
 void WriteKey(const Options& options, ReportText& text) {
   text.Wrapped(
@@ -166,11 +178,14 @@ void ReportIterations(const SolvedProblem& solved, ReportText& text) {
     WriteStart(solved, i, i == 0 || i == summary.chosen, text);
   }
   text.Line();
-  text.Wrapped(
-      Format("F of the typed values %.6e, of the answer %.6e, ratio %.4g", summary.typedCost,
-             summary.best.Cost(), summary.typedCost / summary.best.Cost()),
-      2);
+  const double cost = summary.best.Cost();
+  const bool isExact = cost <= std::max(summary.negligible, summary.roundingCost);
+  text.Wrapped(Format("F of the typed values %.6e, of the answer %.6e, ", summary.typedCost, cost) +
+                   (isExact ? "which is exact to the digits typed"
+                            : Format("ratio %.4g", summary.typedCost / cost)),
+               2);
   text.Line(Format("The answer is that of start %zu.", summary.chosen + 1));
+  WriteLowerStart(summary, text);
   if (summary.retries > 0) {
     text.Wrapped(Format("LYNX retries: %d steps were shortened because the sidelobes could not be "
                         "equalised",
