@@ -95,6 +95,9 @@ class FileSystem : public LineSource {
   virtual void MakeOwnFolders(const std::string& path) = 0;
   /// The process's current folder, without a trailing separator.
   virtual std::string CurrentFolder() = 0;
+  /// A whole path with no link and no dot left in its folder. The name itself stays: a save
+  /// replaces a link. The path as it stands where its folder is not there.
+  virtual std::string ResolvedPath(const std::string& path) = 0;
   virtual void ChangeFolder(const std::string& path) = 0;
   /// Makes the drive of `path` current, where there are drives.
   virtual void ChangeDrive(const std::string& path) = 0;

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/run_time_error.h"
 #include "platform/command.h"
@@ -11,6 +14,12 @@
 #include "platform/registry_types.h"
 
 namespace polefit {
+
+/// A question with buttons of its own. The first one goes on, the last one declines.
+struct Choice {
+  std::string sentence;
+  std::vector<std::string> buttons;
+};
 
 /// The one file dialog of the program. It keeps its settings from use to use.
 struct CommonDialog {
@@ -24,6 +33,10 @@ struct CommonDialog {
   std::string initialFolder;
   /// When set, a cancelled dialog is error 32755.
   bool cancelIsError = false;
+  /// Looks at a path before the dialog takes it. What it asks stands over the dialog: its last
+  /// button leads back there, any other closes it with the path, and its index is `pressed`.
+  std::function<std::optional<Choice>(const std::string& path)> judge = {};
+  std::size_t pressed = 0;
 };
 
 /// Thrown by EndProgram so that the stack unwinds to the one place that leaves the process.
@@ -36,6 +49,9 @@ class Host : public FileSystem {
   /// Shows a message and waits for the button. `style` is taken as it stands: the low four bits
   /// are the buttons, the next four the icon, 256 and 512 move the default button.
   virtual Answer MessageBox(const std::string& text, int style, const std::string& title) = 0;
+  /// Asks with the choice's own buttons and waits; the index of the one pressed. Escape and the
+  /// close box decline.
+  virtual std::size_t Ask(const Choice& choice) = 0;
   /// Ask for a file to open, or to save as; the answer is in `dialog.fileName`.
   virtual void ShowOpen(CommonDialog& dialog) = 0;
   virtual void ShowSave(CommonDialog& dialog) = 0;

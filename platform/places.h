@@ -28,6 +28,8 @@ struct Places {
   std::string LastRun() const { return JoinPath(program, kLastRunName); }
   std::string Report() const { return JoinPath(program, "~pft-out.txt"); }
   std::string Manual() const { return JoinPath(program, "manual.rtf"); }
+  /// The examples as they were shipped.
+  std::string Examples() const { return JoinPath(program, "Examples"); }
   /// The examples, and the first place for data.
   std::string User() const { return JoinPath(program, "User"); }
 

@@ -1,11 +1,28 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "record/response_record.h"
 
 namespace polefit {
+
+/// What the last start, New, Open, Save or Save As left, told apart by digests.
+struct LeftState {
+  /// What a save would then have written, from line 2 on; nothing when it could not be saved.
+  std::optional<std::uint64_t> save = {};
+  /// Everything typed that would still be there without a save.
+  std::uint64_t cells = 0;
+};
+
+/// A file as this program read or wrote it last.
+struct KnownFile {
+  /// The path with its folder resolved, or "".
+  std::string path = {};
+  /// Of its bytes from line 2 on.
+  std::uint64_t digest = 0;
+};
 
 /// The data that the form shows, and what the program remembers of them.
 struct Document {
@@ -16,6 +33,12 @@ struct Document {
   std::string RunMode = " ";
   /// What was last said of characters that a file could not hold.
   std::string lastToldLoss = {};
+  LeftState left = {};
+  KnownFile known = {};
+  /// The path of the last save when it failed part way, else "".
+  std::string tornPath = {};
+  /// The file that the data had before a run's values took their place: what Save As starts from.
+  std::string nameForSaveAs = {};
 };
 
 }  // namespace polefit

@@ -85,17 +85,19 @@ void ReportMissingFile(Host& host, const std::string& name) {
   host.MessageBox("Missing '" + name + "' file?", message_style::kExclamation, " File not found.");
 }
 
-void FileReadMe(Host& host, Files& files, ResponseRecord& record, std::string& name,
-                const std::string& folder) {
+std::optional<ReadStop> FileReadMe(Host& host, Files& files, ResponseRecord& record,
+                                   std::string& name, const std::string& folder) {
   if (!FileExists(host, JoinPath(folder, name))) {
     if (!name.empty()) ReportMissingFile(host, name);
-    return;
+    return std::nullopt;
   }
   try {
     ReadResponse(host, record, name, files.lastUsedFolder);
   } catch (const RunTimeError& error) {
     ReportUnexpected(host, error, "FileReadMe");
+    return ReadStop{error, host.LinesRead()};
   }
+  return std::nullopt;
 }
 
 }  // namespace polefit

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "platform/host.h"
@@ -24,10 +25,16 @@ void ReadAnswers(LineSource& lines, ResponseRecord& record, ShortRow shortRow = 
 /// Says that a file is missing.
 void ReportMissingFile(Host& host, const std::string& name);
 
+/// Why and behind how many lines a reading stopped.
+struct ReadStop {
+  RunTimeError error;
+  int linesRead = 0;
+};
+
 /// Reads the opened file `folder`/`name` into `record`. A missing file and a read error are
 /// reported in a message and the program goes on with what was read. On return `name` holds what
-/// line 1 gave.
-void FileReadMe(Host& host, Files& files, ResponseRecord& record, std::string& name,
+/// line 1 gave. The result is where a read error stopped it.
+std::optional<ReadStop> FileReadMe(Host& host, Files& files, ResponseRecord& record, std::string& name,
                 const std::string& folder);
 
 }  // namespace polefit

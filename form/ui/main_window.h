@@ -69,10 +69,12 @@ class MainWindow final : public QMainWindow, public FormView {
   void mnuFileSave();
   void mnuFileSaveAs();
   void mnuFileDelete();
+  void mnuFileVersions();
   void mnuFileSubmit();
   void mnuViewDemos();
   void mnuViewOutput();
   void mnuDemosRun();
+  void mnuDemosRestore();
   void mnuHelpManual();
   void mnuHelpEmail();
   void mnuHelpAbout();

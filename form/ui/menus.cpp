@@ -16,6 +16,8 @@ std::span<const MenuContents> MainMenus() {
        "document-save-as", &MainWindow::mnuFileSaveAs},
       {"mnuFileDelete", QT_TRANSLATE_NOOP("MainWindow", "&Delete ..."), "", "edit-delete",
        &MainWindow::mnuFileDelete},
+      {"mnuFileVersions", QT_TRANSLATE_NOOP("MainWindow", "Former &Versions ..."), "",
+       "document-revert", &MainWindow::mnuFileVersions},
       {"mnuFileSubmit", QT_TRANSLATE_NOOP("MainWindow", "Submit &Run"), "F5", "system-run",
        &MainWindow::mnuFileSubmit, true},
       {"mnuFileExit", QT_TRANSLATE_NOOP("MainWindow", "E&xit"), "Ctrl+Q", "application-exit",
@@ -30,6 +32,8 @@ std::span<const MenuContents> MainMenus() {
   static constexpr MenuEntry kDemos[] = {
       {"mnuDemosRun", QT_TRANSLATE_NOOP("MainWindow", "&Run Demo"), "", "media-playback-start",
        &MainWindow::mnuDemosRun},
+      {"mnuDemosRestore", QT_TRANSLATE_NOOP("MainWindow", "Restore &Examples ..."), "",
+       "document-revert", &MainWindow::mnuDemosRestore},
   };
   static constexpr MenuEntry kHelp[] = {
       {"mnuHelpManual", QT_TRANSLATE_NOOP("MainWindow", "&Manual"), "F1", "help-contents",

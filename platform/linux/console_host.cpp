@@ -17,6 +17,11 @@ Answer ConsoleHost::MessageBox(const std::string& text, int style, const std::st
   }
 }
 
+std::size_t ConsoleHost::Ask(const Choice& choice) {
+  std::cerr << choice.sentence << '\n';
+  return choice.buttons.size() - 1;
+}
+
 void ConsoleHost::ShowOpen(CommonDialog& dialog) {
   dialog.fileName.clear();
   if (dialog.cancelIsError) throw MakeRunTimeError(error_number::kDialogCancelled);

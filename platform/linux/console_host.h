@@ -11,6 +11,7 @@ class ConsoleHost : public LinuxHost {
   using LinuxHost::LinuxHost;
 
   Answer MessageBox(const std::string& text, int style, const std::string& title) override;
+  std::size_t Ask(const Choice& choice) override;
   void ShowOpen(CommonDialog& dialog) override;
   void ShowSave(CommonDialog& dialog) override;
   long StartProgram(const Command& command) override;

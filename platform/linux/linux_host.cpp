@@ -143,6 +143,13 @@ std::string LinuxHost::CurrentFolder() {
   return buffer.data();
 }
 
+std::string LinuxHost::ResolvedPath(const std::string& path) {
+  std::array<char, PATH_MAX> folder{};
+  if (::realpath(FolderOf(path).c_str(), folder.data()) == nullptr) return path;
+  const std::string resolved = folder.data();
+  return JoinPath(resolved == "/" ? "" : resolved, CutPath(path).name);
+}
+
 void LinuxHost::ChangeFolder(const std::string& path) {
   if (::chdir(path.c_str()) != 0) throw FromSystemError(errno, error_number::kPathNotFound);
 }

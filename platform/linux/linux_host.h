@@ -40,6 +40,7 @@ class LinuxHost : public Host {
   void MakeFolder(const std::string& path) override;
   void MakeOwnFolders(const std::string& path) override;
   std::string CurrentFolder() override;
+  std::string ResolvedPath(const std::string& path) override;
   void ChangeFolder(const std::string& path) override;
   void ChangeDrive(const std::string& path) override;
   std::string ShortPath(const std::string& folder) override;

@@ -1,7 +1,11 @@
 #include "platform/ui/file_dialog.h"
 
+#include <QDialogButtonBox>
+#include <QGridLayout>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTreeView>
 
 #include "base/pattern.h"
@@ -19,6 +23,18 @@ QString PatternsOf(const QString& patterns) {
     if (pattern.endsWith("*.*")) pattern.chop(2);
   }
   return list.join(' ');
+}
+
+/// A suggestion to save as is complete but for its ending.
+void SelectPattern(QLineEdit& name, QFileDialog::AcceptMode mode) {
+  constexpr int kEnding = 2;  // ".*"
+  const bool isSuggestion =
+      mode == QFileDialog::AcceptSave && name.text().size() > kEnding && name.text().endsWith(".*");
+  if (isSuggestion) {
+    name.setSelection(static_cast<int>(name.text().size()) - kEnding, kEnding);
+  } else {
+    name.selectAll();
+  }
 }
 
 /// Sizes, types and dates whole, the names in what is left.
@@ -41,8 +57,8 @@ QStringList NameFilters(const std::string& filter) {
   return filters;
 }
 
-FileDialog::FileDialog(const CommonDialog& settings, AcceptMode mode, QWidget* parent)
-    : QFileDialog(parent), filters_(NameFilters(settings.filter)) {
+FileDialog::FileDialog(CommonDialog& settings, AcceptMode mode, QWidget* parent)
+    : QFileDialog(parent), settings_(settings), filters_(NameFilters(settings.filter)) {
   setObjectName("CMDialog1");
   // Our own list on every desktop: names disregard case in it and the suggestion may be a pattern.
   setOption(DontUseNativeDialog);
@@ -57,9 +73,45 @@ FileDialog::FileDialog(const CommonDialog& settings, AcceptMode mode, QWidget* p
   FitColumns(*this);
   if (auto* name = findChild<QLineEdit*>("fileNameEdit")) {
     name->setText(QString::fromStdString(settings.fileName));
-    name->selectAll();
+    SelectPattern(*name, mode);
     name->setFocus();
+    connect(
+        name, &QLineEdit::textChanged, this, [this] { AllowHiddenName(); }, Qt::QueuedConnection);
   }
+  AddHiddenCount();
+}
+
+/// A file that the filter does not show can be opened by its name.
+void FileDialog::AllowHiddenName() {
+  auto* const buttons = findChild<QDialogButtonBox*>("buttonBox");
+  const auto* const name = findChild<QLineEdit*>("fileNameEdit");
+  const bool isFile = QFileInfo(directory(), name->text()).isFile();
+  if (acceptMode() != AcceptOpen || buttons == nullptr || !isFile) return;
+  if (auto* const open = buttons->button(QDialogButtonBox::Open)) open->setEnabled(true);
+}
+
+/// Below all else, where the dialog opens files.
+void FileDialog::AddHiddenCount() {
+  auto* const grid = qobject_cast<QGridLayout*>(layout());
+  if (acceptMode() != AcceptOpen || grid == nullptr) return;
+  hidden_ = new QLabel(this);
+  hidden_->setObjectName("lblHiddenFiles");
+  grid->addWidget(hidden_, grid->rowCount(), 0, 1, grid->columnCount());
+  connect(this, &QFileDialog::directoryEntered, this, &FileDialog::CountHidden);
+  connect(this, &QFileDialog::filterSelected, this, &FileDialog::CountHidden);
+  CountHidden();
+}
+
+void FileDialog::CountHidden() {
+  const QString filter = selectedNameFilter();
+  const qsizetype from = filter.lastIndexOf('(') + 1;
+  const QStringList patterns = filter.mid(from, filter.lastIndexOf(')') - from).split(' ');
+  const qsizetype hidden = directory().entryList(QDir::Files).size() -
+                           directory().entryList(patterns, QDir::Files).size();
+  hidden_->setVisible(hidden > 0);
+  hidden_->setText(hidden == 1
+                       ? tr("1 file in this folder is hidden by the filter.")
+                       : tr("%1 files in this folder are hidden by the filter.").arg(hidden));
 }
 
 void FileDialog::accept() {
@@ -69,13 +121,21 @@ void FileDialog::accept() {
     setNameFilters(QStringList(name->text() + " (" + PatternsOf(name->text()) + ")") + filters_);
     return;
   }
-  const QString fault =
-      pattern ? tr("A file name cannot hold \"*\" or \"?\".") : FaultOf(selectedFiles().value(0));
-  if (fault.isEmpty()) {
-    QFileDialog::accept();
-  } else {
+  const QString path = selectedFiles().value(0);
+  const QString fault = pattern ? tr("A file name cannot hold \"*\" or \"?\".") : FaultOf(path);
+  if (!fault.isEmpty()) {
     ShowMessageBox(fault.toStdString(), message_style::kExclamation, windowTitle().toStdString());
+  } else if (IsTaken(path.toStdString())) {
+    QFileDialog::accept();
   }
+}
+
+bool FileDialog::IsTaken(const std::string& path) {
+  settings_.pressed = 0;
+  const auto choice = settings_.judge ? settings_.judge(path) : std::nullopt;
+  if (!choice) return true;
+  settings_.pressed = ShowChoice(*choice);
+  return settings_.pressed + 1 < choice->buttons.size();
 }
 
 /// Why the file at `path` would fail later, when the form may be lost over it; "" when it would
@@ -93,6 +153,7 @@ QString FileDialog::FaultOf(const QString& path) const {
   }
   if (!folder.isDir()) return tr("There is no folder \"%1\".").arg(file.path());
   if (!folder.isWritable()) return tr("The folder \"%1\" cannot be written.").arg(file.path());
+  if (file.exists() && !file.isWritable()) return tr("\"%1\" is write-protected.").arg(path);
   return {};
 }
 

@@ -2,6 +2,9 @@
 
 #include <QGridLayout>
 #include <QMessageBox>
+#include <QPushButton>
+#include <algorithm>
+#include <vector>
 
 #include "platform/message_look.h"
 #include "platform/ui/dialog_parent.h"
@@ -38,6 +41,14 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
   }
 }
 
+/// The box without its icon and buttons, over the window that is in front.
+void Prepare(QMessageBox& box, const std::string& text, const std::string& title) {
+  box.setObjectName("messageBox");
+  box.setWindowTitle(QString::fromStdString(title));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(QString::fromStdString(text));
+}
+
 /// A box that is only as wide as a short text would cut its title.
 void MakeRoomForTitle(QMessageBox& box) {
   constexpr int kEdges = 12;  // the window's icon and buttons, in character heights
@@ -49,15 +60,17 @@ void MakeRoomForTitle(QMessageBox& box) {
   grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+QMessageBox::ButtonRole RoleOf(const Choice& choice, const std::string& caption) {
+  if (caption == choice.buttons.back()) return QMessageBox::RejectRole;
+  return caption == choice.buttons.front() ? QMessageBox::AcceptRole : QMessageBox::ActionRole;
+}
+
 }  // namespace
 
 Answer ShowMessageBox(const std::string& text, int style, const std::string& title) {
   const MessageLook look = LookOf(style);
   QMessageBox box(DialogParent());
-  box.setObjectName("messageBox");
-  box.setWindowTitle(QString::fromStdString(title));
-  box.setTextFormat(Qt::PlainText);
-  box.setText(QString::fromStdString(text));
+  Prepare(box, text, title);
   box.setIcon(IconOf(look.icon));
   for (const Answer button : look.buttons) box.addButton(ButtonOf(button));
   box.setDefaultButton(ButtonOf(look.defaultButton));
@@ -68,6 +81,23 @@ Answer ShowMessageBox(const std::string& text, int style, const std::string& tit
     if (ButtonOf(button) == pressed) return button;
   }
   return look.buttons.back();
+}
+
+std::size_t ShowChoice(const Choice& choice) {
+  QMessageBox box(DialogParent());
+  Prepare(box, choice.sentence, "Polefit");
+  const bool onlyTold = choice.buttons.size() == 1;
+  box.setIcon(onlyTold ? QMessageBox::Warning : QMessageBox::Question);
+  std::vector<QAbstractButton*> buttons;
+  for (const std::string& caption : choice.buttons) {
+    buttons.push_back(box.addButton(QString::fromStdString(caption), RoleOf(choice, caption)));
+  }
+  box.setDefaultButton(static_cast<QPushButton*>(buttons.back()));
+  box.setEscapeButton(buttons.back());
+  MakeRoomForTitle(box);
+  box.exec();
+  const auto pressed = std::ranges::find(buttons, box.clickedButton());
+  return std::min(static_cast<std::size_t>(pressed - buttons.begin()), buttons.size() - 1);
 }
 
 }  // namespace polefit

@@ -56,6 +56,10 @@ Answer QtHost::MessageBox(const std::string& text, int style, const std::string&
   return ShowMessageBox(text, style, title);
 }
 
+std::size_t QtHost::Ask(const Choice& choice) {
+  return ShowChoice(choice);
+}
+
 void QtHost::ShowOpen(CommonDialog& dialog) {
   AskForFile(dialog, QFileDialog::AcceptOpen);
 }

@@ -18,6 +18,7 @@ class QtHost : public LinuxHost {
   void SetSolverStart(SolverStart start) { startSolver_ = std::move(start); }
 
   Answer MessageBox(const std::string& text, int style, const std::string& title) override;
+  std::size_t Ask(const Choice& choice) override;
   void ShowOpen(CommonDialog& dialog) override;
   void ShowSave(CommonDialog& dialog) override;
   long StartProgram(const Command& command) override;

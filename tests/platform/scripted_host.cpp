@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <ctime>
 #include <filesystem>
@@ -30,6 +31,7 @@ ScriptedHost::ScriptedHost() : Real(File("registry.reg")), ownFolder(File("Tesse
 
 ScriptedHost::~ScriptedHost() {
   EXPECT_EQ(boxAnswers_.size(), 0U) << "box answers that were not asked for";
+  EXPECT_EQ(choiceAnswers_.size(), 0U) << "choices that were not asked for";
   EXPECT_EQ(dialogAnswers_.size(), 0U) << "paths that were not asked for";
   std::error_code error;
   std::filesystem::current_path(formerFolder_, error);
@@ -57,7 +59,7 @@ LinuxHost& ScriptedHost::Try(Text operation, Text detail) {
 LinuxHost& ScriptedHost::Do(Text operation, Text detail) {
   const std::string given = detail.empty() ? "" : " " + detail;
   Try(operation, given);
-  Note(operation + given);
+  if (!detail.starts_with(StateFolder())) Note(operation + given);
   return *this;
 }
 
@@ -70,11 +72,32 @@ Answer ScriptedHost::MessageBox(Text text, int style, Text title) {
   return answer;
 }
 
-void ScriptedHost::Ask(Text operation, CommonDialog& dialog) {
+std::size_t ScriptedHost::Ask(const Choice& choice) {
+  std::string line = "Ask " + choice.sentence;
+  for (const std::string& button : choice.buttons) line += " [" + button + "]";
+  const std::string caption = TakeFirst(choiceAnswers_, line);
+  Note(line + " -> " + caption);
+  const auto pressed = std::ranges::find(choice.buttons, caption);
+  if (pressed == choice.buttons.end()) throw std::logic_error("no button " + caption);
+  return static_cast<std::size_t>(pressed - choice.buttons.begin());
+}
+
+/// The dialog's judge asks as it does over the real one.
+bool ScriptedHost::IsTaken(CommonDialog& dialog) {
+  dialog.pressed = 0;
+  const bool asks = dialog.judge && !dialog.fileName.empty();
+  const auto choice = asks ? dialog.judge(dialog.fileName) : std::nullopt;
+  if (choice) dialog.pressed = Ask(*choice);
+  return !choice || dialog.pressed + 1 < choice->buttons.size();
+}
+
+void ScriptedHost::AskForPath(Text operation, CommonDialog& dialog) {
   const std::string line = operation + " [" + dialog.title + "] " + dialog.fileName;
   lastDialog = dialog;
-  dialog.fileName = TakeFirst(dialogAnswers_, line);
-  Note(line + " -> " + dialog.fileName);
+  do {
+    dialog.fileName = TakeFirst(dialogAnswers_, line);
+    Note(line + " -> " + dialog.fileName);
+  } while (!IsTaken(dialog));
   if (!dialog.fileName.empty()) {
     // An accepted dialog leaves the process in the chosen folder.
     Real::ChangeFolder(dialog.fileName.substr(0, dialog.fileName.rfind('/')));
@@ -91,7 +114,7 @@ long ScriptedHost::StartProgram(const Command& command) {
 
 std::string ScriptedHost::FormatNow(const char* pattern) {
   std::tm now{};
-  ::strptime("2004-03-03 09:05", "%Y-%m-%d %H:%M", &now);
+  ::strptime(time.c_str(), "%Y-%m-%d %H:%M:%S", &now);
   std::array<char, 256> text{};
   std::strftime(text.data(), text.size(), pattern, &now);
   return text.data();

@@ -17,7 +17,8 @@ namespace polefit::testing {
 /// and so does a scripted answer that nobody asked for.
 ///
 /// `transcript` is the one ordered list of effects, each line the operation and what it was given.
-/// The temporary folder is written as "@" in it. Look-ups and single lines of files are left out.
+/// The temporary folder is written as "@" in it. Look-ups, readings of whole files, single lines of
+/// files and what goes on in the folder of what the program remembers are left out.
 class ScriptedHost : private TemporaryFolder, public LinuxHost {
   using Text = const std::string&;
   using Real = LinuxHost;
@@ -31,6 +32,8 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   void AnswerBox(Answers... answers) {
     (boxAnswers_.push_back(answers), ...);
   }
+  /// Presses the button with this caption of the next choice.
+  void AnswerChoice(Text caption) { choiceAnswers_.push_back(caption); }
   /// Answers the next file dialog with a path; "" cancels it.
   void AnswerDialog(Text path) { dialogAnswers_.push_back(path); }
   /// Lets `operation` fail with the error `number`, from its n-th call from now on, `times` times.
@@ -47,11 +50,14 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   /// The last file dialog as it was asked for.
   CommonDialog lastDialog;
   std::string ownFolder;
+  /// What the clock shows.
+  std::string time = "2004-03-03 09:05:00";
   std::uint32_t version = 4U | (10U << 8U);
 
   Answer MessageBox(Text text, int style, Text title) override;
-  void ShowOpen(CommonDialog& dialog) override { Ask(__func__, dialog); }
-  void ShowSave(CommonDialog& dialog) override { Ask(__func__, dialog); }
+  std::size_t Ask(const Choice& choice) override;
+  void ShowOpen(CommonDialog& dialog) override { AskForPath(__func__, dialog); }
+  void ShowSave(CommonDialog& dialog) override { AskForPath(__func__, dialog); }
 
   std::string LookUpFile(Text path) override { return Try(__func__).Real::LookUpFile(path); }
   bool LookUpFolder(Text path) override { return Try(__func__).Real::LookUpFolder(path); }
@@ -90,7 +96,7 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   long StartProgram(const Command& command) override;
   void ShellExecuteA(Text path) override { Do(__func__, path); }
   void WaitForSingleObject(long id) override { Do(__func__, std::to_string(id)); }
-  /// 3 March 2004, 9:05 in the morning, names in English.
+  /// The time above, names in English.
   std::string FormatNow(const char* pattern) override;
   std::uint32_t GetVersion() override { return version; }
   [[noreturn]] void EndProgram() override;
@@ -101,10 +107,12 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   Real& Try(Text operation, Text detail = {});
   /// The same for an operation that stands in the transcript.
   Real& Do(Text operation, Text detail = {});
-  void Ask(Text operation, CommonDialog& dialog);
+  void AskForPath(Text operation, CommonDialog& dialog);
+  bool IsTaken(CommonDialog& dialog);
 
   std::string formerFolder_ = Real::CurrentFolder();
   std::deque<Answer> boxAnswers_;
+  std::deque<std::string> choiceAnswers_;
   std::deque<std::string> dialogAnswers_;
   std::map<std::string, int> calls_;
   /// The error of an operation's n-th call.
