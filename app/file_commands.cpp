@@ -1,7 +1,11 @@
 #include "app/file_commands.h"
 
+#include "app/former_versions.h"
+#include "app/open_look.h"
+#include "app/part_read.h"
 #include "base/pattern.h"
 #include "base/text.h"
+#include "form/changes.h"
 #include "form/transfer.h"
 #include "grids/grid_routines.h"
 #include "platform/error_template.h"
@@ -38,11 +42,23 @@ void EmptyRecord(ResponseRecord& record) {
 /// The current name with its extension as "*". Kept: with no dot, or a leading one, it is cut to
 /// as many characters as the scratch text happens to hold.
 std::string SuggestedName(const Program& program) {
-  const std::string& name = program.files.currentFileName;
+  const bool isOfRun =
+      program.files.currentFileName == "Start Up Values" && !program.document.nameForSaveAs.empty();
+  const std::string& name =
+      isOfRun ? program.document.nameForSaveAs : program.files.currentFileName;
   const std::size_t dot = name.find('.');
   const std::size_t scratch = CharacterCount(program.Scratch);
   const bool hasStem = dot != std::string::npos && dot > 0;
   return std::string(hasStem ? name.substr(0, dot) : FirstCharacters(name, scratch)) + ".*";
+}
+
+/// The names of data that are in no file: a file of such a name would be saved over unasked.
+std::optional<Choice> RefuseOwnName(const std::string& path) {
+  const std::string name = path.substr(path.rfind(kSeparator) + 1);
+  if (name != "Start Up Values" && name != "New data") return std::nullopt;
+  return Choice{
+      "\"" + name + "\" stands for data that are in no file yet. Please choose another name.",
+      {"OK"}};
 }
 
 void TellLostCharacters(Program& program, int count) {
@@ -53,6 +69,19 @@ void TellLostCharacters(Program& program, int count) {
   if (text == program.document.lastToldLoss) return;
   program.document.lastToldLoss = text;
   program.host.MessageBox(text, message_style::kExclamation, "Characters replaced");
+}
+
+/// What a save that failed has left, in words.
+std::string AfterFailedSave(Program& program) {
+  const Files& files = program.files;
+  const std::string path = JoinPath(files.currentFolder, files.currentFileName);
+  const auto former = FormerContentOf(program.host, path);
+  if (program.document.tornPath.empty() || !former) return ": " + path;
+  return ": '" + path + "' is incomplete; its former content stands in '" + *former + "'.";
+}
+
+bool IsFileError(int number) {
+  return number >= error_number::kBadFileNumber && number <= error_number::kPathNotFound;
 }
 
 void DeleteAfterQuestion(Program& program, const std::string& path) {
@@ -90,6 +119,7 @@ void FileNew(Program& program) {
   program.files.currentFileName = program.document.record.LastFileName;
   program.files.currentFolder = folder;
   GetAnswers(program);
+  NoteShown(program);
 }
 
 void FileOld(Program& program) {
@@ -106,6 +136,7 @@ void FileOld(Program& program) {
   dialog.filterIndex = 2;  // Kept: it hides files with three characters behind the dot
   dialog.fileName = "*.*";
   dialog.cancelIsError = true;
+  dialog.judge = [&host = program.host](const std::string& path) { return DoubtAbout(host, path); };
   const StepResult shown = RunStep(program.host, errors, [&] { program.host.ShowOpen(dialog); });
   // A dialog that was skipped has chosen nothing that the next steps could work on.
   if (shown == StepResult::done) OpenResponseFile(program, dialog.fileName);
@@ -113,6 +144,8 @@ void FileOld(Program& program) {
 
 void OpenResponseFile(Program& program, const std::string& path) {
   Host& host = program.host;
+  FormCells before = CellsOf(program);
+  std::optional<ReadStop> stop;
   Files& files = program.files;
   const ErrorTable errors = OpenErrors(program);
   RunStep(host, errors, [&] { SetCurrentFile(host, files, path); });
@@ -122,11 +155,16 @@ void OpenResponseFile(Program& program, const std::string& path) {
   });
   if (opened == StepResult::done) {
     // The last-used name takes what line 1 says; the current name stays the chosen file.
-    FileReadMe(host, files, program.document.record, files.lastUsedName, files.currentFolder);
+    stop =
+        FileReadMe(host, files, program.document.record, files.lastUsedName, files.currentFolder);
     RunStep(host, errors, [&] { host.CloseFile(); });
   }
   // Kept: a file with fewer than three zero counts ends the program here.
   RunStep(host, errors, [&] { GetAnswers(program); });
+  NoteShown(program);
+  RememberFile(program);
+  if (stop) TellPartRead(program, *stop, std::move(before));
+  LookForFormerContent(program, path);
 }
 
 void FileSave(Program& program) {
@@ -137,7 +175,11 @@ void FileSave(Program& program) {
     return;
   }
   program.files.lastUsedName = program.files.currentFileName;
-  WriteForm(program);
+  WriteNamedForm(program);
+  // The name alone is no change of the data.
+  const std::int16_t changed = program.document.DataChanged;
+  program.windows.frmMain.SetText("LastFileName", program.files.currentFileName);
+  program.document.DataChanged = changed;
 }
 
 bool FileSaveAs(Program& program) {
@@ -150,6 +192,7 @@ bool FileSaveAs(Program& program) {
   dialog.filterIndex = 1;
   dialog.fileName = SuggestedName(program);
   dialog.cancelIsError = true;
+  dialog.judge = RefuseOwnName;
   if (RunStep(host, errors, [&] { host.ShowSave(dialog); }) != StepResult::done) return false;
   RunStep(host, errors, [&] { SetCurrentFile(host, files, dialog.fileName); });
   dialog.initialFolder = files.currentFolder;
@@ -165,6 +208,7 @@ void FileDelete(Program& program) {
   dialog.filterIndex = 1;
   dialog.fileName = "*.*";
   dialog.cancelIsError = false;
+  dialog.judge = nullptr;
   program.host.ShowOpen(dialog);
   if (dialog.fileName.empty()) return;
   Files& files = program.files;
@@ -174,13 +218,28 @@ void FileDelete(Program& program) {
   dialog.initialFolder = files.lastUsedFolder;
 }
 
+void WriteNamedForm(Program& program) {
+  try {
+    WriteForm(program);
+  } catch (RunTimeError& error) {
+    if (IsFileError(error.number)) error.description += AfterFailedSave(program);
+    throw;
+  }
+}
+
 void WriteForm(Program& program) {
   PutAnswers(program);
+  const std::optional<FormerFile> former = KeepFormerFile(program);
+  program.document.tornPath = former ? former->path : "";
   const Files& files = program.files;
   const int lost =
       WriteResponseFile(program.host, program.document.record,
                         {files.currentFolder, files.currentFileName, program.folders.LastRunPath});
+  program.document.tornPath.clear();
+  NoteSaved(program);
+  RememberFile(program);
   TellLostCharacters(program, lost);
+  if (former) TellOfFormerFile(program, *former);
 }
 
 }  // namespace polefit

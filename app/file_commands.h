@@ -38,4 +38,8 @@ void FileDelete(Program& program);
 /// hold is told, once for each new finding. Errors are passed on.
 void WriteForm(Program& program);
 
+/// The same where no box of its own tells an error: the error names the file and says what the disk
+/// holds.
+void WriteNamedForm(Program& program);
+
 }  // namespace polefit

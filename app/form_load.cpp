@@ -3,13 +3,18 @@
 #include <optional>
 
 #include "app/file_commands.h"
+#include "app/form_replacement.h"
+#include "app/open_look.h"
+#include "app/part_read.h"
 #include "app/start_up.h"
+#include "form/changes.h"
 #include "form/field_rules.h"
 #include "form/solver_settings.h"
 #include "form/transfer.h"
 #include "grids/cell_editor.h"
 #include "grids/grid_routines.h"
 #include "platform/file_checks.h"
+#include "responsefile/file_look.h"
 #include "responsefile/reader.h"
 
 namespace polefit {
@@ -31,9 +36,10 @@ bool OpenLastRun(Program& program, std::optional<RunTimeError>& failure) {
 
 void ReadLastRun(Program& program) {
   Files& files = program.files;
-  FileReadMe(program.host, files, program.document.record, files.lastUsedName,
-             program.folders.ProgramFolder);
+  const auto stop = FileReadMe(program.host, files, program.document.record, files.lastUsedName,
+                               program.folders.ProgramFolder);
   program.host.CloseFile();
+  if (stop) TellLastRunPartRead(program, *stop);
 }
 
 void ShowLastRun(Program& program) {
@@ -54,13 +60,17 @@ void ShowLastRun(Program& program) {
   if (failure) throw *failure;
 }
 
-/// What cannot be read is told while the form still has its own values and its own file.
+/// What cannot be read, or not be shown, is told while the form still has its own values and its
+/// own file.
 void RequireLastRun(Program& program) {
+  const std::string& path = program.folders.LastRunPath;
   try {
-    program.host.OpenForReading(program.folders.LastRunPath);
+    program.host.OpenForReading(path);
     program.host.CloseFile();
+    if (LookAt(program.host.ReadFile(path)).isResponseFile) return;
+    throw MakeRunTimeError(error_number::kInputPastEndOfFile);
   } catch (RunTimeError& error) {
-    error.description += ": " + program.folders.LastRunPath;
+    error.description += ": " + path;
     throw;
   }
 }
@@ -70,6 +80,7 @@ void EndStartUp(Program& program) {
   program.windows.frmMain.SetText(kLastFileNameBox, name);
   SetCurrentFile(program.host, program.files, name);
   program.document.DataChanged = 0;
+  NoteShown(program);
 }
 
 }  // namespace
@@ -82,6 +93,7 @@ void LoadMainForm(Program& program) {
   Start_Path(program);
   Start_INI(program);
   clearSolvdata(program.windows.frmMain);
+  LookForFormerContents(program, program.windows.CMDialog1.initialFolder);
   RestoreLastRun(program);
 }
 
@@ -103,19 +115,21 @@ void TakeImprovedValues(Program& program) {
   RequireLastRun(program);
   // The run's window leaves a cell being edited as it is; its text is a change like any other.
   HideCellEditor(program.windows.grids, false);
-  if (PromptSaveChanges(program, program.document.DataChanged) == kGoOn) RestoreLastRun(program);
+  if (AskBeforeReplacing(program) == kStop) return;
+  const std::string name = program.files.currentFileName;
+  RestoreLastRun(program);
+  program.document.nameForSaveAs = name;
 }
 
 void OpenNamedFile(Program& program, const std::string& path) {
   Host& host = program.host;
   if (FileExists(host, path)) {
-    // As an accepted dialog leaves it: Save looks for the bare name in the current folder.
-    std::string folder;
-    SplitPath(host, path, folder);
-    host.ChangeFolder(host.ShortPath(folder));
-    OpenResponseFile(program, path);
+    const std::optional<Choice> doubt = DoubtAbout(host, path);
+    if (doubt && host.Ask(*doubt) != 0) return;
+    OpenFile(program, path);
   } else {
     ReportMissingFile(host, path);
+    LookForFormerContent(program, path);
   }
 }
 

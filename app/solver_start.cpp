@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdio>
 
+#include "app/former_versions.h"
 #include "app/start_up.h"
 #include "base/number.h"
 #include "base/text.h"
@@ -71,6 +72,9 @@ void RunSolver(Program& program) {
     ReportMissingStartScript(program.host);
     return;
   }
+  // A run that fails must not cost the last one's result.
+  KeepFile(program, PlacesOf(program).Report(), VersionKind::foreign);
+  KeepFile(program, PlacesOf(program).LastRun(), VersionKind::saved);
   WriteRestartEntry(program, Places::kSolverName);
   program.host.StartProgram(
       {PlacesOf(program).SolverStart(), SolverArguments(program), WindowStyle::normal});

@@ -49,7 +49,7 @@ void AskForName(Program& program) {
 void RunLastUsedFile(Program& program) {
   Files& files = program.files;
   // Kept: data that the user chose not to save are written all the same.
-  if (program.document.RunMode != "Demo") WriteForm(program);
+  if (program.document.RunMode != "Demo") WriteNamedForm(program);
   files.currentFileName = SplitPath(program.host, LastUsedPath(files), files.currentFolder);
   RunSolver(program);
 }

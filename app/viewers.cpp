@@ -13,6 +13,7 @@ void ViewExampleFile(Program& program) {
   dialog.filterIndex = 2;
   dialog.fileName.clear();
   dialog.cancelIsError = false;
+  dialog.judge = nullptr;
   program.host.ShowOpen(dialog);
   dialog.initialFolder = formerFolder;
   if (dialog.fileName.empty()) return;

@@ -16,6 +16,12 @@ void ChooseDemo(Program& program, int index) {
   program.files.currentFolder = UserFolder(program);
 }
 
+std::string WhatRuns(const Program& program, bool isChosen) {
+  const std::string& name = program.files.currentFileName;
+  if (name.empty()) return "No example chosen";
+  return "Runs " + name + (isChosen ? "" : ", the current file");
+}
+
 void RunDemo(Program& program) {
   program.files.currentFolder = UserFolder(program);
   program.document.RunMode = "Demo";

@@ -35,6 +35,9 @@ bool MayShowDemos(Program& program);
 /// Makes the example with this option index, from 1, the file to run.
 void ChooseDemo(Program& program, int index);
 
+/// What RunDemo would run now, for eyes: `isChosen` when an example has been chosen in the dialog.
+std::string WhatRuns(const Program& program, bool isChosen);
+
 /// Runs the chosen example. Kept: with none chosen, whatever file is current is looked for in the
 /// examples' folder.
 void RunDemo(Program& program);

@@ -48,9 +48,6 @@ struct Program {
   float CommandDelay = 1.0F;
   /// The scratch text: what the last operation left in it.
   std::string Scratch;
-
-  /// What waits for a decision of the user.
-  NoticeBoard notices = {};
 };
 
 /// Where this program's things are, as its folders stand now.

@@ -34,7 +34,7 @@ struct ReadStop {
 /// Reads the opened file `folder`/`name` into `record`. A missing file and a read error are
 /// reported in a message and the program goes on with what was read. On return `name` holds what
 /// line 1 gave. The result is where a read error stopped it.
-std::optional<ReadStop> FileReadMe(Host& host, Files& files, ResponseRecord& record, std::string& name,
-                const std::string& folder);
+std::optional<ReadStop> FileReadMe(Host& host, Files& files, ResponseRecord& record,
+                                   std::string& name, const std::string& folder);
 
 }  // namespace polefit

@@ -17,7 +17,7 @@
 
 namespace polefit {
 
-DemoDialog::DemoDialog() : exams_(new QButtonGroup(this)) {
+DemoDialog::DemoDialog() : exams_(new QButtonGroup(this)), whatRuns_(new QLabel) {
   setObjectName("frmDemo");
   setWindowTitle(tr("Polefit Demo ... a Veltra Based Application"));
   auto* rows = new QVBoxLayout(this);
@@ -40,7 +40,11 @@ DemoDialog::DemoDialog() : exams_(new QButtonGroup(this)) {
   for (QPushButton* const button : {run, cancel}) button->setAutoDefault(true);
   buttons->addButton(run, QDialogButtonBox::AcceptRole);
   buttons->addButton(cancel, QDialogButtonBox::RejectRole);
-  rows->addWidget(buttons);
+  whatRuns_->setObjectName("lblWhatRuns");
+  auto* const below = new QHBoxLayout;
+  below->addWidget(whatRuns_, 1);
+  below->addWidget(buttons);
+  rows->addLayout(below);
   connect(exams_, &QButtonGroup::idClicked, this, &DemoDialog::examChosen);
   connect(run, &QPushButton::clicked, this, &DemoDialog::cmdRunDemo);
   connect(cancel, &QPushButton::clicked, this, &DemoDialog::cmdCancelDemo);
@@ -91,6 +95,12 @@ void DemoDialog::showEvent(QShowEvent* event) {
   exams_->setExclusive(false);
   for (QAbstractButton* const exam : exams_->buttons()) exam->setChecked(false);
   exams_->setExclusive(true);
+  exams_->button(1)->setFocus();  // so that Space chooses it
+  Q_EMIT shown();
+}
+
+void DemoDialog::ShowWhatRuns(const QString& text) {
+  whatRuns_->setText(text);
 }
 
 void DemoDialog::closeEvent(QCloseEvent* event) {

@@ -4,6 +4,7 @@
 
 class QButtonGroup;
 class QGridLayout;
+class QLabel;
 
 namespace polefit {
 
@@ -14,10 +15,15 @@ class DemoDialog final : public QWidget {
  public:
   DemoDialog();
 
+  /// What the run button would run.
+  void ShowWhatRuns(const QString& text);
+
  Q_SIGNALS:
   /// The option with this index, from 1, was clicked.
   void examChosen(int index);
   void cmdRunDemo();
+  /// The dialog comes up, with no example chosen.
+  void shown();
   /// By its button or by the close box.
   void cmdCancelDemo();
 
@@ -32,6 +38,7 @@ class DemoDialog final : public QWidget {
   void AddRow(QGridLayout* table, int index);
 
   QButtonGroup* exams_;
+  QLabel* whatRuns_;
 };
 
 }  // namespace polefit

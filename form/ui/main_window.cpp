@@ -66,7 +66,7 @@ MainWindow::MainWindow(Guard guard)
       editor_(new CellEditorBox),
       passNote_(new TableNote(Table::passband, "PassData")),
       delayNote_(new TableNote(Table::delay, "DelayData")),
-      notices_(new NoticeBar([this](const auto& action) { Run([&](Program&) { action(); }); },
+      notices_(new NoticeBar([this](const auto& action) { Decide(action); },
                              [this] { return editor_->IsVisible(); })) {
   setObjectName("frmMain");
   setWindowTitle(tr("Polefit"));
@@ -240,8 +240,9 @@ void MainWindow::Run(const std::function<void(Program&)>& action) {
 }
 
 void MainWindow::Choose(const MenuEntry& entry) {
-  const bool isNewDocument =
-      entry.chosen == &MainWindow::mnuFileNew || entry.chosen == &MainWindow::mnuFileOpen;
+  const bool isNewDocument = entry.chosen == &MainWindow::mnuFileNew ||
+                             entry.chosen == &MainWindow::mnuFileOpen ||
+                             entry.chosen == &MainWindow::mnuFileVersions;
   Command(entry.chosen, PlainName(tr(entry.caption)),
           isNewDocument ? StepKind::replacesDocument : StepKind::takesForm);
 }
@@ -252,6 +253,13 @@ void MainWindow::Command(Signal signal, const QString& name, StepKind kind) {
   RecordStep(tr("Typing"));
   (this->*signal)();
   RecordStep(name, kind);
+  ShowState();
+}
+
+void MainWindow::Decide(const std::function<void()>& action) {
+  RecordStep(tr("Typing"));
+  Run([&action](Program&) { action(); });
+  RecordStep(tr("What the Notice Offered"), StepKind::replacesDocument);
   ShowState();
 }
 

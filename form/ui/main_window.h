@@ -103,6 +103,8 @@ class MainWindow final : public QMainWindow, public FormView {
   /// The same, and makes a step of a cell that it has changed.
   void RunInTable(const std::function<void(Program&)>& action);
   void Choose(const MenuEntry& entry);
+  /// Does what a notice offers, as one step.
+  void Decide(const std::function<void()>& action);
   void Command(Signal signal, const QString& name, StepKind kind);
   void RestorePlace();
   /// Every control that the routines know by name is there; a missing one ends the start.

@@ -10,6 +10,7 @@ void EventGuard::Run(const std::function<void()>& action, const QString& afterwa
   try {
     action();
   } catch (const ProgramEnded&) {
+    atRisk();
     ended_ = true;
     QCoreApplication::exit(0);
   } catch (const RunTimeError& error) {
@@ -21,6 +22,7 @@ void EventGuard::Run(const std::function<void()>& action, const QString& afterwa
 
 void EventGuard::Show(const std::string& error, const QString& afterwards) {
   host_.AbandonFile();
+  atRisk();
   host_.MessageBox(error + "\n\n" + afterwards.toStdString(), message_style::kCritical, "Polefit");
 }
 

@@ -20,6 +20,10 @@ class EventGuard {
   void Run(const std::function<void()>& action,
            const QString& afterwards = tr("The form and its data are as they were."));
 
+  /// What has to be done before anything else when the program ends, or an error comes up that no
+  /// routine has caught.
+  std::function<void()> atRisk = [] {};
+
   /// True once the program has ended; no event loop must be started then.
   bool HasEnded() const { return ended_; }
 

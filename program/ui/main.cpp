@@ -6,6 +6,7 @@
 
 #include "platform/linux/console_host.h"
 #include "platform/ui/qt_host.h"
+#include "platform/ui/termination.h"
 #include "program/console.h"
 #include "program/ui/session.h"
 #include "widgets/program_style.h"
@@ -23,6 +24,7 @@ int RunWindows(int argc, char** argv, const std::string& fileToOpen) {
   QApplication::setQuitOnLastWindowClosed(false);
   polefit::QtHost host;
   polefit::Session session(host, fileToOpen);
+  const polefit::Termination termination([&session] { session.End(); });
   session.Start();
   return session.HasEnded() ? 0 : QApplication::exec();
 }

@@ -4,12 +4,16 @@
 
 #include "app/file_commands.h"
 #include "app/form_load.h"
+#include "app/second_window.h"
 #include "app/start_up.h"
 #include "app/submission.h"
 #include "app/ui/about_box.h"
+#include "app/ui/versions_command.h"
 #include "app/viewers.h"
 #include "demos/demo_runner.h"
 #include "demos/introduction.h"
+#include "demos/restore_examples.h"
+#include "widgets/controls.h"
 
 namespace polefit {
 
@@ -26,16 +30,20 @@ Session::Session(QtHost& host, std::string fileToOpen)
     : guard_(host),
       frmMain_([this](const std::function<void()>& action) { guard_.Run(action); }),
       program_{host, frmMain_},
+      recovery_(program_, frmMain_),
       fileToOpen_(std::move(fileToOpen)) {
   host.SetSolverStart([this](const Command& command) { return console_.Start(command); });
+  guard_.atRisk = [this] { recovery_.KeepNow(); };
   frmMain_.Attach(program_);
   ConnectMainForm();
   ConnectDialogs();
 }
 
 void Session::On(void (MainWindow::*signal)(), Routine routine) {
-  QObject::connect(&frmMain_, signal, &frmMain_,
-                   [this, routine] { guard_.Run([&] { routine(program_); }); });
+  QObject::connect(&frmMain_, signal, &frmMain_, [this, routine] {
+    guard_.Run([&] { routine(program_); });
+    recovery_.FollowCommand();
+  });
 }
 
 void Session::ConnectMainForm() {
@@ -44,6 +52,8 @@ void Session::ConnectMainForm() {
   On(&MainWindow::mnuFileSave, FileSave);
   On(&MainWindow::mnuFileSaveAs, [](Program& program) { FileSaveAs(program); });
   On(&MainWindow::mnuFileDelete, FileDelete);
+  QObject::connect(&frmMain_, &MainWindow::mnuFileVersions, &frmMain_, [this] { ShowVersions(); });
+  On(&MainWindow::mnuDemosRestore, RestoreExamples);
   On(&MainWindow::mnuViewDemos, ViewExampleFile);
   On(&MainWindow::mnuViewOutput, ViewLastOutput);
   On(&MainWindow::mnuHelpManual, OpenManual);
@@ -69,8 +79,12 @@ void Session::ConnectDialogs() {
                    [this] { ShowMainForm(); });
   QObject::connect(&frmIntro_, &IntroDialog::cmdExitIntro, &frmIntro_,
                    [this] { guard_.Run([this] { EndProgram(program_); }); });
-  QObject::connect(&frmDemo_, &DemoDialog::examChosen, &frmDemo_,
-                   [this](int index) { guard_.Run([&] { ChooseDemo(program_, index); }); });
+  QObject::connect(&frmDemo_, &DemoDialog::examChosen, &frmDemo_, [this](int index) {
+    guard_.Run([&] { ChooseDemo(program_, index); });
+    frmDemo_.ShowWhatRuns(ToQString(WhatRuns(program_, true)));
+  });
+  QObject::connect(&frmDemo_, &DemoDialog::shown, &frmDemo_,
+                   [this] { frmDemo_.ShowWhatRuns(ToQString(WhatRuns(program_, false))); });
   QObject::connect(&frmDemo_, &DemoDialog::cmdRunDemo, &frmDemo_, [this] {
     guard_.Run([this] {
       if (MayStart()) RunDemo(program_);
@@ -100,6 +114,10 @@ void Session::LoadMainFormOnce() {
   if (std::exchange(loaded_, true)) return;
   guard_.Run([this] { LoadMainForm(program_); }, ShownInPart());
   frmMain_.ForgetSteps();
+  if (HasEnded()) return;
+  recovery_.Start();
+  programFolder_ = ClaimProgramFolder(program_);
+  guard_.Run([this] { OfferRecovered(program_, [this] { ShowVersions(); }); });
   if (HasEnded() || fileToOpen_.empty()) return;
   guard_.Run([this] { OpenNamedFile(program_, fileToOpen_); });
 }
@@ -144,6 +162,16 @@ void Session::Submit() {
     program_.document.RunMode = "*";
     SubmitRun(program_);
   });
+  recovery_.FollowCommand();
+}
+
+void Session::End() {
+  guard_.Run([this] { EndProgram(program_); });
+}
+
+void Session::ShowVersions() {
+  guard_.Run([this] { ChooseFormerVersion(program_, &frmMain_); });
+  recovery_.FollowCommand();
 }
 
 void Session::TakeImproved() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -9,6 +10,7 @@
 #include "form/ui/main_window.h"
 #include "platform/ui/qt_host.h"
 #include "program/ui/event_guard.h"
+#include "program/ui/recovery_timer.h"
 #include "runs/ui/run_window.h"
 
 namespace polefit {
@@ -21,6 +23,8 @@ class Session {
 
   /// Shows the introduction on a first start, else the main form.
   void Start();
+  /// Ends the program as its own way out does.
+  void End();
   bool HasEnded() const { return guard_.HasEnded(); }
 
   Program& Values() { return program_; }
@@ -38,10 +42,13 @@ class Session {
   void Submit();
   bool MayStart();
   void TakeImproved();
+  void ShowVersions();
 
   EventGuard guard_;
   MainWindow frmMain_;
   Program program_;
+  RecoveryTimer recovery_;
+  std::unique_ptr<HeldLock> programFolder_;
   RunWindow console_;
   IntroDialog frmIntro_;
   DemoDialog frmDemo_;

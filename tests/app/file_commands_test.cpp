@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "app/form_load.h"
 #include "app/viewers.h"
 #include "base/error_of.h"
 #include "form/scripted_program.h"
@@ -234,10 +235,48 @@ TEST_F(FileCommandsTest, OpenSortsErrorsByNumber) {
 
 TEST_F(FileCommandsTest, ARecordThatCannotBeShownEndsTheProgram) {
   const std::string path = MakeFile("bad.txt", "1 2");
+  host.AnswerChoice("Open All the Same");
   EXPECT_THROW(EffectsOf(FileOld, {Answer::ok}, {path}), ProgramEnded);
   EXPECT_THAT(host.transcript,
               Contains("MessageBox 16 [In 'FileOld' routine ...] Unexpected error # 9 "
                        "occured: Subscript out of range -> ok"));
+}
+
+TEST_F(FileCommandsTest, OpenLooksFirstAndAsksAboutAnythingElse) {
+  const std::string measured = InUser("dut.s2p");
+  WriteBytes(measured, "! measured\n# MHz S RI R 50\n1 2 3 4 5 6 7 8 9\n");
+  const std::string doubt =
+      "Ask 'dut.s2p' does not look like a Response Input File. [Open All the Same] [Cancel] -> ";
+  const auto open = [this](const std::string& path) {
+    return [=](Program& values) { OpenNamedFile(values, path); };
+  };
+  form.SetText("Gain", "7");
+  program.document.DataChanged = 0;
+  host.AnswerChoice("Cancel");
+  EXPECT_THAT(EffectsOf(FileOld, {}, {measured, MakeFile("a.1")}),
+              ElementsAre(kOpenDialog + "@/Tessel.hz/User/dut.s2p", doubt + "Cancel",
+                          kOpenDialog + "@/Tessel.hz/User/a.1",
+                          "OpenForReading @/Tessel.hz/User/a.1", "CloseFile"));
+  host.AnswerChoice("Cancel");
+  EXPECT_THAT(EffectsOf(open(measured)), ElementsAre(doubt + "Cancel"));
+  EXPECT_EQ(files.currentFileName, "a.1");
+  host.AnswerChoice("Open All the Same");
+  EXPECT_THAT(EffectsOf(open(measured), {Answer::ok}),
+              Contains("MessageBox 16 [In 'FileReadMe' routine ...] Unexpected error # 62 "
+                       "occured: Input past end of file -> ok"));
+  EXPECT_EQ(files.currentFileName, "dut.s2p");
+  host.Fail("ReadFile", 70);
+  EXPECT_THAT(EffectsOf(open(InUser("a.1"))), Contains("OpenForReading @/Tessel.hz/User/a.1"));
+}
+
+TEST_F(FileCommandsTest, SaveAsRefusesTheNamesOfDataInNoFile) {
+  for (const char* const name : {"Start Up Values", "New data"}) {
+    host.AnswerChoice("OK");
+    const Texts effects =
+        EffectsOf([](Program& values) { FileSaveAs(values); }, {}, {InUser(name), ""});
+    EXPECT_THAT(effects, Contains(StartsWith("Ask \"" + std::string(name) + "\" stands for")));
+    EXPECT_THAT(effects, Each(::testing::Not(StartsWith("OpenForWriting"))));
+  }
 }
 
 TEST_F(FileCommandsTest, SaveAsSortsErrorsByNumber) {

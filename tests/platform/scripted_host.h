@@ -78,6 +78,9 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   void MoveFile(Text from, Text to) override {
     Do(__func__, from + " " + to).Real::MoveFile(from, to);
   }
+  std::vector<std::string> FilesIn(Text folder) override {
+    return Try(__func__).Real::FilesIn(folder);
+  }
   std::optional<FileState> StateOfFile(Text path) override {
     return Try(__func__).Real::StateOfFile(path);
   }

@@ -48,6 +48,15 @@ class Answering {
       QMetaObject::invokeMethod(&dialog, "accept");
     });
   }
+  /// Presses the button with this name in the next dialog.
+  void PressIn(const char* name) {
+    answers_.emplace_back([name](QDialog& dialog) {
+      auto* const button = dialog.findChild<QPushButton*>(name);
+      ASSERT_NE(button, nullptr) << NameOf(dialog);
+      EXPECT_TRUE(button->isEnabled()) << name;
+      button->click();
+    });
+  }
   void Cancel() { answers_.emplace_back(&QDialog::reject); }
 
   /// "title|text" of each message box so far.

@@ -29,7 +29,8 @@ struct InstalledHost final : QtHost {
 struct InstalledProgram : ::testing::Test {
   InstalledProgram() {
     const std::string desktop = root.File("desktop");
-    for (const char* const name : {"CONFIG_HOME", "CONFIG_DIRS", "DATA_HOME", "DATA_DIRS"}) {
+    for (const char* const name :
+         {"CONFIG_HOME", "CONFIG_DIRS", "DATA_HOME", "DATA_DIRS", "STATE_HOME"}) {
       qputenv((std::string("XDG_") + name).c_str(), desktop.c_str());
     }
     Install("base");

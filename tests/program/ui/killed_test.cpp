@@ -66,7 +66,7 @@ TEST_F(KilledTest, TheFormerOrTheNewFileIsWholeWheneverTheProgramIsKilled) {
   Do("mnuFileSave", "2");
   const auto isWhole = ::testing::AnyOf(one, bytes(path));
   std::mt19937 random(20231);
-  std::uniform_int_distribution<> milliseconds(0, 99);
+  std::uniform_int_distribution<> milliseconds(0, 399);
   int interrupted = 0;
   for (int kill = 0; kill < 20 || (interrupted < 3 && kill < 200); ++kill) {
     StartAndKillAfter(std::chrono::milliseconds(milliseconds(random)));

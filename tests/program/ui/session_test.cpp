@@ -94,7 +94,6 @@ TEST_F(SessionTest, ATypicalRunFromOpenToTheImprovedValues) {
   Click("cmdReport");
   EXPECT_EQ(The<QPlainTextEdit>("viewerText").toPlainText(), "the report\n");
   delete The("viewerText").window();
-  answers.Press(QMessageBox::No);
   Click("cmdImproved");
   EXPECT_EQ(TextOf("tmin"), "80.1");
   EXPECT_EQ(TextOf("LastFileName"), "Start Up Values");
@@ -168,11 +167,46 @@ TEST_F(SessionTest, TheCurrentFolderIsTheOneChosenLast) {
   EXPECT_FALSE(std::filesystem::exists(path));
 }
 
-TEST_F(SessionTest, ClosingTheWindowEndsTheProgramAndAsksNothing) {
-  Start();
+TEST_F(SessionTest, ClosingTheWindowEndsTheProgramAndAsksNothingButTheNextStartDoes) {
+  const std::string path = MakeFile("run1.txt", "5");
+  Start(path);
   SetText("tmin", "1");
   Choose("mnuFileExit");
   EXPECT_TRUE(session->HasEnded());
+  Start();
+  const Notice notice = session->Values().notices.Waiting().at(0);
+  EXPECT_THAT(notice.sentence, StartsWith("'run1.txt' had changes of "));
+  notice.buttons.at(0).action();
+  EXPECT_EQ(TextOf("tmin"), "1");
+  EXPECT_THAT(FileBytes(path), HasSubstr("5\t\t! 1a."));
+  Choose("mnuFileSave");
+  EXPECT_THAT(FileBytes(path), HasSubstr("1\t\t! 1a."));
+  Choose("mnuFileExit");
+  Start();
+  EXPECT_THAT(session->Values().notices.Waiting(), ::testing::IsEmpty());
+}
+
+TEST_F(SessionTest, WhatIsTypedIsCopiedTwoSecondsAfterTheLastKey) {
+  Start();
+  const auto copies = [this] {
+    return std::filesystem::exists(root.File("desktop/polefit/recovery")) &&
+           !std::filesystem::is_empty(root.File("desktop/polefit/recovery"));
+  };
+  SetText("tmin", "1");
+  QTest::qWait(500);
+  EXPECT_FALSE(copies());
+  EXPECT_TRUE(QTest::qWaitFor(copies, 8000));
+}
+
+TEST_F(SessionTest, FormerVersionsAreListedAndPutBackFromTheirDialog) {
+  const std::string path = MakeFile("run1.txt", "5");
+  Start(path);
+  SetText("tmin", "6");
+  Choose("mnuFileSave");
+  answers.PressIn("cmdPutBack");
+  Choose("mnuFileVersions");
+  EXPECT_EQ(TextOf("tmin"), "5");
+  EXPECT_THAT(FileBytes(path), HasSubstr("5\t\t! 1a."));
 }
 
 TEST_F(SessionTest, ABrokenInstallationEndsTheProgramWithItsMessage) {
