@@ -70,11 +70,9 @@ std::string CurveTable(const FilterResult& result) {
   std::string table = ExportHead(result, "# ") + "# delay_ns is the group delay of H alone.\n" +
                       "frequency_MHz,Yin,wanted,obtained,error,error_dB,delay_ns\n";
   for (const ResultRow& row : result.rows) {
-    const double ratio = row.obtained / row.wanted;
-    const bool hasDecibels = std::isnormal(ratio) && ratio > 0;
     table += Figures({row.frequency, row.yin, row.wanted, row.obtained, row.obtained - row.wanted},
                      ',') +
-             "," + (hasDecibels ? ShortestNumber(20 * std::log10(ratio)) : "") + "," +
+             "," + (std::isnan(row.decibels) ? "" : ShortestNumber(row.decibels)) + "," +
              ShortestNumber(row.delay) + "\n";
   }
   return table;

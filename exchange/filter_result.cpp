@@ -1,72 +1,30 @@
 #include "exchange/filter_result.h"
 
 #include <cmath>
+#include <memory>
 #include <numbers>
 
-#include "solver/model/model.h"
-#include "solver/problem/problem_reader.h"
+#include "solver/model/transfer_function.h"
 
 namespace polefit {
 
 namespace {
 
-/// What an omega-axis zero leaves of |H| in the model, which keeps it off 0, is 0.
-constexpr double kNothing = 1e-90;
-
-/// Turns the factors of a problem into poles and zeros at their true places.
-class LocationGatherer {
- public:
-  explicit LocationGatherer(const Problem& problem) : problem_(problem) {}
-
-  std::vector<ResultLocation> Gather() {
-    for (std::size_t i = 0; i < problem_.constellation.factors.size(); ++i) {
-      AddFactor(problem_.constellation.factors[i], problem_.isRightHalf[i]);
-    }
-    return std::move(locations_);
+/// The poles or zeros of a factor at their true places, one by one.
+void AddLocation(const PlacedLocation& placed, std::vector<ResultLocation>& locations) {
+  const bool isOmega = placed.kind == FactorKind::omegaZero;
+  const bool isPair = isOmega || placed.kind == FactorKind::polePair ||
+                      placed.kind == FactorKind::zeroPair || placed.kind == FactorKind::zeroQuad;
+  for (int i = 0; i < placed.multiplicity; ++i) {
+    const ResultLocation location = {placed.kind, placed.IsPole(), isPair, placed.real,
+                                     placed.imaginary};
+    ResultLocation mirrored = location;
+    mirrored.real = -location.real;
+    mirrored.isPole = placed.bringsPole;
+    locations.push_back(location);
+    if (placed.onBothSides || placed.bringsPole) locations.push_back(mirrored);
   }
-
- private:
-  void AddFactor(const Factor& factor, bool isRightHalf) {
-    const double a = problem_.typedParameters[factor.parameter];
-    const double side = isRightHalf ? 1 : -1;
-    const double b = factor.IsPair() ? problem_.typedParameters[factor.parameter + 1] : 0;
-    switch (factor.kind) {
-      case FactorKind::sigmaPole:
-      case FactorKind::polePair:
-        return Add(factor, true, -a, b);
-      case FactorKind::omegaZero:
-        locations_.push_back({factor.kind, false, true, 0, a});
-        return;
-      case FactorKind::zeroPair:
-        return Add(factor, false, side * a, b);
-      case FactorKind::zeroQuad:
-        Add(factor, false, -a, b);
-        return Add(factor, false, a, b);
-      case FactorKind::sigmaZero:
-        return AddSigmaZero(factor, a, side);
-    }
-  }
-
-  /// A doublet has zeros on both sides, a lossless one a pole opposite each zero; both: twice that.
-  void AddSigmaZero(const Factor& factor, double v, double side) {
-    if (factor.logCount == 1) return Add(factor, false, side * v, 0);
-    if (factor.logCount == 2) {
-      Add(factor, false, -v, 0);
-      return Add(factor, false, v, 0);
-    }
-    for (int i = 0; i < factor.delayCount; i += 2) {
-      Add(factor, false, v, 0);
-      Add(factor, true, -v, 0);
-    }
-  }
-
-  void Add(const Factor& factor, bool isPole, double real, double imaginary) {
-    locations_.push_back({factor.kind, isPole, factor.IsPair(), real, imaginary});
-  }
-
-  const Problem& problem_;
-  std::vector<ResultLocation> locations_;
-};
+}
 
 /// The solver moves such a start inside the bounds; H(s) itself does not exist.
 void CheckPoles(const FilterResult& result, std::vector<std::string>& faults) {
@@ -79,22 +37,20 @@ void CheckPoles(const FilterResult& result, std::vector<std::string>& faults) {
 
 void AddRows(const ResponseRecord& record, FilterResult& result) {
   std::vector<Finding> findings;
-  const Problem problem = ReadProblem(record, findings);
+  const std::shared_ptr<const Problem> problem = ReadSharedProblem(record, findings);
   result.pointFaults = FaultTexts(findings);
   if (!result.pointFaults.empty()) return;
-  const Eigen::ArrayXd magnitudes =
-      result.gain *
-      Magnitudes(problem.constellation, problem.typedParameters, problem.rows.frequencies);
-  const Eigen::ArrayXd delays =
-      problem.DelayUnit() *
-      Delays(problem.constellation, problem.typedParameters, problem.rows.frequencies);
-  for (std::size_t row = 0; row < problem.passband.size(); ++row) {
-    const PassbandPoint& point = problem.passband[row];
-    const auto i = static_cast<Eigen::Index>(row);
-    const double obtained = point.yin * (magnitudes[i] < kNothing ? 0 : magnitudes[i]);
-    result.rows.push_back({point.frequency, point.yin, point.yout, obtained, delays[i]});
+  TransferFunction transfer(*problem);
+  transfer.UseTypedGain();
+  const PassbandFit fit = transfer.Passband();
+  const std::vector<double> delays = transfer.GroupDelays(fit.frequency);
+  double squares = 0;
+  for (std::size_t i = 0; i < fit.frequency.size(); ++i) {
+    result.rows.push_back(
+        {fit.frequency[i], fit.yin[i], fit.yout[i], fit.obtained[i], fit.decibels[i], delays[i]});
+    squares += fit.weighted[i] * fit.weighted[i];
   }
-  result.rms = std::sqrt((problem.rows.inputs * magnitudes - problem.rows.targets).square().mean());
+  result.rms = std::sqrt(squares / static_cast<double>(fit.frequency.size()));
 }
 
 std::vector<std::complex<double>> RootsOf(const FilterResult& result, bool arePoles) {
@@ -116,12 +72,13 @@ double FilterResult::AngularUnit() const {
 FilterResult ReadFilterResult(const ResponseRecord& record, std::vector<std::string>& faults) {
   FilterResult result;
   std::vector<Finding> findings;
-  const Problem problem = ReadConstellation(record, findings);
+  const std::shared_ptr<const Problem> problem = ReadSharedConstellation(record, findings);
   faults = FaultTexts(findings);
   if (!faults.empty()) return result;
-  result.freqNorm = problem.freqNorm;
-  result.gain = problem.typedGain;
-  result.locations = LocationGatherer(problem).Gather();
+  const TransferFunction transfer(*problem);
+  result.freqNorm = transfer.FreqNorm();
+  result.gain = transfer.Gain();
+  for (const PlacedLocation& placed : transfer.Locations()) AddLocation(placed, result.locations);
   CheckPoles(result, faults);
   if (faults.empty()) AddRows(record, result);
   return result;

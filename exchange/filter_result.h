@@ -27,6 +27,7 @@ struct ResultRow {
   double yin;
   double wanted;
   double obtained;  ///< Yin |H|
+  double decibels;  ///< the error in dB; NaN where Yin |H| or Yout is 0
   double delay;     ///< of H alone, ns
 };
 

@@ -5,6 +5,8 @@
 
 #include "check/check.h"
 #include "program/console_exit.h"
+#include "program/export_command.h"
+#include "program/fill_command.h"
 #include "program/import_command.h"
 #include "record/response_record.h"
 #include "responsefile/reader.h"
@@ -19,6 +21,10 @@ constexpr const char* kHelp =
     "       polefit --check [--json] FILE    tell what a Response Input File says\n"
     "       polefit --rewrite IN OUT         write IN again, in the layout of a saved file\n"
     "       polefit --import FILE OUT [...]  make OUT of the points of a measured FILE\n"
+    "       polefit --export FORMAT FILE OUT [--points data]\n"
+    "                                        write poles, zeros and gain for another program\n"
+    "       polefit --fill COLUMN=EXPRESSION [--grid A:B:N] FILE OUT\n"
+    "                                        fill a column of the points by a formula\n"
     "       polefit --version\n"
     "       polefit --help\n"
     "\n"
@@ -37,7 +43,17 @@ constexpr const char* kHelp =
     "  --poles \"1 2\"                    question 6\n"
     "  --into FILE2 [--grid file|table] FILE2's answers with the points of FILE\n"
     "It ends with 0; 1 when nothing could be taken or a guess is unsure; 2 and 3 as above; 4\n"
-    "when OUT cannot be written, which otherwise is replaced only when everything is ready.\n";
+    "when OUT cannot be written, which otherwise is replaced only when everything is ready.\n"
+    "\n"
+    "--export takes the answers of FILE; OUT may be '-'. FORMAT: scipy matlab spice spice-laplace\n"
+    "spice-rlc csv csv-curves touchstone json. touchstone has 401 frequencies from 0 to three "
+    "times\n"
+    "Freq Norm, or with --points data those of the points. It ends with 1 for faulty answers.\n"
+    "\n"
+    "--fill can be given several times. COLUMN: Frequency Yin Yout Weight DelayFrequency Delay.\n"
+    "  --grid A:B:N[:log]               new frequencies from A to B MHz in N steps, N + 1 rows\n"
+    "In an expression stand f (MHz), x (f / Freq Norm), yin, yout, w, tx and row. It ends with 1\n"
+    "when a formula has no value in a row, or a row stays without a cell.\n";
 
 using Words = std::span<const std::string>;
 
@@ -96,10 +112,9 @@ struct ConsoleCommand {
   int (*run)(Host&, Words);
 };
 
-constexpr ConsoleCommand kCommands[] = {{"--check", CheckFile},
-                                        {"--rewrite", Rewrite},
-                                        {"--import", ImportCommand},
-                                        {"--version", PrintVersion},
+constexpr ConsoleCommand kCommands[] = {{"--check", CheckFile},      {"--rewrite", Rewrite},
+                                        {"--import", ImportCommand}, {"--export", ExportCommand},
+                                        {"--fill", FillCommand},     {"--version", PrintVersion},
                                         {"--help", PrintHelp}};
 
 }  // namespace

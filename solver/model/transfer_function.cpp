@@ -99,6 +99,10 @@ void TransferFunction::Judge() {
   rmsError_ = std::sqrt(fit.meanSquare);
 }
 
+void TransferFunction::UseTypedGain() {
+  gain_ = problem_->typedGain;
+}
+
 bool TransferFunction::HasPoints() const {
   return !problem_->passband.empty();
 }

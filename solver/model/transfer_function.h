@@ -67,6 +67,9 @@ class TransferFunction {
   explicit TransferFunction(const Problem& problem);
   TransferFunction(const Problem& problem, std::vector<double> parameters);
 
+  /// Takes the typed gain in place of the best one; cost and rms error stay those of the best.
+  void UseTypedGain();
+
   /// Whether there is a finite error and a positive gain.
   bool IsFinite() const { return isFinite_; }
   bool HasPoints() const;
