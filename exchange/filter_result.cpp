@@ -3,8 +3,10 @@
 #include <cmath>
 #include <memory>
 #include <numbers>
+#include <set>
 
 #include "solver/model/transfer_function.h"
+#include "solver/problem/answers.h"
 
 namespace polefit {
 
@@ -23,6 +25,34 @@ void AddLocation(const PlacedLocation& placed, std::vector<ResultLocation>& loca
     mirrored.isPole = placed.bringsPole;
     locations.push_back(location);
     if (placed.onBothSides || placed.bringsPole) locations.push_back(mirrored);
+  }
+}
+
+int SlotOf(FactorKind kind) {
+  switch (kind) {
+    case FactorKind::sigmaPole:
+      return slot::kSigmaPoles;
+    case FactorKind::polePair:
+      return slot::kPoleReal;
+    case FactorKind::sigmaZero:
+      return slot::kSigmaZero;
+    case FactorKind::omegaZero:
+      return slot::kYzero;
+    case FactorKind::zeroPair:
+    case FactorKind::zeroQuad:
+      break;
+  }
+  return slot::kZreal;
+}
+
+/// The solver starts from values of its own where an answer is empty; those are no result.
+void CheckAnswered(const ResponseRecord& record, const FilterResult& result,
+                   std::vector<std::string>& faults) {
+  std::set<int> slots = {slot::kGain};
+  for (const ResultLocation& location : result.locations) slots.insert(SlotOf(location.kind));
+  for (const int slot : slots) {
+    if (!Words(record.Slot(slot)).empty()) continue;
+    faults.push_back(QuestionTopic(slot).name + " is empty; a result has all its answers.");
   }
 }
 
@@ -79,6 +109,7 @@ FilterResult ReadFilterResult(const ResponseRecord& record, std::vector<std::str
   result.freqNorm = transfer.FreqNorm();
   result.gain = transfer.Gain();
   for (const PlacedLocation& placed : transfer.Locations()) AddLocation(placed, result.locations);
+  CheckAnswered(record, result, faults);
   CheckPoles(result, faults);
   if (faults.empty()) AddRows(record, result);
   return result;

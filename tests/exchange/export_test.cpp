@@ -376,6 +376,8 @@ TEST(Export, FaultyAnswersAreNamed) {
       {"scipy", "8=.5 .5 .4", "Question 8"},
       {"json", "12=", "Question 12"},
       {"csv", "5=x", "Question 5"},
+      {"csv", "8=;9=", "Question 8"},
+      {"csv", "11a=", "Question 11a"},
       {"spice", "8=0 .5 .4 .3", "Question 8: a pole pair with real part 0"},
       {"spice", "6=1 0;7=0;11=0 0 0", "Question 7: a pole at 0"},
       {"csv-curves", "2=x", "Question 2"},
