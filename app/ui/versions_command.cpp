@@ -11,7 +11,7 @@ void ChooseFormerVersion(Program& program, QWidget* parent) {
   const std::string current = program.host.ResolvedPath(
       JoinPath(program.files.currentFolder, program.files.currentFileName));
   std::vector<std::string> paths = VersionStore(program.host).Paths();
-  if (std::ranges::find(paths, current) == paths.end()) paths.insert(paths.begin(), current);
+  if (paths.empty()) paths.push_back(current);
   const auto lister = [&host = program.host](const std::string& path) {
     return ListVersions(host, path);
   };

@@ -46,7 +46,8 @@ VersionsDialog::VersionsDialog(const std::vector<std::string>& paths, const std:
   none_->setObjectName("lblNoVersions");
   rows->addWidget(label);
   rows->addWidget(files_);
-  rows->addWidget(none_);
+  none_->setAlignment(Qt::AlignTop);
+  rows->addWidget(none_, 1);
   rows->addWidget(table_, 1);
   BuildTable();
   BuildButtons();

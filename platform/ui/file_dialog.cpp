@@ -103,7 +103,11 @@ void FileDialog::AddHiddenCount() {
 }
 
 void FileDialog::CountHidden() {
-  const QString filter = selectedNameFilter();
+  // The selected one is told without its patterns.
+  QString filter = selectedNameFilter();
+  for (const QString& whole : nameFilters()) {
+    if (whole.startsWith(filter)) filter = whole;
+  }
   const qsizetype from = filter.lastIndexOf('(') + 1;
   const QStringList patterns = filter.mid(from, filter.lastIndexOf(')') - from).split(' ');
   const qsizetype hidden = directory().entryList(QDir::Files).size() -
