@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/linux/console_host.h"
+#include "platform/linux/restart_entry.h"
 #include "platform/ui/qt_host.h"
 #include "platform/ui/termination.h"
 #include "program/console.h"
@@ -24,6 +25,7 @@ int RunWindows(int argc, char** argv, const std::string& fileToOpen) {
   QApplication::setQuitOnLastWindowClosed(false);
   polefit::QtHost host;
   polefit::Session session(host, fileToOpen);
+  polefit::WithdrawAutostartEntry();  // the program has come back, by whatever way
   const polefit::Termination termination([&session] { session.End(); });
   session.Start();
   return session.HasEnded() ? 0 : QApplication::exec();
