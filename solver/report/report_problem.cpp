@@ -51,15 +51,55 @@ bool IsInUse(const SolvedProblem& solved, int slot) {
   }
 }
 
+/// The locations, part 0 (real) or 1, of some kinds that start from the points.
+std::string FromPoints(const Problem& problem, const std::vector<FactorKind>& kinds, int part) {
+  std::string values;
+  for (std::size_t i = 0; i < problem.constellation.factors.size(); ++i) {
+    const Factor& factor = problem.constellation.factors[i];
+    if (std::find(kinds.begin(), kinds.end(), factor.kind) == kinds.end()) continue;
+    values += Format(" %.5g", problem.typedParameters[factor.parameter + part]);
+  }
+  return "(from the points)" + values;
+}
+
+/// What an answer in use that is empty was filled with.
+std::string FilledAnswer(const Problem& problem, int slot) {
+  const std::vector<FactorKind> paired = {FactorKind::zeroPair, FactorKind::zeroQuad};
+  switch (slot) {
+    case slot::kSigmaPoles:
+      return FromPoints(problem, {FactorKind::sigmaPole}, 0);
+    case slot::kPoleReal:
+      return FromPoints(problem, {FactorKind::polePair}, 0);
+    case slot::kPoleImag:
+      return FromPoints(problem, {FactorKind::polePair}, 1);
+    case slot::kSigmaZero:
+      return FromPoints(problem, {FactorKind::sigmaZero}, 0);
+    case slot::kYzero:
+      return FromPoints(problem, {FactorKind::omegaZero}, 0);
+    case slot::kZreal:
+      return FromPoints(problem, paired, 0);
+    case slot::kZimag:
+      return FromPoints(problem, paired, 1);
+    case slot::kGain:
+      return "(from the points) 1";
+    default:
+      return "";
+  }
+}
+
+std::string AnswerText(const SolvedProblem& solved, int slot) {
+  if (!IsInUse(solved, slot)) return "(not in use)";
+  const std::string& answer = solved.record.Slot(slot);
+  return Words(answer).empty() ? FilledAnswer(solved.problem, slot) : answer;
+}
+
 void WriteAnswers(const SolvedProblem& solved, ReportText& text) {
   constexpr std::size_t kCaptionWidth = 52;
   for (const Question& question : kQuestions) {
     const std::string caption = PlainCaption(question.label);
-    const std::string answer = IsInUse(solved, question.slot) ? solved.record.Slot(question.slot)
-                                                              : std::string("(not in use)");
     const std::string begin =
         Padded(FirstCharacters(caption, kCaptionWidth), kCaptionWidth) + " : ";
-    text.Wrapped(begin + answer, kCaptionWidth + 3);
+    text.Wrapped(begin + AnswerText(solved, question.slot), kCaptionWidth + 3);
   }
 }
 

@@ -41,12 +41,12 @@ ArrayXd BaseAt(const Problem& problem, const ArrayXd& x) {
   return base;
 }
 
-/// The rows that tell something; at most kEnoughRows or little more.
+/// The rows that tell something, at most kEnoughRows.
 SquaredMagnitude RowsOf(const Problem& problem) {
   const ArrayXd& frequencies = problem.rows.frequencies;
   const ArrayXd base = BaseAt(problem, frequencies.square());
   std::vector<Index> taken;
-  const Index each = std::max<Index>(1, frequencies.size() / kEnoughRows);
+  const Index each = (frequencies.size() + kEnoughRows - 1) / kEnoughRows;
   for (Index i = 0; i < frequencies.size(); i += each) {
     if (problem.rows.inputs[i] != 0 && base[i] >= kLeastBase) taken.push_back(i);
   }

@@ -38,7 +38,8 @@ class Search {
   }
 
   Summary Run() {
-    RunStart(StartKind::typed, problem_.typedParameters, problem_.options.maxSteps);
+    const StartKind first = problem_.startsFromPoints ? StartKind::data : StartKind::typed;
+    RunStart(first, problem_.typedParameters, problem_.options.maxSteps);
     RunDataStart();
     GoOn(Chosen());
     RunFurtherStarts();

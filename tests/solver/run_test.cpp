@@ -89,6 +89,19 @@ TEST_F(Run, LeavesAReportAndTheAnswersAndNothingElse) {
   EXPECT_EQ(Report(), first);
 }
 
+TEST_F(Run, NeedsNoStartingValues) {
+  Use(ExampleRecord("Ex-Zpair.1", "8=; 9=; 11b=; 11c=; 12="));
+  EXPECT_EQ(Solve(), Exit::converged);
+  EXPECT_THAT(out_.str(), HasSubstr("pfit-end: exit=0 F=2.507429e-06"));
+  EXPECT_THAT(Report(), HasSubstr("Start 1 (from the points)"));
+  EXPECT_THAT(
+      Report(),
+      HasSubstr("8. Pole pairs ... REAL values?                       : (from the points)"));
+  EXPECT_EQ(Words(ExampleRecord(files_.lastRun).Slot(slot::kPoleReal)).size(), 4U);
+  Use(ExampleRecord("Ex-Zpair.1", "8=; 9=.1 .2 .3 .4"));
+  EXPECT_EQ(Solve(), Exit::faultyAnswers);
+}
+
 TEST_F(Run, ChangesNothingInTheLastRunButTheLocationsAndTheGain) {
   const ResponseRecord before = ExampleRecord("Ex-Delay.101");
   Solve();
