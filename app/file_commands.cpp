@@ -84,6 +84,14 @@ bool IsFileError(int number) {
   return number >= error_number::kBadFileNumber && number <= error_number::kPathNotFound;
 }
 
+/// A line break in it would tear the file's first line in two.
+void RequireNameForLine(const std::string& name) {
+  if (!HasControlCharacters(name)) return;
+  throw RunTimeError{error_number::kBadFileNumber,
+                     "The file's name stands in its first line, which can hold no control "
+                     "character.  Rename the file, or save it under another name."};
+}
+
 void DeleteAfterQuestion(Program& program, const std::string& path) {
   if (HasWildcards(path) || !FileExists(program.host, path)) return;
   const Answer answer = program.host.MessageBox("Delete '" + path + "' File.",
@@ -228,6 +236,7 @@ void WriteNamedForm(Program& program) {
 }
 
 void WriteForm(Program& program) {
+  RequireNameForLine(program.files.currentFileName);
   PutAnswers(program);
   const std::optional<FormerFile> former = KeepFormerFile(program);
   program.document.tornPath = former ? former->path : "";

@@ -76,8 +76,9 @@ void RunSolver(Program& program) {
   KeepFile(program, PlacesOf(program).Report(), VersionKind::foreign);
   KeepFile(program, PlacesOf(program).LastRun(), VersionKind::saved);
   WriteRestartEntry(program, Places::kSolverName);
-  program.host.StartProgram(
-      {PlacesOf(program).SolverStart(), SolverArguments(program), WindowStyle::normal});
+  program.host.StartProgram({PlacesOf(program).SolverStart(), SolverArguments(program),
+                             WindowStyle::normal, CommandKind::runSolver,
+                             program.folders.ProgramFolder});
 }
 
 std::string CheckDosSupport(Host& host) {
@@ -102,7 +103,11 @@ bool WriteRestartEntry(Program& program, const std::string& executable) {
   const std::string script = PlacesOf(program).RestartScript();
   try {
     WriteRestartScript(host, script, executable);
-    host.StartProgram({"regedit", {"/s", script}, WindowStyle::hidden});
+    host.StartProgram({"regedit",
+                       {"/s", script},
+                       WindowStyle::hidden,
+                       CommandKind::importRegistryScript,
+                       script});
     CopyWithCommand(host, PlacesOf(program).StartFile(), PlacesOf(program).StartFileCopy());
   } catch (const RunTimeError&) {
     host.AbandonFile();
@@ -116,7 +121,12 @@ void CopyWithCommand(Host& host, const std::string& source, const std::string& t
     host.MessageBox("\"" + source + "\" is not a valid file name.", message_style::kOk, "Polefit");
     return;
   }
-  host.StartProgram({"COMMAND.COM", {"/C", "COPY", source, target}, WindowStyle::minimised});
+  host.StartProgram({"COMMAND.COM",
+                     {"/C", "COPY", source, target},
+                     WindowStyle::minimised,
+                     CommandKind::copyFile,
+                     source,
+                     target});
 }
 
 }  // namespace polefit

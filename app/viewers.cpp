@@ -17,7 +17,11 @@ void ViewExampleFile(Program& program) {
   program.host.ShowOpen(dialog);
   dialog.initialFolder = formerFolder;
   if (dialog.fileName.empty()) return;
-  program.host.StartProgram({"notepad.exe", {dialog.fileName}, WindowStyle::maximised});
+  program.host.StartProgram({"notepad.exe",
+                             {dialog.fileName},
+                             WindowStyle::maximised,
+                             CommandKind::editText,
+                             dialog.fileName});
 }
 
 void ViewLastOutput(Program& program) {
@@ -35,10 +39,13 @@ void OpenManual(Program& program) {
 }
 
 void EmailSupport(Program& program) {
-  const std::string message = std::string("/mailurl:mailto:") + kSupportAddress +
+  const std::string address = std::string("mailto:") + kSupportAddress +
                               "?subject=Polefit " POLEFIT_VERSION " questions/problems";
-  const long client =
-      program.host.StartProgram({"c:\\program files\\outlook express\\msimn.exe", {message}});
+  const long client = program.host.StartProgram({"c:\\program files\\outlook express\\msimn.exe",
+                                                 {"/mailurl:" + address},
+                                                 WindowStyle::normal,
+                                                 CommandKind::writeMail,
+                                                 address});
   // Kept: the program stands still for as long as the mail client is open.
   program.host.WaitForSingleObject(client);
 }

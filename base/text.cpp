@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstdio>
 
 namespace polefit {
 
@@ -83,6 +84,18 @@ std::size_t LengthOfAscii(std::string_view text) {
   return static_cast<std::size_t>(end - text.begin());
 }
 
+bool IsControl(char c) {
+  return (c >= 0 && c < ' ') || c == '\x7F';
+}
+
+/// "\x1b"
+std::string CodeOf(char byte) {
+  std::array<char, 8> code{};
+  std::snprintf(code.data(), code.size(), "\\x%02x",
+                static_cast<unsigned>(static_cast<Byte>(byte)));
+  return code.data();
+}
+
 }  // namespace
 
 void AppendUtf8(char32_t codePoint, std::string& utf8) {
@@ -141,6 +154,37 @@ bool IsUtf8(std::string_view text) {
     if (TakeCodePoint(text) == kNoCharacter) return false;
   }
   return true;
+}
+
+std::string ToUtf8(std::string_view text) {
+  std::string utf8;
+  while (!text.empty()) {
+    const std::string_view before = text;
+    const bool isCharacter = TakeCodePoint(text) != kNoCharacter;
+    utf8 += isCharacter ? before.substr(0, before.size() - text.size()) : "\uFFFD";
+  }
+  return utf8;
+}
+
+bool HasControlCharacters(std::string_view text) {
+  return std::any_of(text.begin(), text.end(), IsControl);
+}
+
+std::string Printable(std::string_view text) {
+  std::string shown;
+  while (!text.empty()) {
+    const std::string_view before = text;
+    const char32_t codePoint = TakeCodePoint(text);
+    const std::string_view character = before.substr(0, before.size() - text.size());
+    const bool isHighControl = codePoint >= 0x80 && codePoint < 0xA0;
+    const bool isControlCode = IsControl(character.front()) && codePoint != '\n';
+    if (codePoint == kNoCharacter || isHighControl || isControlCode) {
+      shown += CodeOf(character.back());
+    } else {
+      shown += character;
+    }
+  }
+  return shown;
 }
 
 std::string_view FirstCharacters(std::string_view utf8, std::size_t count) {

@@ -1,6 +1,7 @@
 #include <array>
 #include <cstdio>
 
+#include "base/text.h"
 #include "check/check.h"
 #include "record/question_catalogue.h"
 
@@ -10,7 +11,7 @@ namespace {
 
 std::string Quoted(const std::string& text) {
   std::string quoted = "\"";
-  for (const char c : text) {
+  for (const char c : ToUtf8(text)) {
     if (c == '"' || c == '\\') {
       quoted += '\\';
       quoted += c;

@@ -11,6 +11,7 @@
 #include "platform/command.h"
 #include "platform/file_system.h"
 #include "platform/message_style.h"
+#include "platform/processes.h"
 #include "platform/registry_types.h"
 
 namespace polefit {
@@ -44,7 +45,7 @@ struct ProgramEnded {};
 
 /// Everything that the program does to the world outside itself. Texts are UTF-8. A failing
 /// operation throws RunTimeError unless it says otherwise.
-class Host : public FileSystem {
+class Host : public FileSystem, public Processes {
  public:
   /// Shows a message and waits for the button. `style` is taken as it stands: the low four bits
   /// are the buttons, the next four the icon, 256 and 512 move the default button.
@@ -69,14 +70,24 @@ class Host : public FileSystem {
                               const RegistryValue& value) = 0;
   virtual void RegCloseKey(RegistryKey key) = 0;
 
-  /// Starts a program without waiting; its process id. Error 53, 70, 75 or 76 when it cannot be
-  /// started.
+  /// What the program keeps for the user from one time to the next, bytes under a name; "" for what
+  /// was never kept. Failures are silent.
+  virtual std::string UserSetting(const std::string& name) = 0;
+  virtual void KeepUserSetting(const std::string& name, const std::string& bytes) = 0;
+
+  /// Carries a command out without waiting; the process id, 0 where no process was needed. Error
+  /// 53, 70, 75 or 76 when it cannot be started.
   virtual long StartProgram(const Command& command) = 0;
   /// Opens a file with the desktop's program for it.
   virtual void ShellExecuteA(const std::string& path) = 0;
   /// Waits for a started program with no time limit.
   virtual void WaitForSingleObject(long processId) = 0;
 
+  /// Takes back what lets the program come back at the next log-on, if it is there.
+  virtual void WithdrawRestart() = 0;
+
+  /// The present time in milliseconds since 1970.
+  virtual std::int64_t MillisecondsNow() = 0;
   /// The present time in the pattern of strftime, names in the system's language.
   virtual std::string FormatNow(const char* pattern) = 0;
   /// Major version in the lowest byte, minor in the next.

@@ -28,6 +28,10 @@ std::string SplitPath(Host& host, const std::string& path, std::string& folder) 
   return parts.name;
 }
 
+std::string WholePath(Host& host, const std::string& path) {
+  return path.starts_with(kSeparator) ? path : JoinPath(host.CurrentFolder(), path);
+}
+
 void SetCurrentFile(Host& host, Files& files, const std::string& path) {
   files.currentFileName = SplitPath(host, path, files.currentFolder);
   files.lastUsedName = files.currentFileName;

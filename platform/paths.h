@@ -33,6 +33,9 @@ std::string FolderOf(std::string_view path);
 /// made elsewhere read alike.
 std::string SplitPath(Host& host, const std::string& path, std::string& folder);
 
+/// The path with the process's current folder before it, unless it is a whole one.
+std::string WholePath(Host& host, const std::string& path);
+
 /// The files that the program works on. Folders have no trailing separator.
 struct Files {
   std::string currentFileName;

@@ -3,7 +3,9 @@
 #include <iostream>
 #include <string_view>
 
+#include "base/text.h"
 #include "check/check.h"
+#include "platform/paths.h"
 #include "program/console_exit.h"
 #include "program/export_command.h"
 #include "program/fill_command.h"
@@ -29,7 +31,7 @@ constexpr const char* kHelp =
     "       polefit --help\n"
     "\n"
     "--check ends with 0 when nothing was found, 1 with findings, 2 when the file could not be\n"
-    "read to its end, 3 when there is no such file.\n"
+    "read to its end, 3 when there is no such file, 4 when its output cannot be written.\n"
     "\n"
     "--import reads Touchstone and delimited text and Response Input Files; OUT may be '-'.\n"
     "  --as model|equalise|want         what the points are for (model)\n"
@@ -61,6 +63,11 @@ int Rewrite(Host& host, Words words) {
   if (words.size() != 2) return WrongUsage();
   const std::string& from = words[0];
   const std::string& to = words[1];
+  if (HasControlCharacters(CutPath(to).name)) {
+    return Fail(kCannotWrite, "cannot write '" + to +
+                                  "': a file's name stands in its first line, which can hold no "
+                                  "control character");
+  }
   ResponseRecord record;
   try {
     host.OpenForReading(from);
@@ -86,7 +93,7 @@ int CheckFile(Host& host, Words words) {
   const std::string& path = words.back();
   try {
     const CheckedFile checked = CheckResponseFile(host, path);
-    std::cout << (asJson ? CheckAsJson(checked) : CheckAsTable(checked));
+    std::cout << (asJson ? CheckAsJson(checked) : Printable(CheckAsTable(checked)));
     if (checked.error) return kCannotRead;
     return checked.findings.empty() ? 0 : 1;
   } catch (const RunTimeError& error) {
@@ -117,9 +124,7 @@ constexpr ConsoleCommand kCommands[] = {{"--check", CheckFile},      {"--rewrite
                                         {"--fill", FillCommand},     {"--version", PrintVersion},
                                         {"--help", PrintHelp}};
 
-}  // namespace
-
-CommandLineResult RunCommandLine(Host& host, std::span<const std::string> arguments) {
+CommandLineResult CarryOut(Host& host, std::span<const std::string> arguments) {
   const std::size_t count = arguments.size();
   const std::string first = count > 0 ? arguments[0] : "";
   for (const ConsoleCommand& command : kCommands) {
@@ -128,6 +133,18 @@ CommandLineResult RunCommandLine(Host& host, std::span<const std::string> argume
   if (first == "--" && count == 2) return {std::nullopt, {arguments[1]}};
   if (count <= 1 && !first.starts_with('-')) return {std::nullopt, {first}};
   return {WrongUsage(), {}};
+}
+
+}  // namespace
+
+CommandLineResult RunCommandLine(Host& host, std::span<const std::string> arguments) {
+  CommandLineResult result = CarryOut(host, arguments);
+  // A full disk is seen only here, since the output is collected.
+  if (result.exitCode && *result.exitCode != kCannotWrite && !std::cout.flush()) {
+    std::cout.clear();
+    result.exitCode = Fail(kCannotWrite, "the output cannot be written");
+  }
+  return result;
 }
 
 }  // namespace polefit

@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "base/text.h"
 #include "platform/paths.h"
 
 namespace polefit {
@@ -10,14 +11,15 @@ namespace {
 
 /// What was refused without being read, in plainer words than the error's own.
 std::string ReasonOf(const RunTimeError& error) {
-  if (error.number == error_number::kOutOfMemory) return "it is larger than 64 MB";
+  if (error.number == error_number::kOutOfMemory)
+    return "it is larger than 64 MB or has a line of more than 1 MB";
   return error.description;
 }
 
 }  // namespace
 
 int Fail(int exitCode, const std::string& message) {
-  std::cerr << "polefit: " << message << '\n';
+  std::cerr << "polefit: " << Printable(message) << '\n';
   return exitCode;
 }
 

@@ -3,47 +3,47 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
-#include "form/state.h"
-#include "platform/command.h"
+#include "platform/host.h"
+#include "platform/places.h"
 
 namespace polefit {
 
 /// A run of the solver, kept in the program folder so that a later start of the program finds it.
 struct RunRecord {
-  long processId = 0;
-  /// When the process started, in the system's ticks; with the id it names one process for good.
-  std::uint64_t processStart = 0;
-  /// When it was started, in nanoseconds since 1970.
+  ProcessName process;
+  /// When it was started, in milliseconds since 1970 by this computer's clock.
   std::int64_t started = 0;
-  std::string dataFile;
-  /// The command as one line of text.
-  std::string command;
+  /// The same by the clock of the program folder's file system, in nanoseconds: results are newer.
+  std::int64_t stamp = 0;
+  /// How often it was asked to stop.
+  int stops = 0;
+  /// The solver and its arguments, the first of which is the data file.
+  std::vector<std::string> words;
+
+  std::string DataFile() const { return words.size() > 1 ? words[1] : std::string(); }
 
   bool operator==(const RunRecord&) const = default;
 };
 
-/// The program folder that a start file lies in.
-std::string ProgramFolderOf(const Command& command);
-
-/// Starts `pfit` of the program folder in place of the start file that `command` names, with the
-/// same arguments, and records it. Its output replaces the former log. Throws RunTimeError, naming
-/// the path, when it cannot be started, and when another run is still going on there; the former
-/// log and record then stay.
-RunRecord StartRun(const Command& command);
-
 /// The last run of this program folder; nothing when there is no whole record of one.
-std::optional<RunRecord> ReadRunRecord(const std::string& programFolder);
+std::optional<RunRecord> ReadRunRecord(Host& host, const Places& places);
 
-bool IsRunning(const RunRecord& run);
+/// Throws RunTimeError.
+void WriteRunRecord(Host& host, const Places& places, const RunRecord& run);
+
+/// The process of the run. Nothing when it has ended, or when the process of that name was never
+/// started as this run: anybody may have written the record.
+std::optional<ProcessState> ProcessOf(Host& host, const RunRecord& run, const Places& places);
 
 /// True when the file was written since the run was started.
-bool IsResultOf(const RunRecord& run, const std::string& path);
+bool IsResultOf(Host& host, const RunRecord& run, const std::string& path);
 
-/// What the solver says while it runs.
-std::string RunLogPath(const std::string& programFolder);
+/// Why a second run is refused while this one is on.
+std::string RefusalOf(const RunRecord& run);
 
 /// True when no run is on in the program folder; otherwise says why a second one is refused.
-bool MayStartRun(Program& program);
+bool MayStartRun(Host& host, const Places& places);
 
 }  // namespace polefit

@@ -1,14 +1,14 @@
-#include <unistd.h>
-
 #include <atomic>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <iostream>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "platform/linux/console_host.h"
+#include "platform/linux/process_start.h"
 #include "solver/data_file.h"
 #include "solver/json_report.h"
 #include "solver/orders.h"
@@ -46,7 +46,7 @@ class StopSignals {
     while (sigwait(&signals_, &signal) == 0 && !isEnding_) {
       if (++count_ == 1) continue;
       std::this_thread::sleep_for(std::chrono::milliseconds(100));
-      if (!isEnding_) _exit(static_cast<int>(Exit::stopped));
+      if (!isEnding_) std::_Exit(static_cast<int>(Exit::stopped));
     }
   }
 
@@ -109,10 +109,8 @@ Exit Main(const std::vector<std::string>& words) {
     std::cerr << HelpText().substr(0, HelpText().find('\n')) << '\n';
     return Exit::usage;
   }
-  // A reader of the progress who leaves does not end the run, and a file that may not grow any more
-  // is a full disk.
+  // A reader of the progress who leaves does not end the run.
   std::signal(SIGPIPE, SIG_IGN);
-  std::signal(SIGXFSZ, SIG_IGN);
   StopSignals signals;
   const auto stopRequests = [&] { return signals.Count(); };
   if (request.action == Action::summary) return Checked(Summarise(request, stopRequests));
@@ -130,5 +128,6 @@ Exit Main(const std::vector<std::string>& words) {
 }  // namespace polefit
 
 int main(int argc, char** argv) {
+  polefit::PrepareProcess();
   return static_cast<int>(polefit::Main({argv + 1, argv + argc}));
 }

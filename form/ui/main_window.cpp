@@ -10,7 +10,6 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QScreen>
-#include <QSettings>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <stdexcept>
@@ -40,9 +39,7 @@ constexpr double kLargestShare = 0.9;
 /// Longer than between two keys.
 constexpr int kNotesMilliseconds = 300;
 
-QSettings PlaceSettings() {
-  return QSettings(QSettings::IniFormat, QSettings::UserScope, "Polefit", "window");
-}
+constexpr const char* kPlaceSetting = "MainWindow";
 
 /// A caption as a name: without its mnemonic and the dots behind it.
 QString PlainName(QString caption) {
@@ -84,7 +81,6 @@ MainWindow::MainWindow(Guard guard)
   notesDue_.setSingleShot(true);
   notesDue_.setInterval(kNotesMilliseconds);
   connect(&notesDue_, &QTimer::timeout, this, &MainWindow::ShowTableNotes);
-  RestorePlace();
 }
 
 MainWindow::~MainWindow() {
@@ -97,6 +93,7 @@ void MainWindow::Attach(Program& program) {
   program_ = &program;
   edit_->Attach(program);
   notices_->Watch(program.notices);
+  RestorePlace();
 }
 
 void MainWindow::BuildMenus() {
@@ -358,14 +355,16 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  PlaceSettings().setValue("geometry", saveGeometry());
+  Run([this](Program& program) {
+    program.host.KeepUserSetting(kPlaceSetting, saveGeometry().toStdString());
+  });
   QMainWindow::closeEvent(event);
   Q_EMIT unloaded();
 }
 
 void MainWindow::RestorePlace() {
   resize(kFirstSize.boundedTo(screen()->availableSize() * kLargestShare));
-  restoreGeometry(PlaceSettings().value("geometry").toByteArray());
+  restoreGeometry(QByteArray::fromStdString(program_->host.UserSetting(kPlaceSetting)));
 }
 
 template <typename Widget>

@@ -146,8 +146,9 @@ std::vector<std::string> QuotedWords(std::string_view line) {
 
 /// Entries are UTF-8 text, and hold no control character but the line break, which has an escape.
 bool CanStandInEntry(const std::string& word) {
-  const auto isControl = [](char c) { return (c >= 0 && c < ' ' && c != '\n') || c == '\x7F'; };
-  return IsUtf8(word) && std::none_of(word.begin(), word.end(), isControl);
+  std::string onOneLine = word;
+  std::erase(onOneLine, '\n');
+  return IsUtf8(word) && !HasControlCharacters(onOneLine);
 }
 
 /// Puts what the fields of a word stand for in their place: the target for a file or an address,

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <clocale>
 #include <cstdlib>
@@ -14,16 +15,21 @@
 
 #include "base/pattern.h"
 #include "base/text.h"
+#include "platform/linux/detached_process.h"
 #include "platform/linux/file_lock.h"
 #include "platform/linux/file_reading.h"
 #include "platform/linux/folders.h"
+#include "platform/linux/restart_entry.h"
 #include "platform/linux/safe_file.h"
 #include "platform/linux/user_folders.h"
+#include "platform/linux/user_settings.h"
 #include "platform/paths.h"
 
 namespace polefit {
 
 namespace {
+
+constexpr const char* kSettingsName = "settings";
 
 /// What is at `path`; nothing when nothing is there, or nothing that this user may look up. Other
 /// failures throw.
@@ -65,15 +71,34 @@ std::string FirstMatch(const std::string& folder, const std::string& name) {
 
 /// The time in the pattern of strftime, with the names of a locale; "" is the user's.
 std::string FormatTime(const std::tm& time, const char* pattern, const char* localeName) {
+  std::array<char, 256> text{};
   locale_t locale = ::newlocale(LC_TIME_MASK, localeName, nullptr);
   if (locale == nullptr) locale = ::newlocale(LC_TIME_MASK, "C", nullptr);
-  std::array<char, 256> text{};
-  ::strftime_l(text.data(), text.size(), pattern, &time, locale);
+  std::string whole = pattern;
+  const std::size_t halfDay = whole.find("%p");
+  if (halfDay != std::string::npos &&
+      ::strftime_l(text.data(), text.size(), "%p", &time, locale) == 0) {
+    // Many languages have no such names.
+    whole.replace(halfDay, 2, time.tm_hour < 12 ? "AM" : "PM");
+  }
+  ::strftime_l(text.data(), text.size(), whole.c_str(), &time, locale);
   ::freelocale(locale);
   return text.data();
 }
 
 }  // namespace
+
+ProcessName LinuxHost::StartProcess(const ProcessStart& start) {
+  return StartDetached(start);
+}
+
+std::optional<ProcessState> LinuxHost::StateOfProcess(long processId) {
+  return LookAtProcess(processId);
+}
+
+bool LinuxHost::EndGroup(long processGroup, bool atOnce) {
+  return EndProcessGroup(processGroup, atOnce);
+}
 
 LinuxHost::LinuxHost(const std::string& userValuesPath) : values_(userValuesPath) {}
 
@@ -201,6 +226,23 @@ bool LinuxHost::RegSetValueExA(RegistryKey key, const std::string& name,
 
 void LinuxHost::RegCloseKey(RegistryKey key) {
   values_.Close(key);
+}
+
+std::string LinuxHost::UserSetting(const std::string& name) {
+  return UserSettings(JoinPath(ConfigurationFolder(), kSettingsName)).Get(name);
+}
+
+void LinuxHost::KeepUserSetting(const std::string& name, const std::string& bytes) {
+  UserSettings(JoinPath(ConfigurationFolder(), kSettingsName)).Keep(name, bytes);
+}
+
+void LinuxHost::WithdrawRestart() {
+  WithdrawAutostartEntry();
+}
+
+std::int64_t LinuxHost::MillisecondsNow() {
+  using namespace std::chrono;
+  return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
 }
 
 std::string LinuxHost::FormatNow(const char* pattern) {

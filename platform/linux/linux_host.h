@@ -14,6 +14,10 @@ class LinuxHost : public Host {
   /// `userValuesPath` is the file of the per-user store.
   explicit LinuxHost(const std::string& userValuesPath = UserValuesPath());
 
+  ProcessName StartProcess(const ProcessStart& start) override;
+  std::optional<ProcessState> StateOfProcess(long processId) override;
+  bool EndGroup(long processGroup, bool atOnce) override;
+
   std::string LookUpFile(const std::string& path) override;
   bool LookUpFolder(const std::string& path) override;
 
@@ -56,6 +60,11 @@ class LinuxHost : public Host {
                       const RegistryValue& value) override;
   void RegCloseKey(RegistryKey key) override;
 
+  std::string UserSetting(const std::string& name) override;
+  void KeepUserSetting(const std::string& name, const std::string& bytes) override;
+  void WithdrawRestart() override;
+
+  std::int64_t MillisecondsNow() override;
   std::string FormatNow(const char* pattern) override;
   std::uint32_t GetVersion() override;
 

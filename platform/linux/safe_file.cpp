@@ -38,6 +38,15 @@ void SyncFolder(const std::string& path) {
   if (::fsync(folder.Number()) != 0 && errno != EINVAL && errno != ENOTSUP) ThrowSystemError();
 }
 
+/// What lies under a name of this kind already, from a crash or an editor, is not ours to replace.
+std::string FreeNameBeside(const std::string& path) {
+  std::string name = path + "~";
+  struct stat status {};
+  while (::lstat(name.c_str(), &status) == 0) name += '~';
+  if (errno != ENOENT) ThrowSystemError();
+  return name;
+}
+
 void Rename(const std::string& from, const std::string& to) {
   if (std::rename(from.c_str(), to.c_str()) != 0) ThrowSystemError();
 }
@@ -102,8 +111,7 @@ void SafeFile::TakeFormer(const std::string& path) {
     formerMode_ = status.st_mode & kPermissionBits;
   }
   if (way_ == Saving::whole) return;
-  std::string aside = path + "~";
-  while (IdentityAt(aside)) aside += '~';
+  const std::string aside = FreeNameBeside(path);
   Rename(path, aside);
   unfinished_.aside = aside;
   unfinished_.former = {status.st_dev, status.st_ino};

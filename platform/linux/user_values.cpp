@@ -88,10 +88,6 @@ std::optional<std::string> HexBytes(std::string_view list) {
   return bytes;
 }
 
-bool HasControlCharacters(const std::string& text) {
-  return std::any_of(text.begin(), text.end(), [](char c) { return c >= 0 && c < ' '; });
-}
-
 std::string ValueText(const RegistryValue& value) {
   if (value.type == registry_type::kDword) {
     std::array<char, 16> number{};

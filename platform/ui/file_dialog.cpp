@@ -9,6 +9,7 @@
 #include <QTreeView>
 
 #include "base/pattern.h"
+#include "base/text.h"
 #include "platform/ui/dialog_parent.h"
 #include "platform/ui/message_box.h"
 
@@ -63,6 +64,7 @@ FileDialog::FileDialog(CommonDialog& settings, AcceptMode mode, QWidget* parent)
   // Our own list on every desktop: names disregard case in it and the suggestion may be a pattern.
   setOption(DontUseNativeDialog);
   setOption(HideNameFilterDetails);
+  setOption(DontConfirmOverwrite);
   setWindowTitle(QString::fromStdString(settings.title));
   setAcceptMode(mode);
   setFileMode(mode == AcceptOpen ? ExistingFile : AnyFile);
@@ -129,7 +131,7 @@ void FileDialog::accept() {
   const QString fault = pattern ? tr("A file name cannot hold \"*\" or \"?\".") : FaultOf(path);
   if (!fault.isEmpty()) {
     ShowMessageBox(fault.toStdString(), message_style::kExclamation, windowTitle().toStdString());
-  } else if (IsTaken(path.toStdString())) {
+  } else if (MayReplace(path) && IsTaken(path.toStdString())) {
     QFileDialog::accept();
   }
 }
@@ -142,6 +144,17 @@ bool FileDialog::IsTaken(const std::string& path) {
   return settings_.pressed + 1 < choice->buttons.size();
 }
 
+/// Asks before a file is overwritten. The toolkit's own question would take a name for markup.
+bool FileDialog::MayReplace(const QString& path) const {
+  constexpr int kNoIsDefault = 256;
+  const QFileInfo file(path);
+  if (acceptMode() == AcceptOpen || !file.isFile()) return true;
+  const QString question =
+      tr("%1 already exists.\nDo you want to replace it?").arg(file.fileName());
+  return ShowMessageBox(question.toStdString(), message_style::kYesNoExclamation + kNoIsDefault,
+                        windowTitle().toStdString()) == Answer::yes;
+}
+
 /// Why the file at `path` would fail later, when the form may be lost over it; "" when it would
 /// not. What the toolkit's dialog refuses itself is left to it.
 QString FileDialog::FaultOf(const QString& path) const {
@@ -149,6 +162,12 @@ QString FileDialog::FaultOf(const QString& path) const {
   const QFileInfo file(path);
   const QFileInfo folder(file.path());
   if (path.isEmpty() || file.isDir()) return {};
+  if (file.exists() && !file.isFile()) return tr("\"%1\" is no regular file.").arg(path);
+  if (HasControlCharacters(file.fileName().toStdString())) {
+    return tr(
+        "A file name stands in the first line of its file, which can hold no control "
+        "character.");
+  }
   if (file.fileName().contains('\\')) return tr("A file name cannot hold \"\\\".");
   if (file.fileName().toUtf8().size() > kLongestName) return tr("This file name is too long.");
   if (acceptMode() == AcceptOpen) {

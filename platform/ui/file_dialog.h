@@ -22,6 +22,7 @@ class FileDialog final : public QFileDialog {
 
  private:
   QString FaultOf(const QString& path) const;
+  bool MayReplace(const QString& path) const;
   bool IsTaken(const std::string& path);
   void AllowHiddenName();
   void AddHiddenCount();

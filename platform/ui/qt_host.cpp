@@ -2,12 +2,11 @@
 
 #include <QUrl>
 
-#include "base/text.h"
 #include "platform/file_checks.h"
 #include "platform/linux/desktop_program.h"
 #include "platform/linux/detached_process.h"
 #include "platform/linux/restart_entry.h"
-#include "platform/paths.h"
+#include "platform/places.h"
 #include "platform/ui/file_dialog.h"
 #include "platform/ui/message_box.h"
 #include "platform/ui/plain_viewer.h"
@@ -22,32 +21,22 @@ constexpr long kNoProcess = 0;
 /// window of our own.
 long OpenFile(const std::string& path, const std::vector<std::string>& mimeTypes) {
   for (const std::string& type : mimeTypes) {
-    if (const auto words = DesktopProgramFor(type, path)) return StartDetached(*words);
+    if (const auto words = DesktopProgramFor(type, path))
+      return StartDetached({.words = *words}).id;
   }
   ShowPlainViewer(path);
   return kNoProcess;
 }
 
-/// "/mailurl:mailto:somebody?subject=some words" for the desktop's own mail client.
-long StartMail(const Command& command) {
-  constexpr std::string_view kPrefix = "/mailurl:";
-  const std::string address = command.arguments.at(0).substr(kPrefix.size());
+/// "mailto:somebody?subject=some words" for the desktop's own mail client.
+long StartMail(const std::string& address) {
   const std::string url = QUrl(QString::fromStdString(address)).toEncoded().toStdString();
   const auto words = DesktopProgramFor("x-scheme-handler/mailto", url);
   if (!words) {
     throw RunTimeError{error_number::kFileNotFound,
                        "File not found: the desktop has no mail program."};
   }
-  return StartDetached(*words);
-}
-
-/// COMMAND.COM /C COPY source target
-long StartCopy(const Command& command) {
-  return StartDetached({"cp", "--", command.arguments.at(2), command.arguments.at(3)});
-}
-
-std::string BareName(const std::string& program) {
-  return LowerCase(program.substr(program.find_last_of("/\\") + 1));
+  return StartDetached({.words = *words}).id;
 }
 
 }  // namespace
@@ -69,14 +58,21 @@ void QtHost::ShowSave(CommonDialog& dialog) {
 }
 
 long QtHost::StartProgram(const Command& command) {
-  const std::string name = BareName(command.program);
-  if (name.ends_with(".pif")) return startSolver_(command);
-  if (name == "command.com") return StartCopy(command);
-  if (name == "notepad.exe") return OpenFile(command.arguments.at(0), {"text/plain"});
-  if (name == "msimn.exe") return StartMail(command);
-  if (name != "regedit") throw MakeRunTimeError(error_number::kFileNotFound);
-  WriteAutostartEntry(JoinPath(OwnFolder(), "polefit"));
-  return kNoProcess;
+  switch (command.kind) {
+    case CommandKind::importRegistryScript:
+      WriteAutostartEntry(Places{{}, OwnFolder(), {}, {}}.FrontEnd());
+      return kNoProcess;
+    case CommandKind::copyFile:
+      ReplaceFile(command.target, ReadFile(command.object), Readers::usual);
+      return kNoProcess;
+    case CommandKind::editText:
+      return OpenFile(command.object, {"text/plain"});
+    case CommandKind::writeMail:
+      return StartMail(command.object);
+    case CommandKind::runSolver:
+      break;
+  }
+  throw MakeRunTimeError(error_number::kFileNotFound);
 }
 
 void QtHost::ShellExecuteA(const std::string& path) {

@@ -26,13 +26,14 @@ QString ShownInPart() {
 
 }  // namespace
 
-Session::Session(QtHost& host, std::string fileToOpen)
+Session::Session(ProgramHost& host, std::string fileToOpen)
     : guard_(host),
+      runs_(host.Runs()),
       frmMain_([this](const std::function<void()>& action) { guard_.Run(action); }),
       program_{host, frmMain_},
       recovery_(program_, frmMain_),
+      console_(host.Runs()),
       fileToOpen_(std::move(fileToOpen)) {
-  host.SetSolverStart([this](const Command& command) { return console_.Start(command); });
   guard_.atRisk = [this] { recovery_.KeepNow(); };
   frmMain_.Attach(program_);
   ConnectMainForm();
@@ -87,7 +88,9 @@ void Session::ConnectDialogs() {
                    [this] { frmDemo_.ShowWhatRuns(ToQString(WhatRuns(program_, false))); });
   QObject::connect(&frmDemo_, &DemoDialog::cmdRunDemo, &frmDemo_, [this] {
     guard_.Run([this] {
-      if (MayStart()) RunDemo(program_);
+      if (!MayStart()) return;
+      RunDemo(program_);
+      console_.ShowRun();
     });
   });
   QObject::connect(&frmDemo_, &DemoDialog::cmdCancelDemo, &frmDemo_, [this] {
@@ -132,7 +135,7 @@ void Session::ShowMainForm() {
   frmMain_.show();
   frmMain_.activateWindow();
   frmMain_.SetFocus(BoxName(slot::kEqualDelay));
-  if (first) console_.Find(program_.folders.ProgramFolder);
+  if (first && runs_.Find(PlacesOf(program_))) console_.ShowRun();
 }
 
 void Session::ShowDemos() {
@@ -150,8 +153,9 @@ void Session::PutFileBack() {
 }
 
 bool Session::MayStart() {
-  if (MayStartRun(program_)) return true;
-  console_.Find(program_.folders.ProgramFolder);
+  if (MayStartRun(program_.host, PlacesOf(program_))) return true;
+  runs_.Find(PlacesOf(program_));
+  console_.ShowRun();
   console_.ShowInFront();
   return false;
 }
@@ -161,6 +165,7 @@ void Session::Submit() {
     if (!MayStart()) return;
     program_.document.RunMode = "*";
     SubmitRun(program_);
+    console_.ShowRun();
   });
   recovery_.FollowCommand();
 }

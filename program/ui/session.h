@@ -8,8 +8,8 @@
 #include "demos/ui/intro_dialog.h"
 #include "form/state.h"
 #include "form/ui/main_window.h"
-#include "platform/ui/qt_host.h"
 #include "program/ui/event_guard.h"
+#include "program/ui/program_host.h"
 #include "program/ui/recovery_timer.h"
 #include "runs/ui/run_window.h"
 
@@ -19,7 +19,7 @@ namespace polefit {
 class Session {
  public:
   /// `fileToOpen` is a whole path that is opened once the main form is up, or empty.
-  Session(QtHost& host, std::string fileToOpen);
+  Session(ProgramHost& host, std::string fileToOpen);
 
   /// Shows the introduction on a first start, else the main form.
   void Start();
@@ -45,6 +45,7 @@ class Session {
   void ShowVersions();
 
   EventGuard guard_;
+  RunWatch& runs_;
   MainWindow frmMain_;
   Program program_;
   RecoveryTimer recovery_;

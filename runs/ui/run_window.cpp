@@ -1,7 +1,5 @@
 #include "runs/ui/run_window.h"
 
-#include <QDateTime>
-#include <QFile>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -10,11 +8,8 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
-#include <utility>
+#include <algorithm>
 
-#include "base/text.h"
-#include "platform/linux/detached_process.h"
-#include "platform/paths.h"
 #include "widgets/controls.h"
 
 namespace polefit {
@@ -53,16 +48,11 @@ QPlainTextEdit* MakeOutput() {
   return output;
 }
 
-/// The solver writes single-byte text, but the names in it may come from the shell as UTF-8.
-QString TextOfLine(const QByteArray& bytes) {
-  if (QUtf8StringView(bytes).isValidUtf8()) return QString::fromUtf8(bytes);
-  return QString::fromStdString(FromWindows1252(bytes.toStdString()));
-}
-
 }  // namespace
 
-RunWindow::RunWindow()
-    : lblDataFile_(MakeStrongLabel("lblDataFile")),
+RunWindow::RunWindow(RunWatch& watch)
+    : watch_(watch),
+      lblDataFile_(MakeStrongLabel("lblDataFile")),
       lblCommand_(MakeLabel("lblCommand")),
       output_(MakeOutput()),
       lblState_(MakeLabel("lblState")),
@@ -117,42 +107,27 @@ void RunWindow::Build() {
   resize(metrics.horizontalAdvance(QString(kColumns, '0')), kLines * metrics.lineSpacing());
 }
 
-long RunWindow::Start(const Command& command) {
-  const RunRecord run = StartRun(command);
-  Watch(run, ProgramFolderOf(command));
-  return run.processId;
-}
-
-void RunWindow::Find(const std::string& programFolder) {
-  const std::optional<RunRecord> run = ReadRunRecord(programFolder);
-  const bool watched = run == run_ && timer_.isActive();
-  if (run && !watched && IsRunning(*run)) Watch(*run, programFolder);
-}
-
 void RunWindow::ShowInFront() {
   show();
   raise();
   activateWindow();
 }
 
-void RunWindow::Watch(const RunRecord& run, const std::string& programFolder) {
-  run_ = run;
-  programFolder_ = programFolder;
-  logRead_ = 0;
-  pending_.clear();
-  lastLine_.clear();
-  lineBefore_.clear();
-  stopAsked_ = false;
-  const QString dataFile = QString::fromStdString(run.dataFile);
+void RunWindow::ShowRun() {
+  if (!watch_.IsOn() || watch_.Run()->process == shown_) return;
+  const RunRecord& run = *watch_.Run();
+  shown_ = run.process;
+  const QString dataFile = QString::fromStdString(run.DataFile());
+  const Command command{run.words.front(), {run.words.begin() + 1, run.words.end()}};
   setWindowTitle(tr("%1 - Polefit Run").arg(dataFile));
   lblDataFile_->setText(dataFile);
-  lblCommand_->setText("> " + QString::fromStdString(run.command));
+  lblCommand_->setText("> " + QString::fromStdString(CommandLine(command)));
   output_->clear();
   lblState_->setText(tr("Running"));
   progress_->setRange(0, 0);
   progress_->show();
   lblVerdict_->clear();
-  cmdStop_->setText(tr("&Stop"));
+  cmdStop_->setText(run.stops > 0 ? tr("&End at Once") : tr("&Stop"));
   cmdStop_->setEnabled(true);
   cmdReport_->setEnabled(false);
   cmdImproved_->setEnabled(false);
@@ -163,77 +138,54 @@ void RunWindow::Watch(const RunRecord& run, const std::string& programFolder) {
 }
 
 void RunWindow::Poll() {
-  // Asked before the log is read: what an ended run wrote is then all there.
-  const bool ended = !IsRunning(run_);
-  ReadLog();
+  ShowNews(watch_.Poll());
   ShowTime();
-  if (ended) End();
+  if (watch_.End()) ShowEnd(*watch_.End());
 }
 
-void RunWindow::ReadLog() {
-  QFile log(QString::fromStdString(RunLogPath(programFolder_)));
-  if (!log.open(QIODevice::ReadOnly) || !log.seek(logRead_)) return;
-  const QByteArray bytes = log.readAll();
-  logRead_ += bytes.size();
-  pending_ += bytes;
-  TakeLines(false);
-}
-
-/// Takes the whole lines of what has been read, with `all` a last unfinished one too.
-void RunWindow::TakeLines(bool all) {
-  qsizetype from = 0;
-  for (qsizetype end = 0; (end = pending_.indexOf('\n', from)) >= 0; from = end + 1) {
-    TakeLine(pending_.mid(from, end - from));
-  }
-  pending_.remove(0, from);
-  if (all && !pending_.isEmpty()) TakeLine(std::exchange(pending_, {}));
-}
-
-void RunWindow::TakeLine(const QByteArray& bytes) {
-  const QString line = TextOfLine(bytes.endsWith('\r') ? bytes.chopped(1) : bytes);
-  output_->appendPlainText(line);
-  const std::string text = line.toStdString();
-  if (!line.trimmed().isEmpty() && !IsFigures(text)) lineBefore_ = std::exchange(lastLine_, text);
-  if (const auto progress = ProgressOf(text)) {
+void RunWindow::ShowNews(const RunLog::News& news) {
+  QStringList lines;
+  if (news.isCut) lines << tr("[... output left out ...]");
+  for (const std::string& line : news.lines) lines << QString::fromStdString(line);
+  if (!lines.isEmpty()) output_->appendPlainText(lines.join('\n'));
+  if (const auto progress = watch_.Progress()) {
     progress_->setRange(0, progress->limit);
     progress_->setValue(std::min(progress->evaluations, progress->limit));
   }
 }
 
 void RunWindow::ShowTime() {
-  constexpr qint64 kNanosecondsPerMillisecond = 1'000'000;
-  const qint64 started = run_.started / kNanosecondsPerMillisecond;
-  const qint64 seconds = (QDateTime::currentMSecsSinceEpoch() - started) / 1000;
-  lblElapsed_->setText(tr("Elapsed %1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0')));
+  constexpr std::int64_t kMinute = 60;
+  const std::int64_t seconds = watch_.Seconds();
+  lblElapsed_->setText(
+      tr("Elapsed %1:%2").arg(seconds / kMinute).arg(seconds % kMinute, 2, 10, QChar('0')));
 }
 
 void RunWindow::Stop() {
-  if (!IsRunning(run_)) return;
-  EndGroup(run_.processId, stopAsked_);
-  lblState_->setText(stopAsked_ ? tr("Ending at once")
-                                : tr("Stopping; the solver writes its best values"));
-  stopAsked_ = true;
-  cmdStop_->setText(tr("&End at Once"));
+  switch (watch_.Stop()) {
+    case Stopping::asked:
+      lblState_->setText(tr("Stopping; the solver writes its best values"));
+      cmdStop_->setText(tr("&End at Once"));
+      break;
+    case Stopping::endedAtOnce:
+      lblState_->setText(tr("Ending at once"));
+      break;
+    case Stopping::isNotOurs:
+      lblState_->setText(tr("This run was started by another user, who alone may stop it."));
+      break;
+    case Stopping::isOver:
+      break;
+  }
 }
 
-std::string RunWindow::Path(const char* name) const {
-  return JoinPath(programFolder_, name);
-}
-
-void RunWindow::End() {
+void RunWindow::ShowEnd(const RunEnd& end) {
   timer_.stop();
-  TakeLines(true);
-  // What the solver started may have outlived it.
-  if (stopAsked_) EndGroup(run_.processId, true);
-  const bool hasValues = IsResultOf(run_, Path("last-run.ini"));
-  const bool hasReport = IsResultOf(run_, Path("~pft-out.txt"));
-  const Verdict verdict = VerdictOn({lastLine_, lineBefore_, hasReport, stopAsked_, hasValues});
   lblState_->setText(tr("Ended"));
-  lblVerdict_->setText(QString::fromStdString(verdict.text));
+  lblVerdict_->setText(QString::fromStdString(end.verdict.text));
   progress_->hide();
   cmdStop_->setEnabled(false);
-  cmdReport_->setEnabled(hasReport);
-  cmdImproved_->setEnabled(hasValues);
+  cmdReport_->setEnabled(end.hasReport);
+  cmdImproved_->setEnabled(end.hasValues);
   if (cmdReport_->isEnabled()) cmdReport_->setFocus();
   // A closed console comes back with its verdict, but takes no key from who types elsewhere.
   setAttribute(Qt::WA_ShowWithoutActivating);

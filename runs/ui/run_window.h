@@ -4,8 +4,7 @@
 #include <QWidget>
 #include <string>
 
-#include "runs/run_output.h"
-#include "runs/run_record.h"
+#include "runs/run_watch.h"
 
 class QLabel;
 class QPlainTextEdit;
@@ -15,19 +14,16 @@ class QPushButton;
 namespace polefit {
 
 /// The solver's console: what is run, its output as it comes, how far it is, and at the end what
-/// came of it. It reads the log in the program folder and holds nothing of the run itself, so that
-/// closing it, or the program, neither stops the run nor loses its output.
+/// came of it. It only draws what the watch on the run says, so that closing it, or the program,
+/// neither stops the run nor loses its output.
 class RunWindow final : public QWidget {
   Q_OBJECT
 
  public:
-  RunWindow();
+  explicit RunWindow(RunWatch& watch);
 
-  /// Starts the solver as `command` says and shows its run; the process id. Throws RunTimeError
-  /// when it cannot be started.
-  long Start(const Command& command);
-  /// Shows the run that is still on in the program folder, if there is one.
-  void Find(const std::string& programFolder);
+  /// Shows the run that is watched, if it is not shown already.
+  void ShowRun();
   void ShowInFront();
 
  Q_SIGNALS:
@@ -36,24 +32,16 @@ class RunWindow final : public QWidget {
 
  private:
   void Build();
-  void Watch(const RunRecord& run, const std::string& programFolder);
   void Poll();
-  void ReadLog();
-  void TakeLines(bool all);
-  void TakeLine(const QByteArray& bytes);
+  void ShowNews(const RunLog::News& news);
   void ShowTime();
   void Stop();
-  void End();
-  std::string Path(const char* name) const;
+  void ShowEnd(const RunEnd& end);
 
-  RunRecord run_;
-  std::string programFolder_;
+  RunWatch& watch_;
+  /// The run that is shown.
+  ProcessName shown_;
   QTimer timer_;
-  qint64 logRead_ = 0;
-  QByteArray pending_;
-  std::string lastLine_;
-  std::string lineBefore_;
-  bool stopAsked_ = false;
 
   QLabel* lblDataFile_;
   QLabel* lblCommand_;

@@ -40,6 +40,20 @@ TEST(Text, IsCutByCharactersAndNotByBytes) {
   EXPECT_EQ(CharacterCount("1. »€"), 5U);
 }
 
+TEST(Text, BytesThatAreNoCharactersAndControlsAreMadeFitToBeShown) {
+  const std::tuple<std::string, const char*, const char*> cases[] = {
+      {"Größe €\n", "Größe €\n", "Größe €\n"},
+      {"\x1B[2J\t\x7F", "\x1B[2J\t\x7F", "\\x1b[2J\\x09\\x7f"},
+      {"a\xFF\xC3", "a\uFFFD\uFFFD", "a\\xff\\xc3"},
+      {"\u0090", "\u0090", "\\x90"},
+      {"\xC0\xAF", "\uFFFD\uFFFD", "\\xc0\\xaf"}};
+  for (const auto& [bytes, utf8, shown] : cases) {
+    EXPECT_EQ(IsUtf8(bytes), bytes == utf8) << shown;
+    EXPECT_EQ(ToUtf8(bytes), utf8);
+    EXPECT_EQ(Printable(bytes), shown);
+  }
+}
+
 TEST(Text, TrimsBlanksOnly) {
   EXPECT_EQ(TrimBlanks("  \ta b\t  "), "\ta b\t");
   EXPECT_EQ(TrimBlanks("   "), "");

@@ -112,11 +112,30 @@ long ScriptedHost::StartProgram(const Command& command) {
   return 4711;
 }
 
+ProcessName ScriptedHost::StartProcess(const ProcessStart& start) {
+  Do(__func__, CommandLine({start.words.front(), {start.words.begin() + 1, start.words.end()}}));
+  const long id = processes.empty() ? 4711 : processes.rbegin()->first + 1;
+  if (!start.output.empty()) WriteBytes(start.output, "");
+  processes[id] = {static_cast<std::uint64_t>(id) * 10, true, !start.ending.empty(), start.words};
+  return {id, processes[id].start};
+}
+
+std::optional<ProcessState> ScriptedHost::StateOfProcess(long id) {
+  const auto found = processes.find(id);
+  return found == processes.end() ? std::nullopt : std::optional(found->second);
+}
+
+bool ScriptedHost::EndGroup(long group, bool atOnce) {
+  Do(__func__, std::to_string(group) + (atOnce ? " at once" : ""));
+  const auto found = processes.find(group);
+  return found == processes.end() || found->second.isOwn;
+}
+
 std::string ScriptedHost::FormatNow(const char* pattern) {
-  std::tm now{};
-  ::strptime(time.c_str(), "%Y-%m-%d %H:%M:%S", &now);
+  std::tm given{};
+  ::strptime(time.c_str(), "%Y-%m-%d %H:%M:%S", &given);
   std::array<char, 256> text{};
-  std::strftime(text.data(), text.size(), pattern, &now);
+  std::strftime(text.data(), text.size(), pattern, &given);
   return text.data();
 }
 

@@ -53,6 +53,10 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   /// What the clock shows.
   std::string time = "2004-03-03 09:05:00";
   std::uint32_t version = 4U | (10U << 8U);
+  /// Milliseconds since 1970.
+  std::int64_t now = 1'078'304'700'000;
+  /// The processes that there are, by their ids. A started one is added with the next id.
+  std::map<long, ProcessState> processes;
 
   Answer MessageBox(Text text, int style, Text title) override;
   std::size_t Ask(const Choice& choice) override;
@@ -97,6 +101,14 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   std::string StateFolder() override { return File("state"); }
 
   long StartProgram(const Command& command) override;
+  ProcessName StartProcess(const ProcessStart& start) override;
+  std::optional<ProcessState> StateOfProcess(long id) override;
+  bool EndGroup(long group, bool atOnce) override;
+  void KeepUserSetting(Text name, Text bytes) override {
+    Do(__func__, name).Real::KeepUserSetting(name, bytes);
+  }
+  void WithdrawRestart() override { Do(__func__); }
+  std::int64_t MillisecondsNow() override { return now; }
   void ShellExecuteA(Text path) override { Do(__func__, path); }
   void WaitForSingleObject(long id) override { Do(__func__, std::to_string(id)); }
   /// The time above, names in English.

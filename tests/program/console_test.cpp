@@ -2,6 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <iostream>
+
+#include "base/text.h"
+
 #include "platform/scripted_host.h"
 
 namespace polefit::testing {
@@ -99,6 +103,33 @@ TEST_F(ConsoleTest, RewriteGivesTheLayoutOfASavedFile) {
               AllOf(StartsWith("-out !'\xFC.txt\t\t! 22, 5, and 0          March 03, 2004"),
                     HasSubstr("\r\n 5\t\t! 23. \xBB  # of Freq. points"),
                     HasSubstr("2  .9  .8  1\t\t ! Point #  2 \r\n")));
+}
+
+TEST_F(ConsoleTest, OutputThatCannotBeWrittenIsSaid) {
+  struct TakesNothing final : std::streambuf {
+  } full;
+  std::streambuf* const former = std::cout.rdbuf(&full);
+  EXPECT_THAT(Run({"--check", File(GoodFile())}), Pair(4, ""));
+  EXPECT_EQ(error_, "polefit: the output cannot be written\n");
+  std::cout.rdbuf(former);
+  EXPECT_THAT(Run({"--version"}), Pair(0, "Polefit 4.12\n"));
+}
+
+TEST_F(ConsoleTest, NoControlCharacterReachesTheTerminalAndJsonIsAlwaysUtf8) {
+  std::string text = GoodFile();
+  text.replace(text.find("76.7"), 4, "\x1B[2J\x9B");
+  const std::string folder = host_.Path("a\xFF");
+  host_.MakeFolder(folder);
+  host_.ChangeFolder(folder);
+  EXPECT_THAT(Run({"--check", File(text)}).second,
+              AllOf(HasSubstr("\\x1b[2J"), Not(HasSubstr("\x1B"))));
+  const std::string json = Run({"--check", "--json", "x"}).second;
+  EXPECT_THAT(json, AllOf(HasSubstr("a\uFFFD'"), HasSubstr("\\u001b[2J")));
+  EXPECT_TRUE(IsUtf8(json));
+  EXPECT_THAT(Run({"--check", "\x1B[2J"}), Pair(3, ""));
+  EXPECT_THAT(error_, HasSubstr("'\\x1b[2J'"));
+  EXPECT_THAT(Run({"--rewrite", "x", "two\nlines"}), Pair(4, ""));
+  EXPECT_THAT(error_, HasSubstr("no control character"));
 }
 
 TEST_F(ConsoleTest, RewriteLosesNoFormerFile) {

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <functional>
 #include <string>
 #include <thread>
 
@@ -17,9 +18,9 @@
 namespace polefit::testing {
 namespace {
 
-/// Starts pfit with these words; its process id.
-pid_t Start(const std::string& words) {
-  const std::string command = "exec '" PFIT "' " + words + " >/dev/null 2>&1";
+/// Starts pfit with these words and its output in a file; its process id.
+pid_t Start(const std::string& words, const std::string& output = "/dev/null") {
+  const std::string command = "exec '" PFIT "' " + words + " >'" + output + "' 2>&1";
   const pid_t process = fork();
   if (process == 0) {
     execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
@@ -52,12 +53,19 @@ void WriteLongProblem(const std::string& folder) {
   WriteResponseFile(host, record, {folder, "long.1"});
 }
 
+/// Waits until a run that takes long has come so far; it is well before its end then.
+void WaitUntil(const std::function<bool()>& isSo) {
+  while (!isSo()) std::this_thread::sleep_for(std::chrono::milliseconds(20));
+}
+
 TEST(Process, EndsAtASignalWithTheBestPointSoFar) {
   const TemporaryFolder folder;
   WriteLongProblem(folder.Path());
   for (const int signal : {SIGTERM, SIGINT}) {
-    const pid_t process = Start(folder.File("long.1"));
-    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    const std::string log = folder.File("log");
+    WriteBytes(log, "");
+    const pid_t process = Start(folder.File("long.1"), log);
+    WaitUntil([&] { return FileBytes(log).find(" of ") != std::string::npos; });
     const auto sent = std::chrono::steady_clock::now();
     kill(process, signal);
     EXPECT_EQ(ExitCode(process), 1);
@@ -84,7 +92,7 @@ TEST(Process, LeavesTheFolderFreeWhenItIsKilled) {
   const TemporaryFolder folder;
   WriteLongProblem(folder.Path());
   const pid_t first = Start(folder.File("long.1"));
-  std::this_thread::sleep_for(std::chrono::milliseconds(1000));
+  WaitUntil([&] { return std::filesystem::exists(folder.File("long.1.lock")); });
   EXPECT_EQ(ExitCode(Start(folder.File("long.1"))), 7);
   kill(first, SIGKILL);
   ExitCode(first);

@@ -228,6 +228,7 @@ TEST_F(FrmMainTest, SizeAndPlaceAreKept) {
   form.resize(900, 640);
   form.close();
   MainWindow next;
+  next.Attach(program);
   EXPECT_EQ(next.size(), QSize(900, 640));
 }
 

@@ -1,8 +1,11 @@
 #include "platform/linux/desktop_program.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <csignal>
 
 #include "base/error_of.h"
 #include "platform/linux/detached_process.h"
@@ -83,7 +86,7 @@ TEST_F(DesktopTest, TheAutostartEntryRunsTheProgramOnceAndRemovesItself) {
   EXPECT_EQ(FileBytes(AutostartEntryPath()), entry);
   EXPECT_THAT(entry, ::testing::StartsWith("[Desktop Entry]\nType=Application\n"));
   const std::size_t exec = entry.find("\nExec=") + 6;
-  StartDetached(ExecWords(entry.substr(exec, entry.find('\n', exec) - exec), ""));
+  StartDetached({.words = ExecWords(entry.substr(exec, entry.find('\n', exec) - exec), "")});
   EXPECT_EQ(WaitFor(folder_.File("ran")), "ran\n");
   EXPECT_EQ(FileBytes(AutostartEntryPath()), "");
 }
@@ -106,20 +109,46 @@ TEST_F(DesktopTest, ALineBreakInANameBringsNoLineIntoTheEntryAndWhatCannotStandI
 
 TEST_F(DesktopTest, ADetachedProgramLeadsItsOwnGroupAndWritesItsOutput) {
   const std::string log = folder_.File("log");
-  const long id = StartDetached({"sh", "-c", "echo \"$1\"; sleep 60 & wait", "sh", "a  b"}, log);
+  const ProcessName process = StartDetached(
+      {.words = {"sh", "-c", "echo \"$1\"; sleep 60 & wait", "sh", "a  b"}, .output = log});
+  const long id = process.id;
   EXPECT_EQ(WaitFor(log), "a  b\n");
   ASSERT_EQ(::getpgid(static_cast<pid_t>(id)), id);
-  EXPECT_TRUE(StartOfProcess(id));
-  EndGroup(id, false);
+  ASSERT_TRUE(LookAtProcess(id));
+  EXPECT_EQ(LookAtProcess(id)->start, process.start);
+  EXPECT_FALSE(LookAtProcess(id)->isKept);
+  EndProcessGroup(id, false);
   WaitForEnd(id);
-  EXPECT_FALSE(StartOfProcess(id));
+  EXPECT_FALSE(LookAtProcess(id));
+}
+
+TEST_F(DesktopTest, AKeeperTellsHowAProgramEndedAndHandsItNoOpenFile) {
+  const std::string ending = folder_.File("ending");
+  const std::string log = folder_.File("log");
+  const int held = ::open("/dev/null", O_RDONLY);  // not closed by an exec
+  const std::tuple<const char*, bool, int> cases[] = {
+      {"for n in 3 4 5 6 7 8 9; do test -e /proc/$$/fd/$n && echo $n; done; exit 3", false, 3},
+      {"kill -SEGV $$", true, SIGSEGV}};
+  for (const auto& [script, isSignal, number] : cases) {
+    std::filesystem::remove(ending);
+    const ProcessName process =
+        StartDetached({.words = {"sh", "-c", script}, .output = log, .ending = ending});
+    EXPECT_EQ(EndingIn(WaitFor(ending)), (ProcessEnding{process.id, isSignal, number})) << script;
+    EXPECT_EQ(FileBytes(log), "");
+  }
+  ::close(held);
+  const ProcessName process =
+      StartDetached({.words = {"sleep", "60"}, .output = {}, .ending = ending});
+  ASSERT_TRUE(LookAtProcess(process.id));
+  EXPECT_TRUE(LookAtProcess(process.id)->isKept && LookAtProcess(process.id)->isOwn);
+  EndProcessGroup(process.id, true);
 }
 
 TEST_F(DesktopTest, AProgramThatCannotBeStartedIsNamed) {
   WriteBytes(folder_.File("plain"), "no program");
   for (const auto& [name, number] : {std::pair("none", 53), std::pair("plain", 70)}) {
     const std::string path = folder_.File(name);
-    const RunTimeError error = ThrownBy([&] { StartDetached({path}); });
+    const RunTimeError error = ThrownBy([&] { StartDetached({.words = {path}}); });
     EXPECT_EQ(error.number, number) << name;
     EXPECT_THAT(error.description, ::testing::EndsWith(": " + path));
   }

@@ -105,6 +105,18 @@ TEST_P(SafeFileTest, TheDiskHasContentAndNameBeforeTheFormerOneGoes) {
                                                : "unlink write write fsync rename fsync ");
 }
 
+TEST_P(SafeFileTest, WhatLiesUnderTheNameForFormerContentStaysWhateverCallFails) {
+  for (const std::string& call : kFileCalls) {
+    bool isStruck = true;
+    for (int at = 1; isStruck; ++at) {
+      Prepare();
+      WriteBytes(path_ + "~", "of a crash");
+      isStruck = RunUnder({call, at, EIO}, [this] { Save(); });
+      EXPECT_EQ(FileBytes(path_ + "~"), "of a crash") << call << at;
+    }
+  }
+}
+
 TEST_P(SafeFileTest, NothingIsReadableByMoreUsersThanBefore) {
   Prepare();
   ::chmod(path_.c_str(), 0640);

@@ -18,7 +18,7 @@
 namespace polefit::testing {
 
 /// The program's own host, but installed where a test wants it.
-struct InstalledHost final : QtHost {
+struct InstalledHost final : ProgramHost {
   explicit InstalledHost(std::string own) : folder(std::move(own)) {}
   std::string OwnFolder() override { return folder; }
   const std::string folder;

@@ -15,7 +15,9 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-/// The real windows with solvers that behave in every way a solver can.
+/// The real windows with solvers that behave in every way a solver can. Each wait is for something
+/// that must come. Judging itself is tested without processes; what only real ones show is left
+/// here: output that grows, signals, groups, and windows that follow.
 struct StandInTest : InstalledProgram {
   /// Runs a solver and waits until its output holds the text.
   void Submit(const std::string& script, const char* text = "") {
@@ -49,7 +51,7 @@ TEST_F(StandInTest, EveryEndGetsItsVerdictAndItsButtonsAndNoFormerResultIsTakenF
   const std::tuple<const char*, const char*, const char*> cases[] = {
       {"report; values; say 'converged (1 of 1 starts agree)'", "Converged (1 of 1 starts agree)",
        "cmdReport cmdImproved"},
-      {"report; values; say 'stopped at EVALMAX; best point found is given'",
+      {"report; values; say 'stopped at EVALMAX; best point found is given'; exit 1",
        "Limit reached: stopped at EVALMAX; best point found is given", "cmdReport cmdImproved"},
       {"report; say 'Question 5 (Freq Norm): the answer is empty'; exit 2",
        "Failed: Question 5 (Freq Norm): the answer is empty", "cmdReport"},
@@ -92,7 +94,7 @@ TEST_F(StandInTest, StopLetsTheSolverWriteItsBestValuesButLeavesNothingRunning) 
   const long child = std::stol(Output().substr(Output().find("child ") + 6));
   EXPECT_EQ(StopAndVerdict(), "Stopped by you; the best values so far are kept.");
   EXPECT_EQ(Offered(), "cmdReport cmdImproved");
-  EXPECT_TRUE(QTest::qWaitFor([child] { return !StartOfProcess(child); }));
+  EXPECT_TRUE(QTest::qWaitFor([child] { return !LookAtProcess(child); }));
 }
 
 TEST_F(StandInTest, ASolverThatIgnoresTheSignalIsEndedAtOnce) {
@@ -131,9 +133,11 @@ TEST_F(StandInTest, OfRunsThatStartAtTheSameMomentOneGoesOnAndTheOthersAreRefuse
   WriteBytes(restart, "of the run that goes on");
   std::atomic<int> refused = 0;
   const auto start = [this, &refused](const std::string& file) {
-    const Command command{Installed("run-Freq.pif"), {file, Installed("User"), base, "/t"}};
+    Command command{Installed("run-Freq.pif"), {file, Installed("User"), base, "/t"}};
+    command.object = base + "/Tessel.hz";
+    ConsoleHost own;
     try {
-      StartRun(command);
+      RunWatch(own).Start(command);
     } catch (const RunTimeError& error) {
       EXPECT_THAT(error.description, StartsWith("The run of '"));
       ++refused;
