@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/line_source.h"
 #include "base/run_time_error.h"
 #include "base/text.h"
 #include "platform/linux/file_reading.h"
@@ -41,27 +42,22 @@ std::string_view SharedFile::TakeLine() {
   std::size_t end = inputBuffer_.find('\n', inputAt_);
   while (end == std::string::npos) {
     const std::size_t searched = inputBuffer_.size() - inputAt_;
-    if (searched > kLongestLine) throw MakeRunTimeError(error_number::kOutOfMemory);
-    if (!FillInput()) break;
+    // A line that is too long already need not be read to its end.
+    if (searched > kLongestLine || !FillInput()) break;
     end = inputBuffer_.find('\n', searched);
   }
   const std::size_t start = inputAt_;
   inputAt_ = end == std::string::npos ? inputBuffer_.size() : end + 1;
   if (inputAt_ == start) throw MakeRunTimeError(error_number::kInputPastEndOfFile);
-  if (inputAt_ - start > kLongestLine) throw MakeRunTimeError(error_number::kOutOfMemory);
   return std::string_view(inputBuffer_).substr(start, inputAt_ - start);
 }
 
 std::string_view SharedFile::ReadLine() {
   if (!input_.IsOpen()) throw MakeRunTimeError(error_number::kBadFileNumber);
-  std::string_view bytes = TakeLine();
+  const std::string_view bytes = TakeLine();
   ++linesRead_;
-  if (bytes.ends_with("\r\n")) {
-    bytes.remove_suffix(2);
-  } else if (bytes.ends_with('\n')) {
-    bytes.remove_suffix(1);
-  }
-  return FromWindows1252(bytes, line_);
+  if (bytes.size() > kLongestLine) throw MakeRunTimeError(error_number::kOutOfMemory);
+  return FromWindows1252(WithoutLineEnd(bytes), line_);
 }
 
 void SharedFile::OpenForWriting(const std::string& path, Saving way) {
