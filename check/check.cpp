@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "check/typing_slips.h"
 #include "record/question_catalogue.h"
 #include "responsefile/reader.h"
 #include "solver/problem/problem_reader.h"
@@ -63,19 +64,6 @@ void FindDisorder(FindingTable table, const PointLists<Columns>& points, int cou
   findings.push_back(std::move(finding));
 }
 
-std::vector<Finding> FindingsIn(const ResponseRecord& record) {
-  std::vector<Finding> findings;
-  ReadProblem(record, findings);
-  std::stable_partition(findings.begin(), findings.end(),
-                        [](const Finding& finding) { return finding.IsFault(); });
-  FindOddFlags(record, findings);
-  FindShortRow(FindingTable::passband, record.passband, record.nFreqPoints, findings);
-  FindShortRow(FindingTable::delay, record.delay, record.nDelayPoints, findings);
-  FindDisorder(FindingTable::passband, record.passband, record.nFreqPoints, findings);
-  FindDisorder(FindingTable::delay, record.delay, record.nDelayPoints, findings);
-  return findings;
-}
-
 /// Reads the file into `record`; the error that stopped it, or nothing.
 std::optional<RunTimeError> Read(Host& host, const std::string& path, ShortRow shortRow,
                                  ResponseRecord& record, std::string& folder) {
@@ -92,6 +80,20 @@ std::optional<RunTimeError> Read(Host& host, const std::string& path, ShortRow s
 }
 
 }  // namespace
+
+std::vector<Finding> FindingsIn(const ResponseRecord& record) {
+  std::vector<Finding> findings;
+  ReadProblem(record, findings);
+  std::stable_partition(findings.begin(), findings.end(),
+                        [](const Finding& finding) { return finding.IsFault(); });
+  FindOddFlags(record, findings);
+  FindShortRow(FindingTable::passband, record.passband, record.nFreqPoints, findings);
+  FindShortRow(FindingTable::delay, record.delay, record.nDelayPoints, findings);
+  FindDisorder(FindingTable::passband, record.passband, record.nFreqPoints, findings);
+  FindDisorder(FindingTable::delay, record.delay, record.nDelayPoints, findings);
+  FindTypingSlips(record, findings);
+  return findings;
+}
 
 CheckedFile CheckResponseFile(Host& host, const std::string& path) {
   CheckedFile checked;

@@ -27,6 +27,9 @@ struct CheckedFile {
 /// Reads and judges the file. Throws RunTimeError when it cannot be opened.
 CheckedFile CheckResponseFile(Host& host, const std::string& path);
 
+/// Judges a record: what would make a run fail or surprise, the faults first.
+std::vector<Finding> FindingsIn(const ResponseRecord& record);
+
 enum class CheckFormat { table, json };
 
 /// A table for people, UTF-8.

@@ -254,6 +254,7 @@ void SortByFrequency(FormCells& cells, Table table) {
     std::stable_sort(order.begin(), order.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<int> sources;
+    sources.reserve(order.size());
     for (const auto& [frequency, row] : order) sources.push_back(row);
     points = Reordered(points, sources);
     DropEmptyEnd(points);
@@ -264,7 +265,7 @@ std::string Paste(FormCells& cells, Table table, int row, int column, std::strin
   const PastedRows rows = PastedRowsOf(text);
   const bool isOneCell = rows.size() == 1 && rows.front().size() == 1;
   if (isOneCell && text.empty()) return "There is no text on the clipboard.";
-  const std::string refusal = Refusal(rows, row, column, ShownColumns(cells, table));
+  std::string refusal = Refusal(rows, row, column, ShownColumns(cells, table));
   if (!isOneCell && !refusal.empty()) return refusal;
   const bool isWeightHidden = !HasWeights(cells);
   With(cells, table, [&](auto& points, std::int16_t& count) {

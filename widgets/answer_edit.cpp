@@ -3,8 +3,10 @@
 #include <QFocusEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QPainter>
 #include <utility>
 
+#include "widgets/mark.h"
 #include "widgets/one_line.h"
 
 namespace polefit {
@@ -28,6 +30,21 @@ QSize AnswerEdit::sizeHint() const {
   const QFontMetrics metrics = fontMetrics();
   const int digits = metrics.horizontalAdvance(QString(length_, u'0'));
   return {digits + metrics.height(), QLineEdit::sizeHint().height()};
+}
+
+void AnswerEdit::SetMark(bool isFault, const QString& text) {
+  if (isFault == isFault_ && text == mark_) return;
+  isFault_ = isFault;
+  mark_ = text;
+  setAccessibleDescription(text);
+  update();
+}
+
+void AnswerEdit::paintEvent(QPaintEvent* event) {
+  QLineEdit::paintEvent(event);
+  if (mark_.isEmpty() || hasFocus()) return;
+  QPainter painter(this);
+  DrawMark(painter, rect(), isFault_);
 }
 
 void AnswerEdit::ForgetTyping() {

@@ -16,6 +16,10 @@ class AnswerEdit final : public QLineEdit {
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
 
+  /// A line below the text while the box has no focus: unbroken for a fault, dashed for a warning;
+  /// `text` says it to a screen reader. None for an empty text.
+  void SetMark(bool isFault, const QString& text);
+
   /// Forgets what was typed so far: its own undo no longer reaches behind this.
   void ForgetTyping();
 
@@ -23,11 +27,14 @@ class AnswerEdit final : public QLineEdit {
   bool event(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   int length_;
   bool selectsAll_;
   bool pressGaveFocus_ = false;
+  bool isFault_ = false;
+  QString mark_;
 };
 
 }  // namespace polefit

@@ -16,7 +16,8 @@ namespace polefit {
 
 /// A bar over the tabs that shows what waits for a decision, one notice at a time: "1 of 3", a
 /// sentence, its buttons and one that closes it. A notice that is closed or decided is taken down;
-/// who posted it may offer it again. The focus does not go to the bar; a screen reader announces it.
+/// who posted it may offer it again. The focus does not go to the bar; a screen reader announces
+/// it.
 class NoticeBar final : public QFrame {
   Q_OBJECT
 

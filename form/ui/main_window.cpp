@@ -81,6 +81,7 @@ MainWindow::MainWindow(Guard guard)
   notesDue_.setSingleShot(true);
   notesDue_.setInterval(kNotesMilliseconds);
   connect(&notesDue_, &QTimer::timeout, this, &MainWindow::ShowTableNotes);
+  connect(&notesDue_, &QTimer::timeout, this, &MainWindow::settled);
 }
 
 MainWindow::~MainWindow() {
@@ -163,6 +164,7 @@ void MainWindow::BuildTabs() {
 void MainWindow::ConnectControls() {
   const auto markChanged = [this] {
     Run([](Program& program) { program.document.DataChanged = 1; });
+    notesDue_.start();
   };
   for (AnswerEdit* box : findChildren<AnswerEdit*>()) {
     box->installEventFilter(this);
@@ -271,6 +273,32 @@ void MainWindow::ConnectNote(TableNote& note, Table table) {
     RecordStep(tr("Keep Typed Rows"));
     ShowTableNotes();
   });
+}
+
+std::string MainWindow::FocusedBox() const {
+  const auto* box = qobject_cast<const AnswerEdit*>(QApplication::focusWidget());
+  return box == nullptr || box->window() != this ? "" : box->objectName().toStdString();
+}
+
+void MainWindow::ShowMarks(const std::vector<FormMark>& marks) {
+  std::map<std::string, const FormMark*> boxes;
+  std::map<std::string, std::vector<GridWidget::CellMark>> cells;
+  for (const FormMark& mark : marks) {
+    if (mark.place.row > 0) {
+      cells[mark.place.control].push_back(
+          {mark.place.row, mark.place.column, mark.isFault, mark.text});
+    } else {
+      boxes.try_emplace(mark.place.control, &mark);
+    }
+  }
+  for (AnswerEdit* box : findChildren<AnswerEdit*>()) {
+    const auto mark = boxes.find(box->objectName().toStdString());
+    const bool isMarked = mark != boxes.end();
+    box->SetMark(isMarked && mark->second->isFault, isMarked ? mark->second->text : QString());
+  }
+  for (GridWidget* grid : {passData_, delayData_}) {
+    grid->SetMarks(cells[grid->objectName().toStdString()]);
+  }
 }
 
 void MainWindow::ShowTableNotes() {

@@ -24,6 +24,13 @@ class NoticeBar;
 class TableNote;
 struct MenuEntry;
 
+/// A place on the form with a finding.
+struct FormMark {
+  FormPlace place;
+  bool isFault = false;
+  QString text;
+};
+
 /// The main form: a bag of widgets, each under its given name. It shows state and forwards events.
 /// The commands of menus and buttons go out as signals of the same name, with the cell editor's
 /// text committed; what belongs to the form itself goes to the routines of form and grids.
@@ -45,6 +52,10 @@ class MainWindow final : public QMainWindow, public FormView {
   void RecordStep(const QString& name, StepKind kind = StepKind::edit);
   /// Undo does not reach behind the form as it stands.
   void ForgetSteps();
+  /// The name of the answer box that has the focus in this window, or "".
+  std::string FocusedBox() const;
+  /// Underlines these places and no others.
+  void ShowMarks(const std::vector<FormMark>& marks);
   /// Brings a control, or a cell of a table, to the front and gives it the focus.
   void ShowPlace(const FormPlace& place);
 
@@ -79,6 +90,8 @@ class MainWindow final : public QMainWindow, public FormView {
   void mnuHelpEmail();
   void mnuHelpAbout();
   void cmdSubmit();
+  /// Something was changed a while ago, and nothing since.
+  void settled();
   /// The window closes, by its close box or by File > Exit.
   void unloaded();
 

@@ -42,6 +42,7 @@ bool BeginsGroup(const Question& question) {
 }
 
 void AddQuestions(Page& page, Tab tab) {
+  page.SetLeftEdge(WidestResponse());
   for (const Question& question : kQuestions) {
     if (question.tab != tab) continue;
     if (BeginsGroup(question)) page.AddGap();
@@ -182,6 +183,7 @@ Page* MakeDelayPage(GridWidget* delayData, TableNote* note) {
 
 Page* MakeSolverPage() {
   auto* page = new Page(3);
+  page->SetLeftEdge(WidestResponse());
   page->AddWhole(
       MakeText("lblSolverInstruction",
                QObject::tr("For a definition of the following Solver control variables read the "

@@ -43,6 +43,10 @@ QWidget* MakeCountBoxes(const Question& question) {
 
 }  // namespace
 
+int WidestResponse() {
+  return AnswerEdit(kListLength, false).sizeHint().width();
+}
+
 QWidget* MakeResponse(const Question& question) {
   const AnswerBox& box = question.boxes[0];
   switch (question.kind) {

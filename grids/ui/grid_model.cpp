@@ -86,6 +86,12 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || row >= GridRowCount()) return {};
   if (role == Qt::DisplayRole) return QString::fromStdString(Cell(row, column));
   if (role == Qt::TextAlignmentRole) return QVariant(ColumnAlignment(column));
+  const bool isAboutMark =
+      role == Qt::UserRole || role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole;
+  const auto mark = isAboutMark ? marks_.find({row, column}) : marks_.end();
+  if (mark != marks_.end()) {
+    return role == Qt::UserRole ? QVariant(mark->second.isFault) : QVariant(mark->second.text);
+  }
   if (role == Qt::ToolTipRole) return tips_[static_cast<std::size_t>(column)];
   return {};
 }

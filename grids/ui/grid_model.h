@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "grids/format_string.h"
@@ -32,6 +34,12 @@ class GridModel final : public QAbstractTableModel {
   bool IsEmpty() const;
   void SetColumnTip(int column, const QString& tip);
 
+  struct Mark {
+    bool isFault = false;
+    QString text;
+  };
+  /// By row and column. `data` gives whether it is a fault for Qt::UserRole, and its text as tip.
+  void SetMarks(std::map<std::pair<int, int>, Mark> marks) { marks_ = std::move(marks); }
   /// Tells the view what has changed since the last time.
   void Announce();
 
@@ -51,6 +59,7 @@ class GridModel final : public QAbstractTableModel {
   std::vector<std::string> cells_;
   std::vector<bool> centred_;
   std::vector<QString> tips_;
+  std::map<std::pair<int, int>, Mark> marks_;
   int announcedRows_ = 1;
   bool changed_ = false;
 };

@@ -11,6 +11,7 @@
 
 #include "grids/ui/grid_corner.h"
 #include "grids/ui/grid_model.h"
+#include "widgets/mark.h"
 #include "widgets/program_style.h"
 #include "widgets/twips.h"
 
@@ -52,6 +53,14 @@ class CellDelegate final : public QStyledItemDelegate {
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
     QStyledItemDelegate::initStyleOption(option, index);
     if (!grid_->hasFocus()) option->state &= ~QStyle::State_Selected;
+  }
+
+ public:
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    QStyledItemDelegate::paint(painter, option, index);
+    const QVariant fault = index.data(Qt::UserRole);
+    if (fault.isValid()) DrawMark(*painter, option.rect, fault.toBool());
   }
 
  private:
@@ -199,6 +208,15 @@ void GridWidget::SelectBlock(const CellBlock& block) {
 void GridWidget::SetCurrentCell(int row, int column) {
   ShowChanges();
   setCurrentIndex(model_->index(std::min(row, model_->GridRowCount() - 1) - 1, column - 1));
+}
+
+void GridWidget::SetMarks(std::vector<CellMark> marks) {
+  std::map<std::pair<int, int>, GridModel::Mark> byCell;
+  for (CellMark& mark : marks) {
+    byCell.try_emplace({mark.row, mark.column}, GridModel::Mark{mark.isFault, mark.text});
+  }
+  model_->SetMarks(std::move(byCell));
+  viewport()->update();
 }
 
 void GridWidget::SetEmptyText(const QString& text) {

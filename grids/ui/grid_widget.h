@@ -47,6 +47,15 @@ class GridWidget final : public QTableView, public GridView {
   bool AreWholeRows() const { return areWholeRows_; }
   void SelectBlock(const CellBlock& block);
   void SetCurrentCell(int row, int column);
+  /// A cell with a finding. Its text comes up when the mouse rests on the cell.
+  struct CellMark {
+    int row = 1;
+    int column = 1;
+    bool isFault = false;
+    QString text;
+  };
+  void SetMarks(std::vector<CellMark> marks);
+
   /// A grey text that shows while no cell holds anything.
   void SetEmptyText(const QString& text);
   /// What the header cells and the cells of a column tell when the mouse rests on them.

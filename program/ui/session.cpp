@@ -10,9 +10,11 @@
 #include "app/ui/about_box.h"
 #include "app/ui/versions_command.h"
 #include "app/viewers.h"
+#include "check/check.h"
 #include "demos/demo_runner.h"
 #include "demos/introduction.h"
 #include "demos/restore_examples.h"
+#include "form/transfer.h"
 #include "widgets/controls.h"
 
 namespace polefit {
@@ -60,12 +62,24 @@ void Session::ConnectMainForm() {
   On(&MainWindow::mnuHelpManual, OpenManual);
   On(&MainWindow::mnuHelpEmail, EmailSupport);
   On(&MainWindow::unloaded, EndProgram);
+  QObject::connect(&frmMain_, &MainWindow::settled, &frmMain_, [this] { ShowFindings(); });
   const auto submit = [this] { Submit(); };
   QObject::connect(&frmMain_, &MainWindow::mnuFileSubmit, &frmMain_, submit);
   QObject::connect(&frmMain_, &MainWindow::cmdSubmit, &frmMain_, submit);
   QObject::connect(&frmMain_, &MainWindow::mnuDemosRun, &frmMain_, [this] { ShowDemos(); });
   QObject::connect(&frmMain_, &MainWindow::mnuHelpAbout, &frmMain_,
                    [this] { ShowAboutBox(&frmMain_); });
+}
+
+void Session::ShowFindings() {
+  if (!loaded_) return;
+  guard_.Run([this] {
+    try {
+      findings_.ShowFindings(FindingsIn(RecordOf(program_)));
+    } catch (const RunTimeError&) {
+      // More rows than can be saved: the save says so.
+    }
+  });
 }
 
 void Session::ConnectDialogs() {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "check/ui/findings_panel.h"
 #include "demos/ui/demo_dialog.h"
 #include "demos/ui/intro_dialog.h"
 #include "form/state.h"
@@ -34,6 +35,7 @@ class Session {
 
   void ConnectMainForm();
   void ConnectDialogs();
+  void ShowFindings();
   void On(void (MainWindow::*signal)(), Routine routine);
   void ShowMainForm();
   void LoadMainFormOnce();
@@ -50,6 +52,7 @@ class Session {
   Program program_;
   RecoveryTimer recovery_;
   std::unique_ptr<HeldLock> programFolder_;
+  FindingsPanel findings_{frmMain_};
   RunWindow console_;
   IntroDialog frmIntro_;
   DemoDialog frmDemo_;

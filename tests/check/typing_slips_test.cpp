@@ -1,0 +1,89 @@
+#include "check/typing_slips.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+#include "check/check.h"
+#include "check/finding_place.h"
+#include "platform/scripted_host.h"
+
+namespace polefit::testing {
+namespace {
+
+using ::testing::HasSubstr;
+
+/// Three passband points that are as they should be, Freq Norm 10 MHz.
+ResponseRecord Good() {
+  ResponseRecord record;
+  record.Slot(slot::kFreqNorm) = "10";
+  record.nFreqPoints = 3;
+  record.passband.Resize(4);
+  for (int row = 1; row <= 3; ++row) {
+    for (int column = 1; column <= 4; ++column) record.passband.At(row, column) = "1";
+    record.passband.At(row, 1) = std::to_string(row * 4);
+  }
+  return record;
+}
+
+/// What is found once a column, or a slot, has other contents.
+std::string FoundIn(const ResponseRecord& record) {
+  std::vector<Finding> findings;
+  FindTypingSlips(record, findings);
+  std::string texts;
+  for (const Finding& finding : findings) texts += finding.text + "\n";
+  return texts;
+}
+
+std::string WithColumn(int column, const std::array<const char*, 3>& cells) {
+  ResponseRecord record = Good();
+  for (int row = 1; const char* cell : cells) record.passband.At(row++, column) = cell;
+  return FoundIn(record);
+}
+
+TEST(TypingSlips, OtherUnitsAndDecibelsAreOneFindingEach) {
+  EXPECT_EQ(FoundIn(Good()), "");
+  EXPECT_THAT(WithColumn(1, {"1e6", "2e6", "3e6"}), HasSubstr("in Hz or kHz?"));
+  EXPECT_THAT(WithColumn(1, {".001", ".002", ".003"}), HasSubstr("in GHz?"));
+  EXPECT_EQ(WithColumn(1, {"0", "2e6", "3e6"}), "") << "a stopband may reach far";
+  EXPECT_EQ(WithColumn(1, {"1e6", "x", "3e6"}), "") << "a fault of its own";
+  EXPECT_THAT(WithColumn(3, {"-1", "-3", "-40"}), HasSubstr("every Yout is negative"));
+  EXPECT_EQ(WithColumn(2, {"-1", "0", "-3"}), "");
+}
+
+TEST(TypingSlips, AnswersThatAFileWillNotGiveBackAreNamed) {
+  for (const auto& [answer, text] : {std::pair("-9990", "is read as empty"),
+                                     {"1 ! two", "ends at a \"!\""},
+                                     {"1\t2", "tabs fall out"},
+                                     {"-99", ""}}) {
+    ResponseRecord record = Good();
+    record.Slot(slot::kPoleReal) = answer;
+    EXPECT_THAT(FoundIn(record), HasSubstr(text)) << answer;
+    EXPECT_EQ(FoundIn(record).empty(), *text == '\0') << answer;
+  }
+}
+
+TEST(TypingSlips, TheExamplesHaveNoFinding) {
+  int examples = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(POLEFIT_EXAMPLES)) {
+    if (!entry.path().filename().string().starts_with("Ex-")) continue;
+    ++examples;
+    ScriptedHost host;
+    const CheckedFile checked = CheckResponseFile(host, entry.path().string());
+    EXPECT_EQ(CountText(checked.findings), "") << entry.path();
+  }
+  EXPECT_EQ(examples, 7);
+}
+
+TEST(FindingPlace, LeadsToTheBoxOrTheCell) {
+  EXPECT_EQ(PlaceOnForm({.question = "8"}), (FormPlace{"poleReal"}));
+  EXPECT_EQ(PlaceOnForm({.question = "11"}), (FormPlace{"nYzeros"}));
+  EXPECT_EQ(PlaceOnForm({.table = FindingTable::delay, .row = 3, .column = 2}),
+            (FormPlace{"DelayData", 3, 2}));
+  EXPECT_EQ(PlaceOnForm({.table = FindingTable::passband}), (FormPlace{"PassData", 0, 1}));
+  EXPECT_EQ(PlaceOnForm({.table = FindingTable::solverSettings, .row = 6}), (FormPlace{"EvalMax"}));
+  EXPECT_EQ(PlaceOnForm({}), FormPlace{});
+}
+
+}  // namespace
+}  // namespace polefit::testing
