@@ -1,5 +1,7 @@
 #include "app/file_commands.h"
 
+#include "app/import_points.h"
+
 #include "app/former_versions.h"
 #include "app/open_look.h"
 #include "app/part_read.h"
@@ -131,6 +133,10 @@ void FileNew(Program& program) {
 }
 
 void FileOld(Program& program) {
+  OpenChosenFile(program, {});
+}
+
+void OpenChosenFile(Program& program, const OtherFile& other) {
   const ErrorTable errors = OpenErrors(program);
   int choice = kStop;
   RunStep(program.host, errors,
@@ -144,10 +150,14 @@ void FileOld(Program& program) {
   dialog.filterIndex = 2;  // Kept: it hides files with three characters behind the dot
   dialog.fileName = "*.*";
   dialog.cancelIsError = true;
-  dialog.judge = [&host = program.host](const std::string& path) { return DoubtAbout(host, path); };
+  dialog.judge = [&program, &other](const std::string& path) {
+    const bool isTaken = other && HoldsOnlyPoints(program, path);
+    return isTaken ? std::nullopt : DoubtAbout(program.host, path);
+  };
   const StepResult shown = RunStep(program.host, errors, [&] { program.host.ShowOpen(dialog); });
   // A dialog that was skipped has chosen nothing that the next steps could work on.
-  if (shown == StepResult::done) OpenResponseFile(program, dialog.fileName);
+  if (shown != StepResult::done || (other && other(dialog.fileName))) return;
+  OpenResponseFile(program, dialog.fileName);
 }
 
 void OpenResponseFile(Program& program, const std::string& path) {

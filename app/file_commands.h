@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string>
 
 #include "form/state.h"
 
@@ -17,8 +19,14 @@ int PromptSaveChanges(Program& program, std::int16_t DataChanged);
 /// Empties the record and the form, after a question, and one before it when the data have changed.
 void FileNew(Program& program);
 
+/// Deals with a file that is no Response Input File; false when it is one, or nothing else.
+using OtherFile = std::function<bool(const std::string& path)>;
+
 /// Opens a Response Input File that the user chooses. Errors are reported here by their number.
 void FileOld(Program& program);
+
+/// The same; `other` is asked first whether the file is another kind of file.
+void OpenChosenFile(Program& program, const OtherFile& other);
 
 /// Opens the Response Input File at `path` as if it had been chosen.
 void OpenResponseFile(Program& program, const std::string& path);

@@ -121,9 +121,10 @@ void TakeImprovedValues(Program& program) {
   program.document.nameForSaveAs = name;
 }
 
-void OpenNamedFile(Program& program, const std::string& path) {
+void OpenNamedFile(Program& program, const std::string& path, const OtherFile& other) {
   Host& host = program.host;
   if (FileExists(host, path)) {
+    if (other && other(path)) return;
     const std::optional<Choice> doubt = DoubtAbout(host, path);
     if (doubt && host.Ask(*doubt) != 0) return;
     OpenFile(program, path);

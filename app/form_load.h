@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/file_commands.h"
 #include "form/state.h"
 
 namespace polefit {
@@ -20,7 +21,7 @@ void RestoreLastRun(Program& program);
 void TakeImprovedValues(Program& program);
 
 /// Opens the file at `path`, a whole path, as the Open command would; one that is not there is
-/// reported and changes nothing.
-void OpenNamedFile(Program& program, const std::string& path);
+/// reported and changes nothing. `other` is asked first whether it is another kind of file.
+void OpenNamedFile(Program& program, const std::string& path, const OtherFile& other = {});
 
 }  // namespace polefit

@@ -81,6 +81,7 @@ class MainWindow final : public QMainWindow, public FormView {
   void mnuFileSaveAs();
   void mnuFileDelete();
   void mnuFileVersions();
+  void mnuFileImport();
   void mnuFileSubmit();
   void mnuViewDemos();
   void mnuViewOutput();

@@ -18,6 +18,8 @@ std::span<const MenuContents> MainMenus() {
        &MainWindow::mnuFileDelete},
       {"mnuFileVersions", QT_TRANSLATE_NOOP("MainWindow", "Former &Versions ..."), "",
        "document-revert", &MainWindow::mnuFileVersions},
+      {"mnuFileImport", QT_TRANSLATE_NOOP("MainWindow", "&Import Points ..."), "Ctrl+I",
+       "document-import", &MainWindow::mnuFileImport, true},
       {"mnuFileSubmit", QT_TRANSLATE_NOOP("MainWindow", "Submit &Run"), "F5", "system-run",
        &MainWindow::mnuFileSubmit, true},
       {"mnuFileExit", QT_TRANSLATE_NOOP("MainWindow", "E&xit"), "Ctrl+Q", "application-exit",

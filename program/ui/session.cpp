@@ -14,8 +14,11 @@
 #include "demos/demo_runner.h"
 #include "demos/introduction.h"
 #include "demos/restore_examples.h"
+#include "exchange/ui/import_dialog.h"
 #include "form/transfer.h"
+#include "grids/cell_editor.h"
 #include "widgets/controls.h"
+#include "widgets/file_drop.h"
 
 namespace polefit {
 
@@ -51,7 +54,11 @@ void Session::On(void (MainWindow::*signal)(), Routine routine) {
 
 void Session::ConnectMainForm() {
   On(&MainWindow::mnuFileNew, FileNew);
-  On(&MainWindow::mnuFileOpen, FileOld);
+  QObject::connect(&frmMain_, &MainWindow::mnuFileOpen, &frmMain_,
+                   [this] { guard_.Run([this] { OpenChosenFile(program_, Importer()); }); });
+  QObject::connect(&frmMain_, &MainWindow::mnuFileImport, &frmMain_,
+                   [this] { guard_.Run([this] { ImportChosenFile(program_, Asker()); }); });
+  new FileDrop(frmMain_, [this](const QStringList& paths) { TakeDropped(paths); });
   On(&MainWindow::mnuFileSave, FileSave);
   On(&MainWindow::mnuFileSaveAs, [](Program& program) { FileSaveAs(program); });
   On(&MainWindow::mnuFileDelete, FileDelete);
@@ -136,7 +143,49 @@ void Session::LoadMainFormOnce() {
   programFolder_ = ClaimProgramFolder(program_);
   guard_.Run([this] { OfferRecovered(program_, [this] { ShowVersions(); }); });
   if (HasEnded() || fileToOpen_.empty()) return;
-  guard_.Run([this] { OpenNamedFile(program_, fileToOpen_); });
+  guard_.Run([this] {
+    OpenNamedFile(program_, fileToOpen_, [this](const std::string& path) {
+      const bool isPoints = HoldsOnlyPoints(program_, path);
+      if (isPoints) pointsToImport_ = path;
+      return isPoints;
+    });
+  });
+}
+
+AskForPlan Session::Asker() {
+  return [this](ImportPlan& plan, const FormCells& form, const auto& readAgain) {
+    ImportDialog dialog(plan, form, readAgain, &frmMain_);
+    if (dialog.exec() != QDialog::Accepted) return false;
+    plan = dialog.Plan();
+    return true;
+  };
+}
+
+/// What Open does with a file that is none of ours but holds points.
+OtherFile Session::Importer() {
+  return [this](const std::string& path) {
+    if (!HoldsOnlyPoints(program_, path)) return false;
+    ImportPoints(program_, {path}, Asker());
+    return true;
+  };
+}
+
+/// One Response Input File is opened; points, and a second file with their delay, come in.
+void Session::TakeDropped(const QStringList& dropped) {
+  guard_.Run([&] {
+    HideCellEditor(program_.windows.grids, false);
+    frmMain_.RecordStep(QObject::tr("Typing"));
+    std::vector<std::string> paths;
+    for (const QString& path : dropped) paths.push_back(path.toStdString());
+    if (HoldsOnlyPoints(program_, paths.front())) {
+      ImportPoints(program_, paths, Asker());
+    } else if (PromptSaveChanges(program_, program_.document.DataChanged) == kGoOn) {
+      OpenNamedFile(program_, paths.front());
+    }
+  });
+  if (HasEnded()) return;
+  frmMain_.RecordStep(QObject::tr("Drop"), StepKind::replacesDocument);
+  frmMain_.ShowState();
 }
 
 void Session::ShowMainForm() {
@@ -150,6 +199,12 @@ void Session::ShowMainForm() {
   frmMain_.activateWindow();
   frmMain_.SetFocus(BoxName(slot::kEqualDelay));
   if (first && runs_.Find(PlacesOf(program_))) console_.ShowRun();
+  // Points are asked about over the form that they go into.
+  const std::string points = std::exchange(pointsToImport_, {});
+  if (points.empty()) return;
+  guard_.Run([&] { ImportPoints(program_, {points}, Asker()); });
+  frmMain_.RecordStep(QObject::tr("Import Points"), StepKind::replacesDocument);
+  frmMain_.ShowState();
 }
 
 void Session::ShowDemos() {

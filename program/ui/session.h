@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "app/file_commands.h"
+#include "app/import_points.h"
 #include "check/ui/findings_panel.h"
 #include "demos/ui/demo_dialog.h"
 #include "demos/ui/intro_dialog.h"
@@ -45,6 +47,9 @@ class Session {
   bool MayStart();
   void TakeImproved();
   void ShowVersions();
+  AskForPlan Asker();
+  OtherFile Importer();
+  void TakeDropped(const QStringList& dropped);
 
   EventGuard guard_;
   RunWatch& runs_;
@@ -57,6 +62,8 @@ class Session {
   IntroDialog frmIntro_;
   DemoDialog frmDemo_;
   std::string fileToOpen_;
+  /// The file to open is none of ours but holds points.
+  std::string pointsToImport_;
   /// What the form's data belong to while the demo dialog is in the main form's place.
   std::optional<Files> beforeDemos_;
   bool loaded_ = false;

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "exchange/import/import_plan.h"
+#include "form/state.h"
+
+namespace polefit {
+
+/// Shows a plan for the form's cells and lets the user change it; false when it is given up.
+/// `readAgain` reads the file with other choices for its text.
+using AskForPlan =
+    std::function<bool(ImportPlan& plan, const FormCells& form,
+                       const std::function<SourceFile(const TextChoices&)>& readAgain)>;
+
+/// Brings the points of the file at `paths[0]` into the form, a delay from `paths[1]` where that
+/// is given. What cannot be read or has no points is told in a message. A new problem asks first
+/// what becomes of changed data; nothing is changed unless the plan is taken.
+void ImportPoints(Program& program, const std::vector<std::string>& paths, const AskForPlan& ask);
+
+/// Asks for a file and brings its points in. The folder that is current stays so, but for a new
+/// problem, which is saved beside its points.
+void ImportChosenFile(Program& program, const AskForPlan& ask);
+
+/// Whether the file is none of ours but holds points: no Response Input File, and rows of numbers.
+bool HoldsOnlyPoints(Program& program, const std::string& path);
+
+}  // namespace polefit

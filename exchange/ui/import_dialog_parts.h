@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QComboBox>
+#include <QWidget>
+#include <initializer_list>
+
+#include "exchange/read/table.h"
+
+class QFormLayout;
+class QLabel;
+
+namespace polefit {
+
+/// A box of choices; where the file leaves none it is the text of the one that holds.
+class ChoiceBox final : public QComboBox {
+ public:
+  void SetFixed(bool isFixed);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  bool isFixed_ = false;
+};
+
+/// A box that grows and shrinks with the dialog, whatever its longest entry.
+ChoiceBox* MakeChoice(const char* name, const QString& tip);
+
+/// Fills a box with the table's columns, "2: S21 dB", behind `before`, whose data count down from
+/// -1; chooses the entry whose data is `chosen`.
+void FillColumns(QComboBox& box, const Table& table, std::initializer_list<QString> before,
+                 int chosen);
+
+/// Chooses the entry with this data.
+void Choose(QComboBox& box, int data);
+
+/// Two controls on one line, the first taking the spare width.
+QWidget* Beside(QWidget* first, QWidget* second);
+
+/// A row of a form; the mnemonic of the label, which is returned, leads to `control`.
+QLabel* AddChoice(QFormLayout& rows, const QString& label, QWidget* control,
+                  QWidget* second = nullptr);
+
+}  // namespace polefit

@@ -1,0 +1,124 @@
+#include "app/import_points.h"
+
+#include <gmock/gmock.h>
+
+#include "app/file_commands.h"
+#include "form/scripted_program.h"
+#include "form/transfer.h"
+
+namespace polefit::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+class ImportPointsTest : public ::testing::Test {
+ protected:
+  ImportPointsTest() {
+    WriteBytes(host_.Path("data/x.csv"), "MHz,mag,gd (ns)\n1,.5,3\n2,.4,5\n3,.1,4\n");
+    form_.passData.SetRowCount(3);
+    form_.delayData.SetRowCount(3);
+    GetAnswers(program_);
+  }
+
+  /// Takes the plan as it is offered, after `change`.
+  AskForPlan Take(std::function<void(ImportPlan&)> change = {}) {
+    return [this, change](ImportPlan& plan, const FormCells& form, const auto& /*readAgain*/) {
+      if (change) change(plan);
+      preview_ = PreviewOf(plan, form);
+      return true;
+    };
+  }
+  /// "f yin yout weight" of a row of the passband table.
+  std::string Row(int row) const {
+    std::string text;
+    for (int column = 1; column <= 4; ++column) {
+      text += (column > 1 ? " " : "") + form_.passData.Text(row, column);
+    }
+    return text;
+  }
+  void Type(int row, const std::vector<std::string>& cells) {
+    form_.passData.SetRowCount(std::max(form_.passData.RowCount(), row + 2));
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      form_.passData.SetText(row, static_cast<int>(i) + 1, cells[i]);
+    }
+  }
+
+  ScriptedProgram scripted_;
+  ScriptedHost& host_ = scripted_.host;
+  FakeForm& form_ = scripted_.form;
+  Program& program_ = scripted_.program;
+  ImportPreview preview_;
+};
+
+TEST_F(ImportPointsTest, ANewProblemFillsTheFormAndHasANameOfItsOwn) {
+  WriteBytes(host_.Path("data/x.1"), "here already");
+  ImportPoints(program_, {host_.Path("data/x.csv")}, Take());
+  EXPECT_EQ(Row(1), "1 1 .5 1");
+  EXPECT_EQ(program_.document.record.nFreqPoints, 3);
+  EXPECT_EQ(form_.Text("freqNorm"), "2");
+  EXPECT_EQ(form_.Text("poleReal"), "");
+  EXPECT_EQ(form_.Text("nYzeros"), "0");
+  EXPECT_THAT(form_.Text("Note1"), HasSubstr("Points of x.csv, mag, 2004-03-03"));
+  EXPECT_EQ(program_.files.currentFileName, "x.2");
+  EXPECT_EQ(host_.CurrentFolder(), host_.Path("data"));
+  EXPECT_EQ(program_.document.DataChanged, 1);
+  EXPECT_EQ(preview_.summary, "3 rows, 1 to 3 MHz, -6.02 to -20 dB");
+}
+
+TEST_F(ImportPointsTest, AnOlderProblemKeepsWhatWasTyped) {
+  ImportPoints(program_, {host_.Path("data/x.csv")}, Take());
+  program_.files.currentFileName = "old.1";
+  // A row without a weight ends the list; what is below it is no point, but was typed.
+  Type(4, {"9", "1", "1"});
+  Type(5, {"10", "1", ".2", "1"});
+  const std::string note = form_.Text("Note1");
+  WriteBytes(host_.Path("data/y.csv"), "MHz,mag\n1,.9\n2,.8\n");
+  ImportPoints(program_, {host_.Path("data/y.csv"), host_.Path("data/x.csv")}, Take());
+  EXPECT_EQ(preview_.summary, "2 rows, 1 to 2 MHz, -0.915 to -1.94 dB; replaces 3 rows");
+  EXPECT_THAT((std::vector{Row(1), Row(2), Row(3), Row(4)}),
+              ElementsAre("1 1 .9 1", "2 1 .8 1", "9 1 1 ", "10 1 .2 1"));
+  EXPECT_EQ(program_.document.record.nFreqPoints, 2);
+  EXPECT_EQ(program_.document.record.nDelayPoints, 3);
+  EXPECT_EQ(form_.delayData.Text(1, 2), "2");
+  EXPECT_TRUE(form_.IsChecked("chkEqualDelay"));
+  EXPECT_EQ(form_.Text("tmin"), "0");
+  EXPECT_EQ(form_.Text("Note1"), note);
+  EXPECT_EQ(program_.files.currentFileName, "old.1");
+}
+
+TEST_F(ImportPointsTest, WhatIsGivenUpOrCannotBeReadChangesNothing) {
+  WriteBytes(host_.Path("data/words.txt"), "words\n");
+  const FormCells before = CellsOf(program_);
+  const AskForPlan no = [](auto&, const auto&, const auto&) { return false; };
+  ImportPoints(program_, {host_.Path("data/x.csv")}, no);
+  host_.AnswerBox(Answer::ok, Answer::ok, Answer::ok);
+  ImportPoints(program_, {host_.Path("data/words.txt")}, no);
+  ImportPoints(program_, {host_.Path("data/gone")}, no);
+  ImportPoints(program_, {host_.Path("data/x.csv"), host_.Path("data")}, no);
+  EXPECT_THAT(host_.TakeTranscript().front(),
+              HasSubstr("No points of '@/data/words.txt' can be taken: no rows of at least two"));
+  program_.document.DataChanged = 1;
+  host_.AnswerBox(Answer::cancel);
+  ImportPoints(program_, {host_.Path("data/x.csv")}, Take());
+  EXPECT_TRUE(CellsOf(program_).typed.passband == before.typed.passband);
+  host_.AnswerDialog("");
+  ImportChosenFile(program_, Take());
+  EXPECT_EQ(host_.CurrentFolder(), scripted_.user);
+}
+
+TEST_F(ImportPointsTest, OnlyRowsOfNumbersThatAreNoFileOfOursArePoints) {
+  WriteBytes(host_.Path("data/words.txt"), "words\n");
+  const std::pair<std::string, bool> files[] = {{host_.Path("data/x.csv"), true},
+                                                {host_.Path("data/words.txt"), false},
+                                                {host_.Path("data/gone"), false},
+                                                {host_.Path("data"), false},
+                                                {POLEFIT_EXAMPLES "/Ex-Delay.101", false}};
+  for (const auto& [path, isPoints] : files) {
+    EXPECT_EQ(HoldsOnlyPoints(program_, path), isPoints) << path;
+  }
+}
+
+}  // namespace
+}  // namespace polefit::testing
