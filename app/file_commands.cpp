@@ -1,8 +1,7 @@
 #include "app/file_commands.h"
 
-#include "app/import_points.h"
-
 #include "app/former_versions.h"
+#include "app/import_points.h"
 #include "app/open_look.h"
 #include "app/part_read.h"
 #include "base/pattern.h"

@@ -16,7 +16,7 @@ namespace {
 using namespace polefit;
 
 /// The first two bytes choose the kind of file and what is to be done with it.
-ImportChoices ChoicesOf(const Table& table, unsigned char kind, unsigned char how) {
+ImportChoices ChoicesOf(const SourceTable& table, unsigned char kind, unsigned char how) {
   ImportChoices choices = GuessChoices(table, static_cast<Role>(kind / 8 % 3)).choices;
   if (choices.delay != kNoColumn && how % 2 == 1) {
     const bool isPhase = choices.delaySecond != kNoColumn || how % 4 == 1;

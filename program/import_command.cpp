@@ -24,7 +24,7 @@ struct NoImport {
   std::string sentence;
 };
 
-std::string ListOfColumns(const Table& table) {
+std::string ListOfColumns(const SourceTable& table) {
   std::string list;
   for (int column = 0; column < table.Columns() && column < 40; ++column) {
     const std::string& heading = table.columns[static_cast<std::size_t>(column)].heading;
@@ -34,7 +34,7 @@ std::string ListOfColumns(const Table& table) {
   return list;
 }
 
-int NamedColumn(const Table& table, const std::string& option, const std::string& name) {
+int NamedColumn(const SourceTable& table, const std::string& option, const std::string& name) {
   const int column = FindColumn(table, name);
   if (column != kNoColumn) return column;
   throw NoImport{option + ": there is no column '" + name +
@@ -44,7 +44,7 @@ int NamedColumn(const Table& table, const std::string& option, const std::string
 /// Turns the words of the command line into choices for one table.
 class ChoiceResolver {
  public:
-  ChoiceResolver(const ImportOptions& options, const Table& table)
+  ChoiceResolver(const ImportOptions& options, const SourceTable& table)
       : options_(options), table_(table), guess_(GuessChoices(table, options.role)) {}
 
   ImportChoices Resolve() {
@@ -154,7 +154,7 @@ class ChoiceResolver {
   }
 
   const ImportOptions& options_;
-  const Table& table_;
+  const SourceTable& table_;
   Guess guess_;
 };
 
@@ -205,7 +205,7 @@ class Import {
     }
     const SourceFile& from = isOther ? other : source_;
     const bool hasOwn = from.table.kind == FileKind::responseFile;
-    const Table& table = hasOwn ? from.delays : from.table;
+    const SourceTable& table = hasOwn ? from.delays : from.table;
     if (table.Columns() == 0) throw NoImport{"delay: " + table.fault};
     const bool isOwn = !isOther && !hasOwn;
     const ImportChoices choices = ChoiceResolver(options_, table).ResolveDelay(isOwn);

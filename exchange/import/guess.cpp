@@ -18,20 +18,20 @@ constexpr double kLargestPlainValue = 3;
 /// Delay in the unit times the largest frequency: what a filter of a few poles has.
 constexpr double kUsualCycles = 1;
 
-bool HasNumbers(const Table& table, int column) {
+bool HasNumbers(const SourceTable& table, int column) {
   for (int row = 0; row < table.Rows(); ++row) {
     if (!std::isnan(table.Number(row, column))) return true;
   }
   return false;
 }
 
-const Meaning& MeaningAt(const Table& table, int column) {
+const Meaning& MeaningAt(const SourceTable& table, int column) {
   return table.columns[static_cast<std::size_t>(column)].meaning;
 }
 
 /// The column of the frequencies: by its heading, else the first with numbers that is no count of
 /// the rows.
-int GuessFrequency(const Table& table) {
+int GuessFrequency(const SourceTable& table) {
   const int named = ColumnOfQuantity(table, Quantity::frequency);
   if (named != kNoColumn) return named;
   for (int column = 0; column < table.Columns(); ++column) {
@@ -52,14 +52,14 @@ bool NamesTransmission(const std::string& heading) {
   return BareName(heading).find("s21") != std::string::npos;
 }
 
-int FindNamed(const Table& table, std::string_view name) {
+int FindNamed(const SourceTable& table, std::string_view name) {
   for (int column = 0; column < table.Columns(); ++column) {
     if (BareName(table.columns[static_cast<std::size_t>(column)].heading) == name) return column;
   }
   return kNoColumn;
 }
 
-int GuessValue(const Table& table, int frequency, Role role) {
+int GuessValue(const SourceTable& table, int frequency, Role role) {
   const int named = FindNamed(table, role == Role::equalise ? "yin" : "yout");
   if (named != kNoColumn) return named;
   int best = kNoColumn;
@@ -79,7 +79,7 @@ int GuessValue(const Table& table, int frequency, Role role) {
   return frequency == 0 && table.Columns() > 1 ? 1 : 0;
 }
 
-std::string KindGrounds(const Table& table, int column, ValueKind kind) {
+std::string KindGrounds(const SourceTable& table, int column, ValueKind kind) {
   if (table.kind != FileKind::delimited) return {};
   const std::string name = kind == ValueKind::decibel ? "dB" : "linear";
   if (MeaningAt(table, column).quantity != Quantity::unknown) {
@@ -89,7 +89,7 @@ std::string KindGrounds(const Table& table, int column, ValueKind kind) {
          (kind == ValueKind::decibel ? ", a value is below 0" : ", no value is below 0");
 }
 
-void GuessUnit(const Table& table, Guess& guess) {
+void GuessUnit(const SourceTable& table, Guess& guess) {
   const Meaning& meaning = MeaningAt(table, guess.choices.frequency);
   guess.choices.unit = meaning.frequencyUnit.value_or(FrequencyUnit::hertz);
   if (table.kind != FileKind::delimited) return;
@@ -97,7 +97,7 @@ void GuessUnit(const Table& table, Guess& guess) {
                       (meaning.frequencyUnit ? ", from the heading" : ", nothing says another");
 }
 
-void GuessValues(const Table& table, Guess& guess) {
+void GuessValues(const SourceTable& table, Guess& guess) {
   ImportChoices& choices = guess.choices;
   if (!table.parameters.empty()) {
     const std::string name(1, table.parameters.front().name.front());
@@ -118,7 +118,7 @@ void GuessValues(const Table& table, Guess& guess) {
 }
 
 /// A delay column, else the angle that goes with the values; none is taken unasked.
-void GuessDelay(const Table& table, ImportChoices& choices) {
+void GuessDelay(const SourceTable& table, ImportChoices& choices) {
   choices.delay = ColumnOfQuantity(table, Quantity::delay);
   if (choices.delay != kNoColumn) {
     choices.delayUnit = GuessDelayUnit(table, choices.delay, choices.frequency, choices.unit);
@@ -127,7 +127,7 @@ void GuessDelay(const Table& table, ImportChoices& choices) {
   ChoosePhase(table, choices);
 }
 
-int NumberedColumn(const Table& table, std::string_view name) {
+int NumberedColumn(const SourceTable& table, std::string_view name) {
   int number = 0;
   const char* const end = name.data() + name.size();
   const auto result = std::from_chars(name.data(), end, number);
@@ -137,7 +137,7 @@ int NumberedColumn(const Table& table, std::string_view name) {
 
 }  // namespace
 
-Guess GuessChoices(const Table& table, Role role) {
+Guess GuessChoices(const SourceTable& table, Role role) {
   Guess guess;
   guess.choices.role = role;
   if (table.Columns() == 0) return guess;
@@ -148,7 +148,7 @@ Guess GuessChoices(const Table& table, Role role) {
   return guess;
 }
 
-std::optional<ValueKind> GuessKind(const Table& table, int column) {
+std::optional<ValueKind> GuessKind(const SourceTable& table, int column) {
   const Quantity quantity = MeaningAt(table, column).quantity;
   if (quantity == Quantity::real) {
     const bool hasOther = SecondColumn(table, column, Quantity::imaginary) != kNoColumn;
@@ -166,7 +166,7 @@ std::optional<ValueKind> GuessKind(const Table& table, int column) {
   return ValueKind::linear;
 }
 
-int SecondColumn(const Table& table, int column, Quantity wanted) {
+int SecondColumn(const SourceTable& table, int column, Quantity wanted) {
   for (int next = column + 1; next < table.Columns(); ++next) {
     if (MeaningAt(table, next).quantity == wanted) return next;
     // The next value begins what is no more of this one.
@@ -175,7 +175,7 @@ int SecondColumn(const Table& table, int column, Quantity wanted) {
   return kNoColumn;
 }
 
-DelayUnit GuessDelayUnit(const Table& table, int column, int frequency, FrequencyUnit unit) {
+DelayUnit GuessDelayUnit(const SourceTable& table, int column, int frequency, FrequencyUnit unit) {
   const auto said = MeaningAt(table, column).delayUnit;
   if (said) return *said;
   double largestDelay = 0;
@@ -202,7 +202,7 @@ DelayUnit GuessDelayUnit(const Table& table, int column, int frequency, Frequenc
   return best;
 }
 
-int FindColumn(const Table& table, std::string_view name) {
+int FindColumn(const SourceTable& table, std::string_view name) {
   name = TrimWhite(name);
   const std::string lower = LowerCase(name);
   const auto find = [&](auto fits) {
@@ -224,7 +224,7 @@ int FindColumn(const Table& table, std::string_view name) {
   return column;
 }
 
-bool ChoosePhase(const Table& table, ImportChoices& choices) {
+bool ChoosePhase(const SourceTable& table, ImportChoices& choices) {
   choices.delaySecond = kNoColumn;
   choices.delay = kNoColumn;
   if (choices.value.column == kNoColumn) return false;
@@ -240,14 +240,14 @@ bool ChoosePhase(const Table& table, ImportChoices& choices) {
   return true;
 }
 
-int ColumnOfQuantity(const Table& table, Quantity quantity) {
+int ColumnOfQuantity(const SourceTable& table, Quantity quantity) {
   for (int column = 0; column < table.Columns(); ++column) {
     if (MeaningAt(table, column).quantity == quantity && HasNumbers(table, column)) return column;
   }
   return kNoColumn;
 }
 
-bool ChooseParameter(const Table& table, std::string_view name, ValueColumn& value) {
+bool ChooseParameter(const SourceTable& table, std::string_view name, ValueColumn& value) {
   const std::string bare = BareName(name);
   value = {};
   for (const NetworkParameter& parameter : table.parameters) {

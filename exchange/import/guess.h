@@ -19,31 +19,31 @@ struct Guess {
 };
 
 /// Guesses every choice for points of this role.
-Guess GuessChoices(const Table& table, Role role);
+Guess GuessChoices(const SourceTable& table, Role role);
 
 /// The kind that a column of values most likely has; nothing where all values are above 3 and its
 /// heading says nothing.
-std::optional<ValueKind> GuessKind(const Table& table, int column);
+std::optional<ValueKind> GuessKind(const SourceTable& table, int column);
 
 /// The second column that goes with `column`: its imaginary part or angle; kNoColumn without one.
-int SecondColumn(const Table& table, int column, Quantity wanted);
+int SecondColumn(const SourceTable& table, int column, Quantity wanted);
 
 /// The unit of a delay column: what its heading says, else the one that makes delay times
 /// frequency a number of the size that filters have. `unit` is that of the frequencies.
-DelayUnit GuessDelayUnit(const Table& table, int column, int frequency, FrequencyUnit unit);
+DelayUnit GuessDelayUnit(const SourceTable& table, int column, int frequency, FrequencyUnit unit);
 
 /// The column of a heading or of a number from 1; kNoColumn where there is none.
-int FindColumn(const Table& table, std::string_view name);
+int FindColumn(const SourceTable& table, std::string_view name);
 
 /// Chooses the phase that goes with the values: the real and imaginary part, an angle beside them,
 /// else the first angle there is. False where there is none.
-bool ChoosePhase(const Table& table, ImportChoices& choices);
+bool ChoosePhase(const SourceTable& table, ImportChoices& choices);
 
 /// The first column with this quantity; kNoColumn without one.
-int ColumnOfQuantity(const Table& table, Quantity quantity);
+int ColumnOfQuantity(const SourceTable& table, Quantity quantity);
 
 /// Sets the columns and kind of the values to those of a parameter ("S21"); false where the table
 /// has no such one.
-bool ChooseParameter(const Table& table, std::string_view name, ValueColumn& value);
+bool ChooseParameter(const SourceTable& table, std::string_view name, ValueColumn& value);
 
 }  // namespace polefit

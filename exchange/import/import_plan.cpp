@@ -10,7 +10,7 @@ namespace polefit {
 namespace {
 
 /// What the points are points of: a parameter, a heading or a column's number.
-std::string SubjectOf(const Table& table, int column, std::string_view parameter) {
+std::string SubjectOf(const SourceTable& table, int column, std::string_view parameter) {
   const std::string wanted = BareName(parameter);
   std::string subject;
   for (const NetworkParameter& one : table.parameters) {

@@ -145,6 +145,7 @@ std::vector<PassbandCells> CellsOfPoints(const std::vector<PassbandRow>& points)
 
 std::vector<DelayCells> CellsOfPoints(const std::vector<DelayRow>& points) {
   std::vector<DelayCells> cells;
+  cells.reserve(points.size());
   for (const DelayRow& row : points) cells.push_back({TextOf(row.frequency), TextOf(row.tx)});
   return cells;
 }

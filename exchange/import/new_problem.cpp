@@ -20,26 +20,45 @@ double YoutAt(const Rows& rows, std::size_t index) {
   return rows[index].yout.value;
 }
 
-/// The largest value on one side of a row, as far as no row there is lower than it.
-double PeakBeside(const Rows& rows, std::size_t row, int step) {
-  double peak = 0;
-  for (std::size_t at = row + static_cast<std::size_t>(step); at < rows.size();
-       at += static_cast<std::size_t>(step)) {
-    if (YoutAt(rows, at) < YoutAt(rows, row)) break;
-    peak = std::max(peak, YoutAt(rows, at));
-  }
-  return peak;
-}
+/// One side of a row, followed outwards until it has reached a height or a row is lower than the
+/// row it began at.
+class Flank {
+ public:
+  Flank(const Rows& rows, std::size_t row, int step, double height)
+      : rows_(rows), at_(row), floor_(YoutAt(rows, row)), height_(height), step_(step) {}
 
-/// Whether the row is an inner minimum that lies 10 dB or more under a peak on both sides.
+  bool HasReached() const { return hasReached_; }
+  /// One row further; false when there is none, or it is lower.
+  bool Follow() {
+    if (hasReached_) return true;
+    at_ += static_cast<std::size_t>(step_);
+    if (at_ >= rows_.size() || YoutAt(rows_, at_) < floor_) return false;
+    hasReached_ = YoutAt(rows_, at_) > 0 && YoutAt(rows_, at_) >= height_;
+    return true;
+  }
+
+ private:
+  const Rows& rows_;
+  std::size_t at_;
+  double floor_;
+  double height_;
+  int step_;
+  bool hasReached_ = false;
+};
+
+/// Whether the row is an inner minimum that lies 10 dB or more under a peak on both sides. Both are
+/// followed in step, so that a long slope on one side costs nothing.
 bool IsNull(const Rows& rows, std::size_t row) {
   if (row == 0 || row + 1 == rows.size()) return false;
   // Of equal lowest rows the first is the null.
   if (YoutAt(rows, row - 1) <= YoutAt(rows, row)) return false;
-  const double limit = YoutAt(rows, row) * kTenDecibels;
-  const double left = PeakBeside(rows, row, -1);
-  const double right = PeakBeside(rows, row, 1);
-  return left > 0 && right > 0 && left >= limit && right >= limit;
+  const double height = YoutAt(rows, row) * kTenDecibels;
+  Flank left(rows, row, -1, height);
+  Flank right(rows, row, 1, height);
+  while (!left.HasReached() || !right.HasReached()) {
+    if (!left.Follow() || !right.Follow()) return false;
+  }
+  return true;
 }
 
 std::vector<std::size_t> NullsOf(const Rows& rows) {

@@ -13,7 +13,7 @@ namespace {
 const Amount kOne = {1, "1"};
 
 /// The samples after everything that is chosen of the rows.
-Samples ChosenSamples(const Table& table, const ImportChoices& choices) {
+Samples ChosenSamples(const SourceTable& table, const ImportChoices& choices) {
   Samples samples = TakeSamples(table, choices);
   const RowChoices& rows = choices.rows;
   KeepRange(samples.rows, rows.from, rows.to);
@@ -41,6 +41,7 @@ std::vector<DelayRow> DelayRows(const std::vector<Sample>& samples, Role role) {
   double largest = -HUGE_VAL;
   for (const Sample& sample : samples) largest = std::max(largest, sample.delay.value);
   std::vector<DelayRow> rows;
+  rows.reserve(samples.size());
   for (const Sample& sample : samples) {
     rows.push_back({sample.frequency,
                     role == Role::equalise ? sample.delay : Amount{largest - sample.delay.value}});
@@ -74,7 +75,7 @@ std::string RangeText(double first, double last) {
 
 }  // namespace
 
-Points MakePoints(const Table& table, const ImportChoices& choices) {
+Points MakePoints(const SourceTable& table, const ImportChoices& choices) {
   Points points;
   points.notes = table.notes;
   points.fault = table.fault;
@@ -92,7 +93,7 @@ Points MakePoints(const Table& table, const ImportChoices& choices) {
   return points;
 }
 
-void TakeDelays(const Table& table, ImportChoices choices, Points& points) {
+void TakeDelays(const SourceTable& table, ImportChoices choices, Points& points) {
   if (!points.fault.empty()) return;
   choices.other = {};
   choices.weight = kNoColumn;

@@ -36,11 +36,11 @@ struct Points {
 /// The points of a table: its rows chosen, smoothed and thinned, in their role. A delay to be
 /// modelled becomes TX := largest delay - delay, so that the delay of H(s) gets the measured
 /// shape; one to be equalised is TX itself.
-Points MakePoints(const Table& table, const ImportChoices& choices);
+Points MakePoints(const SourceTable& table, const ImportChoices& choices);
 
 /// Takes the delay points from a table, this one or another, by the frequency, the delay and, where
 /// the values have a say in the thinning, the value columns of `choices`.
-void TakeDelays(const Table& table, ImportChoices choices, Points& points);
+void TakeDelays(const SourceTable& table, ImportChoices choices, Points& points);
 
 /// "3 lines skipped: 1, 2, 44", or "".
 std::string SkippedText(const std::vector<int>& lines);

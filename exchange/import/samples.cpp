@@ -12,7 +12,7 @@ namespace polefit {
 namespace {
 
 /// The cell as a number `places` powers of ten larger, its digits as they were.
-Amount Moved(const Table& table, int row, int column, int places) {
+Amount Moved(const SourceTable& table, int row, int column, int places) {
   const double number = table.Number(row, column);
   if (std::isnan(number)) return {number};
   const std::string text =
@@ -24,7 +24,7 @@ bool IsTaken(const ValueColumn& value) {
   return value.column != kNoColumn;
 }
 
-double PhaseInDegrees(const Table& table, int row, const ImportChoices& choices) {
+double PhaseInDegrees(const SourceTable& table, int row, const ImportChoices& choices) {
   const double degrees = 180 / std::acos(-1.0);
   const double number = table.Number(row, choices.delay);
   if (choices.delaySecond != kNoColumn) {
@@ -33,7 +33,7 @@ double PhaseInDegrees(const Table& table, int row, const ImportChoices& choices)
   return choices.angleUnit == AngleUnit::degrees ? number : number * degrees;
 }
 
-Sample TakeSample(const Table& table, int row, const ImportChoices& choices) {
+Sample TakeSample(const SourceTable& table, int row, const ImportChoices& choices) {
   Sample sample;
   sample.line = table.LineOf(row);
   sample.frequency = Moved(table, row, choices.frequency, PlacesToMegahertz(choices.unit));
@@ -82,7 +82,7 @@ std::string TextOf(const Amount& amount) {
   return amount.text.empty() ? PlainNumber(amount.value) : amount.text;
 }
 
-Amount Magnitude(const Table& table, int row, const ValueColumn& value) {
+Amount Magnitude(const SourceTable& table, int row, const ValueColumn& value) {
   const double number = table.Number(row, value.column);
   constexpr double kAmplitude = 20;
   constexpr double kPower = 10;
@@ -103,7 +103,7 @@ double Decibel(double magnitude) {
   return 20 * std::log10(magnitude);
 }
 
-Samples TakeSamples(const Table& table, const ImportChoices& choices) {
+Samples TakeSamples(const SourceTable& table, const ImportChoices& choices) {
   Samples samples;
   samples.skippedLines = table.skippedLines;
   samples.rows.reserve(static_cast<std::size_t>(table.Rows()));

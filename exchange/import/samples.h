@@ -42,10 +42,10 @@ struct Samples {
 
 /// Takes the chosen columns in the program's units, sorts by frequency and keeps the first of
 /// those at one frequency. A delay from phase is calculated over all rows.
-Samples TakeSamples(const Table& table, const ImportChoices& choices);
+Samples TakeSamples(const SourceTable& table, const ImportChoices& choices);
 
 /// The number that stands for a magnitude in a row; NaN where a cell holds none.
-Amount Magnitude(const Table& table, int row, const ValueColumn& value);
+Amount Magnitude(const SourceTable& table, int row, const ValueColumn& value);
 
 /// 20 log10; minus infinity for 0.
 double Decibel(double magnitude);

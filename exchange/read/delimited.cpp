@@ -32,7 +32,7 @@ class DelimitedReader {
     table_.decimalMark = shape.layout.decimalMark;
   }
 
-  Table Read(const TextChoices& choices, TextLayout* found) {
+  SourceTable Read(const TextChoices& choices, TextLayout* found) {
     const Block block = LargestBlock();
     TakeHeadings(block, choices);
     table_.Reserve(static_cast<std::size_t>(block.rows), 0);
@@ -155,7 +155,7 @@ class DelimitedReader {
 
   const Lines& lines_;
   const RowShape shape_;
-  Table table_;
+  SourceTable table_;
   Headings headings_;
   Cells cells_;
 };
@@ -196,7 +196,7 @@ char ToldSeparator(const Lines& lines) {
 
 }  // namespace
 
-Table ReadDelimited(std::string_view text, const TextChoices& choices, TextLayout* found) {
+SourceTable ReadDelimited(std::string_view text, const TextChoices& choices, TextLayout* found) {
   const std::string rewritten = ComplexCellsAsColumns(text);
   const Lines lines = LinesOf(rewritten.empty() ? text : std::string_view(rewritten));
   const bool tooLong = std::any_of(

@@ -25,7 +25,7 @@ struct TextLayout {
 
 /// Reads rows of numbers out of a text (UTF-8) with any lines before, between and behind them.
 /// `found`, where given, receives how it was read.
-Table ReadDelimited(std::string_view text, const TextChoices& choices = {},
-                    TextLayout* found = nullptr);
+SourceTable ReadDelimited(std::string_view text, const TextChoices& choices = {},
+                          TextLayout* found = nullptr);
 
 }  // namespace polefit

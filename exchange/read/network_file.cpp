@@ -118,7 +118,7 @@ int PortsByLength(const std::vector<Numbers>& lines) {
 /// Puts the lines of one frequency together.
 class FrequencyCollector {
  public:
-  FrequencyCollector(Table& table, const NetworkOptions& options, std::size_t wanted)
+  FrequencyCollector(SourceTable& table, const NetworkOptions& options, std::size_t wanted)
       : table_(table), wanted_(wanted), mayHaveNoise_(!options.isVersion2 && options.ports == 2) {}
 
   void Take(const Numbers& line) {
@@ -163,7 +163,7 @@ class FrequencyCollector {
     isBroken_ = true;
   }
 
-  Table& table_;
+  SourceTable& table_;
   const std::size_t wanted_;
   const bool mayHaveNoise_;
   Numbers open_;
@@ -173,7 +173,7 @@ class FrequencyCollector {
   int noiseLines_ = 0;
 };
 
-void AddColumns(const NetworkOptions& options, Table& table) {
+void AddColumns(const NetworkOptions& options, SourceTable& table) {
   table.kind = FileKind::network;
   table.columns.push_back({"Frequency (" + std::string(NameOf(options.unit)) + ")",
                            {Quantity::frequency, options.unit, std::nullopt, std::nullopt}});
@@ -199,7 +199,7 @@ void AddColumns(const NetworkOptions& options, Table& table) {
   }
 }
 
-void AddRows(const NetworkLines& file, const NetworkOptions& options, Table& table) {
+void AddRows(const NetworkLines& file, const NetworkOptions& options, SourceTable& table) {
   const std::size_t wanted = 1 + 2 * PairOrder(options).size();
   FrequencyCollector collector(table, options, wanted);
   for (const Numbers& line : file.lines) collector.Take(line);
@@ -215,9 +215,9 @@ void AddRows(const NetworkLines& file, const NetworkOptions& options, Table& tab
   }
 }
 
-Table TableWith(const NetworkLines& file, NetworkOptions options, int ports) {
+SourceTable TableWith(const NetworkLines& file, NetworkOptions options, int ports) {
   options.ports = ports;
-  Table table;
+  SourceTable table;
   AddColumns(options, table);
   AddRows(file, options, table);
   return table;
@@ -241,12 +241,12 @@ bool IsNetworkFile(std::string_view name, std::string_view text) {
   return false;
 }
 
-Table ReadNetworkFile(std::string_view name, std::string_view text) {
+SourceTable ReadNetworkFile(std::string_view name, std::string_view text) {
   const NetworkLines file(text);
   if (file.lines.empty()) return NoTable("no rows of numbers");
   const int said = file.options.ports > 0 ? file.options.ports : PortsOfName(name);
   const int byLength = PortsByLength(file.lines);
-  Table table;
+  SourceTable table;
   if (said > 0) table = TableWith(file, file.options, said);
   if (table.Rows() < 2 && byLength > 0 && byLength != said) {
     table = TableWith(file, file.options, byLength);

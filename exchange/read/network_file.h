@@ -13,6 +13,6 @@ bool IsNetworkFile(std::string_view name, std::string_view text);
 /// Reads a network file. The first column is the frequency; each parameter has two columns. The
 /// number of ports is that of the name's ending, else what the rows' length tells. Noise data are
 /// left out, and said so.
-Table ReadNetworkFile(std::string_view name, std::string_view text);
+SourceTable ReadNetworkFile(std::string_view name, std::string_view text);
 
 }  // namespace polefit

@@ -15,7 +15,7 @@ bool IsFlag(std::string_view line) {
 }
 
 template <std::size_t Columns>
-void AddRows(const PointLists<Columns>& points, int count, Table& table) {
+void AddRows(const PointLists<Columns>& points, int count, SourceTable& table) {
   std::vector<std::string_view> cells(Columns);
   for (int row = 1; row <= count; ++row) {
     for (int column = 1; column <= points.kColumns; ++column) {
@@ -46,8 +46,8 @@ bool IsResponseFile(std::string_view text) {
   return hasAny;
 }
 
-Table PassbandTable(const ResponseRecord& record) {
-  Table table;
+SourceTable PassbandTable(const ResponseRecord& record) {
+  SourceTable table;
   table.kind = FileKind::responseFile;
   for (const char* const heading : {"Frequency (MHz)", "Yin", "Yout", "Weight"}) {
     table.columns.push_back(ColumnOf(heading));
@@ -56,8 +56,8 @@ Table PassbandTable(const ResponseRecord& record) {
   return table;
 }
 
-Table DelayTable(const ResponseRecord& record) {
-  Table table;
+SourceTable DelayTable(const ResponseRecord& record) {
+  SourceTable table;
   table.kind = FileKind::responseFile;
   table.columns = {ColumnOf("Frequency (MHz)"), ColumnOf("Delay (ns)")};
   AddRows(record.delay, record.nDelayPoints, table);

@@ -11,8 +11,8 @@ namespace polefit {
 bool IsResponseFile(std::string_view text);
 
 /// The passband points of a record, frequencies in MHz.
-Table PassbandTable(const ResponseRecord& record);
+SourceTable PassbandTable(const ResponseRecord& record);
 /// The delay points of a record, in MHz and ns.
-Table DelayTable(const ResponseRecord& record);
+SourceTable DelayTable(const ResponseRecord& record);
 
 }  // namespace polefit

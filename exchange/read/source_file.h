@@ -12,9 +12,9 @@ namespace polefit {
 struct SourceFile {
   /// The bare name.
   std::string name;
-  Table table;
+  SourceTable table;
   /// The delay points of a Response Input File, which have frequencies of their own.
-  Table delays;
+  SourceTable delays;
   /// How a delimited text was read.
   TextLayout layout;
 };

@@ -6,15 +6,15 @@
 
 namespace polefit {
 
-void Table::AddRow(int line, const std::vector<std::string_view>& cells) {
+void SourceTable::AddRow(int line, const std::vector<std::string_view>& cells) {
   std::vector<double> numbers;
   numbers.reserve(cells.size());
   for (const std::string_view cell : cells) numbers.push_back(CellNumber(cell, decimalMark));
   AddRow(line, cells, numbers);
 }
 
-void Table::AddRow(int line, const std::vector<std::string_view>& cells,
-                   const std::vector<double>& numbers) {
+void SourceTable::AddRow(int line, const std::vector<std::string_view>& cells,
+                         const std::vector<double>& numbers) {
   lines_.push_back(line);
   for (std::size_t i = 0; i < columns.size(); ++i) {
     const bool given = i < cells.size();
@@ -26,14 +26,14 @@ void Table::AddRow(int line, const std::vector<std::string_view>& cells,
   }
 }
 
-void Table::Reserve(std::size_t rows, std::size_t bytes) {
+void SourceTable::Reserve(std::size_t rows, std::size_t bytes) {
   lines_.reserve(rows);
   cells_.reserve(rows * columns.size());
   text_.reserve(bytes);
 }
 
-Table NoTable(const std::string& fault) {
-  Table table;
+SourceTable NoTable(const std::string& fault) {
+  SourceTable table;
   table.fault = fault;
   return table;
 }

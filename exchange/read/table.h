@@ -26,7 +26,7 @@ struct NetworkParameter {
 enum class FileKind { delimited, network, responseFile };
 
 /// A file as one table of named columns. Rows keep the order and the texts of the file.
-class Table {
+class SourceTable {
  public:
   FileKind kind = FileKind::delimited;
   std::vector<Column> columns;
@@ -81,6 +81,6 @@ class Table {
 inline constexpr std::size_t kMostCells = 8'000'000;
 
 /// A table that says why there is none.
-Table NoTable(const std::string& fault);
+SourceTable NoTable(const std::string& fault);
 
 }  // namespace polefit

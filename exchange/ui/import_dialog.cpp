@@ -302,7 +302,7 @@ void ImportDialog::ShowPlan() {
 }
 
 void ImportDialog::ShowColumns() {
-  const Table& table = plan_.source.table;
+  const SourceTable& table = plan_.source.table;
   const ImportChoices& choices = plan_.choices;
   FillColumns(*frequency_, table, {}, choices.frequency);
   Choose(*unit_, static_cast<int>(choices.unit));
@@ -377,7 +377,7 @@ void ImportDialog::TakeColumns() {
   plan_.keepsOther = other == kSecondEntry;
   choices.other = {};
   if (other >= 0) {
-    const Table& table = plan_.source.table;
+    const SourceTable& table = plan_.source.table;
     choices.other = {other, GuessKind(table, other).value_or(choices.value.kind)};
   }
   choices.weight = DataOf<int>(*weight_);
@@ -386,7 +386,7 @@ void ImportDialog::TakeColumns() {
 
 void ImportDialog::TakeValues() {
   ValueColumn& value = plan_.choices.value;
-  const Table& table = plan_.source.table;
+  const SourceTable& table = plan_.source.table;
   if (!table.parameters.empty()) {
     plan_.parameter = value_->currentText().toStdString();
     ChooseParameter(table, plan_.parameter, value);

@@ -33,7 +33,7 @@ ChoiceBox* MakeChoice(const char* name, const QString& tip) {
   return box;
 }
 
-void FillColumns(QComboBox& box, const Table& table, std::initializer_list<QString> before,
+void FillColumns(QComboBox& box, const SourceTable& table, std::initializer_list<QString> before,
                  int chosen) {
   box.clear();
   int data = -1;

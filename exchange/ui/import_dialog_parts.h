@@ -28,7 +28,7 @@ ChoiceBox* MakeChoice(const char* name, const QString& tip);
 
 /// Fills a box with the table's columns, "2: S21 dB", behind `before`, whose data count down from
 /// -1; chooses the entry whose data is `chosen`.
-void FillColumns(QComboBox& box, const Table& table, std::initializer_list<QString> before,
+void FillColumns(QComboBox& box, const SourceTable& table, std::initializer_list<QString> before,
                  int chosen);
 
 /// Chooses the entry with this data.

@@ -14,7 +14,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-Table TableOf(const std::string& text, const std::string& name = "x.csv") {
+SourceTable TableOf(const std::string& text, const std::string& name = "x.csv") {
   return ReadSourceBytes(name, text).table;
 }
 
@@ -33,7 +33,7 @@ std::vector<std::string> Rows(const Points& points) {
 }
 
 Points PointsOf(const std::string& text, Role role = Role::model) {
-  const Table table = TableOf(text);
+  const SourceTable table = TableOf(text);
   return MakePoints(table, GuessChoices(table, role).choices);
 }
 
@@ -51,7 +51,7 @@ TEST(PointsTest, ARoleSaysWhichOfYinAndYoutThePointsAre) {
   EXPECT_THAT(Rows(PointsOf(text, Role::model)), ElementsAre("1/1/.5/1", "2/1/.25/1"));
   EXPECT_THAT(Rows(PointsOf(text, Role::equalise)), ElementsAre("1/.5/1/1", "2/.25/1/1"));
   EXPECT_THAT(Rows(PointsOf(text, Role::want)), ElementsAre("1/1/.5/1", "2/1/.25/1"));
-  const Table table = TableOf("MHz,a,b,w,delay (us)\n1,.5,.6,2,.1\n2,.25,.3,3,.04\n");
+  const SourceTable table = TableOf("MHz,a,b,w,delay (us)\n1,.5,.6,2,.1\n2,.25,.3,3,.04\n");
   ImportChoices choices = GuessChoices(table, Role::equalise).choices;
   choices.value = {1};
   choices.other = {2};
@@ -98,9 +98,9 @@ TEST(PointsTest, GuessesNameTheirGroundsOrWait) {
     EXPECT_EQ(guess.choices.value.kind, one.kind.value_or(ValueKind::linear)) << one.text;
     EXPECT_EQ(guess.choices.unit, one.unit) << one.text;
   }
-  const Table delays = TableOf("MHz,dB,gd\n10,-1,2e-8\n20,-2,3e-8\n");
+  const SourceTable delays = TableOf("MHz,dB,gd\n10,-1,2e-8\n20,-2,3e-8\n");
   EXPECT_EQ(GuessDelayUnit(delays, 2, 0, FrequencyUnit::megahertz), DelayUnit::seconds);
-  const Table table = TableOf("f,Gain (dB),Gain (dB),Phase\n1,2,3,4\n2,3,4,5\n");
+  const SourceTable table = TableOf("f,Gain (dB),Gain (dB),Phase\n1,2,3,4\n2,3,4,5\n");
   EXPECT_EQ(FindColumn(table, "gain"), 1);
   EXPECT_EQ(FindColumn(table, " phase "), 3);
   EXPECT_EQ(FindColumn(table, "2"), 1);
@@ -172,7 +172,7 @@ TEST(PointsTest, ADelayComesFromThePhase) {
   }
   const double largest = *std::max_element(delays.begin(), delays.end());
   for (const std::string& text : {polar, complex}) {
-    const Table table = TableOf(text);
+    const SourceTable table = TableOf(text);
     ImportChoices choices = GuessChoices(table, Role::model).choices;
     choices.delaySource = DelaySource::phase;
     const Points points = MakePoints(table, choices);
@@ -181,7 +181,7 @@ TEST(PointsTest, ADelayComesFromThePhase) {
       EXPECT_NEAR(points.delays[i].tx.value, largest - delays[i], .02 * largest);
     }
   }
-  const Table coarse = TableOf("MHz,mag,phase\n1,1,0\n2,1,-155\n3,1,50\n");
+  const SourceTable coarse = TableOf("MHz,mag,phase\n1,1,0\n2,1,-155\n3,1,50\n");
   ImportChoices choices = GuessChoices(coarse, Role::model).choices;
   choices.delaySource = DelaySource::phase;
   EXPECT_THAT(MakePoints(coarse, choices).fault, HasSubstr("too coarse for a delay"));
@@ -195,7 +195,7 @@ TEST(PointsTest, NetworkFilesOfEveryFormatGiveTheSamePoints) {
         const std::string pair = FilterSweep::Pair(FilterSweep::At(f), format);
         text += Format("%.10g 0 0 %s 1 0 1 0\n", f * scale, pair.c_str());
       }
-      const Table table = TableOf(text, "dut.s2p");
+      const SourceTable table = TableOf(text, "dut.s2p");
       const Points points = MakePoints(table, GuessChoices(table, Role::model).choices);
       ASSERT_EQ(points.passband.size(), 40U) << points.fault;
       for (const PassbandRow& row : points.passband) {
@@ -209,7 +209,7 @@ TEST(PointsTest, NetworkFilesOfEveryFormatGiveTheSamePoints) {
 TEST(PointsTest, MoreRowsThanATableHoldsAskForFewer) {
   std::string text = "Hz,mag\n";
   for (int i = 1; i <= 32767; ++i) text += std::to_string(i) + ",1\n";
-  const Table table = TableOf(text);
+  const SourceTable table = TableOf(text);
   ImportChoices choices = GuessChoices(table, Role::model).choices;
   EXPECT_THAT(MakePoints(table, choices).fault, HasSubstr("32767 rows are more than"));
   choices.rows.points = 100;

@@ -12,7 +12,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 /// A table in one text: headings, then rows, cells as they stand in the file.
-std::string Shown(const Table& table) {
+std::string Shown(const SourceTable& table) {
   if (!table.fault.empty()) return "fault: " + table.fault;
   std::string text;
   for (const Column& column : table.columns) text += "[" + column.heading + "]";
@@ -84,13 +84,14 @@ TEST(DelimitedTest, EncodingsAreToldApart) {
 }
 
 TEST(DelimitedTest, LinesThatCannotBeReadAreTold) {
-  const Table table = ReadDelimited("f,a\n1,2\nwords\n\n# remark\n2,3,4,5\n3\n4,5\nf,a\n5,6\n6,");
+  const SourceTable table =
+      ReadDelimited("f,a\n1,2\nwords\n\n# remark\n2,3,4,5\n3\n4,5\nf,a\n5,6\n6,");
   EXPECT_THAT(table.skippedLines, ElementsAre(3, 6, 7, 11));
   EXPECT_EQ(table.Rows(), 3);
 }
 
 TEST(DelimitedTest, OfSeveralSweepsOneIsTaken) {
-  const Table table = ReadDelimited("f,a\n1,2\n2,3\nEND\nf,b\n1,5\n2,6\nEND\n");
+  const SourceTable table = ReadDelimited("f,a\n1,2\n2,3\nEND\nf,b\n1,5\n2,6\nEND\n");
   EXPECT_EQ(Shown(table), "[f][a]\n2: 1 2\n3: 2 3");
   EXPECT_THAT(table.notes, ElementsAre(HasSubstr("2 sweeps")));
 }

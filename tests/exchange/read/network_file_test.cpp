@@ -11,7 +11,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 /// "S21 0.5 90" for each parameter of the first row, with the frequency before them.
-std::string FirstRow(const Table& table) {
+std::string FirstRow(const SourceTable& table) {
   if (table.Rows() == 0) return "fault: " + table.fault;
   std::string text(table.Text(0, 0));
   for (const NetworkParameter& parameter : table.parameters) {
@@ -73,7 +73,7 @@ TEST(NetworkFileTest, TheOptionLineMayHaveAnyOrderAndLeaveOutAnything) {
       {"#HZ S DB R 50 ! remark\n# GHz MA\n", FrequencyUnit::hertz, Quantity::decibel},
       {"! remark\n\n  # mhz\n", FrequencyUnit::megahertz, Quantity::linear}};
   for (const auto& [line, unit, quantity] : lines) {
-    const Table table = ReadNetworkFile("a.s1p", line + Counting({3}));
+    const SourceTable table = ReadNetworkFile("a.s1p", line + Counting({3}));
     ASSERT_EQ(table.Rows(), 2) << line;
     EXPECT_EQ(table.columns[0].meaning.frequencyUnit, unit) << line;
     EXPECT_EQ(table.columns[1].meaning.quantity, quantity) << line;
@@ -81,22 +81,22 @@ TEST(NetworkFileTest, TheOptionLineMayHaveAnyOrderAndLeaveOutAnything) {
 }
 
 TEST(NetworkFileTest, NoiseIsLeftOutAndBrokenRowsAreTold) {
-  const Table noisy =
+  const SourceTable noisy =
       ReadNetworkFile("a.s2p", "# MHz\n" + Counting({9}) + "1 .1 .2 3 4\n2 .1 .2 3 4 ! end\n");
   EXPECT_EQ(noisy.Rows(), 2);
   EXPECT_THAT(noisy.notes, ElementsAre("noise data left out (2 lines)"));
   EXPECT_TRUE(noisy.skippedLines.empty());
 
-  const Table version2 =
+  const SourceTable version2 =
       ReadNetworkFile("a.ts",
                       "[Version] 2.0\n# Hz\n[Number of Ports] 1\n[Begin Information]\n9 9 9\n"
                       "[End Information]\n[Network Data]\n" +
                           Counting({3}) + "[Noise Data]\n5 5 5\n[End]");
   EXPECT_EQ(version2.Rows(), 2);
 
-  const Table broken = ReadNetworkFile("a.s2p",
-                                       "words\n1 1 1 1 1 1 1 1 1\n2 1 x 1 1 1 1 1 1\n3 1 1\n"
-                                       "4 1 1 1 1 1 1 nan 1\n5 1 1 1 1 1 1 1 1\n6 1 1 1");
+  const SourceTable broken = ReadNetworkFile("a.s2p",
+                                             "words\n1 1 1 1 1 1 1 1 1\n2 1 x 1 1 1 1 1 1\n3 1 1\n"
+                                             "4 1 1 1 1 1 1 nan 1\n5 1 1 1 1 1 1 1 1\n6 1 1 1");
   EXPECT_EQ(broken.Rows(), 2);
   EXPECT_THAT(broken.skippedLines, ElementsAre(3, 4, 5, 7));
   EXPECT_THAT(ReadNetworkFile("a.s1p", "# H\n" + Counting({3})).notes,
