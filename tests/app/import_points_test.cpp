@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/file_commands.h"
+#include "form/changes.h"
 #include "form/scripted_program.h"
 #include "form/transfer.h"
 
@@ -20,6 +21,7 @@ class ImportPointsTest : public ::testing::Test {
     form_.passData.SetRowCount(3);
     form_.delayData.SetRowCount(3);
     GetAnswers(program_);
+    NoteShown(program_);
   }
 
   /// Takes the plan as it is offered, after `change`.
@@ -99,7 +101,7 @@ TEST_F(ImportPointsTest, WhatIsGivenUpOrCannotBeReadChangesNothing) {
   ImportPoints(program_, {host_.Path("data/x.csv"), host_.Path("data")}, no);
   EXPECT_THAT(host_.TakeTranscript().front(),
               HasSubstr("No points of '@/data/words.txt' can be taken: no rows of at least two"));
-  program_.document.DataChanged = 1;
+  form_.SetText("Gain", "2");
   host_.AnswerBox(Answer::cancel);
   ImportPoints(program_, {host_.Path("data/x.csv")}, Take());
   EXPECT_TRUE(CellsOf(program_).typed.passband == before.typed.passband);
