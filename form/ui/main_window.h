@@ -82,6 +82,7 @@ class MainWindow final : public QMainWindow, public FormView {
   void mnuFileDelete();
   void mnuFileVersions();
   void mnuFileImport();
+  void mnuFileExport();
   void mnuFileSubmit();
   void mnuViewDemos();
   void mnuViewOutput();

@@ -20,6 +20,8 @@ std::span<const MenuContents> MainMenus() {
        "document-revert", &MainWindow::mnuFileVersions},
       {"mnuFileImport", QT_TRANSLATE_NOOP("MainWindow", "&Import Points ..."), "Ctrl+I",
        "document-import", &MainWindow::mnuFileImport, true},
+      {"mnuFileExport", QT_TRANSLATE_NOOP("MainWindow", "&Export Result ..."), "Ctrl+Shift+E",
+       "document-export", &MainWindow::mnuFileExport},
       {"mnuFileSubmit", QT_TRANSLATE_NOOP("MainWindow", "Submit &Run"), "F5", "system-run",
        &MainWindow::mnuFileSubmit, true},
       {"mnuFileExit", QT_TRANSLATE_NOOP("MainWindow", "E&xit"), "Ctrl+Q", "application-exit",

@@ -14,6 +14,7 @@
 #include "demos/demo_runner.h"
 #include "demos/introduction.h"
 #include "demos/restore_examples.h"
+#include "exchange/ui/export_command.h"
 #include "exchange/ui/import_dialog.h"
 #include "form/transfer.h"
 #include "grids/cell_editor.h"
@@ -63,6 +64,7 @@ void Session::ConnectMainForm() {
   On(&MainWindow::mnuFileSaveAs, [](Program& program) { FileSaveAs(program); });
   On(&MainWindow::mnuFileDelete, FileDelete);
   QObject::connect(&frmMain_, &MainWindow::mnuFileVersions, &frmMain_, [this] { ShowVersions(); });
+  QObject::connect(&frmMain_, &MainWindow::mnuFileExport, &frmMain_, [this] { ExportResult(); });
   On(&MainWindow::mnuDemosRestore, RestoreExamples);
   On(&MainWindow::mnuViewDemos, ViewExampleFile);
   On(&MainWindow::mnuViewOutput, ViewLastOutput);
@@ -246,6 +248,11 @@ void Session::End() {
 void Session::ShowVersions() {
   guard_.Run([this] { ChooseFormerVersion(program_, &frmMain_); });
   recovery_.FollowCommand();
+}
+
+void Session::ExportResult() {
+  const ErrorGuard guard = [this](const std::function<void()>& action) { guard_.Run(action); };
+  guard_.Run([&] { ExportLastResult(program_, guard, &frmMain_); });
 }
 
 void Session::TakeImproved() {

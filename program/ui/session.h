@@ -50,6 +50,7 @@ class Session {
   AskForPlan Asker();
   OtherFile Importer();
   void TakeDropped(const QStringList& dropped);
+  void ExportResult();
 
   EventGuard guard_;
   RunWatch& runs_;

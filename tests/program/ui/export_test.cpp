@@ -1,0 +1,49 @@
+#include <gmock/gmock.h>
+
+#include "exchange/last_result.h"
+#include "program/ui/installed_program.h"
+
+namespace polefit::testing {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+class ExportTest : public InstalledProgram {
+ protected:
+  void InstallResult() {
+    WriteBytes(Installed("last-run.ini"), FileBytes(POLEFIT_EXAMPLES "/Ex-Yzero.102"));
+  }
+};
+
+TEST_F(ExportTest, ThereIsNothingToExportBeforeTheFirstRun) {
+  Start();
+  answers.Press(QMessageBox::Ok);
+  Choose("mnuFileExport");
+  EXPECT_THAT(answers.said, ElementsAre(HasSubstr("There is no result yet.")));
+}
+
+TEST_F(ExportTest, TheLastResultIsSavedUnderTheChosenName) {
+  InstallResult();
+  Start();
+  answers.PressIn("cmdExportSave");
+  answers.Choose(root.File("filter.py"));
+  answers.Cancel();
+  Choose("mnuFileExport");
+  EXPECT_THAT(FileBytes(root.File("filter.py")),
+              AllOf(HasSubstr("# File: Ex-Yzero.102\n"), HasSubstr("sections = np.array([")));
+}
+
+TEST_F(ExportTest, AResultIsOutdatedWhenTheFormAsksForSomethingElse) {
+  InstallResult();
+  Start(POLEFIT_EXAMPLES "/Ex-Yzero.101");
+  EXPECT_FALSE(ReadLastResult(session->Values())->isOutdated);
+  SetText("Gain", "7");
+  EXPECT_FALSE(ReadLastResult(session->Values())->isOutdated) << "the run changes it itself";
+  SetText("freqNorm", "11");
+  EXPECT_TRUE(ReadLastResult(session->Values())->isOutdated);
+}
+
+}  // namespace
+}  // namespace polefit::testing
