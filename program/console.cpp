@@ -1,9 +1,11 @@
 #include "program/console.h"
 
+#include <algorithm>
 #include <iostream>
 #include <string_view>
 
 #include "base/text.h"
+#include "base/text_format.h"
 #include "check/check.h"
 #include "platform/paths.h"
 #include "program/console_exit.h"
@@ -27,6 +29,8 @@ constexpr const char* kHelp =
     "                                        write poles, zeros and gain for another program\n"
     "       polefit --fill COLUMN=EXPRESSION [--grid A:B:N] FILE OUT\n"
     "                                        fill a column of the points by a formula\n"
+    "       polefit --plot FILE OUT          draw the curves of FILE; OUT ends in .png, .svg or "
+    ".pdf\n"
     "       polefit --version\n"
     "       polefit --help\n"
     "\n"
@@ -101,6 +105,12 @@ int CheckFile(Host& host, Words words) {
   }
 }
 
+/// Told before anything is read, so that a wrong name leaves nothing half done.
+bool IsPictureName(const std::string& name) {
+  const std::string end = UpperCase(name.substr(std::max<std::size_t>(name.size(), 4) - 4));
+  return end == ".PNG" || end == ".SVG" || end == ".PDF";
+}
+
 int PrintVersion(Host& /*host*/, Words words) {
   if (!words.empty()) return WrongUsage();
   std::cout << "Polefit " POLEFIT_VERSION "\n";
@@ -130,8 +140,12 @@ CommandLineResult CarryOut(Host& host, std::span<const std::string> arguments) {
   for (const ConsoleCommand& command : kCommands) {
     if (first == command.name) return {command.run(host, arguments.subspan(1)), {}};
   }
-  if (first == "--" && count == 2) return {std::nullopt, {arguments[1]}};
-  if (count <= 1 && !first.starts_with('-')) return {std::nullopt, {first}};
+  if (first == "--plot") {
+    if (count != 3 || !IsPictureName(arguments[2])) return {WrongUsage(), {}};
+    return {std::nullopt, {{}, arguments[1], arguments[2]}};
+  }
+  if (first == "--" && count == 2) return {std::nullopt, {arguments[1], {}, {}}};
+  if (count <= 1 && !first.starts_with('-')) return {std::nullopt, {first, {}, {}}};
   return {WrongUsage(), {}};
 }
 

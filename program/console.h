@@ -12,6 +12,9 @@ namespace polefit {
 struct WindowStart {
   /// A file to open once the window is up, or empty.
   std::string fileToOpen;
+  /// Instead of windows a picture of this file's curves is made; with `fileToPlot` empty none is.
+  std::string fileToPlot = {};
+  std::string picture = {};
 };
 
 /// Either the exit code of a command that needs no window, or what the window starts with.

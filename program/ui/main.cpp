@@ -11,6 +11,7 @@
 #include "platform/paths.h"
 #include "platform/ui/termination.h"
 #include "program/console.h"
+#include "program/ui/plot_command.h"
 #include "program/ui/program_host.h"
 #include "program/ui/session.h"
 #include "widgets/program_style.h"
@@ -39,6 +40,12 @@ int Run(int argc, char** argv) {
   const std::vector<std::string> arguments(argv + 1, argv + argc);
   const polefit::CommandLineResult result = polefit::RunCommandLine(console, arguments);
   if (result.exitCode) return *result.exitCode;
+  if (!result.window.fileToPlot.empty()) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    QApplication::setStyle(new polefit::ProgramStyle);
+    return polefit::PlotFile(console, result.window.fileToPlot, result.window.picture);
+  }
   // Start-up changes the current folder, so a relative name is made whole before it.
   const std::string& file = result.window.fileToOpen;
   return RunWindows(argc, argv, file.empty() ? file : polefit::WholePath(console, file));

@@ -1,5 +1,7 @@
 #include "program/ui/session.h"
 
+#include <QDateTime>
+#include <QFileInfo>
 #include <utility>
 
 #include "app/file_commands.h"
@@ -18,6 +20,8 @@
 #include "exchange/ui/import_dialog.h"
 #include "form/transfer.h"
 #include "grids/cell_editor.h"
+#include "plots/ui/curves_menu.h"
+#include "responsefile/reader.h"
 #include "widgets/controls.h"
 #include "widgets/file_drop.h"
 
@@ -42,6 +46,8 @@ Session::Session(ProgramHost& host, std::string fileToOpen)
       fileToOpen_(std::move(fileToOpen)) {
   guard_.atRisk = [this] { recovery_.KeepNow(); };
   frmMain_.Attach(program_);
+  curves_ = new CurvesDock(frmMain_, program_);
+  AddCurvesMenu(frmMain_, *curves_);
   ConnectMainForm();
   ConnectDialogs();
 }
@@ -122,6 +128,9 @@ void Session::ConnectDialogs() {
   });
   QObject::connect(&console_, &RunWindow::reportWanted, &console_,
                    [this] { guard_.Run([this] { ViewLastOutput(program_); }); });
+  QObject::connect(&console_, &RunWindow::runEnded, curves_, [this](bool hasValues) {
+    if (hasValues) ShowRunResult();
+  });
   QObject::connect(&console_, &RunWindow::improvedValuesWanted, &console_,
                    [this] { TakeImproved(); });
 }
@@ -253,6 +262,25 @@ void Session::ShowVersions() {
 void Session::ExportResult() {
   const ErrorGuard guard = [this](const std::function<void()>& action) { guard_.Run(action); };
   guard_.Run([&] { ExportLastResult(program_, guard, &frmMain_); });
+}
+
+/// A result that cannot be read is no reason for a box: the run's report tells.
+void Session::ShowRunResult() {
+  ResponseRecord record;
+  try {
+    program_.host.OpenForReading(program_.folders.LastRunPath);
+    std::string name;
+    std::string folder;
+    ReadResponse(program_.host, record, name, folder);
+  } catch (const RunTimeError&) {
+    program_.host.CloseFile();
+    return;
+  }
+  program_.host.CloseFile();
+  constexpr std::int64_t kNanosecondsPerMillisecond = 1'000'000;
+  const auto state = program_.host.StateOfFile(program_.folders.LastRunPath);
+  const auto written = state ? state->modified / kNanosecondsPerMillisecond : 0;
+  curves_->ShowResult(record, QDateTime::fromMSecsSinceEpoch(written).toString("HH:mm"));
 }
 
 void Session::TakeImproved() {

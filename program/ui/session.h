@@ -11,6 +11,7 @@
 #include "demos/ui/intro_dialog.h"
 #include "form/state.h"
 #include "form/ui/main_window.h"
+#include "plots/ui/curves_dock.h"
 #include "program/ui/event_guard.h"
 #include "program/ui/program_host.h"
 #include "program/ui/recovery_timer.h"
@@ -45,6 +46,7 @@ class Session {
   void PutFileBack();
   void Submit();
   bool MayStart();
+  void ShowRunResult();
   void TakeImproved();
   void ShowVersions();
   AskForPlan Asker();
@@ -60,6 +62,7 @@ class Session {
   std::unique_ptr<HeldLock> programFolder_;
   FindingsPanel findings_{frmMain_};
   RunWindow console_;
+  CurvesDock* curves_ = nullptr;  ///< the main window's
   IntroDialog frmIntro_;
   DemoDialog frmDemo_;
   std::string fileToOpen_;

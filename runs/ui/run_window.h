@@ -29,6 +29,8 @@ class RunWindow final : public QWidget {
  Q_SIGNALS:
   void reportWanted();
   void improvedValuesWanted();
+  /// The run has ended; `hasValues` when it left improved values.
+  void runEnded(bool hasValues);
 
  private:
   void Build();

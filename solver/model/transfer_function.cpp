@@ -18,6 +18,7 @@ using Eigen::ArrayXd;
 
 constexpr double kDecibelsPerNeper = 8.685889638065037;
 constexpr double kDegreesPerRadian = 57.29577951308232;
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
 Eigen::Map<const ArrayXd> AsArray(const std::vector<double>& values) {
@@ -148,6 +149,19 @@ std::vector<double> TransferFunction::GroupDelays(const std::vector<double>& meg
 std::vector<double> TransferFunction::Phases(const std::vector<double>& megahertz) const {
   return AsVector(kDegreesPerRadian * polefit::Phases(problem_->constellation, AsArray(parameters_),
                                                       AsArray(megahertz) / problem_->freqNorm));
+}
+
+std::pair<double, double> TransferFunction::PointRange() const {
+  if (!HasPoints()) return {0, 0};
+  std::pair<double, double> range(kInfinity, -kInfinity);
+  const auto take = [&range](double frequency) {
+    range.first = std::min(range.first, frequency);
+    range.second = std::max(range.second, frequency);
+  };
+  for (const PassbandPoint& point : problem_->passband) take(point.frequency);
+  if (!WantsDelay()) return range;
+  for (const DelayPoint& point : problem_->delay) take(point.frequency);
+  return range;
 }
 
 PassbandFit TransferFunction::Passband() const {

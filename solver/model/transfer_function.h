@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "record/finding.h"
@@ -96,6 +97,8 @@ class TransferFunction {
   /// Yin alone, interpolated as above.
   std::vector<double> Inputs(const std::vector<double>& megahertz) const;
 
+  /// The lowest and the highest frequency of all points, in MHz; both 0 where there are none.
+  std::pair<double, double> PointRange() const;
   PassbandFit Passband() const;
   DelayFit DelayPoints() const;
   std::vector<PlacedLocation> Locations() const;

@@ -1,0 +1,161 @@
+#include "plots/diagram.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "plots/diagram_parts.h"
+#include "plots/units.h"
+
+namespace polefit {
+
+bool Series::IsLine() const {
+  switch (role) {
+    case SeriesRole::input:
+    case SeriesRole::typed:
+    case SeriesRole::preview:
+    case SeriesRole::result:
+    case SeriesRole::other:
+    case SeriesRole::plainMagnitude:
+    case SeriesRole::constant:
+      return true;
+    default:
+      return false;
+  }
+}
+
+Diagram MakeDiagram(DiagramKind kind, const ShownCurves& shown, const DiagramChoices& choices) {
+  Diagram diagram;
+  diagram.kind = kind;
+  if (shown.empty()) {
+    diagram.sentence = "no curve";
+    return diagram;
+  }
+  const DiagramParts parts(shown, choices);
+  switch (kind) {
+    case DiagramKind::magnitude:
+      parts.DrawMagnitude(diagram);
+      break;
+    case DiagramKind::error:
+      parts.DrawErrors(diagram);
+      break;
+    case DiagramKind::poles:
+      parts.DrawPoles(diagram);
+      break;
+    case DiagramKind::delay:
+      parts.DrawDelay(diagram);
+      break;
+    case DiagramKind::phase:
+      parts.DrawPhase(diagram);
+      break;
+    case DiagramKind::step:
+      parts.DrawStep(diagram);
+      break;
+  }
+  return diagram;
+}
+
+namespace {
+
+std::string Level(double value, bool isLinear) {
+  if (isLinear) return Figure(value, 5);
+  if (value <= 0) return "0";
+  return DecibelFigure(20 * std::log10(value)) + " dB";
+}
+
+std::string PointText(std::size_t row, const ShownCurves& shown, const DiagramChoices& choices) {
+  const PassbandFit& points = shown.front()->passband;
+  std::string text = "row " + std::to_string(row + 1) + ": " +
+                     FrequencyText(points.frequency[row]) + ", wanted " +
+                     Level(points.yout[row], choices.isLinear);
+  for (const FitCurves* const curves : shown) {
+    if (curves->passband.frequency.size() <= row) continue;
+    text += ", " + curves->name + " " + Level(curves->passband.obtained[row], choices.isLinear);
+    const double error =
+        choices.isLinear ? curves->passband.weighted[row] : curves->passband.decibels[row];
+    if (std::isnan(error)) continue;
+    text += choices.isLinear ? ", error " + Figure(error, 3)
+                             : ", error " + DecibelFigure(error) + " dB";
+  }
+  return text;
+}
+
+std::string DelayText(std::size_t row, const ShownCurves& shown) {
+  const DelayFit& points = shown.front()->delayPoints;
+  return "row " + std::to_string(row + 1) + ": " + FrequencyText(points.frequency[row]) + ", TX " +
+         TimeText(points.tx[row]) + ", H " + TimeText(points.own[row]) + ", total " +
+         TimeText(points.total[row]) + ", error " + TimeText(points.error[row]);
+}
+
+std::string CurveText(const Diagram& diagram, std::size_t stop) {
+  const Stop& at = diagram.stops[stop];
+  return Figure(at.x, 5) + " on the axis, " + Figure(at.y, 5) + " " + diagram.y.label;
+}
+
+const char* NameOf(FactorKind kind) {
+  switch (kind) {
+    case FactorKind::sigmaPole:
+      return "sigma pole";
+    case FactorKind::polePair:
+      return "pair";
+    case FactorKind::sigmaZero:
+      return "sigma zero";
+    case FactorKind::omegaZero:
+      return "omega zero";
+    case FactorKind::zeroPair:
+      return "zero pair";
+    default:
+      return "zero quad";
+  }
+}
+
+}  // namespace
+
+std::string LocationText(const FitCurves& curves, std::size_t location) {
+  const PlacedLocation& at = curves.locations[location];
+  const double distance = std::hypot(at.real, at.imaginary);
+  std::string text = NameOf(at.kind);
+  if (at.kind != FactorKind::sigmaZero) text += " " + std::to_string(at.number + 1);
+  text += ": ";
+  if (at.kind != FactorKind::omegaZero) {
+    text += (at.onBothSides ? "\u00b1" + Figure(std::abs(at.real), 4) : Figure(at.real, 4));
+  }
+  const bool isPair = at.kind == FactorKind::polePair || at.kind == FactorKind::zeroPair ||
+                      at.kind == FactorKind::zeroQuad;
+  if (isPair) text += " + ";
+  if (isPair || at.kind == FactorKind::omegaZero) text += "j" + Figure(at.imaginary, 4);
+  text += ", " + FrequencyText(Rounded4(distance * curves.h->FreqNorm()));
+  if (isPair && at.imaginary > 0) text += ", Q " + Figure(distance / (2 * std::abs(at.real)), 3);
+  if (at.isHeld) text += ", held";
+  return text;
+}
+
+namespace {
+
+std::string TextAmongCurves(const Stop& stop, const ShownCurves& shown) {
+  if (stop.curve >= shown.size() || stop.index >= shown[stop.curve]->locations.size()) return {};
+  const std::string text = LocationText(*shown[stop.curve], stop.index);
+  return shown.size() == 1 ? text : shown[stop.curve]->name + ", " + text;
+}
+
+}  // namespace
+
+std::string StopText(const Diagram& diagram, std::size_t stop, const ShownCurves& shown,
+                     const DiagramChoices& choices) {
+  if (stop >= diagram.stops.size() || shown.empty()) return {};
+  const std::size_t index = diagram.stops[stop].index;
+  switch (diagram.kind) {
+    case DiagramKind::magnitude:
+    case DiagramKind::error:
+      return shown.front()->passband.frequency.empty() ? CurveText(diagram, stop)
+                                                       : PointText(index, shown, choices);
+    case DiagramKind::poles:
+      return TextAmongCurves(diagram.stops[stop], shown);
+    case DiagramKind::delay:
+      if (!shown.front()->delayPoints.frequency.empty()) return DelayText(index, shown);
+      return CurveText(diagram, stop);
+    default:
+      return CurveText(diagram, stop);
+  }
+}
+
+}  // namespace polefit

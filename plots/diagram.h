@@ -1,0 +1,105 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "plots/fit_curves.h"
+
+namespace polefit {
+
+enum class DiagramKind { magnitude, error, poles, delay, phase, step };
+
+/// What a series stands for. It fixes its line style and colour.
+enum class SeriesRole {
+  wanted,
+  notCounted,  ///< wanted, with the weight 0
+  belowAxis,   ///< wanted 0, at the lower edge
+  input,
+  typed,
+  preview,
+  result,
+  other,
+  plainMagnitude,  ///< |H| alone
+  constant,        ///< T0, or the gain that a step ends at
+  worst,
+  sidelobe,
+  poles,
+  zeros,
+  ghostPoles,  ///< those of the other curves
+  ghostZeros
+};
+
+/// One curve, or one set of marks.
+struct Series {
+  std::string name;  ///< for the legend; empty: not in it
+  SeriesRole role = SeriesRole::typed;
+  std::vector<double> x;
+  std::vector<double> y;  ///< NaN breaks the line
+  bool isPale = false;
+
+  bool IsLine() const;
+};
+
+struct Axis {
+  std::string label;
+  double from = 0;
+  double to = 1;
+  bool isLogarithmic = false;
+};
+
+/// A place that the keys step to and the mouse finds, and what it stands for.
+struct Stop {
+  double x = 0;
+  double y = 0;
+  /// The row of the points from 0, or the location.
+  std::size_t index = 0;
+  std::size_t curve = 0;  ///< whose location it is, among the shown ones
+};
+
+/// A rectangle of allowed locations.
+struct Frame {
+  double left = 0;
+  double right = 0;
+  double bottom = 0;
+  double top = 0;
+};
+
+/// What one diagram shows, ready to be drawn.
+struct Diagram {
+  DiagramKind kind = DiagramKind::magnitude;
+  Axis x;
+  Axis y;
+  bool hasEqualScales = false;
+  std::vector<Series> series;
+  /// Dotted lines from edge to edge.
+  std::vector<double> verticals;
+  std::vector<double> horizontals;
+  std::vector<Frame> frames;
+  std::vector<Stop> stops;  ///< ascending in x, but in the order of the locations among the poles
+  std::string note;         ///< stands in the diagram: why something is not drawn, the worst row
+  std::string sentence;     ///< all in one sentence, for those who do not see it
+};
+
+/// What the user has chosen.
+struct DiagramChoices {
+  bool isLinear = false;
+  bool isLogFrequency = false;
+  bool showsPlainMagnitude = false;
+  std::vector<std::string> hidden;  ///< names of curves
+};
+
+/// The curves that are shown: the typed answers first, where there are any, then the others.
+using ShownCurves = std::vector<const FitCurves*>;
+
+/// One diagram of the curves; of none it is empty.
+Diagram MakeDiagram(DiagramKind kind, const ShownCurves& shown, const DiagramChoices& choices);
+
+/// "row 12: 5.5 MHz, wanted -5.85 dB, typed -5.83 dB, error 0.02 dB", or "pair 2: -0.293 + j0.625,
+/// 13.8 MHz, Q 1.18".
+std::string StopText(const Diagram& diagram, std::size_t stop, const ShownCurves& shown,
+                     const DiagramChoices& choices);
+
+/// "pair 2: -0.293 + j0.625, 13.8 MHz, Q 1.18"
+std::string LocationText(const FitCurves& curves, std::size_t location);
+
+}  // namespace polefit

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "plots/diagram.h"
+#include "plots/units.h"
+
+namespace polefit {
+
+/// A number with four significant digits.
+double Rounded4(double value);
+
+/// Draws each kind of diagram of at least one set of curves; all frequency diagrams on one axis.
+class DiagramParts {
+ public:
+  DiagramParts(const ShownCurves& shown, const DiagramChoices& choices);
+
+  void DrawMagnitude(Diagram& diagram) const;
+  void DrawErrors(Diagram& diagram) const;
+  void DrawPoles(Diagram& diagram) const;
+  void DrawDelay(Diagram& diagram) const;
+  void DrawPhase(Diagram& diagram) const;
+  void DrawStep(Diagram& diagram) const;
+
+ private:
+  bool HasPoints() const { return !shown_.front()->passband.frequency.empty(); }
+  bool IsHidden(const std::string& name) const;
+  Axis FrequencyAxis() const;
+  std::vector<double> InUnit(const std::vector<double>& megahertz) const;
+  double Level(double value) const;
+  std::vector<double> Levels(std::vector<double> values) const;
+  void AddWanted(Diagram& diagram) const;
+  void AddObtained(Diagram& diagram) const;
+  void AddInput(Diagram& diagram) const;
+  void AddSidelobes(Diagram& diagram) const;
+  void FindLevelAxis(Diagram& diagram) const;
+  void PlaceBelowAxis(Diagram& diagram) const;
+  void AddPlainCurves(Diagram& diagram, const std::vector<double> FitCurves::*values,
+                      double factor) const;
+  const std::vector<double>& ErrorsOf(const FitCurves& curves) const;
+  std::string CountSentence() const;
+
+  const ShownCurves& shown_;
+  const DiagramChoices& choices_;
+  FrequencyRange range_;
+  Unit unit_;
+};
+
+/// The curve's name and its rms error, for the legend.
+std::string LegendText(const FitCurves& curves);
+
+SeriesRole RoleOf(CurveRole role);
+
+/// Widens the axis to hold all values that are not NaN, with a margin; a flat line gets a range
+/// too.
+void FitAxis(const std::vector<Series>& series, Axis& axis);
+
+}  // namespace polefit

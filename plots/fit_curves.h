@@ -1,0 +1,73 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "record/finding.h"
+#include "record/response_record.h"
+#include "solver/model/step_response.h"
+#include "solver/model/transfer_function.h"
+
+namespace polefit {
+
+/// Whose curve it is; each has a line style of its own.
+enum class CurveRole { typed, preview, result, other };
+
+/// A sidelobe's peak, in MHz and in parts of the largest |H|'s unit, as |H|.
+struct SidelobePeak {
+  double megahertz;
+  double magnitude;
+};
+
+/// All curves of one set of answers.
+struct FitCurves {
+  CurveRole role = CurveRole::typed;
+  std::string name;     ///< "typed", "result 19:40"
+  bool isPale = false;  ///< it no longer belongs to what is typed
+  std::shared_ptr<const Problem> problem;
+  std::optional<TransferFunction> h;
+
+  PassbandFit passband;
+  DelayFit delayPoints;
+  std::vector<PlacedLocation> locations;
+  /// How locations stand in the answers: the word of `locations[i]` in its list, from 0.
+  std::vector<std::size_t> words;
+  std::vector<SidelobePeak> sidelobes;
+  StepResponse step;
+
+  /// Even and logarithmic steps over `from` to `to`, denser where |H| bends; MHz, ascending.
+  std::vector<double> megahertz;
+  std::vector<double> magnitude;
+  std::vector<double> obtained;  ///< Yin |H|, NaN outside of the points
+  std::vector<double> delay;     ///< of H, in ns
+  std::vector<double> phase;     ///< of H, in degrees
+};
+
+/// The frequencies, in MHz, over which a record's curves are drawn: those of its points, and up to
+/// Freq Norm; without points up to 3 times that. `goesBeyond` goes on to the sidelobes.
+struct FrequencyRange {
+  double from = 0;
+  double to = 0;
+};
+FrequencyRange RangeOf(const TransferFunction& h, bool goesBeyond);
+
+/// The curves of a record, or nothing where its answers have a fault or H(s) no finite error;
+/// `findings` tell why. With no passband points there are those of H alone.
+std::optional<FitCurves> CurvesOf(const ResponseRecord& record, CurveRole role,
+                                  const std::string& name, std::vector<Finding>& findings);
+
+/// Where an error is worst.
+struct WorstRow {
+  int row = 0;  ///< from 1; 0 when there is none
+  double megahertz = 0;
+  double value = 0;  ///< with its sign
+};
+WorstRow WorstOf(const std::vector<double>& errors, const std::vector<double>& megahertz);
+
+/// How many poles and zeros H(s) has.
+int PoleCountOf(const FitCurves& curves);
+int ZeroCountOf(const FitCurves& curves);
+
+}  // namespace polefit

@@ -1,0 +1,76 @@
+#include "plots/move_location.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/text_format.h"
+#include "plots/diagram_parts.h"
+#include "solver/problem/answers.h"
+
+namespace polefit {
+
+namespace {
+
+/// The answer with one of its words replaced.
+ChangedAnswer WithWord(const ResponseRecord& record, int slot, std::size_t word, double value) {
+  std::vector<std::string> words = Words(record.Slot(slot));
+  if (word >= words.size()) return {};
+  words[word] = PlainNumber(Rounded4(value));
+  ChangedAnswer answer = {slot, {}};
+  for (const std::string& each : words) answer.text += (answer.text.empty() ? "" : " ") + each;
+  return answer;
+}
+
+/// The size of a real part, which does not leave its side of the omega axis.
+double SizeOnSide(double typedReal, double real, double low, double high) {
+  return std::clamp(typedReal < 0 ? -real : real, low, high);
+}
+
+bool IsTypedNegative(const ResponseRecord& record, int slot, std::size_t word) {
+  const std::vector<std::string> words = Words(record.Slot(slot));
+  return word < words.size() && words[word].starts_with('-');
+}
+
+}  // namespace
+
+std::vector<int> SlotsOf(FactorKind kind) {
+  switch (kind) {
+    case FactorKind::sigmaPole:
+      return {slot::kSigmaPoles};
+    case FactorKind::polePair:
+      return {slot::kPoleReal, slot::kPoleImag};
+    case FactorKind::sigmaZero:
+      return {slot::kSigmaZero};
+    case FactorKind::omegaZero:
+      return {slot::kYzero};
+    default:
+      return {slot::kZreal, slot::kZimag};
+  }
+}
+
+std::vector<ChangedAnswer> MoveLocation(const ResponseRecord& record, const FitCurves& typed,
+                                        std::size_t location, double real, double imaginary) {
+  const PlacedLocation& at = typed.locations[location];
+  if (at.isHeld) return {};
+  const double largest = typed.h->LargestLocation();
+  const std::vector<int> slots = SlotsOf(at.kind);
+  const std::size_t word = typed.words[location];
+  std::vector<ChangedAnswer> answers;
+  if (at.kind == FactorKind::omegaZero) {
+    // Exactly 1 would hold it there.
+    const double least = std::min(1.001, largest);
+    answers.push_back(
+        WithWord(record, slots[0], word, std::clamp(imaginary, least, std::max(least, largest))));
+  } else {
+    const double size = SizeOnSide(at.real, real, typed.h->LowestLocation(), largest);
+    const double sign = IsTypedNegative(record, slots[0], word) ? -1 : 1;
+    answers.push_back(WithWord(record, slots[0], word, sign * size));
+  }
+  if (slots.size() > 1) {
+    answers.push_back(WithWord(record, slots[1], word, std::clamp(imaginary, 0.0, largest)));
+  }
+  std::erase_if(answers, [](const ChangedAnswer& answer) { return answer.slot == 0; });
+  return answers;
+}
+
+}  // namespace polefit

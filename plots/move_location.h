@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "plots/fit_curves.h"
+#include "record/response_record.h"
+
+namespace polefit {
+
+/// A new text for an answer.
+struct ChangedAnswer {
+  int slot = 0;
+  std::string text;
+};
+
+/// The answers that put a location of the typed curves near (`real`, `imaginary`), normalised.
+/// Every kind stays on its axis and on its side, inside the bounds; a held zero stays where it is:
+/// no answers.
+std::vector<ChangedAnswer> MoveLocation(const ResponseRecord& record, const FitCurves& typed,
+                                        std::size_t location, double real, double imaginary);
+
+/// The answers that a location stands in: of a pair the real parts, then the imaginary ones.
+std::vector<int> SlotsOf(FactorKind kind);
+
+}  // namespace polefit

@@ -1,0 +1,78 @@
+#include <algorithm>
+#include <cmath>
+
+#include "plots/diagram_parts.h"
+
+namespace polefit {
+
+namespace {
+
+/// Adds the marks of all locations of one set of curves in the upper half-plane.
+void AddLocations(const FitCurves& curves, SeriesRole polesRole, SeriesRole zerosRole,
+                  Diagram& diagram) {
+  Series poles = {"", polesRole, {}, {}};
+  Series zeros = {"", zerosRole, {}, {}};
+  for (const PlacedLocation& at : curves.locations) {
+    Series& series = at.IsPole() ? poles : zeros;
+    series.x.push_back(at.real);
+    series.y.push_back(at.imaginary);
+    if (at.onBothSides && !at.bringsPole) {
+      series.x.push_back(-at.real);
+      series.y.push_back(at.imaginary);
+    }
+    if (at.bringsPole) {
+      poles.x.push_back(-at.real);
+      poles.y.push_back(0);
+    }
+  }
+  diagram.series.push_back(std::move(zeros));
+  diagram.series.push_back(std::move(poles));
+}
+
+/// From the allowed real parts and the locations: the axes end a little beyond what is there, not
+/// at the bounds, which may lie far outside.
+void FindAxes(Diagram& diagram) {
+  double left = -1;
+  double right = .3;
+  double top = 1.1;
+  for (const Series& series : diagram.series) {
+    for (std::size_t i = 0; i < series.x.size(); ++i) {
+      left = std::min(left, series.x[i]);
+      right = std::max(right, series.x[i]);
+      top = std::max(top, series.y[i]);
+    }
+  }
+  diagram.x.from = left - .12 * top;
+  diagram.x.to = right + .12 * top;
+  diagram.y.from = -.06 * top;
+  diagram.y.to = 1.12 * top;
+}
+
+}  // namespace
+
+void DiagramParts::DrawPoles(Diagram& diagram) const {
+  const FitCurves& first = *shown_.front();
+  diagram.hasEqualScales = true;
+  diagram.x.label = "real part, normalised";
+  diagram.y.label = "imaginary part";
+  for (const FitCurves* const curves : shown_) {
+    if (curves == shown_.back() || IsHidden(curves->name)) continue;
+    AddLocations(*curves, SeriesRole::ghostPoles, SeriesRole::ghostZeros, diagram);
+  }
+  AddLocations(*shown_.back(), SeriesRole::poles, SeriesRole::zeros, diagram);
+  FindAxes(diagram);
+  diagram.verticals.push_back(0);
+  const double largest = first.h->LargestLocation();
+  diagram.frames = {{-largest, largest, 0, largest},
+                    {-first.h->LowestLocation(), first.h->LowestLocation(), 0, largest}};
+  // The typed ones first: they are what can be moved.
+  for (std::size_t curve = 0; curve < shown_.size(); ++curve) {
+    const std::vector<PlacedLocation>& locations = shown_[curve]->locations;
+    for (std::size_t i = 0; i < locations.size(); ++i) {
+      diagram.stops.push_back({locations[i].real, locations[i].imaginary, i, curve});
+    }
+  }
+  diagram.sentence = CountSentence();
+}
+
+}  // namespace polefit

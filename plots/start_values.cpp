@@ -1,0 +1,64 @@
+#include "plots/start_values.h"
+
+#include <cstdlib>
+#include <vector>
+
+#include "solver/problem/problem_reader.h"
+#include "solver/report/last_run.h"
+#include "solver/search/data_start.h"
+
+namespace polefit {
+
+namespace {
+
+/// Lists that belong together, and how many values each of them needs.
+struct ListGroup {
+  std::vector<int> slots;
+  std::size_t count;
+};
+
+std::size_t CountAt(const ResponseRecord& record, int slot, std::size_t word) {
+  const std::vector<std::string> words = Words(record.Slot(slot));
+  const double count = word < words.size() ? ParseNumber(words[word]).value_or(0) : 0;
+  return count > 0 ? static_cast<std::size_t>(count) : 0;
+}
+
+std::vector<ListGroup> GroupsOf(const ResponseRecord& record) {
+  return {{{slot::kSigmaPoles}, CountAt(record, slot::kNPoles, 0)},
+          {{slot::kPoleReal, slot::kPoleImag}, CountAt(record, slot::kNPoles, 1)},
+          {{slot::kSigmaZero}, IsYes(record.Slot(slot::kSigmaZeroWanted)) ? 1U : 0U},
+          {{slot::kYzero}, CountAt(record, slot::kZeroCounts, 0)},
+          {{slot::kZreal, slot::kZimag},
+           CountAt(record, slot::kZeroCounts, 1) + CountAt(record, slot::kZeroCounts, 2)}};
+}
+
+}  // namespace
+
+std::optional<ResponseRecord> WithSuggestedStart(const ResponseRecord& record) {
+  ResponseRecord emptied = record;
+  std::vector<int> wanted;
+  for (const ListGroup& group : GroupsOf(record)) {
+    bool isFilled = true;
+    for (const int slot : group.slots) {
+      isFilled = isFilled && Words(record.Slot(slot)).size() == group.count;
+    }
+    if (group.count == 0 || isFilled) continue;
+    for (const int slot : group.slots) {
+      emptied.Slot(slot).clear();
+      wanted.push_back(slot);
+    }
+  }
+  std::vector<Finding> findings;
+  Problem problem = ReadProblem(emptied, findings);
+  if (wanted.empty() || HasFault(findings)) return std::nullopt;
+  FillFromPoints(problem, findings);
+  Point start;
+  start.parameters = problem.typedParameters;
+  start.fit.gain = problem.typedGain;
+  const ResponseRecord filled = LastRunRecord(emptied, problem, start);
+  ResponseRecord suggested = record;
+  for (const int slot : wanted) suggested.Slot(slot) = filled.Slot(slot);
+  return suggested;
+}
+
+}  // namespace polefit

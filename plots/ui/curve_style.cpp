@@ -1,0 +1,90 @@
+#include "plots/ui/curve_style.h"
+
+namespace polefit {
+
+namespace {
+
+/// Half way to the ground: a curve that no longer belongs to what is typed.
+QColor Pale(const QColor& color, const QPalette& palette) {
+  const QColor base = palette.color(QPalette::Base);
+  const auto mix = [](int one, int other) { return (one + other) / 2; };
+  return {mix(color.red(), base.red()), mix(color.green(), base.green()),
+          mix(color.blue(), base.blue())};
+}
+
+}  // namespace
+
+bool IsDark(const QPalette& palette) {
+  return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
+}
+
+// The colours follow M. Okabe and K. Ito, Color Universal Design, 2008; darker on light ground
+// where theirs have too little contrast for a thin line.
+QColor ColorOf(SeriesRole role, const QPalette& palette) {
+  const bool dark = IsDark(palette);
+  switch (role) {
+    case SeriesRole::typed:
+    case SeriesRole::poles:
+      return dark ? QColor(0x56, 0xb4, 0xe9) : QColor(0x00, 0x62, 0xa8);
+    case SeriesRole::result:
+      return dark ? QColor(0xf5, 0xa0, 0x42) : QColor(0xc2, 0x4e, 0x00);
+    case SeriesRole::preview:
+    case SeriesRole::zeros:
+      return dark ? QColor(0x2f, 0xc7, 0x9a) : QColor(0x00, 0x84, 0x60);
+    case SeriesRole::other:
+    case SeriesRole::worst:
+      return dark ? QColor(0xf0, 0x8c, 0xc0) : QColor(0xb0, 0x2a, 0x78);
+    case SeriesRole::notCounted:
+    case SeriesRole::input:
+    case SeriesRole::plainMagnitude:
+    case SeriesRole::constant:
+    case SeriesRole::ghostPoles:
+    case SeriesRole::ghostZeros:
+      return dark ? QColor(0x9a, 0x9a, 0x9a) : QColor(0x74, 0x74, 0x74);
+    default:
+      return palette.color(QPalette::Text);
+  }
+}
+
+QPen PenOf(const Series& series, const QPalette& palette) {
+  QColor color = ColorOf(series.role, palette);
+  if (series.isPale) color = Pale(color, palette);
+  switch (series.role) {
+    case SeriesRole::preview:
+    case SeriesRole::input:
+      return {color, 1.6, Qt::DotLine};
+    case SeriesRole::other:
+    case SeriesRole::plainMagnitude:
+      return {color, 1.4, Qt::DashLine};
+    case SeriesRole::constant:
+      return {color, 1.2, Qt::DashDotLine};
+    case SeriesRole::result:
+      return {color, 2.2};
+    default:
+      return {color, 1.8};
+  }
+}
+
+QCPScatterStyle MarkOf(const Series& series, const QPalette& palette, double size) {
+  QColor color = ColorOf(series.role, palette);
+  if (series.isPale) color = Pale(color, palette);
+  const QPen pen(color, 1.5);
+  switch (series.role) {
+    case SeriesRole::poles:
+    case SeriesRole::ghostPoles:
+      return {QCPScatterStyle::ssCross, QPen(color, 2), Qt::NoBrush, size * 1.3};
+    case SeriesRole::zeros:
+    case SeriesRole::ghostZeros:
+      return {QCPScatterStyle::ssCircle, QPen(color, 2), Qt::NoBrush, size * 1.3};
+    case SeriesRole::belowAxis:
+      return {QCPScatterStyle::ssTriangleInverted, pen, Qt::NoBrush, size};
+    case SeriesRole::sidelobe:
+      return {QCPScatterStyle::ssTriangle, pen, Qt::NoBrush, size};
+    case SeriesRole::worst:
+      return {QCPScatterStyle::ssDisc, pen, QBrush(color), size};
+    default:
+      return {QCPScatterStyle::ssCircle, pen, Qt::NoBrush, size * .8};
+  }
+}
+
+}  // namespace polefit

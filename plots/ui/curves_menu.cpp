@@ -1,0 +1,83 @@
+#include "plots/ui/curves_menu.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <functional>
+
+#include "form/ui/main_window.h"
+#include "plots/ui/curves_dock.h"
+#include "plots/ui/curves_pane.h"
+#include "plots/ui/picture_files.h"
+
+namespace polefit {
+
+namespace {
+
+QAction* AddEntry(QMenu& menu, const char* name, const QString& caption, const char* shortcut,
+                  const std::function<void()>& chosen) {
+  QAction* action = menu.addAction(caption);
+  action->setObjectName(name);
+  action->setShortcut(QKeySequence(shortcut));
+  QObject::connect(action, &QAction::triggered, &menu, chosen);
+  return action;
+}
+
+QAction* AddSwitch(QMenu& menu, const char* name, const QString& caption, bool isOn,
+                   const std::function<void(bool)>& switched) {
+  QAction* action = menu.addAction(caption);
+  action->setObjectName(name);
+  action->setCheckable(true);
+  action->setChecked(isOn);
+  QObject::connect(action, &QAction::toggled, &menu, switched);
+  return action;
+}
+
+void AddViewEntries(MainWindow& form, CurvesDock& dock) {
+  auto* view = form.findChild<QMenu*>("mnuView");
+  view->addSeparator();
+  AddEntry(*view, "mnuViewCurves", QObject::tr("&Curves"), "F6", [&dock] { dock.ShowOrLeave(); });
+  auto* hide = new QAction(&form);
+  hide->setObjectName("actHideCurves");
+  hide->setShortcut(QKeySequence("Shift+F6"));
+  QObject::connect(hide, &QAction::triggered, &dock, &QWidget::hide);
+  form.addAction(hide);
+}
+
+void AddPictureEntries(QMenu& menu, CurvesPane& pane) {
+  menu.addSeparator();
+  AddEntry(menu, "mnuFitView", QObject::tr("&Fit View"), "", [&pane] { pane.FitView(); });
+  AddSwitch(menu, "mnuFitLogarithmic", QObject::tr("&Logarithmic Frequencies"),
+            pane.Choices().isLogFrequency, [&pane](bool on) { pane.SetLogFrequency(on); });
+  AddSwitch(menu, "mnuFitPlain", QObject::tr("|&H| Alone"), pane.Choices().showsPlainMagnitude,
+            [&pane](bool on) { pane.SetPlainMagnitude(on); });
+  menu.addSeparator();
+  AddEntry(menu, "mnuFitCopy", QObject::tr("&Copy Picture"), "", [&pane] { CopyPicture(pane); });
+  AddEntry(menu, "mnuFitCopyData", QObject::tr("Copy &Data"), "", [&pane] { CopyData(pane); });
+  AddEntry(menu, "mnuFitSavePicture", QObject::tr("&Save Picture ..."), "",
+           [&pane] { SavePicture(pane); });
+  AddEntry(menu, "mnuFitSaveData", QObject::tr("Save D&ata ..."), "", [&pane] { SaveData(pane); });
+  AddEntry(menu, "mnuFitPrint", QObject::tr("&Print ..."), "", [&pane] { PrintPicture(pane); });
+}
+
+}  // namespace
+
+void AddCurvesMenu(MainWindow& form, CurvesDock& dock) {
+  AddViewEntries(form, dock);
+  auto* menu = new QMenu(QObject::tr("F&it"), &form);
+  menu->setObjectName("mnuFit");
+  form.menuBar()->insertMenu(form.findChild<QMenu*>("mnuDemos")->menuAction(), menu);
+  QAction* preview = AddSwitch(*menu, "mnuFitPreview", QObject::tr("Pre&view"), false,
+                               [&dock](bool on) { dock.SetPreview(on); });
+  preview->setShortcut(QKeySequence("Ctrl+F5"));
+  AddEntry(*menu, "mnuFitTakePreview", QObject::tr("&Take Preview"), "",
+           [&dock] { dock.TakePreview(); });
+  AddEntry(*menu, "mnuFitSuggest", QObject::tr("Suggest Start Values"), "Ctrl+G",
+           [&dock] { dock.SuggestStart(); });
+  AddPictureEntries(*menu, dock.Pane());
+  // The same entries stand where the pointer is.
+  dock.Pane().setContextMenuPolicy(Qt::CustomContextMenu);
+  QObject::connect(&dock.Pane(), &QWidget::customContextMenuRequested, menu,
+                   [menu, &dock](const QPoint& at) { menu->popup(dock.Pane().mapToGlobal(at)); });
+}
+
+}  // namespace polefit

@@ -1,0 +1,246 @@
+#include "plots/ui/curves_pane.h"
+
+#include <QBoxLayout>
+#include <QButtonGroup>
+#include <QLabel>
+#include <QPainter>
+#include <QResizeEvent>
+#include <QToolButton>
+#include <algorithm>
+
+#include "plots/ui/diagram_view.h"
+#include "widgets/controls.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr std::array kLowerKinds = {DiagramKind::poles, DiagramKind::delay, DiagramKind::phase,
+                                    DiagramKind::step};
+
+QToolButton* MakeChoice(const QString& text, const char* name, QButtonGroup* group, int id) {
+  auto* button = new QToolButton;
+  button->setObjectName(name);
+  button->setText(text);
+  button->setCheckable(true);
+  button->setFocusPolicy(Qt::TabFocus);
+  group->addButton(button, id);
+  return button;
+}
+
+}  // namespace
+
+CurvesPane::CurvesPane(QWidget* parent)
+    : QWidget(parent),
+      upper_(new DiagramView),
+      errors_(new DiagramView),
+      lower_(new DiagramView),
+      state_(new QLabel),
+      lowerChoices_(new QWidget),
+      upperGroup_(new QButtonGroup(this)),
+      lowerGroup_(new QButtonGroup(this)) {
+  setObjectName("CurvesPane");
+  upper_->setObjectName("DiagramUpper");
+  errors_->setObjectName("DiagramError");
+  lower_->setObjectName("DiagramLower");
+  state_->setObjectName("CurvesState");
+  state_->setTextFormat(Qt::PlainText);
+  // A long state is cut before it makes the pane wide.
+  state_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  upper_->SetLegend(true);
+  lower_->SetLegend(false);
+  errors_->SetCompact(true);
+  auto* top = new QHBoxLayout;
+  auto* middle = new QHBoxLayout(lowerChoices_);
+  middle->setContentsMargins(0, 0, 0, 0);
+  BuildChoices(top, middle);
+  auto* all = new QVBoxLayout(this);
+  const int gap = fontMetrics().height() / 3;
+  all->setContentsMargins(gap, gap, gap, gap);
+  all->setSpacing(gap);
+  all->addLayout(top);
+  all->addWidget(upper_, 10);
+  all->addWidget(errors_, 4);
+  all->addWidget(lowerChoices_);
+  all->addWidget(lower_, 10);
+  for (DiagramView* view : {upper_, errors_, lower_}) {
+    view->setMinimumHeight(fontMetrics().height() * 3);
+    Connect(view);
+  }
+}
+
+void CurvesPane::BuildChoices(QBoxLayout* top, QBoxLayout* middle) {
+  top->addWidget(state_, 1);
+  top->setSpacing(0);
+  middle->setSpacing(0);
+  top->addWidget(MakeChoice(tr("dB"), "optDecibels", upperGroup_, 0));
+  top->addWidget(MakeChoice(tr("Linear"), "optLinear", upperGroup_, 1));
+  upperGroup_->button(0)->setChecked(true);
+  const QString names[] = {tr("Poles"), tr("Delay"), tr("Phase"), tr("Step")};
+  const char* const objects[] = {"optPoles", "optDelay", "optPhase", "optStep"};
+  middle->addStretch(1);
+  for (int i = 0; i < 4; ++i) middle->addWidget(MakeChoice(names[i], objects[i], lowerGroup_, i));
+  lowerGroup_->button(0)->setChecked(true);
+  connect(upperGroup_, &QButtonGroup::idClicked, this, [this](int id) {
+    prefersLower_ = false;
+    ChooseLinear(id == 1);
+    ApplyRoom();
+  });
+  connect(lowerGroup_, &QButtonGroup::idClicked, this, [this](int id) {
+    prefersLower_ = true;
+    ChooseLower(kLowerKinds[static_cast<std::size_t>(id)], true);
+    ApplyRoom();
+  });
+}
+
+void CurvesPane::Connect(DiagramView* view) {
+  connect(view, &DiagramView::stopReached, this,
+          [this, view](std::optional<std::size_t> stop) { TellReadOut(view, stop); });
+  connect(view, &DiagramView::stopChosen, this,
+          [this, view](std::size_t stop) { TellChoice(view, stop); });
+  connect(view, &DiagramView::frequenciesChanged, this, [this, view](double from, double to) {
+    for (DiagramView* other : {upper_, errors_, lower_}) {
+      if (other != view) other->SetFrequencies(from, to);
+    }
+  });
+  connect(view, &DiagramView::wholePaneWanted, this, [this, view] { ToggleWhole(view); });
+  connect(view, &DiagramView::normalPaneWanted, this, [this] {
+    if (whole_ != nullptr) ToggleWhole(whole_);
+  });
+  connect(view, &DiagramView::curveClicked, this, &CurvesPane::ToggleCurve);
+  connect(view, &DiagramView::stopDragged, this,
+          [this, view](std::size_t stop, double x, double y, bool isEnd) {
+            const Stop& at = view->Shown().stops[stop];
+            if (at.curve == 0) Q_EMIT locationDragged(at.index, x, y, isEnd);
+          });
+  connect(view, &DiagramView::dragAbandoned, this, &CurvesPane::dragAbandoned);
+}
+
+void CurvesPane::Show(const ShownCurves& shown, PaneState state, const QString& time) {
+  shown_ = shown;
+  const QString text = ToQString(StateText(state, time.toStdString()));
+  state_->setText(text);
+  state_->setToolTip(text);
+  Redraw();
+}
+
+void CurvesPane::Redraw() {
+  upper_->Show(MakeDiagram(DiagramKind::magnitude, shown_, choices_));
+  if (errors_->isVisibleTo(this)) {
+    errors_->Show(MakeDiagram(DiagramKind::error, shown_, choices_));
+  }
+  if (lower_->isVisibleTo(this)) lower_->Show(MakeDiagram(lowerKind_, shown_, choices_));
+}
+
+void CurvesPane::ChooseLower(DiagramKind kind, bool byUser) {
+  if (byUser) hasChosenLower_ = true;
+  if (!byUser && hasChosenLower_) return;
+  const auto found = std::find(kLowerKinds.begin(), kLowerKinds.end(), kind);
+  if (found == kLowerKinds.end()) return;
+  lowerGroup_->button(static_cast<int>(found - kLowerKinds.begin()))->setChecked(true);
+  if (lowerKind_ == kind) return;
+  lowerKind_ = kind;
+  lower_->SetLegend(kind == DiagramKind::delay);
+  Redraw();
+  if (byUser) Q_EMIT choicesChanged();
+}
+
+void CurvesPane::ChooseLinear(bool isLinear) {
+  upperGroup_->button(isLinear ? 1 : 0)->setChecked(true);
+  if (choices_.isLinear == isLinear) return;
+  choices_.isLinear = isLinear;
+  Redraw();
+  Q_EMIT choicesChanged();
+}
+
+void CurvesPane::SetLogFrequency(bool isLogarithmic) {
+  choices_.isLogFrequency = isLogarithmic;
+  Redraw();
+  Q_EMIT choicesChanged();
+}
+
+void CurvesPane::SetPlainMagnitude(bool shows) {
+  choices_.showsPlainMagnitude = shows;
+  Redraw();
+  Q_EMIT choicesChanged();
+}
+
+void CurvesPane::FitView() {
+  for (DiagramView* view : {upper_, errors_, lower_}) view->FitView();
+}
+
+QPixmap CurvesPane::Picture(double scale) {
+  QPixmap picture(size() * scale);
+  picture.setDevicePixelRatio(scale);
+  picture.fill(palette().color(QPalette::Window));
+  render(&picture);
+  return picture;
+}
+
+void CurvesPane::ToggleWhole(DiagramView* view) {
+  whole_ = whole_ == view ? nullptr : view;
+  ApplyRoom();
+  view->setFocus();
+}
+
+/// The text in the legend begins with the curve's name; without a text the last curve is meant.
+void CurvesPane::ToggleCurve(const QString& legendText) {
+  if (shown_.empty()) return;
+  std::string name = shown_.back()->name;
+  for (const FitCurves* const curves : shown_) {
+    if (legendText.startsWith(ToQString(curves->name))) name = curves->name;
+  }
+  auto& hidden = choices_.hidden;
+  const auto found = std::find(hidden.begin(), hidden.end(), name);
+  if (found == hidden.end()) {
+    hidden.push_back(name);
+  } else {
+    hidden.erase(found);
+  }
+  Redraw();
+}
+
+void CurvesPane::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  ApplyRoom();
+}
+
+void CurvesPane::ApplyRoom() {
+  const PaneRoom room = RoomOf(height());
+  const bool isLower = room == PaneRoom::all || (room == PaneRoom::upperOrLower && prefersLower_);
+  const bool isUpper = room != PaneRoom::upperOrLower || !prefersLower_;
+  const auto show = [this](DiagramView* view, bool fits) {
+    view->setVisible(whole_ == nullptr ? fits : whole_ == view);
+  };
+  show(upper_, isUpper);
+  show(errors_, isUpper && room != PaneRoom::upperAlone);
+  show(lower_, isLower);
+  lowerChoices_->setVisible(room != PaneRoom::upperAlone);
+  // The names of the frequencies stand below the last of the diagrams that share them.
+  upper_->SetCompact(false);
+  errors_->SetCompact(true);
+  Redraw();
+}
+
+void CurvesPane::TellReadOut(DiagramView* view, std::optional<std::size_t> stop) {
+  Q_EMIT readOut(stop ? ToQString(StopText(view->Shown(), *stop, shown_, choices_))
+                      : ToQString(view->Shown().sentence));
+}
+
+void CurvesPane::TellChoice(DiagramView* view, std::size_t stop) {
+  const std::size_t index = view->Shown().stops[stop].index;
+  switch (view->Shown().kind) {
+    case DiagramKind::magnitude:
+    case DiagramKind::error:
+      return pointChosen(false, index);
+    case DiagramKind::delay:
+      return pointChosen(true, index);
+    case DiagramKind::poles:
+      if (view->Shown().stops[stop].curve == 0) Q_EMIT locationChosen(index);
+      return;
+    default:
+      return;
+  }
+}
+
+}  // namespace polefit

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QWidget>
+#include <array>
+#include <optional>
+
+#include "plots/diagram.h"
+#include "plots/pane_state.h"
+
+class QBoxLayout;
+class QButtonGroup;
+class QLabel;
+
+namespace polefit {
+
+class DiagramView;
+
+/// The three diagrams with their two choices and the line that says what the curves belong to.
+class CurvesPane final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit CurvesPane(QWidget* parent = nullptr);
+
+  /// Shows curves, the typed ones first; they must live until others are shown.
+  void Show(const ShownCurves& shown, PaneState state, const QString& time);
+
+  const DiagramChoices& Choices() const { return choices_; }
+  DiagramKind Lower() const { return lowerKind_; }
+  /// The user's own choice keeps the pane from choosing by itself.
+  void ChooseLower(DiagramKind kind, bool byUser);
+  void ChooseLinear(bool isLinear);
+  void SetLogFrequency(bool isLogarithmic);
+  void SetPlainMagnitude(bool shows);
+  bool HasChosenLower() const { return hasChosenLower_; }
+
+  DiagramView& UpperView() { return *upper_; }
+  DiagramView& ErrorView() { return *errors_; }
+  DiagramView& LowerView() { return *lower_; }
+  const ShownCurves& Curves() const { return shown_; }
+  void FitView();
+  /// The pane's picture, `scale` times as large as on the screen.
+  QPixmap Picture(double scale);
+
+ Q_SIGNALS:
+  void readOut(const QString& text);
+  /// A click chose a row of the passband or delay points, from 0, or a location.
+  void pointChosen(bool isDelay, std::size_t row);
+  void locationChosen(std::size_t location);
+  void locationDragged(std::size_t location, double real, double imaginary, bool isEnd);
+  void dragAbandoned();
+  void choicesChanged();
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void BuildChoices(QBoxLayout* top, QBoxLayout* middle);
+  void Connect(DiagramView* view);
+  void Redraw();
+  void ApplyRoom();
+  void ToggleWhole(DiagramView* view);
+  void ToggleCurve(const QString& legendText);
+  void TellReadOut(DiagramView* view, std::optional<std::size_t> stop);
+  void TellChoice(DiagramView* view, std::size_t stop);
+
+  ShownCurves shown_;
+  DiagramChoices choices_;
+  DiagramKind lowerKind_ = DiagramKind::poles;
+  bool hasChosenLower_ = false;
+  /// Where there is room for one of them only.
+  bool prefersLower_ = false;
+  DiagramView* upper_;
+  DiagramView* errors_;
+  DiagramView* lower_;
+  DiagramView* whole_ = nullptr;
+  QLabel* state_;
+  QWidget* lowerChoices_;
+  QButtonGroup* upperGroup_;
+  QButtonGroup* lowerGroup_;
+};
+
+}  // namespace polefit

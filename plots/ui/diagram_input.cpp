@@ -1,0 +1,223 @@
+// What mouse and keys do in a diagram.
+
+#include <QRubberBand>
+#include <algorithm>
+#include <cmath>
+
+#include "plots/ui/diagram_view.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr double kZoomStep = 1.25;
+constexpr double kPanShare = .1;
+/// A press that moves no farther is a click.
+constexpr int kClickReach = 3;
+
+}  // namespace
+
+void DiagramView::mousePressEvent(QMouseEvent* event) {
+  setFocus(Qt::MouseFocusReason);
+  pressedAt_ = lastAt_ = event->position();
+  pressed_ = StopNear(pressedAt_);
+  const bool isPan =
+      event->button() == Qt::MiddleButton || (event->modifiers() & Qt::ShiftModifier && !pressed_);
+  const bool movesStop =
+      pressed_ && diagram_.kind == DiagramKind::poles && diagram_.stops[*pressed_].curve == 0;
+  if (event->button() == Qt::RightButton) return event->ignore();
+  drag_ = isPan ? Drag::pan : movesStop ? Drag::stop : Drag::zoom;
+}
+
+void DiagramView::mouseMoveEvent(QMouseEvent* event) {
+  const QPointF at = event->position();
+  if (drag_ == Drag::none || !(event->buttons() & (Qt::LeftButton | Qt::MiddleButton))) {
+    Q_EMIT stopReached(StopNear(at));
+    return;
+  }
+  const bool isClick = (at - pressedAt_).manhattanLength() <= kClickReach;
+  if (drag_ == Drag::zoom && !isClick) {
+    zoomBox_->setGeometry(QRect(pressedAt_.toPoint(), at.toPoint()).normalized());
+    zoomBox_->show();
+  } else if (drag_ == Drag::pan) {
+    Pan(xAxis->pixelToCoord(lastAt_.x()) - xAxis->pixelToCoord(at.x()),
+        yAxis->pixelToCoord(lastAt_.y()) - yAxis->pixelToCoord(at.y()));
+  } else if (drag_ == Drag::stop && !isClick) {
+    const QPointF to = Dragged(at, event->modifiers() & Qt::ShiftModifier);
+    Q_EMIT stopDragged(*pressed_, to.x(), to.y(), false);
+  }
+  lastAt_ = at;
+}
+
+/// Where a dragged location comes to: with Shift a tenth of the mouse's way.
+QPointF DiagramView::Dragged(const QPointF& position, bool isFine) const {
+  const QPointF way = (position - pressedAt_) * (isFine ? .1 : 1);
+  const QPointF to = pressedAt_ + way;
+  return {xAxis->pixelToCoord(to.x()), yAxis->pixelToCoord(to.y())};
+}
+
+void DiagramView::mouseReleaseEvent(QMouseEvent* event) {
+  const QPointF at = event->position();
+  const Drag ended = std::exchange(drag_, Drag::none);
+  const bool isClick = (at - pressedAt_).manhattanLength() <= kClickReach;
+  zoomBox_->hide();
+  if (ended == Drag::none) return;  // it was given up
+  if (isClick && pressed_) {
+    Mark(pressed_);
+    Q_EMIT stopReached(pressed_);
+    Q_EMIT stopChosen(*pressed_);
+  } else if (isClick) {
+    for (int i = 0; i < legend->itemCount(); ++i) {
+      auto* entry = qobject_cast<QCPPlottableLegendItem*>(legend->item(i));
+      if (legend->visible() && entry != nullptr && entry->selectTest(at, false) >= 0) {
+        Q_EMIT curveClicked(entry->plottable()->name());
+      }
+    }
+  } else if (ended == Drag::zoom) {
+    EndZoomBox(at);
+  } else if (ended == Drag::stop && pressed_) {
+    const QPointF to = Dragged(at, event->modifiers() & Qt::ShiftModifier);
+    Q_EMIT stopDragged(*pressed_, to.x(), to.y(), true);
+  }
+}
+
+void DiagramView::EndZoomBox(const QPointF& at) {
+  const QRectF box = QRectF(pressedAt_, at).normalized();
+  isZoomed_ = true;
+  xAxis->setRange(xAxis->pixelToCoord(box.left()), xAxis->pixelToCoord(box.right()));
+  if (!diagram_.hasEqualScales) {
+    yAxis->setRange(yAxis->pixelToCoord(box.bottom()), yAxis->pixelToCoord(box.top()));
+  } else {
+    const double middle = yAxis->pixelToCoord(box.center().y());
+    yAxis->setScaleRatio(xAxis, 1);
+    yAxis->setRange(middle, yAxis->range().size(), Qt::AlignCenter);
+  }
+  TellFrequencies();
+  replot(rpQueuedReplot);
+}
+
+void DiagramView::mouseDoubleClickEvent(QMouseEvent* event) {
+  event->accept();
+  Q_EMIT wholePaneWanted();
+}
+
+void DiagramView::wheelEvent(QWheelEvent* event) {
+  event->accept();
+  Zoom(std::pow(kZoomStep, -event->angleDelta().y() / 120.0), event->position());
+}
+
+void DiagramView::Zoom(double factor, const QPointF& at) {
+  isZoomed_ = true;
+  xAxis->scaleRange(factor, xAxis->pixelToCoord(at.x()));
+  // Frequencies are what one zooms into; the other axis keeps its place, but on the s-plane.
+  if (diagram_.hasEqualScales) yAxis->scaleRange(factor, yAxis->pixelToCoord(at.y()));
+  TellFrequencies();
+  replot(rpQueuedReplot);
+}
+
+void DiagramView::Pan(double x, double y) {
+  isZoomed_ = true;
+  if (xAxis->scaleType() == QCPAxis::stLogarithmic) {
+    const double middle = std::sqrt(xAxis->range().lower * xAxis->range().upper);
+    xAxis->scaleRange(1, middle);
+    const double share = 1 + x / middle;
+    if (share > 0) xAxis->setRange(xAxis->range().lower * share, xAxis->range().upper * share);
+  } else {
+    xAxis->moveRange(x);
+  }
+  yAxis->moveRange(y);
+  TellFrequencies();
+  replot(rpQueuedReplot);
+}
+
+void DiagramView::Step(int count) {
+  if (diagram_.stops.empty()) return;
+  const auto last = static_cast<int>(diagram_.stops.size()) - 1;
+  const int from = marked_ ? static_cast<int>(*marked_) : (count > 0 ? -1 : last + 1);
+  Mark(static_cast<std::size_t>(std::clamp(from + count, 0, last)));
+  Q_EMIT stopReached(marked_);
+}
+
+/// Ctrl+Shift and an arrow move the marked location by 1 % of its distance from 0.
+bool DiagramView::MovesStop(const QKeyEvent& event) {
+  constexpr double kShare = .01;
+  if (event.modifiers() != (Qt::ControlModifier | Qt::ShiftModifier)) return false;
+  if (diagram_.kind != DiagramKind::poles || !marked_) return false;
+  const Stop& at = diagram_.stops[*marked_];
+  const double way = kShare * std::hypot(at.x, at.y);
+  double x = at.x;
+  double y = at.y;
+  if (event.key() == Qt::Key_Left) x -= way;
+  if (event.key() == Qt::Key_Right) x += way;
+  if (event.key() == Qt::Key_Up) y += way;
+  if (event.key() == Qt::Key_Down) y -= way;
+  if (x == at.x && y == at.y) return false;
+  Q_EMIT stopDragged(*marked_, x, y, true);
+  return true;
+}
+
+void DiagramView::keyPressEvent(QKeyEvent* event) {
+  if (MovesStop(*event)) return;
+  const bool isPan = event->modifiers() & Qt::ControlModifier;
+  const int step = event->modifiers() & Qt::ShiftModifier ? 10 : 1;
+  const double width = xAxis->range().size() * kPanShare;
+  const double height = yAxis->range().size() * kPanShare;
+  const QPointF middle = axisRect()->center();
+  switch (event->key()) {
+    case Qt::Key_Left:
+      return isPan ? Pan(-width, 0) : Step(-step);
+    case Qt::Key_Right:
+      return isPan ? Pan(width, 0) : Step(step);
+    case Qt::Key_Up:
+      return isPan ? Pan(0, height) : QCustomPlot::keyPressEvent(event);
+    case Qt::Key_Down:
+      return isPan ? Pan(0, -height) : QCustomPlot::keyPressEvent(event);
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+      return Zoom(1 / kZoomStep, middle);
+    case Qt::Key_Minus:
+      return Zoom(kZoomStep, middle);
+    case Qt::Key_Home:
+      return FitView();
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return wholePaneWanted();
+    case Qt::Key_Escape:
+      if (std::exchange(drag_, Drag::none) == Drag::stop) return dragAbandoned();
+      zoomBox_->hide();
+      return normalPaneWanted();
+    case Qt::Key_Space:
+      return curveClicked({});
+    default:
+      QCustomPlot::keyPressEvent(event);
+  }
+}
+
+void DiagramView::focusInEvent(QFocusEvent* event) {
+  QCustomPlot::focusInEvent(event);
+  axisRect()->setupFullAxesBox();
+  for (QCPAxis* axis : {xAxis, yAxis, xAxis2, yAxis2}) {
+    axis->setBasePen(QPen(palette().color(QPalette::Highlight), 2));
+    axis->setTickLabels(axis == xAxis || axis == yAxis);
+    axis->setVisible(true);
+  }
+  xAxis2->setTicks(false);
+  yAxis2->setTicks(false);
+  if (marked_) Q_EMIT stopReached(marked_);
+  replot(rpQueuedReplot);
+}
+
+void DiagramView::focusOutEvent(QFocusEvent* event) {
+  QCustomPlot::focusOutEvent(event);
+  xAxis2->setVisible(false);
+  yAxis2->setVisible(false);
+  for (QCPAxis* axis : {xAxis, yAxis}) axis->setBasePen(QPen(palette().color(QPalette::Text), 1));
+  replot(rpQueuedReplot);
+}
+
+void DiagramView::leaveEvent(QEvent* event) {
+  QCustomPlot::leaveEvent(event);
+  Q_EMIT stopReached(marked_);
+}
+
+}  // namespace polefit

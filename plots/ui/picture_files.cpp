@@ -1,0 +1,141 @@
+#include "plots/ui/picture_files.h"
+
+#include <QApplication>
+#include <QBuffer>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QSaveFile>
+#include <QSvgGenerator>
+
+#include "plots/curve_table.h"
+#include "plots/ui/curves_pane.h"
+#include "plots/ui/diagram_view.h"
+#include "widgets/controls.h"
+
+namespace polefit {
+
+namespace {
+
+/// Draws the widget and its diagrams, these as lines and not as pixels.
+void Draw(QWidget& widget, QPainter& painter) {
+  painter.fillRect(widget.rect(), widget.palette().color(QPalette::Window));
+  for (QObject* child : widget.findChildren<QWidget*>()) {
+    auto* part = static_cast<QWidget*>(child);
+    if (!part->isVisibleTo(&widget) || part->parentWidget() != &widget) continue;
+    painter.save();
+    painter.translate(part->pos());
+    if (auto* view = qobject_cast<DiagramView*>(part)) {
+      QCPPainter lines;
+      QPicture picture;
+      lines.begin(&picture);
+      view->toPainter(&lines, view->width(), view->height());
+      lines.end();
+      picture.play(&painter);
+    } else {
+      part->render(&painter, {}, {}, QWidget::DrawChildren);
+    }
+    painter.restore();
+  }
+}
+
+QByteArray AsPng(QWidget& widget) {
+  constexpr double kScale = 2;
+  QPixmap picture(widget.size() * kScale);
+  picture.setDevicePixelRatio(kScale);
+  QPainter painter(&picture);
+  Draw(widget, painter);
+  painter.end();
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  picture.save(&buffer, "PNG");
+  return bytes;
+}
+
+QByteArray AsSvg(QWidget& widget) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  QSvgGenerator generator;
+  generator.setOutputDevice(&buffer);
+  generator.setSize(widget.size());
+  generator.setViewBox(widget.rect());
+  generator.setTitle("Polefit");
+  QPainter painter(&generator);
+  Draw(widget, painter);
+  painter.end();
+  return bytes;
+}
+
+/// Draws the widget on a page as large as fits.
+void DrawPage(QWidget& widget, QPagedPaintDevice& device, const QRectF& page) {
+  QPainter painter(&device);
+  const double scale = std::min(page.width() / widget.width(), page.height() / widget.height());
+  painter.scale(scale, scale);
+  Draw(widget, painter);
+}
+
+QByteArray AsPdf(QWidget& widget) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  QPdfWriter writer(&buffer);
+  writer.setPageSize(QPageSize(QSizeF(widget.size()) * .75, QPageSize::Point));
+  writer.setPageMargins(QMarginsF());
+  DrawPage(widget, writer, QRectF(0, 0, writer.width(), writer.height()));
+  return bytes;
+}
+
+void Save(QWidget& parent, const QString& name, const QByteArray& bytes) {
+  QSaveFile file(name);
+  const bool isSaved =
+      file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+  if (isSaved) return;
+  QMessageBox::critical(&parent, "Polefit",
+                        QObject::tr("'%1' cannot be written: %2").arg(name, file.errorString()));
+}
+
+}  // namespace
+
+QByteArray PictureOf(QWidget& widget, const QString& name) {
+  if (name.endsWith(".png", Qt::CaseInsensitive)) return AsPng(widget);
+  if (name.endsWith(".svg", Qt::CaseInsensitive)) return AsSvg(widget);
+  if (name.endsWith(".pdf", Qt::CaseInsensitive)) return AsPdf(widget);
+  return {};
+}
+
+void SavePicture(CurvesPane& pane) {
+  QString name = QFileDialog::getSaveFileName(&pane, QObject::tr("Save Picture"), {},
+                                              QObject::tr("Pictures (*.png *.svg *.pdf)"));
+  if (name.isEmpty()) return;
+  if (PictureOf(pane, name).isEmpty()) name += ".png";
+  Save(pane, name, PictureOf(pane, name));
+}
+
+void SaveData(CurvesPane& pane) {
+  QString name =
+      QFileDialog::getSaveFileName(&pane, QObject::tr("Save Data"), {}, QObject::tr("CSV (*.csv)"));
+  if (name.isEmpty()) return;
+  if (!name.contains('.')) name += ".csv";
+  Save(pane, name, QByteArray::fromStdString(CurvesAsCsv(pane.Curves())));
+}
+
+void CopyPicture(CurvesPane& pane) {
+  QApplication::clipboard()->setPixmap(QPixmap::fromImage(QImage::fromData(AsPng(pane))));
+}
+
+void CopyData(CurvesPane& pane) {
+  QApplication::clipboard()->setText(ToQString(CurvesAsCsv(pane.Curves())));
+}
+
+void PrintPicture(CurvesPane& pane) {
+  QPrinter printer(QPrinter::HighResolution);
+  QPrintDialog dialog(&printer, &pane);
+  if (dialog.exec() != QDialog::Accepted) return;
+  DrawPage(pane, printer, printer.pageRect(QPrinter::DevicePixel));
+}
+
+}  // namespace polefit

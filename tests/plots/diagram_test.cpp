@@ -1,0 +1,205 @@
+#include "plots/diagram.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+
+#include "plots/curve_table.h"
+#include "plots/move_location.h"
+#include "plots/pane_state.h"
+#include "plots/start_values.h"
+#include "plots/units.h"
+#include "solver/example_problem.h"
+
+namespace polefit::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+FitCurves Curves(const ResponseRecord& record) {
+  std::vector<Finding> findings;
+  std::optional<FitCurves> curves = CurvesOf(record, CurveRole::typed, "typed", findings);
+  EXPECT_TRUE(curves) << "no curves";
+  return std::move(*curves);
+}
+
+const Series& SeriesOf(const Diagram& diagram, SeriesRole role) {
+  static const Series none;
+  for (const Series& series : diagram.series) {
+    if (series.role == role) return series;
+  }
+  return none;
+}
+
+TEST(Units, FollowTheLargestValue) {
+  const std::pair<double, const char*> frequencies[] = {
+      {0, "0 MHz"}, {.0125, "12.5 kHz"}, {5.5, "5.5 MHz"}, {999, "999 MHz"}, {2400, "2.4 GHz"}};
+  for (const auto& [megahertz, text] : frequencies) EXPECT_EQ(FrequencyText(megahertz), text);
+  const std::pair<double, const char*> times[] = {
+      {0, "0 ns"}, {.0752, "75.2 ps"}, {181.64, "181.64 ns"}, {2.5e4, "25 \u00b5s"}, {3e9, "3 s"}};
+  for (const auto& [nanoseconds, text] : times) EXPECT_EQ(TimeText(nanoseconds), text);
+}
+
+TEST(MagnitudeDiagram, ShowsWantedAndObtainedInDecibels) {
+  const FitCurves curves = Curves(ExampleRecord("Ex-Delay.101"));
+  const ShownCurves shown = {&curves};
+  const DiagramChoices plain;
+  const Diagram diagram = MakeDiagram(DiagramKind::magnitude, shown, plain);
+  EXPECT_EQ(diagram.x.label, "frequency, MHz");
+  // The last point wants 0, which has no place in dB but at the lower edge.
+  EXPECT_EQ(SeriesOf(diagram, SeriesRole::wanted).x.size(), 20U);
+  const Series& below = SeriesOf(diagram, SeriesRole::belowAxis);
+  ASSERT_THAT(below.x, ElementsAre(10));
+  EXPECT_GT(below.y[0], diagram.y.from);
+  EXPECT_LT(below.y[0], diagram.y.from + .1 * (diagram.y.to - diagram.y.from));
+  // 10 dB below the smallest wanted value.
+  EXPECT_NEAR(diagram.y.from, 20 * std::log10(.00779) - 10, 1e-9);
+  EXPECT_GE(SeriesOf(diagram, SeriesRole::typed).x.size(), 400U);
+  EXPECT_FALSE(SeriesOf(diagram, SeriesRole::input).x.empty());
+  EXPECT_EQ(diagram.stops.size(), 21U);
+  EXPECT_EQ(diagram.sentence,
+            "wanted and typed, 0 to 10 MHz, worst error 6.66 dB at 9.5 MHz, 7 poles, 3 zeros");
+  EXPECT_THAT(StopText(diagram, 11, shown, plain), StartsWith("row 12: 5.5 MHz, wanted -5.85 dB"));
+
+  DiagramChoices choices;
+  choices.isLinear = true;
+  const Diagram linear = MakeDiagram(DiagramKind::magnitude, shown, choices);
+  EXPECT_EQ(SeriesOf(linear, SeriesRole::wanted).x.size(), 21U);
+  choices.isLinear = false;
+  choices.isLogFrequency = true;
+  choices.hidden = {"typed"};
+  const Diagram logarithmic = MakeDiagram(DiagramKind::magnitude, shown, choices);
+  EXPECT_GT(logarithmic.x.from, 0);
+  EXPECT_THAT(logarithmic.note, HasSubstr("f = 0"));
+  EXPECT_THAT(SeriesOf(logarithmic, SeriesRole::typed).x, IsEmpty());
+}
+
+TEST(ErrorDiagram, NamesTheWorstRow) {
+  const FitCurves curves = Curves(ExampleRecord("Ex-Delay.101"));
+  const Diagram diagram = MakeDiagram(DiagramKind::error, {&curves}, {});
+  EXPECT_EQ(diagram.note, "6.66 dB, 9.5 MHz, row 20");
+  EXPECT_THAT(SeriesOf(diagram, SeriesRole::worst).x, ElementsAre(9.5));
+  EXPECT_EQ(diagram.y.from, -diagram.y.to);
+}
+
+TEST(DelayDiagram, ShowsTotalAndConstant) {
+  const FitCurves curves = Curves(ExampleRecord("Ex-Delay.101"));
+  const Diagram diagram = MakeDiagram(DiagramKind::delay, {&curves}, {});
+  EXPECT_EQ(SeriesOf(diagram, SeriesRole::wanted).x.size(), 17U);
+  EXPECT_NEAR(SeriesOf(diagram, SeriesRole::constant).y[0], curves.h->DelayConstant(), 1e-9);
+  EXPECT_THAT(diagram.note, StartsWith("T0 172.61 ns, ripple 22.8"));
+}
+
+TEST(PoleDiagram, NamesEachLocationAndItsBounds) {
+  const FitCurves curves = Curves(ExampleRecord("Ex-Delay.101"));
+  const ShownCurves shown = {&curves};
+  const Diagram diagram = MakeDiagram(DiagramKind::poles, shown, {});
+  EXPECT_TRUE(diagram.hasEqualScales);
+  ASSERT_EQ(diagram.frames.size(), 2U);
+  EXPECT_EQ(diagram.frames[0].top, 3);
+  EXPECT_EQ(diagram.frames[1].right, .05);
+  // Three pairs and the lossless zero's own pole; the held zero and the sigma zero.
+  EXPECT_EQ(SeriesOf(diagram, SeriesRole::poles).x.size(), 4U);
+  EXPECT_EQ(SeriesOf(diagram, SeriesRole::zeros).x.size(), 2U);
+  EXPECT_EQ(StopText(diagram, 1, shown, {}), "pair 2: -0.4 + j0.7, 8.062 MHz, Q 1.01");
+}
+
+TEST(StepDiagram, HasItsCurvesOverTheSameTime) {
+  const FitCurves slow = Curves(ExampleRecord("Ex-Zpair.1", "8=.05 .4 .3 .2"));
+  const FitCurves quick = Curves(ExampleRecord("Ex-Zpair.1"));
+  const Diagram diagram = MakeDiagram(DiagramKind::step, {&quick, &slow}, {});
+  ASSERT_EQ(diagram.series.size(), 2U);
+  EXPECT_NEAR(diagram.series[0].x.back() / diagram.series[1].x.back(), 1, 1e-9);
+}
+
+TEST(Curves, StandForEveryTableThatCanBeTyped) {
+  struct Case {
+    int rows;
+    const char* frequency;
+    const char* yout;
+    bool hasCurves;
+  };
+  const Case cases[] = {
+      {0, "0", "1", true},                          // H alone
+      {1, "0", "1", true},    {2, "0", "1", true},  // equal frequencies
+      {2, "5", "1", true},    {2, "5", "0", false},     {2, "nan", "1", false},
+      {2, "inf", "1", false}, {2, "5", "1e-30", true}, {2, "", "1", false},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(std::to_string(each.rows) + " rows, " + each.frequency + ", " + each.yout);
+    ResponseRecord record = ExampleRecord("Ex-Zpair.1");
+    record.nFreqPoints = static_cast<std::int16_t>(each.rows);
+    record.passband.At(1, 1) = "0";
+    record.passband.At(2, 1) = each.frequency;
+    for (const int row : {1, 2}) record.passband.At(row, 3) = each.yout;
+    std::vector<Finding> findings;
+    const auto curves = CurvesOf(record, CurveRole::typed, "typed", findings);
+    EXPECT_EQ(curves.has_value(), each.hasCurves);
+    if (!curves) continue;
+    for (const DiagramKind kind : {DiagramKind::magnitude, DiagramKind::error, DiagramKind::poles,
+                                   DiagramKind::delay, DiagramKind::phase, DiagramKind::step}) {
+      for (const bool isLogarithmic : {false, true}) {
+        DiagramChoices choices;
+        choices.isLogFrequency = isLogarithmic;
+        const Diagram diagram = MakeDiagram(kind, {&*curves}, choices);
+        EXPECT_LT(diagram.x.from, diagram.x.to) << static_cast<int>(kind);
+        EXPECT_LT(diagram.y.from, diagram.y.to) << static_cast<int>(kind);
+      }
+    }
+  }
+}
+
+TEST(MoveLocation, KeepsKindsToTheirAxisAndBounds) {
+  const ResponseRecord record = ExampleRecord(
+      "Ex-Delay.101", "6=1 2; 7=.8; 8=.5 .4; 9=.3 .7; 10c=N; 10a=-.5; 11=2 0 0; 11a=1.5 1");
+  const FitCurves curves = Curves(record);
+  const auto texts = [&](std::size_t location, double real, double imaginary) {
+    std::string all;
+    for (const ChangedAnswer& answer : MoveLocation(record, curves, location, real, imaginary)) {
+      all += answer.text + "; ";
+    }
+    return all;
+  };
+  // The factors stand in the order of the questions; omega-axis zeros ascending.
+  EXPECT_EQ(texts(0, -.6, .9), ".6; ");
+  EXPECT_EQ(texts(2, -.25, .66), ".5 .25; .3 .66; ");
+  EXPECT_EQ(texts(2, +.25, 9), ".5 .05; .3 3; ") << "left half-plane, inside the bounds";
+  EXPECT_EQ(texts(3, .75, 1), "-.75; ") << "the typed side stays";
+  EXPECT_EQ(texts(5, 7, 1.25), "1.25 1; ") << "the second zero is typed first";
+  const ResponseRecord example = ExampleRecord("Ex-Delay.101");
+  EXPECT_THAT(MoveLocation(example, Curves(example), 4, 0, 2), IsEmpty()) << "held at 1";
+}
+
+TEST(StartValues, FillWhatIsMissingAndLeaveTheRest) {
+  const ResponseRecord full = ExampleRecord("Ex-Yzero.101");
+  EXPECT_FALSE(WithSuggestedStart(full)) << "nothing is missing";
+  EXPECT_FALSE(WithSuggestedStart(ExampleRecord("Ex-Yzero.101", "8=; 5=x"))) << "another fault";
+  const auto filled = WithSuggestedStart(ExampleRecord("Ex-Yzero.101", "8=.5 .4"));
+  ASSERT_TRUE(filled);
+  EXPECT_EQ(Words(filled->Slot(slot::kPoleReal)).size(), 4U);
+  EXPECT_NE(filled->Slot(slot::kPoleImag), full.Slot(slot::kPoleImag)) << "both parts of a pair";
+  EXPECT_EQ(filled->Slot(slot::kYzero), full.Slot(slot::kYzero));
+  EXPECT_LT(Curves(*filled).h->RmsError(), Curves(full).h->RmsError());
+}
+
+TEST(CurveTable, HasACellForEachFigureAndNoneWhereNothingIsDrawn) {
+  const FitCurves curves = Curves(ExampleRecord("Ex-Zpair.1"));
+  const std::string text = CurvesAsCsv({&curves});
+  EXPECT_THAT(text, StartsWith("MHz,typed |H|,typed Yin*|H|,typed delay ns,typed phase deg\n0,"));
+  const std::string last = text.substr(text.rfind('\n', text.size() - 2) + 1);
+  EXPECT_THAT(last, StartsWith("30,"));
+  EXPECT_THAT(last, HasSubstr(",,")) << "beyond the points there is no Yin |H|";
+}
+
+TEST(PaneState, IsSaidInWords) {
+  EXPECT_EQ(StateText(PaneState::resultChanged, "19:40"), "result 19:40, form changed since");
+  EXPECT_EQ(StateText(PaneState::lastGood, ""), "last good curve; see findings");
+  EXPECT_TRUE(RoomOf(339) == PaneRoom::upperAlone && RoomOf(340) == PaneRoom::upperOrLower &&
+              RoomOf(520) == PaneRoom::all);
+}
+
+}  // namespace
+}  // namespace polefit::testing
