@@ -6,9 +6,9 @@
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
-#include <QSettings>
 #include <QStatusBar>
 #include <algorithm>
+#include <sstream>
 
 #include "form/transfer.h"
 #include "form/ui/main_window.h"
@@ -31,8 +31,30 @@ constexpr int kFirstShare = 44;  // per cent of the window
 /// A narrower window has no room for the pane beside the tabs.
 constexpr int kNarrow = 900;
 
-QSettings WindowPlaces() {
-  return QSettings(QSettings::IniFormat, QSettings::UserScope, "Polefit", "window");
+constexpr const char* kChoices = "curves";
+
+/// What is remembered of the pane, as one line of numbers.
+struct KeptChoices {
+  int linear = 0;
+  int logFrequency = 0;
+  int plainMagnitude = 0;
+  int lower = -1;  ///< the lower diagram, or -1 while the user has chosen none
+  int shown = 1;
+  int width = 0;
+};
+
+KeptChoices Kept(Host& host) {
+  KeptChoices kept;
+  std::istringstream(host.UserSetting(kChoices)) >> kept.linear >> kept.logFrequency >>
+      kept.plainMagnitude >> kept.lower >> kept.shown >> kept.width;
+  return kept;
+}
+
+void Keep(Host& host, const KeptChoices& kept) {
+  std::ostringstream line;
+  line << kept.linear << ' ' << kept.logFrequency << ' ' << kept.plainMagnitude << ' ' << kept.lower
+       << ' ' << kept.shown << ' ' << kept.width;
+  if (line.str() != host.UserSetting(kChoices)) host.KeepUserSetting(kChoices, line.str());
 }
 
 constexpr int kLocationSlots[] = {slot::kSigmaPoles, slot::kPoleReal, slot::kPoleImag,
@@ -123,34 +145,34 @@ void CurvesDock::WatchPane() {
 }
 
 void CurvesDock::RestoreChoices() {
-  const QSettings places = WindowPlaces();
-  pane_->ChooseLinear(places.value("curves/linear").toBool());
-  pane_->SetLogFrequency(places.value("curves/logFrequency").toBool());
-  pane_->SetPlainMagnitude(places.value("curves/plainMagnitude").toBool());
-  const QVariant lower = places.value("curves/lower");
-  if (lower.isValid()) pane_->ChooseLower(static_cast<DiagramKind>(lower.toInt()), true);
-  setVisible(places.value("curves/shown", true).toBool());
+  const KeptChoices kept = Kept(program_.host);
+  pane_->ChooseLinear(kept.linear != 0);
+  pane_->SetLogFrequency(kept.logFrequency != 0);
+  pane_->SetPlainMagnitude(kept.plainMagnitude != 0);
+  if (kept.lower >= 0) pane_->ChooseLower(static_cast<DiagramKind>(kept.lower), true);
+  setVisible(kept.shown != 0);
 }
 
 void CurvesDock::SaveChoices() const {
   // The window's own hiding is no choice.
   if (!form_.isVisible()) return;
-  QSettings places = WindowPlaces();
-  places.setValue("curves/linear", pane_->Choices().isLinear);
-  places.setValue("curves/logFrequency", pane_->Choices().isLogFrequency);
-  places.setValue("curves/plainMagnitude", pane_->Choices().showsPlainMagnitude);
-  if (pane_->HasChosenLower()) places.setValue("curves/lower", static_cast<int>(pane_->Lower()));
+  KeptChoices kept = Kept(program_.host);
+  kept.linear = static_cast<int>(pane_->Choices().isLinear);
+  kept.logFrequency = static_cast<int>(pane_->Choices().isLogFrequency);
+  kept.plainMagnitude = static_cast<int>(pane_->Choices().showsPlainMagnitude);
+  if (pane_->HasChosenLower()) kept.lower = static_cast<int>(pane_->Lower());
   if (!wasNarrow_) {
-    places.setValue("curves/shown", isVisible());
-    places.setValue("curves/width", width());
+    kept.shown = static_cast<int>(isVisible());
+    kept.width = width();
   }
+  Keep(program_.host, kept);
 }
 
 void CurvesDock::showEvent(QShowEvent* event) {
   QDockWidget::showEvent(event);
   if (std::exchange(isFirstShow_, false)) {
-    const int width =
-        WindowPlaces().value("curves/width", form_.width() * kFirstShare / 100).toInt();
+    const int kept = Kept(program_.host).width;
+    const int width = kept > 0 ? kept : form_.width() * kFirstShare / 100;
     form_.resizeDocks({this}, {std::max(kLeastWidth, width)}, Qt::Horizontal);
   }
   timer_.start(0);
@@ -167,7 +189,7 @@ void CurvesDock::ApplyWidth() {
     setFloating(true);
   } else {
     setFloating(false);
-    setVisible(WindowPlaces().value("curves/shown", true).toBool());
+    setVisible(Kept(program_.host).shown != 0);
   }
 }
 

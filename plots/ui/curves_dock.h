@@ -29,6 +29,7 @@ class CurvesDock final : public QDockWidget {
   ~CurvesDock() override;
 
   CurvesPane& Pane() { return *pane_; }
+  Host& Effects() const { return program_.host; }
 
   /// Shows the answers that a run has found beside what is typed; `time` is the run's.
   void ShowResult(const ResponseRecord& record, const QString& time);

@@ -43,7 +43,7 @@ void AddViewEntries(MainWindow& form, CurvesDock& dock) {
   form.addAction(hide);
 }
 
-void AddPictureEntries(QMenu& menu, CurvesPane& pane) {
+void AddPictureEntries(QMenu& menu, Host& host, CurvesPane& pane) {
   menu.addSeparator();
   AddEntry(menu, "mnuFitView", QObject::tr("&Fit View"), "", [&pane] { pane.FitView(); });
   AddSwitch(menu, "mnuFitLogarithmic", QObject::tr("&Logarithmic Frequencies"),
@@ -54,8 +54,9 @@ void AddPictureEntries(QMenu& menu, CurvesPane& pane) {
   AddEntry(menu, "mnuFitCopy", QObject::tr("&Copy Picture"), "", [&pane] { CopyPicture(pane); });
   AddEntry(menu, "mnuFitCopyData", QObject::tr("Copy &Data"), "", [&pane] { CopyData(pane); });
   AddEntry(menu, "mnuFitSavePicture", QObject::tr("&Save Picture ..."), "",
-           [&pane] { SavePicture(pane); });
-  AddEntry(menu, "mnuFitSaveData", QObject::tr("Save D&ata ..."), "", [&pane] { SaveData(pane); });
+           [&host, &pane] { SavePicture(host, pane); });
+  AddEntry(menu, "mnuFitSaveData", QObject::tr("Save D&ata ..."), "",
+           [&host, &pane] { SaveData(host, pane); });
   AddEntry(menu, "mnuFitPrint", QObject::tr("&Print ..."), "", [&pane] { PrintPicture(pane); });
 }
 
@@ -73,7 +74,7 @@ void AddCurvesMenu(MainWindow& form, CurvesDock& dock) {
            [&dock] { dock.TakePreview(); });
   AddEntry(*menu, "mnuFitSuggest", QObject::tr("Suggest Start Values"), "Ctrl+G",
            [&dock] { dock.SuggestStart(); });
-  AddPictureEntries(*menu, dock.Pane());
+  AddPictureEntries(*menu, dock.Effects(), dock.Pane());
   // The same entries stand where the pointer is.
   dock.Pane().setContextMenuPolicy(Qt::CustomContextMenu);
   QObject::connect(&dock.Pane(), &QWidget::customContextMenuRequested, menu,

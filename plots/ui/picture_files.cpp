@@ -4,14 +4,14 @@
 #include <QBuffer>
 #include <QClipboard>
 #include <QFileDialog>
-#include <QMessageBox>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
+#include "platform/host.h"
+#include "platform/message_style.h"
 #include "plots/curve_table.h"
 #include "plots/ui/curves_pane.h"
 #include "plots/ui/diagram_view.h"
@@ -89,13 +89,14 @@ QByteArray AsPdf(QWidget& widget) {
   return bytes;
 }
 
-void Save(QWidget& parent, const QString& name, const QByteArray& bytes) {
-  QSaveFile file(name);
-  const bool isSaved =
-      file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-  if (isSaved) return;
-  QMessageBox::critical(&parent, "Polefit",
-                        QObject::tr("'%1' cannot be written: %2").arg(name, file.errorString()));
+void Save(Host& host, const QString& name, const QByteArray& bytes) {
+  try {
+    host.ReplaceFile(name.toStdString(), bytes.toStdString());
+  } catch (const RunTimeError& error) {
+    const QString text = QObject::tr("'%1' cannot be written: %2");
+    host.MessageBox(text.arg(name, ToQString(error.description)).toStdString(),
+                    message_style::kCritical, "Polefit");
+  }
 }
 
 }  // namespace
@@ -107,20 +108,20 @@ QByteArray PictureOf(QWidget& widget, const QString& name) {
   return {};
 }
 
-void SavePicture(CurvesPane& pane) {
+void SavePicture(Host& host, CurvesPane& pane) {
   QString name = QFileDialog::getSaveFileName(&pane, QObject::tr("Save Picture"), {},
                                               QObject::tr("Pictures (*.png *.svg *.pdf)"));
   if (name.isEmpty()) return;
   if (PictureOf(pane, name).isEmpty()) name += ".png";
-  Save(pane, name, PictureOf(pane, name));
+  Save(host, name, PictureOf(pane, name));
 }
 
-void SaveData(CurvesPane& pane) {
+void SaveData(Host& host, CurvesPane& pane) {
   QString name =
       QFileDialog::getSaveFileName(&pane, QObject::tr("Save Data"), {}, QObject::tr("CSV (*.csv)"));
   if (name.isEmpty()) return;
   if (!name.contains('.')) name += ".csv";
-  Save(pane, name, QByteArray::fromStdString(CurvesAsCsv(pane.Curves())));
+  Save(host, name, QByteArray::fromStdString(CurvesAsCsv(pane.Curves())));
 }
 
 void CopyPicture(CurvesPane& pane) {

@@ -7,7 +7,7 @@ class QWidget;
 namespace polefit {
 
 class CurvesPane;
-struct FitCurves;
+class Host;
 
 /// A picture of a widget as the bytes of a PNG (twice as large as on the screen), an SVG or a PDF,
 /// by the ending of `name`; empty for another ending.
@@ -15,8 +15,8 @@ QByteArray PictureOf(QWidget& widget, const QString& name);
 
 /// Asks for a name and saves the pane's picture, or its data as CSV. What cannot be written is said
 /// in a box.
-void SavePicture(CurvesPane& pane);
-void SaveData(CurvesPane& pane);
+void SavePicture(Host& host, CurvesPane& pane);
+void SaveData(Host& host, CurvesPane& pane);
 
 void CopyPicture(CurvesPane& pane);
 void CopyData(CurvesPane& pane);

@@ -1,7 +1,6 @@
 #include "program/ui/session.h"
 
 #include <QDateTime>
-#include <QFileInfo>
 #include <utility>
 
 #include "app/file_commands.h"
