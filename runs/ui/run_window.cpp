@@ -191,7 +191,7 @@ void RunWindow::ShowEnd(const RunEnd& end) {
   setAttribute(Qt::WA_ShowWithoutActivating);
   show();
   setAttribute(Qt::WA_ShowWithoutActivating, false);
-  Q_EMIT runEnded(hasValues);
+  Q_EMIT runEnded(end.hasValues);
 }
 
 }  // namespace polefit
