@@ -125,7 +125,7 @@ TEST(Curves, StandForEveryTableThatCanBeTyped) {
   const Case cases[] = {
       {0, "0", "1", true},                          // H alone
       {1, "0", "1", true},    {2, "0", "1", true},  // equal frequencies
-      {2, "5", "1", true},    {2, "5", "0", false},     {2, "nan", "1", false},
+      {2, "5", "1", true},    {2, "5", "0", false},    {2, "nan", "1", false},
       {2, "inf", "1", false}, {2, "5", "1e-30", true}, {2, "", "1", false},
   };
   for (const Case& each : cases) {

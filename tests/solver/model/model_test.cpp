@@ -128,8 +128,7 @@ TEST(Objective, IsTheSameWhenEveryRowStandsSevenTimes) {
   Fit seven;
   ASSERT_TRUE(
       Objective(problem.constellation, problem.rows).Evaluate(problem.typedParameters, once));
-  ASSERT_TRUE(
-      Objective(problem.constellation, often).Evaluate(problem.typedParameters, seven));
+  ASSERT_TRUE(Objective(problem.constellation, often).Evaluate(problem.typedParameters, seven));
   EXPECT_NEAR(seven.cost / once.cost, 1, 1e-12);
   EXPECT_NEAR(seven.delayConstant / once.delayConstant, 1, 1e-12);
   EXPECT_NEAR(seven.largestError / once.largestError, 1, 1e-12);

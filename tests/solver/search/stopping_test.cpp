@@ -96,8 +96,8 @@ TEST(Endings, JudgeTheErrorByTheUnitsOfThePoints) {
 }
 
 TEST(Endings, FindWhatHasMetAndPutItApart) {
-  ResponseRecord record = ExampleRecord(
-      "Ex-Delay.101", "11=3 0 0; 11a=1.2 1.2001 2; 10=N; 14=5; 9=.3 .000001 1.1");
+  ResponseRecord record =
+      ExampleRecord("Ex-Delay.101", "11=3 0 0; 11a=1.2 1.2001 2; 10=N; 14=5; 9=.3 .000001 1.1");
   record.passband.At(21, 1) = "11";  // beyond Freq Norm: the zeros are fitted
   const Problem problem = GoodProblem(record);
   Point point;
