@@ -35,7 +35,7 @@ std::string FreeName(Program& program, const std::string& folder, const std::str
   constexpr int kLast = 999;
   const std::string stem = source.substr(0, source.rfind('.'));
   for (int number = 1; number <= kLast; ++number) {
-    const std::string name = stem + "." + std::to_string(number);
+    std::string name = stem + "." + std::to_string(number);
     if (!FileExists(program.host, JoinPath(folder, name))) return name;
   }
   return {};
