@@ -90,7 +90,7 @@ std::string SectionRows(const FilterResult& result, const char* begin, const cha
     rows += begin;
     const char* separator = "";
     for (const Quadratic& polynomial : {section.numerator, section.denominator}) {
-      for (const std::size_t power : {2, 1, 0}) {
+      for (const std::size_t power : {2U, 1U, 0U}) {
         rows += separator + ShortestNumber(polynomial[power]);
         separator = ", ";
       }
