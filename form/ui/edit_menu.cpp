@@ -31,27 +31,27 @@ EditMenu::EditMenu(QMenu* menu, GridWidget& passData, GridWidget& delayData, Cel
 
 void EditMenu::AddEntries(QMenu* menu) {
   struct Line {
-    Entry entry;
     const char* name;
     QString caption;
     const char* shortcut;
     const char* icon;
+    Entry entry;
     bool isForTable = true;
     bool isSeparated = false;
   };
   const Line lines[] = {
-      {Entry::undo, "mnuEditUndo", tr("&Undo"), "Ctrl+Z", "edit-undo", false},
-      {Entry::redo, "mnuEditRedo", tr("&Redo"), "Ctrl+Shift+Z", "edit-redo", false},
-      {Entry::cut, "mnuEditCut", tr("Cu&t"), "Ctrl+X", "edit-cut", true, true},
-      {Entry::copy, "mnuEditCopy", tr("&Copy"), "Ctrl+C", "edit-copy"},
-      {Entry::paste, "mnuEditPaste", tr("&Paste"), "Ctrl+V", "edit-paste"},
-      {Entry::clear, "mnuEditDelete", tr("&Delete"), "Del", "edit-delete"},
-      {Entry::insertRows, "mnuEditInsertRows", tr("&Insert Rows"), "Ctrl++", "list-add", true,
+      {"mnuEditUndo", tr("&Undo"), "Ctrl+Z", "edit-undo", Entry::undo, false},
+      {"mnuEditRedo", tr("&Redo"), "Ctrl+Shift+Z", "edit-redo", Entry::redo, false},
+      {"mnuEditCut", tr("Cu&t"), "Ctrl+X", "edit-cut", Entry::cut, true, true},
+      {"mnuEditCopy", tr("&Copy"), "Ctrl+C", "edit-copy", Entry::copy},
+      {"mnuEditPaste", tr("&Paste"), "Ctrl+V", "edit-paste", Entry::paste},
+      {"mnuEditDelete", tr("&Delete"), "Del", "edit-delete", Entry::clear},
+      {"mnuEditInsertRows", tr("&Insert Rows"), "Ctrl++", "list-add", Entry::insertRows, true,
        true},
-      {Entry::deleteRows, "mnuEditDeleteRows", tr("Delete R&ows"), "Ctrl+-", "list-remove"},
-      {Entry::fillDown, "mnuEditFillDown", tr("&Fill Down"), "Ctrl+D", "go-down"},
-      {Entry::sort, "mnuEditSort", tr("&Sort by Frequency"), "", "view-sort-ascending"},
-      {Entry::selectAll, "mnuEditSelectAll", tr("Select &All"), "Ctrl+A", "edit-select-all", true,
+      {"mnuEditDeleteRows", tr("Delete R&ows"), "Ctrl+-", "list-remove", Entry::deleteRows},
+      {"mnuEditFillDown", tr("&Fill Down"), "Ctrl+D", "go-down", Entry::fillDown},
+      {"mnuEditSort", tr("&Sort by Frequency"), "", "view-sort-ascending", Entry::sort},
+      {"mnuEditSelectAll", tr("Select &All"), "Ctrl+A", "edit-select-all", Entry::selectAll, true,
        true},
   };
   for (const Line& line : lines) {

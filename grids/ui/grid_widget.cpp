@@ -210,9 +210,9 @@ void GridWidget::SetCurrentCell(int row, int column) {
   setCurrentIndex(model_->index(std::min(row, model_->GridRowCount() - 1) - 1, column - 1));
 }
 
-void GridWidget::SetMarks(std::vector<CellMark> marks) {
+void GridWidget::SetMarks(const std::vector<CellMark>& marks) {
   std::map<std::pair<int, int>, GridModel::Mark> byCell;
-  for (CellMark& mark : marks) {
+  for (const CellMark& mark : marks) {
     byCell.try_emplace({mark.row, mark.column}, GridModel::Mark{mark.isFault, mark.text});
   }
   model_->SetMarks(std::move(byCell));

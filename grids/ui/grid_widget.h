@@ -54,7 +54,7 @@ class GridWidget final : public QTableView, public GridView {
     bool isFault = false;
     QString text;
   };
-  void SetMarks(std::vector<CellMark> marks);
+  void SetMarks(const std::vector<CellMark>& marks);
 
   /// A grey text that shows while no cell holds anything.
   void SetEmptyText(const QString& text);
