@@ -99,6 +99,7 @@ class LocationReader {
                                   const std::function<double(int)>& roughAt) {
     if (!IsEmpty(slot)) return List(slot, count, countSlot);
     std::vector<Location> list;
+    list.reserve(static_cast<std::size_t>(std::max(count, 0)));
     for (int i = 0; i < count; ++i) list.push_back({roughAt(i), {}});
     return list;
   }
