@@ -123,7 +123,7 @@ AllottedZeros AllotZeros(const Eigen::VectorXcd& x, const ZeroCounts& counts) {
   std::vector<Root> rest(x.begin(), x.end());
   AllottedZeros zeros;
   const auto argument = [](const Root& root) { return std::abs(std::arg(root)); };
-  const auto omegaRoots = static_cast<std::size_t>(2 * counts.omega);
+  const auto omegaRoots = 2 * static_cast<std::size_t>(counts.omega);
   zeros.omega = OmegaZeros(TakeFirst(rest, omegaRoots, argument), counts.omega);
   const auto sigmaRoots = static_cast<std::size_t>(counts.sigma);
   const std::vector<Root> sigma =
