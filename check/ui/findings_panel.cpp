@@ -3,12 +3,11 @@
 #include <QAction>
 #include <QListWidget>
 #include <QMenu>
-#include <QPushButton>
-#include <QStatusBar>
 #include <QStyle>
 
 #include "check/finding_place.h"
 #include "form/ui/main_window.h"
+#include "widgets/status_line.h"
 
 namespace polefit {
 
@@ -41,10 +40,7 @@ QString KindOf(Severity severity) {
 }  // namespace
 
 FindingsPanel::FindingsPanel(MainWindow& form)
-    : QDockWidget(tr("Findings"), &form),
-      form_(form),
-      list_(new QListWidget),
-      count_(new QPushButton) {
+    : QDockWidget(tr("Findings"), &form), form_(form), list_(new QListWidget) {
   setObjectName("findingsPanel");
   setFeatures(DockWidgetClosable);
   list_->setObjectName("lstFindings");
@@ -55,13 +51,8 @@ FindingsPanel::FindingsPanel(MainWindow& form)
   hide();
   connect(list_, &QListWidget::itemActivated, this, [this] { GoTo(list_->currentRow()); });
   connect(list_, &QListWidget::itemClicked, this, [this] { GoTo(list_->currentRow()); });
-  count_->setObjectName("cmdFindings");
-  count_->setFlat(true);
-  count_->setMinimumWidth(1);  // a long finding does not keep the window wide
-  count_->setFocusPolicy(Qt::NoFocus);
-  count_->setAccessibleName(tr("Findings"));
-  connect(count_, &QPushButton::clicked, this, [this] { setVisible(!isVisible()); });
-  form_.statusBar()->addWidget(count_);
+  connect(&form_.Status(), &StatusLine::findingsClicked, this,
+          [this] { setVisible(!isVisible()); });
   AddEntries();
 }
 
@@ -98,12 +89,9 @@ void FindingsPanel::ShowFindings(const std::vector<Finding>& findings) {
     item->setData(Qt::AccessibleTextRole, KindOf(finding.severity) + ": " + item->text());
   }
   const QString counts = QString::fromStdString(CountText(findings_));
-  count_->setText(findings_.empty() ? tr("No findings")
-                                    : counts + ": " +
-                                          count_->fontMetrics().elidedText(
-                                              QString::fromStdString(findings_.front().text),
-                                              Qt::ElideRight, form_.width() / 2));
-  count_->setToolTip(tr("Shows or hides the list of findings (F7)"));
+  form_.Status().ShowFindings(findings_.empty()
+                                  ? tr("No findings")
+                                  : counts + ": " + QString::fromStdString(findings_.front().text));
   Mark();
 }
 

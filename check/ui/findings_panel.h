@@ -6,7 +6,6 @@
 #include "record/finding.h"
 
 class QListWidget;
-class QPushButton;
 
 namespace polefit {
 
@@ -34,7 +33,6 @@ class FindingsPanel final : public QDockWidget {
 
   MainWindow& form_;
   QListWidget* list_;
-  QPushButton* count_;
   std::vector<Finding> findings_;
   int visited_ = -1;
 };

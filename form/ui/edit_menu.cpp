@@ -15,18 +15,13 @@
 
 namespace polefit {
 
-EditMenu::EditMenu(QMenu* menu, GridWidget& passData, GridWidget& delayData, CellEditorBox& editor,
-                   Guard run)
-    : QObject(menu),
-      passData_(passData),
-      delayData_(delayData),
-      editor_(editor),
-      run_(std::move(run)) {
+EditMenu::EditMenu(QMenu* menu, FormTables& tables, ProgramGuard run)
+    : QObject(menu), tables_(tables), run_(std::move(run)) {
   AddEntries(menu);
   // Shortcuts of entries that are greyed would reach the table as characters.
   connect(menu, &QMenu::aboutToShow, this, [this] { EnableEntries(false); });
   connect(menu, &QMenu::aboutToHide, this, [this] { EnableEntries(true); });
-  connect(&editor_, &CellEditorBox::blockPasted, this, [this] { Choose(Entry::paste); });
+  connect(&tables_.Editor(), &CellEditorBox::blockPasted, this, [this] { Choose(Entry::paste); });
 }
 
 void EditMenu::AddEntries(QMenu* menu) {
@@ -62,7 +57,7 @@ void EditMenu::AddEntries(QMenu* menu) {
     connect(action, &QAction::triggered, this, [this, entry = line.entry] { Choose(entry); });
     actions_[line.entry] = action;
     if (!line.isForTable) continue;
-    for (GridWidget* grid : {&passData_, &delayData_}) {
+    for (GridWidget* grid : {&tables_.PassData(), &tables_.DelayData()}) {
       for (QWidget* part :
            {static_cast<QWidget*>(grid), static_cast<QWidget*>(grid->verticalHeader())}) {
         part->addAction(action);
@@ -98,7 +93,7 @@ void EditMenu::ShowStepNames() {
 
 void EditMenu::EnableEntries(bool all) {
   const auto* box = qobject_cast<QLineEdit*>(QApplication::focusWidget());
-  const bool isTable = FocusedGrid() != nullptr;
+  const bool isTable = tables_.Focused() != nullptr;
   const bool isText = box != nullptr && (!box->isReadOnly());
   for (const auto& [entry, action] : actions_) {
     const bool isForText = entry <= Entry::clear || entry == Entry::selectAll;
@@ -114,11 +109,11 @@ void EditMenu::Choose(Entry entry) {
   if (entry == Entry::redo) return Step(&History::Redo);
   auto* box = qobject_cast<QLineEdit*>(QApplication::focusWidget());
   const bool isBlock =
-      box == &editor_ && entry == Entry::paste && CellEditorBox::ClipboardHasBlock();
+      box == &tables_.Editor() && entry == Entry::paste && CellEditorBox::ClipboardHasBlock();
   if (box != nullptr && !isBlock &&
-      (box != &editor_ || entry <= Entry::clear || entry == Entry::selectAll)) {
+      (box != &tables_.Editor() || entry <= Entry::clear || entry == Entry::selectAll)) {
     ChooseForText(entry, *box);
-  } else if (GridWidget* grid = FocusedGrid()) {
+  } else if (GridWidget* grid = tables_.Focused()) {
     ChooseForTable(entry, *grid);
   }
 }
@@ -191,7 +186,8 @@ void EditMenu::ChooseForTable(Entry entry, GridWidget& grid) {
 
 void EditMenu::Copy(GridWidget& grid) {
   run_([&](Program& program) {
-    const std::string text = CopyBlock(CellsOf(program), TableOf(grid), grid.SelectedBlock());
+    const std::string text =
+        CopyBlock(CellsOf(program), tables_.TableOf(grid), grid.SelectedBlock());
     QApplication::clipboard()->setText(QString::fromStdString(text));
   });
 }
@@ -226,24 +222,12 @@ void EditMenu::ChangeTable(GridWidget& grid, const QString& name, const Change& 
     Record(tr("Edit Cell"));
     const CellBlock block = grid.SelectedBlock();
     FormCells cells = CellsOf(program);
-    if (!change(cells, TableOf(grid), block)) return;
+    if (!change(cells, tables_.TableOf(grid), block)) return;
     ShowCells(program, cells);
     Record(name);
     grid.SetCurrentCell(block.firstRow, block.firstColumn);
     grid.SelectBlock(block);
   });
-}
-
-GridWidget* EditMenu::FocusedGrid() const {
-  QWidget* focus = QApplication::focusWidget();
-  for (GridWidget* grid : {&passData_, &delayData_}) {
-    if (focus == grid || (focus == &editor_ && grid->isAncestorOf(focus))) return grid;
-  }
-  return nullptr;
-}
-
-Table EditMenu::TableOf(const GridWidget& grid) const {
-  return &grid == &passData_ ? Table::passband : Table::delay;
 }
 
 }  // namespace polefit

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "form/history.h"
-#include "form/table_edits.h"
+#include "form/ui/form_tables.h"
 
 class QAction;
 class QLineEdit;
@@ -14,7 +14,6 @@ class QMenu;
 
 namespace polefit {
 
-class CellEditorBox;
 class GridWidget;
 
 /// The Edit menu, whose table entries are also the context menu of the tables, and the steps behind
@@ -23,11 +22,7 @@ class EditMenu final : public QObject {
   Q_OBJECT
 
  public:
-  /// Runs what it is given with the program's values and deals with the errors that come out.
-  using Guard = std::function<void(const std::function<void(Program&)>&)>;
-
-  EditMenu(QMenu* menu, GridWidget& passData, GridWidget& delayData, CellEditorBox& editor,
-           Guard run);
+  EditMenu(QMenu* menu, FormTables& tables, ProgramGuard run);
 
   /// Takes the form as it stands as the first state.
   void Attach(Program& program);
@@ -67,14 +62,9 @@ class EditMenu final : public QObject {
   void ChangeTable(GridWidget& grid, const QString& name, const Change& change);
   void PasteInto(GridWidget& grid);
   void Delete(GridWidget& grid, const QString& name);
-  /// The table that has the focus, itself or by its open editor.
-  GridWidget* FocusedGrid() const;
-  Table TableOf(const GridWidget& grid) const;
 
-  GridWidget& passData_;
-  GridWidget& delayData_;
-  CellEditorBox& editor_;
-  Guard run_;
+  FormTables& tables_;
+  ProgramGuard run_;
   std::optional<History> history_;
   std::map<Entry, QAction*> actions_;
 };

@@ -7,7 +7,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QScreen>
 #include <QTabWidget>
@@ -17,9 +16,9 @@
 #include "form/field_rules.h"
 #include "form/solver_settings.h"
 #include "form/ui/edit_menu.h"
+#include "form/ui/form_focus.h"
 #include "form/ui/menus.h"
 #include "form/ui/pages.h"
-#include "form/ui/table_note.h"
 #include "grids/cell_editor.h"
 #include "grids/grid_routines.h"
 #include "grids/ui/cell_editor_box.h"
@@ -28,6 +27,7 @@
 #include "widgets/controls.h"
 #include "widgets/notice_bar.h"
 #include "widgets/one_line.h"
+#include "widgets/status_line.h"
 
 namespace polefit {
 
@@ -58,29 +58,23 @@ QString StepNameOf(const QWidget* box) {
 MainWindow::MainWindow(Guard guard)
     : guard_(std::move(guard)),
       tabs_(new QTabWidget),
-      passData_(new GridWidget("PassData", 5, 6810)),
-      delayData_(new GridWidget("DelayData", 3, 5200)),
-      editor_(new CellEditorBox),
-      passNote_(new TableNote(Table::passband, "PassData")),
-      delayNote_(new TableNote(Table::delay, "DelayData")),
+      tables_([this](const std::function<void(Program&)>& action) { Run(action); }),
+      focus_(new FormFocus(*this)),
       notices_(new NoticeBar([this](const auto& action) { Decide(action); },
-                             [this] { return editor_->IsVisible(); })) {
+                             [this] { return tables_.Editor().IsVisible(); })),
+      status_(new StatusLine) {
   setObjectName("frmMain");
   setWindowTitle(tr("Polefit"));
-  passData_->SetFormatString("#|^Frequency|^Yin|^Yout|^Weight;#|1|2|3");
-  delayData_->SetFormatString("#|^Frequency|^Delay (tx);#|1|2|3");
+  setStatusBar(status_);
   BuildTabs();
   BuildMenus();
   RequireControls();
   ConnectControls();
-  ConnectGrid(*passData_);
-  ConnectGrid(*delayData_);
-  ConnectEditor();
-  ConnectNote(*passNote_, Table::passband);
-  ConnectNote(*delayNote_, Table::delay);
+  ConnectFocus();
+  connect(&tables_, &FormTables::stepMade, this, [this](const QString& name) { RecordStep(name); });
   notesDue_.setSingleShot(true);
   notesDue_.setInterval(kNotesMilliseconds);
-  connect(&notesDue_, &QTimer::timeout, this, &MainWindow::ShowTableNotes);
+  connect(&notesDue_, &QTimer::timeout, &tables_, &FormTables::ShowNotes);
   connect(&notesDue_, &QTimer::timeout, this, &MainWindow::settled);
 }
 
@@ -112,7 +106,7 @@ void MainWindow::BuildMenus() {
     if (edit == nullptr) edit = menuBar()->addMenu(tr("Edi&t"));
   }
   edit->setObjectName("mnuEdit");
-  edit_ = new EditMenu(edit, *passData_, *delayData_, *editor_,
+  edit_ = new EditMenu(edit, tables_,
                        [this](const std::function<void(Program&)>& action) { Run(action); });
   connect(edit_, &EditMenu::stepShown, this, [this](const FormPlace& place) {
     ShowPlace(place);
@@ -141,8 +135,8 @@ void MainWindow::BuildTabs() {
   Page* pages[] = {MakeStartPage(),
                    MakePolesAndZerosPage(),
                    MakeMiscPage(),
-                   MakePassbandPage(passData_, passNote_),
-                   MakeDelayPage(delayData_, delayNote_),
+                   MakePassbandPage(&tables_.PassData(), tables_.PassNote()),
+                   MakeDelayPage(&tables_.DelayData(), tables_.DelayNote()),
                    MakeSolverPage(),
                    MakeRunPage()};
   std::size_t tab = 0;
@@ -154,8 +148,6 @@ void MainWindow::BuildTabs() {
   rows->addWidget(notices_);
   rows->addWidget(tabs_, 1);
   setCentralWidget(content);
-  // The editor lies on the passband tab at first.
-  editor_->setParent(passData_->viewport());
   for (QWidget* widget : findChildren<QWidget*>()) {
     if (!widget->objectName().isEmpty()) controls_[widget->objectName().toStdString()] = widget;
   }
@@ -167,24 +159,22 @@ void MainWindow::ConnectControls() {
     notesDue_.start();
   };
   for (AnswerEdit* box : findChildren<AnswerEdit*>()) {
-    box->installEventFilter(this);
+    focus_->FollowPress(*box);
     connect(box, &QLineEdit::textChanged, this, markChanged);
   }
   for (QCheckBox* box : findChildren<QCheckBox*>()) {
-    box->installEventFilter(this);
+    focus_->FollowPress(*box);
     connect(box, &QCheckBox::toggled, this, markChanged);
     connect(box, &QCheckBox::clicked, this, [this, box] { RecordStep(StepNameOf(box)); });
   }
-  connect(qApp, &QApplication::focusChanged, this,
-          [this](QWidget*, QWidget* now) { FollowFocus(now); });
   connect(Find<QCheckBox>(BoxName(slot::kUseWeights)), &QCheckBox::toggled, this,
           [this](bool checked) {
             Run([checked](Program& program) { ShowWeightColumn(program.windows.grids, checked); });
           });
   OnClick("cmdClearPassData",
-          [this](Program& program) { ClearGrid(program.windows.grids, *passData_); });
+          [this](Program& program) { ClearGrid(program.windows.grids, tables_.PassData()); });
   OnClick("cmdClearDelayData",
-          [this](Program& program) { ClearGrid(program.windows.grids, *delayData_); });
+          [this](Program& program) { ClearGrid(program.windows.grids, tables_.DelayData()); });
   OnClick("cmdEditSolver", [this](Program&) { EditSolverDefaults(*this); });
   OnClick("cmdUseDefSolver", [this](Program&) { UseSolverDefaults(*this); });
   connect(Find<QPushButton>("cmdSubmit"), &QPushButton::clicked, this,
@@ -193,30 +183,12 @@ void MainWindow::ConnectControls() {
   connect(Find<QLineEdit>(kLastFileNameBox), &QLineEdit::textChanged, this, &MainWindow::ShowState);
 }
 
-void MainWindow::ConnectGrid(GridWidget& grid) {
-  connect(&grid, &GridWidget::cellsMoved, editor_, &CellEditorBox::FollowCell);
-  connect(&grid, &GridWidget::mousePressed, this, [this, &grid] {
-    RunInTable([&grid](Program& program) { GridMousePressed(program.windows.grids, grid); });
+void MainWindow::ConnectFocus() {
+  connect(focus_, &FormFocus::left, this, &MainWindow::Leave);
+  connect(focus_, &FormFocus::leaving, this, &MainWindow::ApplyRule);
+  connect(focus_, &FormFocus::entered, this, [this](const QWidget* control) {
+    if (control == &tables_.Editor()) tables_.EditorGotFocus();
   });
-  connect(&grid, &GridWidget::cellDoubleClicked, this, [this, &grid] {
-    RunInTable([&grid](Program& program) { GridDoubleClicked(program.windows.grids, grid); });
-  });
-  connect(&grid, &GridWidget::characterTyped, this, [this, &grid](const QString& character) {
-    RunInTable([&](Program& program) {
-      GridCharacterTyped(program.windows.grids, grid, character.toStdString());
-    });
-  });
-}
-
-void MainWindow::ConnectEditor() {
-  connect(editor_, &CellEditorBox::keyPressed, this, [this](EditorKey key) {
-    RunInTable([key](Program& program) { CellEditorKeyPressed(program.windows.grids, key); });
-  });
-}
-
-void MainWindow::RunInTable(const std::function<void(Program&)>& action) {
-  Run(action);
-  RecordStep(tr("Edit Cell"));
 }
 
 void MainWindow::OnClick(const char* button, const std::function<void(Program&)>& action) {
@@ -262,19 +234,6 @@ void MainWindow::Decide(const std::function<void()>& action) {
   ShowState();
 }
 
-void MainWindow::ConnectNote(TableNote& note, Table table) {
-  connect(&note, &TableNote::keepWanted, this, [this, table] {
-    RecordStep(tr("Typing"));
-    Run([table](Program& program) {
-      FormCells cells = CellsOf(program);
-      KeepTypedRows(cells, table);
-      ShowCells(program, cells);
-    });
-    RecordStep(tr("Keep Typed Rows"));
-    ShowTableNotes();
-  });
-}
-
 std::string MainWindow::FocusedBox() const {
   const auto* box = qobject_cast<const AnswerEdit*>(QApplication::focusWidget());
   return box == nullptr || box->window() != this ? "" : box->objectName().toStdString();
@@ -282,31 +241,15 @@ std::string MainWindow::FocusedBox() const {
 
 void MainWindow::ShowMarks(const std::vector<FormMark>& marks) {
   std::map<std::string, const FormMark*> boxes;
-  std::map<std::string, std::vector<GridWidget::CellMark>> cells;
   for (const FormMark& mark : marks) {
-    if (mark.place.row > 0) {
-      cells[mark.place.control].push_back(
-          {mark.place.row, mark.place.column, mark.isFault, mark.text});
-    } else {
-      boxes.try_emplace(mark.place.control, &mark);
-    }
+    if (mark.place.row == 0) boxes.try_emplace(mark.place.control, &mark);
   }
   for (AnswerEdit* box : findChildren<AnswerEdit*>()) {
     const auto mark = boxes.find(box->objectName().toStdString());
     const bool isMarked = mark != boxes.end();
     box->SetMark(isMarked && mark->second->isFault, isMarked ? mark->second->text : QString());
   }
-  for (GridWidget* grid : {passData_, delayData_}) {
-    grid->SetMarks(cells[grid->objectName().toStdString()]);
-  }
-}
-
-void MainWindow::ShowTableNotes() {
-  Run([this](Program& program) {
-    const FormCells cells = CellsOf(program);
-    passNote_->ShowFor(cells);
-    delayNote_->ShowFor(cells);
-  });
+  tables_.ShowMarks(marks);
 }
 
 void MainWindow::RecordStep(const QString& name, StepKind kind) {
@@ -337,49 +280,24 @@ void MainWindow::ShowState() {
   });
 }
 
-void MainWindow::FollowFocus(QWidget* now) {
-  const bool isControl = now != nullptr && isAncestorOf(now) && now != menuBar();
-  if (!isControl || now == focused_) return;
-  QWidget* left = focused_;
-  focused_ = now;
-  if (left != nullptr) Leave(left);
-  if (now == editor_) {
-    RunInTable([](Program& program) { CellEditorGotFocus(program.windows.grids); });
-  }
-}
-
 void MainWindow::Leave(QWidget* control) {
-  if (control == editor_) {
-    RunInTable([](Program& program) { CellEditorLostFocus(program.windows.grids); });
-    return;
-  }
-  // Kept: what depends on a control changes when the focus leaves it, not at the click.
-  Run([&](Program&) { ApplyRuleOf(*this, control->objectName().toStdString()); });
+  if (control == &tables_.Editor()) return tables_.EditorLostFocus();
+  ApplyRule(control);
   if (auto* box = qobject_cast<AnswerEdit*>(control)) {
     RecordStep(StepNameOf(box));
     box->ForgetTyping();
   }
 }
 
-void MainWindow::ApplyRuleOfFocus() {
-  if (focused_ == nullptr) return;
-  Run([&](Program&) { ApplyRuleOf(*this, focused_->objectName().toStdString()); });
+/// Kept: what depends on a control changes when the focus leaves it, not at the click.
+void MainWindow::ApplyRule(QWidget* control) {
+  Run([&](Program&) { ApplyRuleOf(*this, control->objectName().toStdString()); });
 }
 
 bool MainWindow::focusNextPrevChild(bool next) {
   // The boxes that the rule wakes are among those that the focus can go to.
-  ApplyRuleOfFocus();
+  if (QWidget* control = focus_->Control()) ApplyRule(control);
   return QMainWindow::focusNextPrevChild(next);
-}
-
-void MainWindow::GiveFocusOfPress(QWidget* control) {
-  if (!control->isEnabled()) ApplyRuleOfFocus();
-  if (control->isEnabled()) control->setFocus(Qt::MouseFocusReason);
-}
-
-bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::MouseButtonPress) GiveFocusOfPress(qobject_cast<QWidget*>(watched));
-  return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -444,13 +362,13 @@ void MainWindow::SelectTab(Tab tab) {
 }
 
 GridView& MainWindow::PassData() {
-  return *passData_;
+  return tables_.PassData();
 }
 GridView& MainWindow::DelayData() {
-  return *delayData_;
+  return tables_.DelayData();
 }
 CellEditorView& MainWindow::txtCellEditor() {
-  return *editor_;
+  return tables_.Editor();
 }
 
 }  // namespace polefit

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QPointer>
 #include <QTimer>
 #include <functional>
 #include <map>
@@ -11,25 +10,17 @@
 #include "form/form_view.h"
 #include "form/history.h"
 #include "form/state.h"
-#include "form/table_edits.h"
+#include "form/ui/form_tables.h"
 
 class QTabWidget;
 
 namespace polefit {
 
-class CellEditorBox;
 class EditMenu;
-class GridWidget;
+class FormFocus;
 class NoticeBar;
-class TableNote;
+class StatusLine;
 struct MenuEntry;
-
-/// A place on the form with a finding.
-struct FormMark {
-  FormPlace place;
-  bool isFault = false;
-  QString text;
-};
 
 /// The main form: a bag of widgets, each under its given name. It shows state and forwards events.
 /// The commands of menus and buttons go out as signals of the same name, with the cell editor's
@@ -50,6 +41,7 @@ class MainWindow final : public QMainWindow, public FormView {
   void ShowState();
   /// Makes a step that Undo takes back of all that has changed since the last one.
   void RecordStep(const QString& name, StepKind kind = StepKind::edit);
+  StatusLine& Status() const { return *status_; }
   /// Undo does not reach behind the form as it stands.
   void ForgetSteps();
   /// The name of the answer box that has the focus in this window, or "".
@@ -98,7 +90,6 @@ class MainWindow final : public QMainWindow, public FormView {
   void unloaded();
 
  protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
   bool focusNextPrevChild(bool next) override;
   void closeEvent(QCloseEvent* event) override;
 
@@ -108,15 +99,10 @@ class MainWindow final : public QMainWindow, public FormView {
   void BuildTabs();
   void BuildMenus();
   void ConnectControls();
-  void ConnectGrid(GridWidget& grid);
-  void ConnectEditor();
-  void ConnectNote(TableNote& note, Table table);
-  void ShowTableNotes();
+  void ConnectFocus();
   void OnClick(const char* button, const std::function<void(Program&)>& action);
   /// Runs `action` under the guard, once there are values to work on.
   void Run(const std::function<void(Program&)>& action);
-  /// The same, and makes a step of a cell that it has changed.
-  void RunInTable(const std::function<void(Program&)>& action);
   void Choose(const MenuEntry& entry);
   /// Does what a notice offers, as one step.
   void Decide(const std::function<void()>& action);
@@ -124,29 +110,21 @@ class MainWindow final : public QMainWindow, public FormView {
   void RestorePlace();
   /// Every control that the routines know by name is there; a missing one ends the start.
   void RequireControls() const;
-  /// Notices the control that has the focus. One that the focus has left for another one of this
-  /// form is left; a menu or another window takes it only for a while.
-  void FollowFocus(QWidget* now);
   void Leave(QWidget* control);
-  void ApplyRuleOfFocus();
-  void GiveFocusOfPress(QWidget* control);
+  void ApplyRule(QWidget* control);
   template <typename Widget>
   Widget* Find(std::string_view control) const;
 
   Guard guard_;
   Program* program_ = nullptr;
   QTabWidget* tabs_;
-  GridWidget* passData_;
-  GridWidget* delayData_;
-  CellEditorBox* editor_;
-  TableNote* passNote_;
-  TableNote* delayNote_;
+  FormTables tables_;
+  FormFocus* focus_;
   NoticeBar* notices_;
+  StatusLine* status_;
   /// Shows what follows the cells once they have been left alone for a while.
   QTimer notesDue_;
   EditMenu* edit_ = nullptr;
-  /// The control of this form that had the focus last.
-  QPointer<QWidget> focused_;
   std::map<std::string, QWidget*, std::less<>> controls_;
 };
 

@@ -4,9 +4,7 @@
 #include <QCheckBox>
 #include <QEvent>
 #include <QItemSelectionModel>
-#include <QLabel>
 #include <QLineEdit>
-#include <QStatusBar>
 #include <algorithm>
 #include <sstream>
 
@@ -20,6 +18,7 @@
 #include "record/question_catalogue.h"
 #include "solver/problem/answers.h"
 #include "widgets/controls.h"
+#include "widgets/status_line.h"
 
 namespace polefit {
 
@@ -87,19 +86,12 @@ bool StateSameProblem(const ResponseRecord& one, const ResponseRecord& other) {
 }  // namespace
 
 CurvesDock::CurvesDock(MainWindow& form, const Program& program)
-    : QDockWidget(tr("Curves"), &form),
-      form_(form),
-      program_(program),
-      pane_(new CurvesPane),
-      readOut_(new QLabel) {
+    : QDockWidget(tr("Curves"), &form), form_(form), program_(program), pane_(new CurvesPane) {
   setObjectName("dockCurves");
   setWidget(pane_);
   setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
   pane_->setMinimumWidth(kLeastWidth);
   form.addDockWidget(Qt::RightDockWidgetArea, this);
-  readOut_->setObjectName("lblReadOut");
-  readOut_->setTextFormat(Qt::PlainText);
-  form.statusBar()->addPermanentWidget(readOut_);
   timer_.setSingleShot(true);
   timer_.setInterval(kAfterLastKey);
   connect(&timer_, &QTimer::timeout, this, &CurvesDock::Update);
@@ -135,7 +127,7 @@ void CurvesDock::WatchForm() {
 }
 
 void CurvesDock::WatchPane() {
-  connect(pane_, &CurvesPane::readOut, readOut_, &QLabel::setText);
+  connect(pane_, &CurvesPane::readOut, &form_.Status(), &StatusLine::ShowReadOut);
   connect(pane_, &CurvesPane::pointChosen, this, &CurvesDock::SelectPoint);
   connect(pane_, &CurvesPane::locationChosen, this, &CurvesDock::SelectLocation);
   connect(pane_, &CurvesPane::locationDragged, this, &CurvesDock::MoveTo);
@@ -268,7 +260,7 @@ void CurvesDock::ShowAll() {
   }
   pane_->Show(shown, state_, resultTime_);
   MarkCurrentCell();
-  readOut_->setText(ToQString(pane_->UpperView().Shown().sentence));
+  form_.Status().ShowReadOut(ToQString(pane_->UpperView().Shown().sentence));
 }
 
 void CurvesDock::ShowResult(const ResponseRecord& record, const QString& time) {
@@ -326,7 +318,7 @@ void CurvesDock::SuggestStart() {
   }
   if (!suggested) {
     constexpr int kShownFor = 8000;  // ms
-    return form_.statusBar()->showMessage(
+    return form_.Status().showMessage(
         tr("No starting value is missing, or other answers have a fault. Empty the lists that "
            "you want suggested."),
         kShownFor);

@@ -10,7 +10,6 @@
 #include "plots/pane_state.h"
 #include "plots/preview_worker.h"
 
-class QLabel;
 class QLineEdit;
 
 namespace polefit {
@@ -74,7 +73,6 @@ class CurvesDock final : public QDockWidget {
   MainWindow& form_;
   const Program& program_;
   CurvesPane* pane_;
-  QLabel* readOut_;
   QTimer timer_;
   ResponseRecord shownRecord_;
   std::optional<FitCurves> typed_;
