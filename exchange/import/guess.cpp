@@ -81,8 +81,11 @@ int GuessValue(const SourceTable& table, int frequency, Role role) {
 
 std::string KindGrounds(const SourceTable& table, int column, ValueKind kind) {
   if (table.kind != FileKind::delimited) return {};
+  if (kind == ValueKind::realImaginary) return "guessed: real + imaginary, from the headings";
   const std::string name = kind == ValueKind::decibel ? "dB" : "linear";
-  if (MeaningAt(table, column).quantity != Quantity::unknown) {
+  const Quantity quantity = MeaningAt(table, column).quantity;
+  const Quantity said = kind == ValueKind::decibel ? Quantity::decibel : Quantity::linear;
+  if (quantity == said) {
     return "guessed: " + name + ", from the heading";
   }
   return "guessed: " + name +
@@ -155,15 +158,16 @@ std::optional<ValueKind> GuessKind(const SourceTable& table, int column) {
     return hasOther ? ValueKind::realImaginary : ValueKind::linear;
   }
   if (quantity == Quantity::decibel) return ValueKind::decibel;
-  if (quantity == Quantity::linear) return ValueKind::linear;
+  const bool isFixed = table.kind != FileKind::delimited;
+  if (quantity == Quantity::linear && isFixed) return ValueKind::linear;
   double least = std::numeric_limits<double>::infinity();
   for (int row = 0; row < table.Rows(); ++row) {
     // A comparison with NaN is false, so that cells without a number have no say.
     if (table.Number(row, column) < least) least = table.Number(row, column);
   }
   if (least < 0) return ValueKind::decibel;
-  if (least > kLargestPlainValue && table.kind == FileKind::delimited) return std::nullopt;
-  return ValueKind::linear;
+  const bool isSure = quantity == Quantity::linear || least <= kLargestPlainValue || isFixed;
+  return isSure ? std::optional(ValueKind::linear) : std::nullopt;
 }
 
 int SecondColumn(const SourceTable& table, int column, Quantity wanted) {

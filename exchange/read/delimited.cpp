@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "exchange/read/complex_cells.h"
 #include "exchange/read/decoding.h"
@@ -15,6 +16,8 @@ namespace {
 /// No file of ours has longer lines; one without line ends would be one cell after the other.
 constexpr std::size_t kLongestLine = 1U << 20U;
 constexpr std::size_t kMostColumns = 4096;
+/// So many lines between rows are looked at for other headings.
+constexpr int kMostHeadings = 1000;
 
 using Lines = std::vector<std::string_view>;
 using Cells = std::vector<std::string_view>;
@@ -69,22 +72,34 @@ class DelimitedReader {
     return 0;
   }
 
-  /// A file may hold one sweep after the other. Behind a gap a first number that falls back begins
-  /// a new sweep; the largest is read, of equal ones the first.
+  /// Whether the line between rows names columns in other words than the line before that did.
+  bool IsOtherHeading(std::string_view line) {
+    if (line.empty() || BeginsWithNumber() || headingsSeen_ > kMostHeadings) return false;
+    const auto names = HeadingCells(line, shape_.layout.separator, shape_.cells);
+    if (names.size() != shape_.cells || !NameAFrequency(names)) return false;
+    ++headingsSeen_;
+    return std::exchange(heading_, line) != line;
+  }
+
+  /// A file may hold one sweep after the other. Behind a gap a first number that falls back, or
+  /// other headings, begin a new sweep; the largest is read, of equal ones the first.
   Block LargestBlock() {
     Block largest;
     Block current;
     int blocks = 0;
     double last = 0;
     bool isGap = false;
+    bool isOther = false;
     for (std::size_t i = 0; i < lines_.size(); ++i) {
       if (!IsRow(i)) {
         isGap = isGap || !BeginsWithNumber();
+        isOther = IsOtherHeading(lines_[i]) || isOther;
         continue;
       }
       const double number = FirstNumber();
-      const bool isNew = current.rows == 0 || (isGap && number <= last);
+      const bool isNew = current.rows == 0 || isOther || (isGap && number <= last);
       isGap = false;
+      isOther = false;
       if (isNew) {
         current = {i, i, 0};
         ++blocks;
@@ -130,7 +145,7 @@ class DelimitedReader {
 
   /// Empty lines, comments, rulers and the headings said once more hold no points.
   bool IsIdle(std::string_view line) const {
-    if (IsRuler(line) || IsComment(line)) return true;
+    if (IsRuler(line) || IsComment(line, shape_.layout.separator)) return true;
     return headings_.line > 0 && line == lines_[static_cast<std::size_t>(headings_.line) - 1];
   }
 
@@ -158,6 +173,8 @@ class DelimitedReader {
   SourceTable table_;
   Headings headings_;
   Cells cells_;
+  std::string_view heading_;
+  int headingsSeen_ = 0;
 };
 
 bool HasThousandsMarks(const Lines& lines) {

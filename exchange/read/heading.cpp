@@ -63,22 +63,28 @@ std::optional<FrequencyUnit> FindFrequencyUnit(const Tokens& tokens) {
   return std::nullopt;
 }
 
-bool SaysDecibel(const Tokens& tokens) {
-  static constexpr std::string_view kWords[] = {
-      "db",      "dbm", "dbv", "dbmv", "dbuv",     "dbµv",    "logmag", "log10", "mlog",
-      "dezibel", "log", "dbc", "dba",  "decibels", "decibel", "db20",   "db10"};
+/// "dB", "dBm", "S21dB", "vdb": no other word begins or ends so.
+bool HasDecibelUnit(const Tokens& tokens) {
+  return std::any_of(tokens.begin(), tokens.end(), [](const std::string& token) {
+    return token.starts_with("db") || token.ends_with("db") || token.starts_with("dezibel") ||
+           token.starts_with("decibel");
+  });
+}
+
+bool SaysLogarithm(const Tokens& tokens) {
+  static constexpr std::string_view kWords[] = {"logmag", "log10", "mlog", "log"};
   return HasOne(tokens, kWords) ||
-         std::any_of(tokens.begin(), tokens.end(), [](const std::string& token) {
-           return token.starts_with("vdb") || token.starts_with("20log");
-         });
+         std::any_of(tokens.begin(), tokens.end(),
+                     [](const std::string& token) { return token.starts_with("20log"); });
 }
 
 bool SaysFrequency(const Tokens& tokens) {
   static constexpr std::string_view kWords[] = {
-      "f",         "freq",       "frequency",  "frequencies", "frequenz", "frequence",
-      "fréquence", "frecuencia", "frequencia", "frequenza",   "stimulus", "frequentie"};
+      "freq",       "frequency",  "frequencies", "frequenz", "frequence", "fréquence",
+      "frecuencia", "frequencia", "frequenza",   "stimulus", "frequentie"};
   if (HasOne(tokens, kWords)) return true;
-  return !tokens.empty() && tokens.front().starts_with("freq");
+  // "f" elsewhere is what a value depends on: "|H(f)|".
+  return !tokens.empty() && (tokens.front() == "f" || tokens.front().starts_with("freq"));
 }
 
 Quantity QuantityOf(const Tokens& tokens, std::string_view heading) {
@@ -87,7 +93,7 @@ Quantity QuantityOf(const Tokens& tokens, std::string_view heading) {
                                                     "imaginärteil", "imaginaerteil", "vi"};
   static constexpr std::string_view kDelay[] = {"delay", "gd",  "groupdelay", "laufzeit",
                                                 "tau",   "tg",  "tpd",        "gruppenlaufzeit",
-                                                "tx",    "grd", "delays"};
+                                                "tx",    "grd", "delays",     "gdelay"};
   static constexpr std::string_view kAngle[] = {"phase", "ang",    "angle",   "arg",    "deg",
                                                 "°",     "cang",   "degrees", "degree", "rad",
                                                 "vp",    "uphase", "winkel",  "phas",   "ph"};
@@ -98,11 +104,13 @@ Quantity QuantityOf(const Tokens& tokens, std::string_view heading) {
       "yin",    "yout",   "uv",     "h",     "linmagnitude"};
   static constexpr std::string_view kIndex[] = {"index", "no", "nr",  "n",     "point", "pt",
                                                 "row",   "#",  "num", "punkt", "number"};
-  if (SaysFrequency(tokens)) return Quantity::frequency;
+  const bool isDecibel = HasDecibelUnit(tokens);
+  // "Frequency response (dB)" is none.
+  if (!isDecibel && SaysFrequency(tokens)) return Quantity::frequency;
   if (HasOne(tokens, kReal)) return Quantity::real;
   if (HasOne(tokens, kImaginary)) return Quantity::imaginary;
   if (HasOne(tokens, kDelay)) return Quantity::delay;
-  if (SaysDecibel(tokens)) return Quantity::decibel;
+  if (isDecibel || SaysLogarithm(tokens)) return Quantity::decibel;
   if (HasOne(tokens, kAngle)) return Quantity::angle;
   if (HasOne(tokens, kWeight)) return Quantity::weight;
   if (HasOne(tokens, kLinear) || heading.find('|') != std::string_view::npos) {

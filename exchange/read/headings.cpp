@@ -12,15 +12,17 @@ namespace polefit {
 namespace {
 
 constexpr std::string_view kCommentMarks = "#!%;";
+constexpr std::string_view kBracketMarks = "([";
 /// So far above the first row headings are looked for.
 constexpr std::size_t kLinesLookedAt = 60;
 /// A longer line is no heading.
 constexpr std::size_t kLongestLine = 20'000;
 
-std::string_view WithoutMark(std::string_view line) {
+std::string_view WithoutMark(std::string_view line, char separator) {
   line = TrimWhite(line);
-  if (IsComment(line))
+  if (IsComment(line, separator)) {
     line.remove_prefix(std::min(line.find_first_not_of("#!%;/ \t"), line.size()));
+  }
   return line;
 }
 
@@ -67,18 +69,24 @@ std::vector<std::string> SplitAtGaps(std::string_view line) {
   return cells;
 }
 
+bool IsInBrackets(std::string_view word) {
+  return kBracketMarks.find(word.front()) != std::string_view::npos;
+}
+
 /// Splits at blanks; a unit behind a name ("Frequency (GHz)", "f / MHz", "S21 dB") stays with it
-/// as long as there are more words than columns.
+/// as long as there are more words than columns, those in brackets before others.
 std::vector<std::string> SplitAtBlanks(std::string_view line, std::size_t columns) {
   std::vector<std::string> cells;
   const std::vector<std::string_view> words = WordsOf(line);
-  std::size_t surplus = words.size() > columns ? words.size() - columns : 0;
+  auto surplus = static_cast<std::ptrdiff_t>(words.size()) - static_cast<std::ptrdiff_t>(columns);
+  std::ptrdiff_t inBrackets = std::count_if(words.begin(), words.end(), IsInBrackets);
   for (const std::string_view word : words) {
+    const bool isBracket = IsInBrackets(word);
+    if (isBracket) --inBrackets;
     const bool follows =
-        !cells.empty() &&
-        (IsUnit(word) || word == "/" || word == "in" || word.starts_with('(') ||
-         word.starts_with('[') || cells.back().ends_with(" /") || cells.back().ends_with(" in"));
-    if (follows && surplus > 0) {
+        !cells.empty() && (isBracket || IsUnit(word) || word == "/" || word == "in" ||
+                           cells.back().ends_with(" /") || cells.back().ends_with(" in"));
+    if (follows && surplus > (isBracket ? 0 : inBrackets)) {
       cells.back() += ' ' + std::string(word);
       --surplus;
     } else {
@@ -106,12 +114,6 @@ bool AreUnits(const std::vector<std::string>& cells) {
                      [](const std::string& cell) { return cell.empty() || IsUnit(cell); });
 }
 
-bool NameAFrequency(const std::vector<std::string>& cells) {
-  return std::any_of(cells.begin(), cells.end(), [](const std::string& cell) {
-    return MeaningOf(cell).quantity == Quantity::frequency;
-  });
-}
-
 void PutUnitsBehind(std::vector<std::string>& names, const std::vector<std::string>& units) {
   for (std::size_t i = 0; i < std::min(names.size(), units.size()); ++i) {
     if (units[i].empty() || units[i] == "-") continue;
@@ -122,10 +124,17 @@ void PutUnitsBehind(std::vector<std::string>& names, const std::vector<std::stri
 
 }  // namespace
 
-bool IsComment(std::string_view line) {
+bool NameAFrequency(const std::vector<std::string>& cells) {
+  return std::any_of(cells.begin(), cells.end(), [](const std::string& cell) {
+    return MeaningOf(cell).quantity == Quantity::frequency;
+  });
+}
+
+bool IsComment(std::string_view line, char separator) {
   line = TrimWhite(line);
-  return (!line.empty() && kCommentMarks.find(line.front()) != std::string_view::npos) ||
-         line.starts_with("//");
+  // Where semicolons part the cells, the first one stands behind an empty cell.
+  if (line.empty() || line.front() == separator) return false;
+  return kCommentMarks.find(line.front()) != std::string_view::npos || line.starts_with("//");
 }
 
 bool IsRuler(std::string_view line) {
@@ -133,7 +142,7 @@ bool IsRuler(std::string_view line) {
 }
 
 std::vector<std::string> HeadingCells(std::string_view line, char separator, std::size_t columns) {
-  line = WithoutMark(line);
+  line = WithoutMark(line, separator);
   std::vector<std::vector<std::string>> ways;
   if (separator != ' ') {
     ways.push_back(SplitOutsideBrackets(line, separator));
@@ -153,28 +162,29 @@ std::vector<std::string> HeadingCells(std::string_view line, char separator, std
 
 Headings FindHeadings(const std::vector<std::string_view>& lines, std::size_t firstRow,
                       char separator, std::size_t columns) {
-  std::vector<std::string> units;
+  Headings units;
   Headings near;
   std::size_t looked = 0;
   for (std::size_t at = firstRow; at-- > 0 && looked < kLinesLookedAt;) {
-    if (WithoutMark(lines[at]).empty() || IsRuler(lines[at])) continue;
+    if (WithoutMark(lines[at], separator).empty() || IsRuler(lines[at])) continue;
     ++looked;
     if (lines[at].size() > kLongestLine) continue;
     std::vector<std::string> cells = HeadingCells(lines[at], separator, columns);
     if (!AreNames(cells)) continue;
     const std::size_t found = cells.size();
     const bool fits = found == columns;
-    if (fits && units.empty() && AreUnits(cells)) {
-      units = cells;
-      near = {static_cast<int>(at) + 1, cells, found};
+    const int line = static_cast<int>(at) + 1;
+    if (fits && units.line == 0 && AreUnits(cells)) {
+      units = {line, cells, found};
       continue;
     }
     if (!fits && !NameAFrequency(cells)) continue;
     cells.resize(columns);
-    PutUnitsBehind(cells, units);
-    if (fits) return {static_cast<int>(at) + 1, cells, found};
-    if (near.line == 0) near = {static_cast<int>(at) + 1, cells, found};
+    PutUnitsBehind(cells, units.names);
+    if (fits) return {line, cells, found};
+    if (near.line == 0) near = {line, cells, found};
   }
+  if (near.line == 0) near = units;
   near.names.resize(columns);
   return near;
 }

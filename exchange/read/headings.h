@@ -28,8 +28,10 @@ std::vector<std::string> HeadingCells(std::string_view line, char separator, std
 Headings FindHeadings(const std::vector<std::string_view>& lines, std::size_t firstRow,
                       char separator, std::size_t columns);
 
-/// Whether the line begins like a comment.
-bool IsComment(std::string_view line);
+/// Whether one of the names is that of a frequency.
+bool NameAFrequency(const std::vector<std::string>& cells);
+/// Whether the line begins like a comment, in a file with these separators.
+bool IsComment(std::string_view line, char separator);
 /// Whether the line has nothing but dashes and the like.
 bool IsRuler(std::string_view line);
 

@@ -94,6 +94,9 @@ class NetworkLines {
   bool hasEnded_ = false;
 };
 
+/// Frequencies with more numbers stand on several lines.
+constexpr std::size_t kLongestLine = 9;
+
 /// A frequency and pairs are an odd number of numbers, the pairs on a further line an even one. So
 /// the lines alone tell where a frequency begins, and with that how many ports there are.
 int PortsByLength(const std::vector<Numbers>& lines) {
@@ -122,12 +125,11 @@ class FrequencyCollector {
       : table_(table), wanted_(wanted), mayHaveNoise_(!options.isVersion2 && options.ports == 2) {}
 
   void Take(const Numbers& line) {
-    const bool beginsNew = line.texts.size() % 2 == 1 && open_.texts.size() % 2 == 1;
+    const bool beginsNew = line.texts.size() % 2 == 1;
     if (beginsNew) Drop();
     if (line.isBroken) return Break(line);
     if (open_.texts.empty()) {
-      const bool isStrayRest = line.texts.size() % 2 == 0 && line.texts.size() < wanted_;
-      if (isStrayRest && isBroken_) return;
+      if (!beginsNew) return TakeStrayRest(line);
       open_.line = line.line;
     }
     isBroken_ = false;
@@ -157,6 +159,11 @@ class FrequencyCollector {
   int NoiseLines() const { return noiseLines_; }
 
  private:
+  /// Pairs without a frequency go with one that was broken where frequencies have several lines.
+  void TakeStrayRest(const Numbers& line) {
+    if (!isBroken_ || wanted_ <= kLongestLine) table_.skippedLines.push_back(line.line);
+  }
+
   void Break(const Numbers& line) {
     table_.skippedLines.push_back(open_.texts.empty() ? line.line : open_.line);
     open_ = {};
@@ -199,14 +206,9 @@ void AddColumns(const NetworkOptions& options, SourceTable& table) {
   }
 }
 
-void AddRows(const NetworkLines& file, const NetworkOptions& options, SourceTable& table) {
-  const std::size_t wanted = 1 + 2 * PairOrder(options).size();
-  FrequencyCollector collector(table, options, wanted);
-  for (const Numbers& line : file.lines) collector.Take(line);
-  collector.Drop();
-  if (collector.NoiseLines() > 0) {
-    table.notes.push_back("noise data left out (" + std::to_string(collector.NoiseLines()) +
-                          " lines)");
+void AddNotes(const NetworkOptions& options, int noiseLines, SourceTable& table) {
+  if (noiseLines > 0) {
+    table.notes.push_back("noise data left out (" + std::to_string(noiseLines) + " lines)");
   }
   if (options.parameter != 'S') {
     table.notes.push_back(std::string(1, options.parameter) +
@@ -215,12 +217,48 @@ void AddRows(const NetworkLines& file, const NetworkOptions& options, SourceTabl
   }
 }
 
+void AddRows(const NetworkLines& file, const NetworkOptions& options, SourceTable& table) {
+  const std::size_t wanted = 1 + 2 * PairOrder(options).size();
+  FrequencyCollector collector(table, options, wanted);
+  for (const Numbers& line : file.lines) collector.Take(line);
+  collector.Drop();
+  AddNotes(options, collector.NoiseLines(), table);
+}
+
+/// Where pairs are torn apart at line ends, lines say nothing: the numbers are then counted off, as
+/// long as they come out even and the frequencies rise. False where they do not.
+bool AddCountedRows(const NetworkLines& file, std::size_t wanted, SourceTable& table) {
+  Numbers open;
+  double last = -HUGE_VAL;
+  for (const Numbers& line : file.lines) {
+    if (line.isBroken) return false;
+    for (std::size_t i = 0; i < line.texts.size(); ++i) {
+      if (open.texts.empty()) {
+        if (line.values[i] <= last) return false;
+        last = line.values[i];
+        open.line = line.line;
+      }
+      open.texts.push_back(line.texts[i]);
+      open.values.push_back(line.values[i]);
+      if (open.texts.size() < wanted) continue;
+      table.AddRow(open.line, open.texts, open.values);
+      open = {};
+    }
+  }
+  return open.texts.empty();
+}
+
 SourceTable TableWith(const NetworkLines& file, NetworkOptions options, int ports) {
   options.ports = ports;
   SourceTable table;
   AddColumns(options, table);
+  SourceTable counted = table;
   AddRows(file, options, table);
-  return table;
+  const std::size_t wanted = 1 + 2 * PairOrder(options).size();
+  const bool isTorn = !table.skippedLines.empty() && AddCountedRows(file, wanted, counted);
+  if (!isTorn) return table;
+  AddNotes(options, 0, counted);
+  return counted;
 }
 
 }  // namespace

@@ -85,6 +85,8 @@ TEST(PointsTest, GuessesNameTheirGroundsOrWait) {
       {"1,0.5\n2,0.4\n", 1, ValueKind::linear, FrequencyUnit::hertz},
       {"1,0.5\n2,-0.4\n", 1, ValueKind::decibel, FrequencyUnit::hertz},
       {"1,5\n2,4\n", 1, std::nullopt, FrequencyUnit::hertz},
+      {"f,mag\n1,5\n2,-4\n", 1, ValueKind::decibel, FrequencyUnit::hertz},
+      {"f,mag\n1,5\n2,4\n", 1, ValueKind::linear, FrequencyUnit::hertz},
       {"f_MHz,gain\n1,5\n2,4\n", 1, std::nullopt, FrequencyUnit::megahertz},
       {"f_MHz,gain_dB\n1,5\n2,4\n", 1, ValueKind::decibel, FrequencyUnit::megahertz},
       {"phase,S11 dB,S21 dB,f GHz\n-90,1,2,3\n-90,1,2,4\n", 2, ValueKind::decibel,

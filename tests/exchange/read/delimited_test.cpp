@@ -60,6 +60,12 @@ TEST(DelimitedTest, FilesOfEveryHandGiveTheirTable) {
       {"% f (MHz) a (dB)\r1,5\t-2\r2,5\t-3\r", "[f (MHz)][a (dB)]\n2: 1,5 -2\n3: 2,5 -3"},
       {"f|a\n1|2\n2|3", "[f][a]\n2: 1 2\n3: 2 3"},
       {"1.0D+06 -1.5D+00\n2.0D+06 -2.5D+00\n", "[][]\n1: 1.0D+06 -1.5D+00\n2: 2.0D+06 -2.5D+00"},
+      {"% MHz Mag (dB)\n1 2\n2 3\n", "[MHz][Mag (dB)]\n2: 1 2\n3: 2 3"},
+      // Names with gaps over units; an empty first column, which is no remark; settings before.
+      {"f,S21,,S11,\nGHz,dB,deg,dB,deg\n1,2,3,4,5\n2,3,4,5,6\n",
+       "[f (GHz)][S21 (dB)][ (deg)][S11 (dB)][ (deg)]\n3: 1 2 3 4 5\n4: 2 3 4 5 6"},
+      {";f (Hz);dB\n;1,5;2\n;2,5;3\n", "[][f (Hz)][dB]\n2: ? 1,5 2\n3: ? 2,5 3"},
+      {"start,points\n0,2\nf,a\n1,2\n2,3\n", "[f][a]\n4: 1 2\n5: 2 3"},
       // Words beside the numbers, and cells without one.
       {"f,a,state\n1,2,ok\n2,3,ok\n", "[f][a][state]\n2: 1 2 ?ok\n3: 2 3 ?ok"},
       {"f,a,b\n1,2,3\n2,---,4\n3,5,6\n", "[f][a][b]\n2: 1 2 3\n3: 2 ?--- 4\n4: 3 5 6"}};

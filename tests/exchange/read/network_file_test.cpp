@@ -54,6 +54,9 @@ TEST(NetworkFileTest, ParametersHaveTheirOrderByVersionAndPorts) {
       // Any wrapping will do, and a name without a number of ports.
       {"a.s3p", Counting({1, 6, 6, 6}),
        "1 S11=2:3 S12=4:5 S13=6:7 S21=8:9 S22=10:11 S23=12:13 S31=14:15 S32=16:17 S33=18:19"},
+      {"a.s2p", Counting({1, 3, 3, 2}), "1 S11=2:3 S21=4:5 S12=6:7 S22=8:9"},
+      {"a.ts", version2 + "[Matrix Format] Lower\n[Network Data]\n" + Counting({5, 1, 1}),
+       "1 S11=2:3 S21=4:5 S12=4:5 S22=6:7"},
       {"a.txt", "# MHz S MA R 50\n" + Counting({9}), "1 S11=2:3 S21=4:5 S12=6:7 S22=8:9"},
       {"a.s5p", "# MHz Z\n" + Counting({3}), "1 Z11=2:3"}};
   for (const auto& [name, text, row] : files) {
@@ -99,6 +102,9 @@ TEST(NetworkFileTest, NoiseIsLeftOutAndBrokenRowsAreTold) {
                                              "4 1 1 1 1 1 1 nan 1\n5 1 1 1 1 1 1 1 1\n6 1 1 1");
   EXPECT_EQ(broken.Rows(), 2);
   EXPECT_THAT(broken.skippedLines, ElementsAre(3, 4, 5, 7));
+  const SourceTable short1 = ReadNetworkFile("a.s1p", "1 1 1\n2 x 1\n3 1\n4 1 1\n");
+  EXPECT_EQ(short1.Rows(), 2);
+  EXPECT_THAT(short1.skippedLines, ElementsAre(2, 3));
   EXPECT_THAT(ReadNetworkFile("a.s1p", "# H\n" + Counting({3})).notes,
               ElementsAre(HasSubstr("H parameters: the magnitude is taken as the file has it")));
   EXPECT_EQ(FirstRow(ReadNetworkFile("a.s2p", "# MHz\nno numbers\n")), "fault: no rows of numbers");
