@@ -95,9 +95,9 @@ void RequireNameForLine(const std::string& name) {
 
 void DeleteAfterQuestion(Program& program, const std::string& path) {
   if (HasWildcards(path) || !FileExists(program.host, path)) return;
-  const Answer answer = program.host.MessageBox("Delete '" + path + "' File.",
-                                                message_style::kYesNoQuestion, "Confirm Delete?");
-  if (answer == Answer::yes) program.host.DeleteFile(path);
+  const Reply reply = program.host.MessageBox("Delete '" + path + "' File.",
+                                              message_style::kYesNoQuestion, "Confirm Delete?");
+  if (reply == Reply::yes) program.host.DeleteFile(path);
 }
 
 }  // namespace
@@ -107,9 +107,9 @@ int PromptSaveChanges(Program& program, std::int16_t DataChanged) {
   if (DataChanged == 0) return kGoOn;
   switch (program.host.MessageBox("Save current data?", message_style::kYesNoCancelQuestion,
                                   "Data in form has changed!")) {
-    case Answer::yes:  // Kept: it asks for a name even when the data have one
+    case Reply::yes:  // Kept: it asks for a name even when the data have one
       return FileSaveAs(program) ? kGoOn : kStop;
-    case Answer::no:
+    case Reply::no:
       return kGoOn;
     default:
       return kStop;
@@ -118,9 +118,9 @@ int PromptSaveChanges(Program& program, std::int16_t DataChanged) {
 
 void FileNew(Program& program) {
   if (PromptSaveChanges(program, program.document.DataChanged) == kStop) return;
-  const Answer answer = program.host.MessageBox(
+  const Reply reply = program.host.MessageBox(
       "Okay to Clear responses?", message_style::kOkCancelQuestion, "Confirm 'New' Response.");
-  if (answer != Answer::ok) return;
+  if (reply != Reply::ok) return;
   // Asked first of all: where it fails, nothing has been emptied yet.
   const std::string folder = program.host.CurrentFolder();
   EmptyRecord(program.document.record);

@@ -48,7 +48,7 @@ std::optional<EditedCell> EditedCellFrom(const json& value) {
   EditedCell cell{value.at("delay").get<bool>(), value.at("row").get<int>(),
                   value.at("column").get<int>(), value.at("text").get<std::string>()};
   constexpr int kMostRows = 32767;
-  const int columns = cell.isDelay ? DelayPoints::kColumns : PassbandPoints::kColumns;
+  const int columns = cell.isDelay ? DelayLists::kColumns : PassbandLists::kColumns;
   const bool isInTable =
       cell.row >= 1 && cell.row <= kMostRows && cell.column >= 1 && cell.column <= columns;
   return isInTable ? std::optional(cell) : std::nullopt;
@@ -63,8 +63,8 @@ FormCells CellsFrom(const json& value) {
   value.at("zeroCounts").get_to(cells.zeroCounts);
   value.at("counts").at(0).get_to(cells.typed.nFreqPoints);
   value.at("counts").at(1).get_to(cells.typed.nDelayPoints);
-  cells.typed.passband = PointsFrom<PassbandPoints>(value.at("passband"));
-  cells.typed.delay = PointsFrom<DelayPoints>(value.at("delay"));
+  cells.typed.passband = PointsFrom<PassbandLists>(value.at("passband"));
+  cells.typed.delay = PointsFrom<DelayLists>(value.at("delay"));
   cells.editor = EditedCellFrom(value.at("editor"));
   value.at("names").at(0).get_to(cells.typed.LastFileName);
   value.at("names").at(1).get_to(cells.shownFileName);

@@ -36,10 +36,10 @@ bool AskDevelopmentRun(Program& program) {
   program.folders.ProgramFolder = JoinPath(program.folders.BaseFolder, "cvx");
   const Command command{JoinPath(program.folders.ProgramFolder, "run-pft.pif"),
                         SolverArguments(program)};
-  const Answer answer = program.host.MessageBox(
+  const Reply reply = program.host.MessageBox(
       "Test AOK! ... whereAmI= " + CommandLine(command) + "\r\nWant to make a run?",
       message_style::kYesNoQuestion, "");
-  return answer == Answer::yes;
+  return reply == Reply::yes;
 }
 
 void WriteRestartScript(Host& host, const std::string& path, const std::string& executable) {

@@ -19,10 +19,10 @@ std::string LastUsedPath(const Files& files) {
 /// Asks for a file for data that have none; false when there is to be none.
 bool SaveBeforeRun(Program& program) {
   Files& files = program.files;
-  const Answer answer =
+  const Reply reply =
       program.host.MessageBox("Okay to save '" + files.lastUsedName + "' now?",
                               message_style::kOkCancelQuestion, "Data -not- saved!");
-  if (answer != Answer::ok) return false;
+  if (reply != Reply::ok) return false;
   const std::string former = files.currentFileName;
   if (former == "Start Up Values") files.currentFileName = "*.*";
   if (FileSaveAs(program)) return true;
@@ -40,10 +40,10 @@ bool SaveForRun(Program& program) {
 }
 
 void AskForName(Program& program) {
-  const Answer answer =
+  const Reply reply =
       program.host.MessageBox("Please save file with any valid name and re-run.",
                               message_style::kYesNoExclamation, "Filename is null or blank!");
-  if (answer == Answer::yes) FileSaveAs(program);
+  if (reply == Reply::yes) FileSaveAs(program);
 }
 
 void RunLastUsedFile(Program& program) {
@@ -57,10 +57,10 @@ void RunLastUsedFile(Program& program) {
 void ReportNonExistent(Program& program) {
   // Kept: the digits "4" and "48" joined give one OK button, so Yes is never answered.
   constexpr int kJoinedStyle = 448;
-  const Answer answer =
+  const Reply reply =
       program.host.MessageBox("'" + program.files.lastUsedName + "' is non-existent!", kJoinedStyle,
                               "Please save file and re-run.");
-  if (answer == Answer::yes) FileSave(program);
+  if (reply == Reply::yes) FileSave(program);
 }
 
 }  // namespace

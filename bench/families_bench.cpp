@@ -38,25 +38,25 @@ struct Outcome {
   bool isRight = false;
 };
 
-std::vector<std::complex<double>> PolesOf(const Problem& problem, const Point& point) {
+std::vector<std::complex<double>> PolesOf(const Problem& problem, const Iterate& iterate) {
   std::vector<std::complex<double>> poles;
   for (const Factor& factor : problem.constellation.factors) {
-    const double real = point.parameters[factor.parameter];
+    const double real = iterate.parameters[factor.parameter];
     if (factor.kind == FactorKind::sigmaPole) poles.emplace_back(-real, 0);
     if (factor.kind == FactorKind::polePair) {
-      poles.emplace_back(-real, point.parameters[factor.parameter + 1]);
+      poles.emplace_back(-real, iterate.parameters[factor.parameter + 1]);
     }
   }
   return poles;
 }
 
 /// How far the sidelobes are from equal, in dB.
-double SidelobeSpread(const Point& point) {
+double SidelobeSpread(const Iterate& iterate) {
   double low = 0;
   double high = 0;
-  for (const Peak& peak : point.peaks) {
-    low = std::min(low, peak.level - point.peaks.front().level);
-    high = std::max(high, peak.level - point.peaks.front().level);
+  for (const Peak& peak : iterate.peaks) {
+    low = std::min(low, peak.level - iterate.peaks.front().level);
+    high = std::max(high, peak.level - iterate.peaks.front().level);
   }
   return 20 / std::log(10.0) * (high - low);
 }
@@ -173,7 +173,7 @@ class Table {
 
 std::vector<FamilyProblem> MainProblems() {
   std::vector<FamilyProblem> problems = TextbookProblems();
-  for (auto* const more : {&Approximations, &LargeProblems}) {
+  for (auto* more : {&Approximations, &LargeProblems}) {
     for (const FamilyProblem& problem : more()) problems.push_back(problem);
   }
   return problems;

@@ -13,7 +13,7 @@ namespace polefit {
 namespace {
 
 /// The poles or zeros of a factor at their true places, one by one.
-void AddLocation(const PlacedLocation& placed, std::vector<ResultLocation>& locations) {
+void AddLocation(const Location& placed, std::vector<ResultLocation>& locations) {
   const bool isOmega = placed.kind == FactorKind::omegaZero;
   const bool isPair = isOmega || placed.kind == FactorKind::polePair ||
                       placed.kind == FactorKind::zeroPair || placed.kind == FactorKind::zeroQuad;
@@ -108,7 +108,7 @@ FilterResult ReadFilterResult(const ResponseRecord& record, std::vector<std::str
   const TransferFunction transfer(*problem);
   result.freqNorm = transfer.FreqNorm();
   result.gain = transfer.Gain();
-  for (const PlacedLocation& placed : transfer.Locations()) AddLocation(placed, result.locations);
+  for (const Location& placed : transfer.Locations()) AddLocation(placed, result.locations);
   CheckAnswered(record, result, faults);
   CheckPoles(result, faults);
   if (faults.empty()) AddRows(record, result);

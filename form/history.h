@@ -78,8 +78,8 @@ class History {
     /// Everything but the rows of the tables.
     FormCells before;
     FormCells after;
-    RowsChange<PassbandPoints::kColumns> passband;
-    RowsChange<DelayPoints::kColumns> delay;
+    RowsChange<PassbandLists::kColumns> passband;
+    RowsChange<DelayLists::kColumns> delay;
 
     FormPlace Place(bool isUndo) const;
     std::size_t Bytes() const;

@@ -168,8 +168,8 @@ std::string RowsText(int first, int last) {
 }  // namespace
 
 int ShownColumns(const FormCells& cells, Table table) {
-  if (table == Table::delay) return DelayPoints::kColumns;
-  return HasWeights(cells) ? PassbandPoints::kColumns : PassbandPoints::kColumns - 1;
+  if (table == Table::delay) return DelayLists::kColumns;
+  return HasWeights(cells) ? PassbandLists::kColumns : PassbandLists::kColumns - 1;
 }
 
 int FullRows(const FormCells& cells, Table table, bool isWeightGiven) {

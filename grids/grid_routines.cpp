@@ -22,7 +22,7 @@ bool PassDataIsCurrent(GridState& state) {
 }
 
 int DataColumnCount(GridState& state) {
-  return PassDataIsCurrent(state) ? PassbandPoints::kColumns : DelayPoints::kColumns;
+  return PassDataIsCurrent(state) ? PassbandLists::kColumns : DelayLists::kColumns;
 }
 
 std::vector<int> DataColumnWidths(GridState& state) {
@@ -217,7 +217,7 @@ void ShowWeightColumn(GridState& state, bool useWeights) {
   state.PassData.SetColumnWidth(kWeightColumn, useWeights ? state.PassData.ColumnWidth(1) : 0);
 }
 
-void FillGrids(GridState& state, const PassbandPoints& passband, const DelayPoints& delay) {
+void FillGrids(GridState& state, const PassbandLists& passband, const DelayLists& delay) {
   FillGrid(state, state.PassData, passband, state.document.record.nFreqPoints);
   FillGrid(state, state.DelayData, delay, state.document.record.nDelayPoints);
 }
@@ -227,13 +227,13 @@ void ReadGrids(const GridState& state, ResponseRecord& record) {
   ReadGrid(TypedCells(state, state.DelayData), record.delay, record.nDelayPoints);
 }
 
-void ReadAllRows(const GridState& state, PassbandPoints& passband, DelayPoints& delay) {
+void ReadAllRows(const GridState& state, PassbandLists& passband, DelayLists& delay) {
   ReadRows(state.PassData, passband);
   ReadRows(state.DelayData, delay);
 }
 
-void FillRowsBehindPoints(GridState& state, const PassbandPoints& passband,
-                          const DelayPoints& delay) {
+void FillRowsBehindPoints(GridState& state, const PassbandLists& passband,
+                          const DelayLists& delay) {
   FillRowsBehind(state, state.PassData, passband, state.document.record.nFreqPoints);
   FillRowsBehind(state, state.DelayData, delay, state.document.record.nDelayPoints);
 }

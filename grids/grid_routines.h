@@ -31,7 +31,7 @@ void ShowWeightColumn(GridState& state, bool useWeights);
 
 /// Fills both grids, just cleared, with `nFreqPoints` and `nDelayPoints` rows. Error 9 when a list
 /// is shorter than its count.
-void FillGrids(GridState& state, const PassbandPoints& passband, const DelayPoints& delay);
+void FillGrids(GridState& state, const PassbandLists& passband, const DelayLists& delay);
 
 /// Reads both grids into the lists of `record`, cells trimmed, each up to the first row with an
 /// empty cell, and sets its point counts. Its counts before decide which grid is read at all. What
@@ -41,11 +41,10 @@ void ReadGrids(const GridState& state, ResponseRecord& record);
 
 /// Every row of both grids down to the last cell that is not empty, as it stands, with a spare row
 /// behind, whatever the point counts.
-void ReadAllRows(const GridState& state, PassbandPoints& passband, DelayPoints& delay);
+void ReadAllRows(const GridState& state, PassbandLists& passband, DelayLists& delay);
 
 /// Writes the rows of the lists that lie behind the points into the grids, which show the points,
 /// and leaves spare rows below.
-void FillRowsBehindPoints(GridState& state, const PassbandPoints& passband,
-                          const DelayPoints& delay);
+void FillRowsBehindPoints(GridState& state, const PassbandLists& passband, const DelayLists& delay);
 
 }  // namespace polefit

@@ -10,10 +10,10 @@ namespace {
 constexpr int kInsertMediumStyle = 481;
 
 AfterError AskForMedium(Host& host, const std::string& title) {
-  const Answer answer =
+  const Reply reply =
       host.MessageBox("Put a floppy disk in the drive and cloce the drive door.",  // Kept: "cloce"
                       kInsertMediumStyle, title);
-  return answer == Answer::ok ? AfterError::retry : AfterError::skip;
+  return reply == Reply::ok ? AfterError::retry : AfterError::skip;
 }
 
 }  // namespace

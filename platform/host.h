@@ -49,7 +49,7 @@ class Host : public FileSystem, public Processes {
  public:
   /// Shows a message and waits for the button. `style` is taken as it stands: the low four bits
   /// are the buttons, the next four the icon, 256 and 512 move the default button.
-  virtual Answer MessageBox(const std::string& text, int style, const std::string& title) = 0;
+  virtual Reply MessageBox(const std::string& text, int style, const std::string& title) = 0;
   /// Asks with the choice's own buttons and waits; the index of the one pressed. Escape and the
   /// close box decline.
   virtual std::size_t Ask(const Choice& choice) = 0;

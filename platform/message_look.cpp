@@ -4,16 +4,16 @@ namespace polefit {
 
 namespace {
 
-std::vector<Answer> ButtonsOf(int style) {
+std::vector<Reply> ButtonsOf(int style) {
   switch (style & 0xF) {
     case 1:
-      return {Answer::ok, Answer::cancel};
+      return {Reply::ok, Reply::cancel};
     case 3:
-      return {Answer::yes, Answer::no, Answer::cancel};
+      return {Reply::yes, Reply::no, Reply::cancel};
     case 4:
-      return {Answer::yes, Answer::no};
+      return {Reply::yes, Reply::no};
     default:
-      return {Answer::ok};
+      return {Reply::ok};
   }
 }
 

@@ -10,9 +10,9 @@ enum class MessageIcon { none, critical, question, exclamation, information };
 
 /// What a message box with a numeric style shows.
 struct MessageLook {
-  std::vector<Answer> buttons;
+  std::vector<Reply> buttons;
   MessageIcon icon = MessageIcon::none;
-  Answer defaultButton = Answer::ok;
+  Reply defaultButton = Reply::ok;
 };
 
 /// Takes a style apart: the low four bits are the buttons, the next four the icon, then two for

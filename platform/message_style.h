@@ -3,7 +3,7 @@
 namespace polefit {
 
 /// The button that ended a message box.
-enum class Answer { ok = 1, cancel = 2, yes = 6, no = 7 };
+enum class Reply { ok = 1, cancel = 2, yes = 6, no = 7 };
 
 /// Message styles, as the numbers that the boxes take. Some callers join digits to other
 /// numbers; those stand at their call.

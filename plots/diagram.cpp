@@ -111,7 +111,7 @@ const char* NameOf(FactorKind kind) {
 }  // namespace
 
 std::string LocationText(const FitCurves& curves, std::size_t location) {
-  const PlacedLocation& at = curves.locations[location];
+  const Location& at = curves.locations[location];
   const double distance = std::hypot(at.real, at.imaginary);
   std::string text = NameOf(at.kind);
   if (at.kind != FactorKind::sigmaZero) text += " " + std::to_string(at.number + 1);

@@ -27,7 +27,7 @@ void AddSteps(const FrequencyRange& range, std::vector<double>& megahertz) {
 
 void AddBends(const TransferFunction& h, const FrequencyRange& range,
               std::vector<double>& megahertz) {
-  for (const PlacedLocation& at : h.Locations()) {
+  for (const Location& at : h.Locations()) {
     const double width = at.kind == FactorKind::omegaZero ? .02 * at.imaginary : std::abs(at.real);
     for (const double part : kBends) {
       for (const double sign : {-1.0, 1.0}) {
@@ -66,7 +66,7 @@ int SlotOf(FactorKind kind) {
 /// The omega-axis zeros stand in ascending order in the problem, as typed in the answer; the quads
 /// stand behind the zero pairs.
 std::vector<std::size_t> WordsOf(const ResponseRecord& record,
-                                 const std::vector<PlacedLocation>& locations) {
+                                 const std::vector<Location>& locations) {
   const std::vector<std::string> zeros = Words(record.Slot(SlotOf(FactorKind::omegaZero)));
   std::vector<std::size_t> order(zeros.size());
   std::iota(order.begin(), order.end(), 0U);
@@ -75,9 +75,9 @@ std::vector<std::size_t> WordsOf(const ResponseRecord& record,
   });
   const auto pairs = static_cast<std::size_t>(
       std::count_if(locations.begin(), locations.end(),
-                    [](const PlacedLocation& at) { return at.kind == FactorKind::zeroPair; }));
+                    [](const Location& at) { return at.kind == FactorKind::zeroPair; }));
   std::vector<std::size_t> words;
-  for (const PlacedLocation& at : locations) {
+  for (const Location& at : locations) {
     const bool isOmega = at.kind == FactorKind::omegaZero && at.number < order.size();
     words.push_back(isOmega ? order[at.number]
                             : at.number + (at.kind == FactorKind::zeroQuad ? pairs : 0));
@@ -148,7 +148,7 @@ WorstRow WorstOf(const std::vector<double>& errors, const std::vector<double>& m
 
 int PoleCountOf(const FitCurves& curves) {
   int count = 0;
-  for (const PlacedLocation& at : curves.locations) {
+  for (const Location& at : curves.locations) {
     if (at.kind == FactorKind::sigmaPole) count += 1;
     if (at.kind == FactorKind::polePair) count += 2;
     if (at.bringsPole) count += at.multiplicity;
@@ -158,7 +158,7 @@ int PoleCountOf(const FitCurves& curves) {
 
 int ZeroCountOf(const FitCurves& curves) {
   int count = 0;
-  for (const PlacedLocation& at : curves.locations) {
+  for (const Location& at : curves.locations) {
     if (at.IsPole()) continue;
     const int roots = at.kind == FactorKind::sigmaZero ? at.multiplicity : 2;
     count += roots * (at.onBothSides && at.multiplicity == 1 ? 2 : 1);

@@ -31,7 +31,7 @@ struct FitCurves {
 
   PassbandFit passband;
   DelayFit delayPoints;
-  std::vector<PlacedLocation> locations;
+  std::vector<Location> locations;
   /// How locations stand in the answers: the word of `locations[i]` in its list, from 0.
   std::vector<std::size_t> words;
   std::vector<SidelobePeak> sidelobes;

@@ -50,7 +50,7 @@ std::vector<int> SlotsOf(FactorKind kind) {
 
 std::vector<ChangedAnswer> MoveLocation(const ResponseRecord& record, const FitCurves& typed,
                                         std::size_t location, double real, double imaginary) {
-  const PlacedLocation& at = typed.locations[location];
+  const Location& at = typed.locations[location];
   if (at.isHeld) return {};
   const double largest = typed.h->LargestLocation();
   const std::vector<int> slots = SlotsOf(at.kind);

@@ -12,7 +12,7 @@ void AddLocations(const FitCurves& curves, SeriesRole polesRole, SeriesRole zero
                   Diagram& diagram) {
   Series poles = {"", polesRole, {}, {}};
   Series zeros = {"", zerosRole, {}, {}};
-  for (const PlacedLocation& at : curves.locations) {
+  for (const Location& at : curves.locations) {
     Series& series = at.IsPole() ? poles : zeros;
     series.x.push_back(at.real);
     series.y.push_back(at.imaginary);
@@ -67,7 +67,7 @@ void DiagramParts::DrawPoles(Diagram& diagram) const {
                     {-first.h->LowestLocation(), first.h->LowestLocation(), 0, largest}};
   // The typed ones first: they are what can be moved.
   for (std::size_t curve = 0; curve < shown_.size(); ++curve) {
-    const std::vector<PlacedLocation>& locations = shown_[curve]->locations;
+    const std::vector<Location>& locations = shown_[curve]->locations;
     for (std::size_t i = 0; i < locations.size(); ++i) {
       diagram.stops.push_back({locations[i].real, locations[i].imaginary, i, curve});
     }

@@ -52,7 +52,7 @@ std::optional<ResponseRecord> WithSuggestedStart(const ResponseRecord& record) {
   Problem problem = ReadProblem(emptied, findings);
   if (wanted.empty() || HasFault(findings)) return std::nullopt;
   FillFromPoints(problem, findings);
-  Point start;
+  Iterate start;
   start.parameters = problem.typedParameters;
   start.fit.gain = problem.typedGain;
   const ResponseRecord filled = LastRunRecord(emptied, problem, start);

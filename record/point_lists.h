@@ -69,8 +69,8 @@ class PointLists {
 };
 
 /// Columns: Frequency, Yin, Yout, Weight.
-using PassbandPoints = PointLists<4>;
+using PassbandLists = PointLists<4>;
 /// Columns: Frequency, Delay.
-using DelayPoints = PointLists<2>;
+using DelayLists = PointLists<2>;
 
 }  // namespace polefit

@@ -23,8 +23,8 @@ struct ResponseRecord {
   /// The name of the Response Input File that the record belongs to.
   std::string LastFileName;
   /// Rows 1 to `nFreqPoints` are points; the reader leaves one spare row behind them.
-  PassbandPoints passband;
-  DelayPoints delay;
+  PassbandLists passband;
+  DelayLists delay;
   std::int16_t nFreqPoints = 0;
   std::int16_t nDelayPoints = 0;
   /// Remax, Detail, Zero, StepsLim, StepOut, EvalMax, SetRho, Ratio, Accuracy.

@@ -16,7 +16,7 @@ using Json = nlohmann::ordered_json;
 /// What the library writes for NaN and infinity is null already; this is for what is not there.
 const Json kNone = nullptr;
 
-const char* KindOf(const FoundLocation& location) {
+const char* KindOf(const LocationFigures& location) {
   switch (location.kind) {
     case FactorKind::sigmaPole:
       return "sigma pole";
@@ -63,14 +63,14 @@ const char* NameOf(Bound bound) {
   }
 }
 
-Json BoundOf(const FoundLocation& location) {
+Json BoundOf(const LocationFigures& location) {
   for (const LocationPart* const part : {&location.real, &location.imaginary}) {
     if (part->bound != Bound::none) return NameOf(part->bound);
   }
   return kNone;
 }
 
-Json LocationObject(const FoundLocation& location, int index, double freqNorm) {
+Json LocationObject(const LocationFigures& location, int index, double freqNorm) {
   constexpr double kHertzPerMegahertz = 1e6;
   const double radians = 2 * std::numbers::pi * freqNorm * kHertzPerMegahertz;
   const double sign = location.side == Side::left && location.real.value != 0 ? -1 : 1;
@@ -95,7 +95,7 @@ Json LocationArray(const Figures& figures) {
   Json array = Json::array();
   int slot = 0;
   int index = 0;
-  for (const FoundLocation& location : figures.locations) {
+  for (const LocationFigures& location : figures.locations) {
     if (!location.isOwnPole) {
       index = SlotOf(location.kind) == slot ? index + 1 : 1;
       slot = SlotOf(location.kind);

@@ -73,7 +73,7 @@ Exit Summarise(const Request& request, const std::function<int()>& stopRequests)
   const RunOne run = [&](const RunFiles& files, std::ostream& errors) {
     ConsoleHost host;
     std::ostream nowhere(nullptr);
-    return RunSolver(host, files, {nowhere, errors, stopRequests}, request.allRows);
+    return SolveFile(host, files, {nowhere, errors, stopRequests}, request.allRows);
   };
   return RunSummary(request, run, stopRequests, std::cout, std::cerr);
 }
@@ -118,7 +118,7 @@ Exit Main(const std::vector<std::string>& words) {
   std::ostream nowhere(nullptr);
   std::ostream& progress = request.json ? nowhere : std::cout;
   const RunOutcome outcome =
-      RunSolver(host, request.files.front(), {progress, std::cerr, stopRequests}, request.allRows);
+      SolveFile(host, request.files.front(), {progress, std::cerr, stopRequests}, request.allRows);
   std::cout << (request.json ? OutcomeAsJson(outcome) : ClosingLines(outcome)) << std::flush;
   return request.json ? Checked(outcome.exit) : outcome.exit;
 }

@@ -27,19 +27,20 @@ ResponseRecord WithPoles(ResponseRecord record, int singles, int pairs) {
   return record;
 }
 
-double RoundingWithout(Problem problem, const Point& point, bool delay) {
+double RoundingWithout(Problem problem, const Iterate& iterate, bool delay) {
   if (delay) {
     problem.txUnit = 0;
   } else {
     problem.yinUnit = problem.youtUnit = 0;
   }
-  return RoundingCost(problem, point);
+  return RoundingCost(problem, iterate);
 }
 
 /// m ln F' for each kind of rows and a penalty for k fitted numbers (C. M. Hurvich and C.-L. Tsai,
 /// Biometrika 76 (1989) 297); a fit finer than the points are typed counts no more than one as
 /// fine.
-std::optional<double> CriterionOf(const Problem& problem, const Point& point, const Trust& trust) {
+std::optional<double> CriterionOf(const Problem& problem, const Iterate& iterate,
+                                  const Trust& trust) {
   constexpr double kNegligible = 1e-20;
   const bool isConstantFree = problem.wantsDelay && problem.rows.wantedDelay == 0;
   const double k = trust.freeNumbers + 1 + (isConstantFree ? 1 : 0) + (problem.wantsDelay ? 2 : 1);
@@ -50,12 +51,12 @@ std::optional<double> CriterionOf(const Problem& problem, const Point& point, co
   };
   const auto delayRows =
       static_cast<double>(problem.wantsDelay ? (problem.rows.delayLevels != 0).count() : 0);
-  double criterion =
-      (rows - delayRows) * logarithm(point.fit.meanSquare, RoundingWithout(problem, point, true) /
-                                                               problem.rows.magnitudeWeight);
+  double criterion = (rows - delayRows) *
+                     logarithm(iterate.fit.meanSquare, RoundingWithout(problem, iterate, true) /
+                                                           problem.rows.magnitudeWeight);
   if (problem.wantsDelay) {
-    criterion +=
-        delayRows * logarithm(point.fit.delayMeanSquare, RoundingWithout(problem, point, false));
+    criterion += delayRows *
+                 logarithm(iterate.fit.delayMeanSquare, RoundingWithout(problem, iterate, false));
   }
   return criterion + 2 * k + 2 * k * (k + 1) / (rows - k - 1);
 }
@@ -71,7 +72,7 @@ std::optional<OrderFit> FitPoles(const ResponseRecord& record, int singles, int 
   Listener nobody;
   Evaluator evaluator(problem, nobody, isStopRequested);
   Orca orca(problem, evaluator, nobody);
-  const Point best =
+  const Iterate best =
       orca.Run(StartKind::data, problem.typedParameters, problem.options.maxSteps).best;
   if (!best.isFinite) return std::nullopt;
   const PassbandFigures passband = JudgePassband(problem, best);

@@ -137,7 +137,7 @@ std::string ForTerminal(std::string text) {
   return text;
 }
 
-RunOutcome RunSolver(Host& host, const RunFiles& files, const Console& console, bool allRows) {
+RunOutcome SolveFile(Host& host, const RunFiles& files, const Console& console, bool allRows) {
   try {
     const std::unique_ptr<HeldLock> lock = host.TakeLock(files.lock, std::chrono::milliseconds(0));
     if (!lock) {

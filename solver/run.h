@@ -26,7 +26,7 @@ std::string ForTerminal(std::string text);
 /// output appears under its name only when both are complete. The closing lines are the caller's.
 ///
 /// `allRows` gives long tables of the report all their rows.
-RunOutcome RunSolver(Host& host, const RunFiles& files, const Console& console,
+RunOutcome SolveFile(Host& host, const RunFiles& files, const Console& console,
                      bool allRows = false);
 
 }  // namespace polefit

@@ -28,7 +28,7 @@ FileDrop::FileDrop(QWidget& window, Take take) : QObject(&window), take_(std::mo
 bool FileDrop::eventFilter(QObject* watched, QEvent* event) {
   const bool isDrop = event->type() == QEvent::Drop;
   if (!isDrop && event->type() != QEvent::DragEnter) return QObject::eventFilter(watched, event);
-  auto* const drop = static_cast<QDropEvent*>(event);
+  auto* drop = static_cast<QDropEvent*>(event);
   const QStringList files = LocalFiles(*drop->mimeData());
   if (files.isEmpty()) return false;
   drop->acceptProposedAction();

@@ -36,8 +36,8 @@ VersionsDialog::VersionsDialog(const std::vector<std::string>& paths, const std:
       none_(new QLabel(tr("No former versions yet. Each save keeps here what it replaces."))) {
   setObjectName("frmVersions");
   setWindowTitle(tr("Former Versions"));
-  auto* const rows = new QVBoxLayout(this);
-  auto* const label = new QLabel(tr("&File:"));
+  auto* rows = new QVBoxLayout(this);
+  auto* label = new QLabel(tr("&File:"));
   label->setBuddy(files_);
   files_->setObjectName("versionFiles");
   files_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -75,7 +75,7 @@ void VersionsDialog::BuildTable() {
 }
 
 void VersionsDialog::BuildButtons() {
-  auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
   putBack_ = buttons->addButton(tr("&Put Back"), QDialogButtonBox::ActionRole);
   openAsNew_ = buttons->addButton(tr("&Open as New"), QDialogButtonBox::ActionRole);
   putBack_->setObjectName("cmdPutBack");

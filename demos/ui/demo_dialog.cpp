@@ -41,7 +41,7 @@ DemoDialog::DemoDialog() : exams_(new QButtonGroup(this)), whatRuns_(new QLabel)
   buttons->addButton(run, QDialogButtonBox::AcceptRole);
   buttons->addButton(cancel, QDialogButtonBox::RejectRole);
   whatRuns_->setObjectName("lblWhatRuns");
-  auto* const below = new QHBoxLayout;
+  auto* below = new QHBoxLayout;
   below->addWidget(whatRuns_, 1);
   below->addWidget(buttons);
   rows->addLayout(below);

@@ -153,7 +153,7 @@ void PutRows(const std::vector<PassbandCells>& rows, ResponseRecord& record) {
   record.passband.Resize(record.nFreqPoints + 1);
   for (int row = 1; row <= record.nFreqPoints; ++row) {
     const PassbandCells& cells = rows[static_cast<std::size_t>(row) - 1];
-    for (int column = 1; column <= PassbandPoints::kColumns; ++column) {
+    for (int column = 1; column <= PassbandLists::kColumns; ++column) {
       record.passband.At(row, column) = cells.at(static_cast<std::size_t>(column) - 1);
     }
   }
@@ -177,7 +177,7 @@ std::vector<PassbandCells> RowsOf(const ResponseRecord& record) {
   const int count = std::min<int>(record.nFreqPoints, record.passband.RowsOf(1));
   for (int row = 1; row <= count; ++row) {
     PassbandCells cells;
-    for (int column = 1; column <= PassbandPoints::kColumns; ++column) {
+    for (int column = 1; column <= PassbandLists::kColumns; ++column) {
       cells.at(static_cast<std::size_t>(column) - 1) = record.passband.At(row, column);
     }
     rows.push_back(std::move(cells));

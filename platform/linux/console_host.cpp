@@ -4,16 +4,16 @@
 
 namespace polefit {
 
-Answer ConsoleHost::MessageBox(const std::string& text, int style, const std::string& title) {
+Reply ConsoleHost::MessageBox(const std::string& text, int style, const std::string& title) {
   constexpr int kButtons = 0xF;
   std::cerr << title << '\n' << text << '\n';
   switch (style & kButtons) {
     case 0:
-      return Answer::ok;
+      return Reply::ok;
     case 4:
-      return Answer::no;
+      return Reply::no;
     default:
-      return Answer::cancel;
+      return Reply::cancel;
   }
 }
 

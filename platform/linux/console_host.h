@@ -10,7 +10,7 @@ class ConsoleHost : public LinuxHost {
  public:
   using LinuxHost::LinuxHost;
 
-  Answer MessageBox(const std::string& text, int style, const std::string& title) override;
+  Reply MessageBox(const std::string& text, int style, const std::string& title) override;
   std::size_t Ask(const Choice& choice) override;
   void ShowOpen(CommonDialog& dialog) override;
   void ShowSave(CommonDialog& dialog) override;

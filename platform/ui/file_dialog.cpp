@@ -85,16 +85,16 @@ FileDialog::FileDialog(CommonDialog& settings, AcceptMode mode, QWidget* parent)
 
 /// A file that the filter does not show can be opened by its name.
 void FileDialog::AllowHiddenName() {
-  auto* const buttons = findChild<QDialogButtonBox*>("buttonBox");
-  const auto* const name = findChild<QLineEdit*>("fileNameEdit");
+  auto* buttons = findChild<QDialogButtonBox*>("buttonBox");
+  const auto* name = findChild<QLineEdit*>("fileNameEdit");
   const bool isFile = QFileInfo(directory(), name->text()).isFile();
   if (acceptMode() != AcceptOpen || buttons == nullptr || !isFile) return;
-  if (auto* const open = buttons->button(QDialogButtonBox::Open)) open->setEnabled(true);
+  if (auto* open = buttons->button(QDialogButtonBox::Open)) open->setEnabled(true);
 }
 
 /// Below all else, where the dialog opens files.
 void FileDialog::AddHiddenCount() {
-  auto* const grid = qobject_cast<QGridLayout*>(layout());
+  auto* grid = qobject_cast<QGridLayout*>(layout());
   if (acceptMode() != AcceptOpen || grid == nullptr) return;
   hidden_ = new QLabel(this);
   hidden_->setObjectName("lblHiddenFiles");
@@ -152,7 +152,7 @@ bool FileDialog::MayReplace(const QString& path) const {
   const QString question =
       tr("%1 already exists.\nDo you want to replace it?").arg(file.fileName());
   return ShowMessageBox(question.toStdString(), message_style::kYesNoExclamation + kNoIsDefault,
-                        windowTitle().toStdString()) == Answer::yes;
+                        windowTitle().toStdString()) == Reply::yes;
 }
 
 /// Why the file at `path` would fail later, when the form may be lost over it; "" when it would

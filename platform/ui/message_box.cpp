@@ -13,13 +13,13 @@ namespace polefit {
 
 namespace {
 
-QMessageBox::StandardButton ButtonOf(Answer answer) {
-  switch (answer) {
-    case Answer::ok:
+QMessageBox::StandardButton ButtonOf(Reply reply) {
+  switch (reply) {
+    case Reply::ok:
       return QMessageBox::Ok;
-    case Answer::cancel:
+    case Reply::cancel:
       return QMessageBox::Cancel;
-    case Answer::yes:
+    case Reply::yes:
       return QMessageBox::Yes;
     default:
       return QMessageBox::No;
@@ -67,17 +67,17 @@ QMessageBox::ButtonRole RoleOf(const Choice& choice, const std::string& caption)
 
 }  // namespace
 
-Answer ShowMessageBox(const std::string& text, int style, const std::string& title) {
+Reply ShowMessageBox(const std::string& text, int style, const std::string& title) {
   const MessageLook look = LookOf(style);
   QMessageBox box(DialogParent());
   Prepare(box, text, title);
   box.setIcon(IconOf(look.icon));
-  for (const Answer button : look.buttons) box.addButton(ButtonOf(button));
+  for (const Reply button : look.buttons) box.addButton(ButtonOf(button));
   box.setDefaultButton(ButtonOf(look.defaultButton));
   box.setEscapeButton(ButtonOf(look.buttons.back()));
   MakeRoomForTitle(box);
   const int pressed = box.exec();
-  for (const Answer button : look.buttons) {
+  for (const Reply button : look.buttons) {
     if (ButtonOf(button) == pressed) return button;
   }
   return look.buttons.back();

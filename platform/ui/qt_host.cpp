@@ -41,7 +41,7 @@ long StartMail(const std::string& address) {
 
 }  // namespace
 
-Answer QtHost::MessageBox(const std::string& text, int style, const std::string& title) {
+Reply QtHost::MessageBox(const std::string& text, int style, const std::string& title) {
   return ShowMessageBox(text, style, title);
 }
 

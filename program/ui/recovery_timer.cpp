@@ -15,13 +15,13 @@ RecoveryTimer::RecoveryTimer(Program& program, QObject& form) : keeper_(program)
 void RecoveryTimer::Start() {
   if (clock_.isValid()) return;
   clock_.start();
-  for (const auto* const box : form_.findChildren<QLineEdit*>()) {
+  for (const auto* box : form_.findChildren<QLineEdit*>()) {
     connect(box, &QLineEdit::textChanged, this, &RecoveryTimer::NoteChange);
   }
-  for (const auto* const box : form_.findChildren<QCheckBox*>()) {
+  for (const auto* box : form_.findChildren<QCheckBox*>()) {
     connect(box, &QCheckBox::toggled, this, &RecoveryTimer::NoteChange);
   }
-  for (const auto* const table : form_.findChildren<QAbstractItemView*>()) {
+  for (const auto* table : form_.findChildren<QAbstractItemView*>()) {
     const QAbstractItemModel* const cells = table->model();
     connect(cells, &QAbstractItemModel::dataChanged, this, &RecoveryTimer::NoteChange);
     connect(cells, &QAbstractItemModel::rowsInserted, this, &RecoveryTimer::NoteChange);

@@ -20,7 +20,7 @@ constexpr int kPollMilliseconds = 150;
 constexpr int kMostLines = 20000;
 
 QLabel* MakeLabel(const char* name) {
-  auto* const label = new QLabel;
+  auto* label = new QLabel;
   label->setObjectName(name);
   label->setTextFormat(Qt::PlainText);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -37,7 +37,7 @@ QLabel* MakeStrongLabel(const char* name) {
 }
 
 QPlainTextEdit* MakeOutput() {
-  auto* const output = new QPlainTextEdit;
+  auto* output = new QPlainTextEdit;
   output->setObjectName("txtOutput");
   output->setAccessibleName(QObject::tr("Output of the solver"));
   output->setReadOnly(true);
@@ -77,21 +77,21 @@ void RunWindow::Build() {
   progress_->setAccessibleName(tr("Evaluations used"));
   progress_->setFormat(tr("%v of %m evaluations"));
   lblCommand_->setFont(output_->font());
-  auto* const state = new QHBoxLayout;
+  auto* state = new QHBoxLayout;
   state->addWidget(lblState_, 1);
   state->addWidget(lblElapsed_);
   lblElapsed_->setWordWrap(false);
-  auto* const close = MakeButton("cmdClose", "&Close");
+  auto* close = MakeButton("cmdClose", "&Close");
   connect(close, &QPushButton::clicked, this, &QWidget::close);
   for (const QKeySequence& key :
        {QKeySequence(QKeySequence::Close), QKeySequence(Qt::Key_Escape)}) {
     connect(new QShortcut(key, this), &QShortcut::activated, this, &QWidget::close);
   }
-  auto* const buttons = new QHBoxLayout;
+  auto* buttons = new QHBoxLayout;
   buttons->addWidget(cmdStop_);
   buttons->addStretch();
   for (QPushButton* const button : {cmdReport_, cmdImproved_, close}) buttons->addWidget(button);
-  auto* const rows = new QVBoxLayout(this);
+  auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(16, 14, 16, 14);
   rows->setSpacing(10);
   rows->addWidget(lblDataFile_);

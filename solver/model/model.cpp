@@ -89,7 +89,7 @@ inline FactorDerivatives<double> PairDelay(double a, double b, double w) {
 }
 
 /// Hands a function of w on: the square of the factor's magnitude.
-template <class Use>
+template <typename Use>
 [[gnu::always_inline]] inline void WithSquare(const PlacedFactor& factor, Use use) {
   const double a = factor.location;
   const double scale = factor.scale;
@@ -106,7 +106,7 @@ template <class Use>
 }
 
 /// Hands a function of w on: the factor's group delay.
-template <class Use>
+template <typename Use>
 [[gnu::always_inline]] inline void WithDelay(const PlacedFactor& factor, Use use) {
   const double a = factor.location;
   const double count = factor.delayCount;
@@ -122,7 +122,7 @@ template <class Use>
 }
 
 /// `count` times what `derivativesAt` gives for a frequency, at all rows.
-template <std::size_t parts, class Function>
+template <std::size_t parts, typename Function>
 [[gnu::always_inline]] inline void ForRows(std::size_t rows, const Chunk& w, double count,
                                            FactorDerivatives<Chunk>& to, Function derivativesAt) {
   for (std::size_t i = 0; i < rows; ++i) {
@@ -263,7 +263,7 @@ LogCurve::LogCurve(const Constellation& constellation, const Eigen::VectorXd& pa
 
 /// The product of |w - root|^2 scale for some roots from the index `first` on: so many that it
 /// stays in the range of numbers.
-template <class T>
+template <typename T>
 T LogCurve::Product(const std::vector<Root>& roots, std::size_t first, const T& w) {
   T product = 1 + 0 * w;
   for (std::size_t i = first; i < std::min(first + kRootsALogarithm, roots.size()); ++i) {
@@ -273,7 +273,7 @@ T LogCurve::Product(const std::vector<Root>& roots, std::size_t first, const T& 
   return product;
 }
 
-template <class T>
+template <typename T>
 T LogCurve::LevelAt(const T& w) const {
   using std::log;
   T sum = 0 * w;

@@ -11,7 +11,7 @@
 namespace polefit {
 
 /// First and second derivatives by a factor's one or two parameters.
-template <class T>
+template <typename T>
 struct FactorDerivatives {
   std::array<T, 2> first;
   /// By (1,1) and by (1,2). What a pair adds to ln H is harmonic in its location, so that the
@@ -92,9 +92,9 @@ class LogCurve {
     double scale;
   };
   static constexpr std::size_t kRootsALogarithm = 16;
-  template <class T>
+  template <typename T>
   static T Product(const std::vector<Root>& roots, std::size_t first, const T& w);
-  template <class T>
+  template <typename T>
   T LevelAt(const T& w) const;
   static Slope SumOfSlopes(const std::vector<Root>& roots, double w);
 

@@ -36,8 +36,8 @@ Quadratic ProductOf(double one, double other) {
 /// Gathers the factors of H(s) and makes sections of them.
 class SectionBuilder {
  public:
-  explicit SectionBuilder(const std::vector<PlacedLocation>& locations) {
-    for (const PlacedLocation& location : locations) Add(location);
+  explicit SectionBuilder(const std::vector<Location>& locations) {
+    for (const Location& location : locations) Add(location);
     JoinSigmaPoles();
   }
 
@@ -60,7 +60,7 @@ class SectionBuilder {
   }
 
  private:
-  void Add(const PlacedLocation& at) {
+  void Add(const Location& at) {
     switch (at.kind) {
       case FactorKind::sigmaPole:
         sigmaPoles_.push_back(-at.real);
@@ -84,7 +84,7 @@ class SectionBuilder {
     }
   }
 
-  void AddSigmaZero(const PlacedLocation& at) {
+  void AddSigmaZero(const Location& at) {
     if (at.bringsPole) {
       const Section allPass = {1, {1 / at.real, 0}, {-1 / at.real, 0}};
       allPasses_.insert(allPasses_.end(), static_cast<std::size_t>(at.multiplicity), allPass);
@@ -193,7 +193,7 @@ StepResponse Scaled(const TransferFunction& h, const Cascade& cascade, double st
 double LongestTime(const TransferFunction& h) {
   constexpr double kTimeConstants = 9.2;
   double slowest = h.LargestLocation();
-  for (const PlacedLocation& location : h.Locations()) {
+  for (const Location& location : h.Locations()) {
     if (location.IsPole() || location.bringsPole) {
       slowest = std::min(slowest, std::abs(location.real));
     }

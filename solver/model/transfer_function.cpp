@@ -207,8 +207,8 @@ DelayFit TransferFunction::DelayPoints() const {
   return fit;
 }
 
-std::vector<PlacedLocation> TransferFunction::Locations() const {
-  std::vector<PlacedLocation> locations;
+std::vector<Location> TransferFunction::Locations() const {
+  std::vector<Location> locations;
   std::array<std::size_t, 6> counts{};
   for (std::size_t i = 0; i < problem_->constellation.factors.size(); ++i) {
     const Factor& factor = problem_->constellation.factors[i];

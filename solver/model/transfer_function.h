@@ -43,7 +43,7 @@ struct DelayFit {
 };
 
 /// Where a factor of H(s) has its poles or zeros, normalised.
-struct PlacedLocation {
+struct Location {
   FactorKind kind;
   /// Counts from 0 among the locations of its kind, in the order of the answers; the omega-axis
   /// zeros in ascending order.
@@ -101,7 +101,7 @@ class TransferFunction {
   std::pair<double, double> PointRange() const;
   PassbandFit Passband() const;
   DelayFit DelayPoints() const;
-  std::vector<PlacedLocation> Locations() const;
+  std::vector<Location> Locations() const;
 
   const Problem& GetProblem() const { return *problem_; }
   const std::vector<double>& Parameters() const { return parameters_; }

@@ -13,7 +13,7 @@ namespace polefit {
 namespace {
 
 /// One location as typed and as the solvers take it.
-struct Location {
+struct TypedLocation {
   double value = 0;
   std::string text;  ///< empty where none is typed
 
@@ -95,17 +95,17 @@ class LocationReader {
   bool IsEmpty(int slot) const { return Words(Text(slot)).empty(); }
 
   /// The typed locations, or rough ones where the whole list is empty.
-  std::vector<Location> StartList(int slot, int count, int countSlot,
-                                  const std::function<double(int)>& roughAt) {
+  std::vector<TypedLocation> StartList(int slot, int count, int countSlot,
+                                       const std::function<double(int)>& roughAt) {
     if (!IsEmpty(slot)) return List(slot, count, countSlot);
-    std::vector<Location> list;
+    std::vector<TypedLocation> list;
     list.reserve(static_cast<std::size_t>(std::max(count, 0)));
     for (int i = 0; i < count; ++i) list.push_back({roughAt(i), {}});
     return list;
   }
 
   /// Real and imaginary parts are typed together or not at all.
-  std::pair<std::vector<Location>, std::vector<Location>> PairLists(
+  std::pair<std::vector<TypedLocation>, std::vector<TypedLocation>> PairLists(
       int realSlot, int imaginarySlot, int count, int countSlot,
       const std::function<double(int)>& roughReal,
       const std::function<double(int)>& roughImaginary) {
@@ -116,11 +116,11 @@ class LocationReader {
             StartList(imaginarySlot, count, countSlot, roughImaginary)};
   }
 
-  std::vector<Location> List(int slot, int count, int countSlot) {
+  std::vector<TypedLocation> List(int slot, int count, int countSlot) {
     const std::vector<double> values = answers_.Numbers(QuestionTopic(slot), Text(slot), count,
                                                         "question " + NumberText(countSlot));
     const std::vector<std::string> words = Words(Text(slot));
-    std::vector<Location> list;
+    std::vector<TypedLocation> list;
     for (std::size_t i = 0; i < values.size(); ++i) list.push_back({values[i], words[i]});
     return list;
   }
@@ -130,7 +130,7 @@ class LocationReader {
       answers_.Fault(QuestionTopic(slot::kNPoles), ": H(s) needs at least one pole.");
     }
     if (problem_.poleCounts[0] > 0) {
-      for (const Location& pole :
+      for (const TypedLocation& pole :
            StartList(slot::kSigmaPoles, problem_.poleCounts[0], slot::kNPoles,
                      [](int i) { return .5 * std::pow(1.55, i); })) {
         AddFactor({FactorKind::sigmaPole, 0, -1, 1}, {Magnitude(slot::kSigmaPoles, pole)},
@@ -153,7 +153,7 @@ class LocationReader {
   }
 
   /// Poles lie left of the omega axis whatever sign is typed.
-  double Magnitude(int slot, const Location& location) {
+  double Magnitude(int slot, const TypedLocation& location) {
     const double magnitude = std::abs(location.value);
     if (location.value < 0) {
       answers_.Warn(ShortQuestionTopic(slot), ": " + location.text + " is taken as its magnitude.");
@@ -162,14 +162,14 @@ class LocationReader {
     return magnitude;
   }
 
-  double Imaginary(int slot, const Location& location) {
+  double Imaginary(int slot, const TypedLocation& location) {
     const double magnitude = std::abs(location.value);
     CheckStart(slot, location, magnitude, 0, "0");
     return magnitude;
   }
 
   /// ORCA begins inside the bounds.
-  void CheckStart(int slot, const Location& location, double magnitude, double lowest,
+  void CheckStart(int slot, const TypedLocation& location, double magnitude, double lowest,
                   const std::string& lowestText) {
     const bool hasRoom = hasBounds_ && lowest < problem_.largest;
     if (!location.IsTyped() || !hasRoom || (magnitude > lowest && magnitude < problem_.largest)) {
@@ -204,8 +204,8 @@ class LocationReader {
     }
     const bool keepsSide = !isDoublet && !isLossless;
     const bool isRightHalf = keepsSide && *zero < 0;
-    const Location location = {keepsSide ? std::abs(*zero) : *zero,
-                               isTyped ? Text(slot::kSigmaZero) : std::string()};
+    const TypedLocation location = {keepsSide ? std::abs(*zero) : *zero,
+                                    isTyped ? Text(slot::kSigmaZero) : std::string()};
     const int logCount = isLossless ? 0 : isDoublet ? 2 : 1;
     const int plainDelay = isRightHalf ? 1 : -1;
     const int delayCount = isLossless ? (isDoublet ? 4 : 2) : isDoublet ? 0 : plainDelay;
@@ -223,13 +223,14 @@ class LocationReader {
                      ": " + Text(slot::kMaxXY) + " leaves no room for " + std::to_string(count) +
                          " omega-axis zeros with equal sidelobes; it must be greater than 1.");
     }
-    std::vector<Location> list = StartList(slot::kYzero, count, slot::kZeroCounts, [&](int i) {
+    std::vector<TypedLocation> list = StartList(slot::kYzero, count, slot::kZeroCounts, [&](int i) {
       return RoughOmegaZero(i, count, problem_.largest);
     });
-    std::stable_sort(list.begin(), list.end(), [](const Location& one, const Location& other) {
-      return one.value < other.value;
-    });
-    for (const Location& zero : list) {
+    std::stable_sort(list.begin(), list.end(),
+                     [](const TypedLocation& one, const TypedLocation& other) {
+                       return one.value < other.value;
+                     });
+    for (const TypedLocation& zero : list) {
       const bool isFirst = &zero == &list.front();
       const Mover mover = equalises && !isFirst ? Mover::lynx
                           : zero.value == 1     ? Mover::nobody
@@ -239,7 +240,7 @@ class LocationReader {
     }
   }
 
-  void CheckOmegaZero(const Location& zero, Mover mover) {
+  void CheckOmegaZero(const TypedLocation& zero, Mover mover) {
     const Topic topic = QuestionTopic(slot::kYzero);
     if (zero.value < 1) {
       answers_.Fault(topic, ": " + zero.text + " is below 1.0.");
@@ -260,7 +261,7 @@ class LocationReader {
     const auto [real, imaginary] = PairLists(
         slot::kZreal, slot::kZimag, count, slot::kZeroCounts, [](int) { return .3; },
         [](int i) { return 1 + .3 * i; });
-    for (const Location& location : real) {
+    for (const TypedLocation& location : real) {
       if (location.value == 0) {
         answers_.Fault(QuestionTopic(slot::kZreal),
                        ": " + location.text + " is not allowed; use omega-axis zeros instead.");

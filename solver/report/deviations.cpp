@@ -45,10 +45,10 @@ void ForChunks(const Eigen::ArrayXd& frequencies, Use use) {
 
 /// Fills the columns of one chunk's rows with what `derive` gives for each moved factor.
 template <typename Derive>
-void DeriveRows(const Problem& problem, const Point& point, Derive derive,
+void DeriveRows(const Problem& problem, const Iterate& iterate, Derive derive,
                 const Eigen::ArrayXd& frequencies, MatrixXd& derivatives) {
   std::vector<PlacedFactor> factors;
-  Place(problem.constellation, point.parameters, factors);
+  Place(problem.constellation, iterate.parameters, factors);
   FactorDerivatives<Chunk> found;
   ForChunks(frequencies, [&](Index first, std::size_t rows, const Chunk& w) {
     for (const PlacedFactor& factor : factors) {
@@ -64,15 +64,15 @@ void DeriveRows(const Problem& problem, const Point& point, Derive derive,
 }
 
 /// e = g a - target; de/dp = g a dln|H|/dp, de/dg = a.
-Errors PassbandErrors(const Problem& problem, const Point& point) {
+Errors PassbandErrors(const Problem& problem, const Iterate& iterate) {
   const DataRows& rows = problem.rows;
   const int moved = problem.constellation.MovedCount();
   Errors errors(rows.frequencies.size(), moved + 1);
-  const double gain = point.fit.gain;
+  const double gain = iterate.fit.gain;
   const Eigen::ArrayXd a =
-      rows.inputs * Magnitudes(problem.constellation, point.parameters, rows.frequencies);
+      rows.inputs * Magnitudes(problem.constellation, iterate.parameters, rows.frequencies);
   errors.values = (gain * a - rows.targets).matrix();
-  DeriveRows(problem, point, DeriveRelative, rows.frequencies, errors.derivatives);
+  DeriveRows(problem, iterate, DeriveRelative, rows.frequencies, errors.derivatives);
   errors.derivatives.leftCols(moved).array().colwise() *= gain * a;
   errors.derivatives.col(moved) = a.matrix();
   errors.withWeight = static_cast<int>((rows.inputs != 0 || rows.targets != 0).count());
@@ -80,17 +80,17 @@ Errors PassbandErrors(const Problem& problem, const Point& point) {
 }
 
 /// d = offset + slope t - level T0.
-Errors DelayErrors(const Problem& problem, const Point& point) {
+Errors DelayErrors(const Problem& problem, const Iterate& iterate) {
   const DataRows& rows = problem.rows;
   const int moved = problem.constellation.MovedCount();
   Errors errors(rows.delayFrequencies.size(), moved + 1);
   if (!problem.wantsDelay) return errors;
   const Eigen::ArrayXd delays =
-      Delays(problem.constellation, point.parameters, rows.delayFrequencies);
+      Delays(problem.constellation, iterate.parameters, rows.delayFrequencies);
   errors.values =
-      (rows.delayOffsets + rows.delaySlopes * delays - rows.delayLevels * point.fit.delayConstant)
+      (rows.delayOffsets + rows.delaySlopes * delays - rows.delayLevels * iterate.fit.delayConstant)
           .matrix();
-  DeriveRows(problem, point, DeriveDelay, rows.delayFrequencies, errors.derivatives);
+  DeriveRows(problem, iterate, DeriveDelay, rows.delayFrequencies, errors.derivatives);
   errors.derivatives.leftCols(moved).array().colwise() *= rows.delaySlopes;
   errors.derivatives.col(moved) = -rows.delayLevels.matrix();
   errors.withWeight = static_cast<int>((rows.delayLevels != 0).count());
@@ -99,9 +99,9 @@ Errors DelayErrors(const Problem& problem, const Point& point) {
 
 /// The parameters that are free to move.
 std::vector<Index> FreeParameters(const Problem& problem,
-                                  const std::vector<FoundLocation>& locations) {
+                                  const std::vector<LocationFigures>& locations) {
   std::vector<Index> free;
-  for (const FoundLocation& location : locations) {
+  for (const LocationFigures& location : locations) {
     if (location.isOwnPole) continue;
     for (const LocationPart* const part : {&location.real, &location.imaginary}) {
       const bool isOrcas =
@@ -115,7 +115,7 @@ std::vector<Index> FreeParameters(const Problem& problem,
 
 /// How the moved parameters follow the free ones: each itself, and the equalised zeros u by
 /// u' = -inv(R_u) R_x, R the differences of neighbouring peaks of ln|H|.
-MatrixXd Followers(const Problem& problem, const Point& point, const std::vector<Index>& free) {
+MatrixXd Followers(const Problem& problem, const Iterate& iterate, const std::vector<Index>& free) {
   const Constellation& constellation = problem.constellation;
   const auto count = static_cast<Index>(free.size());
   MatrixXd basis = MatrixXd::Zero(constellation.MovedCount(), count);
@@ -126,8 +126,8 @@ MatrixXd Followers(const Problem& problem, const Point& point, const std::vector
   LogDerivatives here, above;
   for (Index k = 0; k < zeros; ++k) {
     const auto peak = static_cast<std::size_t>(k);
-    DeriveLogMagnitude(constellation, point.parameters, point.peaks[peak].frequency, here);
-    DeriveLogMagnitude(constellation, point.parameters, point.peaks[peak + 1].frequency, above);
+    DeriveLogMagnitude(constellation, iterate.parameters, iterate.peaks[peak].frequency, here);
+    DeriveLogMagnitude(constellation, iterate.parameters, iterate.peaks[peak + 1].frequency, above);
     differences.row(k) = here.first - above.first;
   }
   const MatrixXd byZeros = differences.rightCols(zeros);
@@ -137,12 +137,12 @@ MatrixXd Followers(const Problem& problem, const Point& point, const std::vector
 
 /// The size of a step in each free parameter, as the search scales it: the distance to the omega
 /// axis, for an omega-axis zero a part of its frequency.
-VectorXd Scales(const Problem& problem, const Point& point, const std::vector<Index>& free) {
+VectorXd Scales(const Problem& problem, const Iterate& iterate, const std::vector<Index>& free) {
   constexpr double kLeast = 1e-3;
   constexpr double kShareOfOmegaZero = .3;
   VectorXd all = VectorXd::Ones(problem.constellation.ParameterCount());
   for (const Factor& factor : problem.constellation.factors) {
-    const double location = point.parameters[factor.parameter];
+    const double location = iterate.parameters[factor.parameter];
     const double share = factor.kind == FactorKind::omegaZero ? kShareOfOmegaZero : 1;
     for (std::size_t part = 0; part < factor.Parts(); ++part) {
       all[static_cast<Index>(factor.Parameter(part))] = std::max(kLeast, share * location);
@@ -204,10 +204,10 @@ struct Runs {
 
 }  // namespace
 
-Trust JudgeTrust(const Problem& problem, const Point& point,
-                 const std::vector<FoundLocation>& locations, double roundingCost) {
-  const Errors passband = PassbandErrors(problem, point);
-  const Errors delay = DelayErrors(problem, point);
+Trust JudgeTrust(const Problem& problem, const Iterate& iterate,
+                 const std::vector<LocationFigures>& locations, double roundingCost) {
+  const Errors passband = PassbandErrors(problem, iterate);
+  const Errors delay = DelayErrors(problem, iterate);
   const std::vector<Index> free = FreeParameters(problem, locations);
   const bool isConstantFree = problem.wantsDelay && problem.rows.wantedDelay == 0;
   Trust trust;
@@ -219,11 +219,11 @@ Trust JudgeTrust(const Problem& problem, const Point& point,
   if (trust.freedom <= 0 || free.empty()) return trust;
 
   constexpr double kLeastCost = 1e-300;
-  const VectorXd scales = Scales(problem, point, free);
-  const MatrixXd followers = Followers(problem, point, free);
+  const VectorXd scales = Scales(problem, iterate, free);
+  const MatrixXd followers = Followers(problem, iterate, free);
   const MatrixXd basis = followers * scales.asDiagonal();
   const double correction =
-      std::max(1.0, roundingCost / std::max(point.Cost(), kLeastCost)) * rows / trust.freedom;
+      std::max(1.0, roundingCost / std::max(iterate.Cost(), kLeastCost)) * rows / trust.freedom;
   const auto count = static_cast<Index>(free.size());
   MatrixXd a = MatrixXd::Zero(count, count);
   MatrixXd b = a;
@@ -245,22 +245,22 @@ Trust JudgeTrust(const Problem& problem, const Point& point,
   return trust;
 }
 
-void AddDeviations(const Trust& trust, std::vector<FoundLocation>& locations) {
-  for (FoundLocation& location : locations) {
+void AddDeviations(const Trust& trust, std::vector<LocationFigures>& locations) {
+  for (LocationFigures& location : locations) {
     for (LocationPart* const part : {&location.real, &location.imaginary}) {
       if (part->parameter >= 0) part->deviation = trust.deviations[part->parameter];
     }
   }
 }
 
-ErrorPattern JudgePattern(const Problem& problem, const Point& point, int freeNumbers,
+ErrorPattern JudgePattern(const Problem& problem, const Iterate& iterate, int freeNumbers,
                           double roundingCost) {
   constexpr int kRowsPerNumber = 4;
   constexpr double kTooFew = -1.96;
-  const Errors passband = PassbandErrors(problem, point);
-  const Errors delay = DelayErrors(problem, point);
+  const Errors passband = PassbandErrors(problem, iterate);
+  const Errors delay = DelayErrors(problem, iterate);
   const int rows = passband.withWeight + delay.withWeight;
-  if (rows < kRowsPerNumber * freeNumbers || point.Cost() <= 2 * roundingCost) {
+  if (rows < kRowsPerNumber * freeNumbers || iterate.Cost() <= 2 * roundingCost) {
     return ErrorPattern::unknown;
   }
   const Runs magnitude(problem.rows.frequencies, passband.values);

@@ -26,11 +26,11 @@ struct Trust {
 /// the sandwich of a weighted least-squares fit (A. C. Davison, Statistical Models, 2003, 8.6).
 /// s^2 is mean(r^2) M/(M - p); F counts as `roundingCost` at least. Equalised zeros follow the
 /// others. Linear, so that it is low where a location is hardly determined.
-Trust JudgeTrust(const Problem& problem, const Point& point,
-                 const std::vector<FoundLocation>& locations, double roundingCost);
+Trust JudgeTrust(const Problem& problem, const Iterate& iterate,
+                 const std::vector<LocationFigures>& locations, double roundingCost);
 
 /// Writes the deviations into the locations.
-void AddDeviations(const Trust& trust, std::vector<FoundLocation>& locations);
+void AddDeviations(const Trust& trust, std::vector<LocationFigures>& locations);
 
 /// What the signs of the errors look like in the order of their frequencies.
 enum class ErrorPattern {
@@ -40,7 +40,7 @@ enum class ErrorPattern {
 };
 
 /// The runs test of A. Wald and J. Wolfowitz (Ann. Math. Statist. 11 (1940) 147) at 2.5 %.
-ErrorPattern JudgePattern(const Problem& problem, const Point& point, int freeNumbers,
+ErrorPattern JudgePattern(const Problem& problem, const Iterate& iterate, int freeNumbers,
                           double roundingCost);
 
 }  // namespace polefit

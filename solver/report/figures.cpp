@@ -14,9 +14,9 @@ namespace {
 constexpr double kDecibelsPerNeper = 8.685889638065037;
 
 /// How many parts of locations are not free to move.
-int CountBounds(const std::vector<FoundLocation>& locations) {
+int CountBounds(const std::vector<LocationFigures>& locations) {
   int count = 0;
-  for (const FoundLocation& location : locations) {
+  for (const LocationFigures& location : locations) {
     if (location.isOwnPole) continue;
     for (const LocationPart* const part : {&location.real, &location.imaginary}) {
       if (part->bound != Bound::none) ++count;
@@ -25,10 +25,10 @@ int CountBounds(const std::vector<FoundLocation>& locations) {
   return count;
 }
 
-DelayFigures JudgeDelay(const Problem& problem, const Point& point) {
+DelayFigures JudgeDelay(const Problem& problem, const Iterate& iterate) {
   DelayFigures figures;
-  static_cast<DelayFit&>(figures) = AtBest(problem, point).DelayPoints();
-  figures.constant = point.fit.delayConstant;
+  static_cast<DelayFit&>(figures) = AtBest(problem, iterate).DelayPoints();
+  figures.constant = iterate.fit.delayConstant;
   double sum = 0;
   for (const double error : figures.error) {
     sum += error * error;
@@ -40,15 +40,15 @@ DelayFigures JudgeDelay(const Problem& problem, const Point& point) {
   return figures;
 }
 
-std::vector<Sidelobe> SidelobesOf(const Problem& problem, const Point& point) {
+std::vector<Sidelobe> SidelobesOf(const Problem& problem, const Iterate& iterate) {
   std::vector<double> zeros;
-  for (const std::size_t index : SortedFactors(problem, point, FactorKind::omegaZero)) {
-    zeros.push_back(point.parameters[problem.constellation.factors[index].parameter]);
+  for (const std::size_t index : SortedFactors(problem, iterate, FactorKind::omegaZero)) {
+    zeros.push_back(iterate.parameters[problem.constellation.factors[index].parameter]);
   }
   const std::vector<Peak> peaks =
-      point.peaks.empty()
-          ? FindSidelobes(problem, {point.parameters.begin(), point.parameters.end()})
-          : point.peaks;
+      iterate.peaks.empty()
+          ? FindSidelobes(problem, {iterate.parameters.begin(), iterate.parameters.end()})
+          : iterate.peaks;
   std::vector<Sidelobe> sidelobes;
   sidelobes.reserve(peaks.size());
   for (const Peak& peak : peaks) {
@@ -60,17 +60,17 @@ std::vector<Sidelobe> SidelobesOf(const Problem& problem, const Point& point) {
 
 }  // namespace
 
-TransferFunction AtBest(const Problem& problem, const Point& point) {
-  return {problem, {point.parameters.begin(), point.parameters.end()}};
+TransferFunction AtBest(const Problem& problem, const Iterate& iterate) {
+  return {problem, {iterate.parameters.begin(), iterate.parameters.end()}};
 }
 
 void Extreme::Take(double value, double at, int of) {
   if (std::abs(value) > size || row == 0) *this = {std::abs(value), at, of};
 }
 
-PassbandFigures JudgePassband(const Problem& problem, const Point& point) {
+PassbandFigures JudgePassband(const Problem& problem, const Iterate& iterate) {
   PassbandFigures figures;
-  static_cast<PassbandFit&>(figures) = AtBest(problem, point).Passband();
+  static_cast<PassbandFit&>(figures) = AtBest(problem, iterate).Passband();
   double squares = 0;
   for (std::size_t i = 0; i < figures.error.size(); ++i) {
     const int number = static_cast<int>(i) + 1;
@@ -86,7 +86,7 @@ PassbandFigures JudgePassband(const Problem& problem, const Point& point) {
 }
 
 Figures FiguresOf(const Problem& problem, const Summary& summary) {
-  const Point& best = summary.best;
+  const Iterate& best = summary.best;
   Figures figures;
   figures.cost = best.fit.cost;
   figures.rms = std::sqrt(best.fit.meanSquare);

@@ -21,7 +21,7 @@ struct Extreme {
 };
 
 /// H(s) of a point that a run has found.
-TransferFunction AtBest(const Problem& problem, const Point& point);
+TransferFunction AtBest(const Problem& problem, const Iterate& iterate);
 
 /// How the answer follows the passband points.
 struct PassbandFigures : PassbandFit {
@@ -47,7 +47,7 @@ struct Sidelobe {
   bool isEnd = false;   ///< the end of the range, where |H| still rises
 };
 
-PassbandFigures JudgePassband(const Problem& problem, const Point& point);
+PassbandFigures JudgePassband(const Problem& problem, const Iterate& iterate);
 
 /// What a solved problem comes to, in numbers: for the report and for other programs alike.
 struct Figures {
@@ -67,7 +67,7 @@ struct Figures {
   double freqNorm = 0;  ///< MHz
   double gain = 0;      ///< H(0)
   double constant = 0;  ///< K of H = K prod(s - z) / prod(s - p)
-  std::vector<FoundLocation> locations;
+  std::vector<LocationFigures> locations;
   int freedom = 0;  ///< rows with weight less the fitted numbers
   ErrorPattern errors = ErrorPattern::unknown;
   PassbandFigures passband;

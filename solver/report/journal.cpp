@@ -18,8 +18,8 @@ std::string NameOfProblem(int problem) {
   return problem == 0 ? "polish" : Format("problem %d", problem);
 }
 
-double Rms(const Point& point) {
-  return std::sqrt(point.fit.meanSquare);
+double Rms(const Iterate& iterate) {
+  return std::sqrt(iterate.fit.meanSquare);
 }
 
 }  // namespace
@@ -69,25 +69,25 @@ void Journal::StartBegan(int start, StartKind kind) {
 /// STEPOUT counts the steps of the typed start through all its problems.
 void Journal::StepTaken(const StepReport& step) {
   if (start_ != 1 || !IsEach(++stepsOfTypedStart_, problem_.options.stepOut)) return;
-  const Point& point = *step.point;
+  const Iterate& iterate = *step.iterate;
   lines_.push_back({start_, Kind::problem,
                     Format("    step %-4d (%d) RHO %.1e F %.6e rms %.1e max %.1e r %.2g",
-                           stepsOfTypedStart_, step.evaluations, step.rho, point.Cost(), Rms(point),
-                           point.fit.largestError, step.radius)});
-  ShowProgress(step.problem, step.step, step.evaluations, point);
+                           stepsOfTypedStart_, step.evaluations, step.rho, iterate.Cost(),
+                           Rms(iterate), iterate.fit.largestError, step.radius)});
+  ShowProgress(step.problem, step.step, step.evaluations, iterate);
 }
 
 void Journal::ProblemEnded(const ProblemReport& problem) {
-  const Point& point = *problem.point;
+  const Iterate& iterate = *problem.iterate;
   const std::string name = problem.problem == 0 ? "polish " : Format("%-7d", problem.problem);
   lines_.push_back(
       {start_, Kind::problem,
        Format("  %s RHO %.2e %4d steps, at evaluation %5d  F %.6e  %s", name.c_str(), problem.rho,
-              problem.steps, problem.evaluations, point.Cost(), NameOf(problem.ending))});
-  ShowProgress(problem.problem, problem.steps, problem.evaluations, point);
+              problem.steps, problem.evaluations, iterate.Cost(), NameOf(problem.ending))});
+  ShowProgress(problem.problem, problem.steps, problem.evaluations, iterate);
   if (problem.problem > 0 && IsEach(++problems_, problem_.options.detail[0])) {
     AddDetail("      " + NameOfProblem(problem.problem) + " ended at these locations, normalised:");
-    AddLocations(point);
+    AddLocations(iterate);
   }
 }
 
@@ -112,13 +112,13 @@ void Journal::AddDetail(const std::string& text) {
 }
 
 /// The locations one after the other, a pair as "real,imaginary", a few a line.
-void Journal::AddLocations(const Point& point) {
+void Journal::AddLocations(const Iterate& iterate) {
   constexpr std::size_t kWidth = 78;
   const std::string begin = "       ";
   std::string line = begin;
   for (const Factor& factor : problem_.constellation.factors) {
-    std::string location = Format(" %.9g", point.parameters[factor.parameter]);
-    if (factor.IsPair()) location += Format(",%.9g", point.parameters[factor.parameter + 1]);
+    std::string location = Format(" %.9g", iterate.parameters[factor.parameter]);
+    if (factor.IsPair()) location += Format(",%.9g", iterate.parameters[factor.parameter + 1]);
     if (line.size() + location.size() > kWidth) {
       AddDetail(line);
       line = begin;
@@ -136,12 +136,12 @@ bool Journal::IsTimeToShow() {
   return true;
 }
 
-void Journal::ShowProgress(int problem, int step, int evaluations, const Point& point) {
+void Journal::ShowProgress(int problem, int step, int evaluations, const Iterate& iterate) {
   if (!IsTimeToShow()) return;
   progress_ << Format("start %d, %s, step %d: %d of %d, F %.1e, rms %.3e, max %.3e", start_,
                       NameOfProblem(problem).c_str(), step, evaluations,
-                      problem_.options.maxEvaluations, point.Cost(), Rms(point),
-                      point.fit.largestError)
+                      problem_.options.maxEvaluations, iterate.Cost(), Rms(iterate),
+                      iterate.fit.largestError)
             << std::endl;
 }
 

@@ -37,8 +37,8 @@ class Journal : public Listener {
   using Clock = std::chrono::steady_clock;
 
   void AddDetail(const std::string& text);
-  void AddLocations(const Point& point);
-  void ShowProgress(int problem, int step, int evaluations, const Point& point);
+  void AddLocations(const Iterate& iterate);
+  void ShowProgress(int problem, int step, int evaluations, const Iterate& iterate);
   bool IsTimeToShow();
 
   const Problem& problem_;

@@ -14,8 +14,8 @@ namespace {
 /// Writes locations of the best point as answers.
 class LocationWriter {
  public:
-  LocationWriter(ResponseRecord& record, const Problem& problem, const Point& point)
-      : record_(record), problem_(problem), point_(point) {}
+  LocationWriter(ResponseRecord& record, const Problem& problem, const Iterate& iterate)
+      : record_(record), problem_(problem), iterate_(iterate) {}
 
   void WriteAll() {
     Write(slot::kSigmaPoles, {FactorKind::sigmaPole}, 0);
@@ -33,7 +33,7 @@ class LocationWriter {
   void Write(int slot, const std::vector<FactorKind>& kinds, int part) {
     std::string text;
     for (const FactorKind kind : kinds) {
-      for (const std::size_t index : SortedFactors(problem_, point_, kind)) {
+      for (const std::size_t index : SortedFactors(problem_, iterate_, kind)) {
         if (!text.empty()) text += ' ';
         if (part == 0 && problem_.isRightHalf[index]) text += '-';
         text += ValueText(problem_.constellation.factors[index].parameter + part);
@@ -44,7 +44,7 @@ class LocationWriter {
 
   /// Rounding must not carry a value over its bound.
   std::string ValueText(int parameter) const {
-    const double value = point_.parameters[parameter];
+    const double value = iterate_.parameters[parameter];
     std::string text = PlainNumber(value);
     if (parameter >= problem_.constellation.orcaCount) return text;
     const double rounded = ParseNumber(text).value_or(value);
@@ -55,12 +55,12 @@ class LocationWriter {
 
   ResponseRecord& record_;
   const Problem& problem_;
-  const Point& point_;
+  const Iterate& iterate_;
 };
 
 }  // namespace
 
-std::vector<std::size_t> SortedFactors(const Problem& problem, const Point& point,
+std::vector<std::size_t> SortedFactors(const Problem& problem, const Iterate& iterate,
                                        FactorKind kind) {
   const std::vector<Factor>& factors = problem.constellation.factors;
   std::vector<std::size_t> indexes;
@@ -69,7 +69,7 @@ std::vector<std::size_t> SortedFactors(const Problem& problem, const Point& poin
   }
   const auto key = [&](std::size_t index) {
     const Factor& factor = factors[index];
-    return point.parameters[factor.parameter + (factor.IsPair() ? 1 : 0)];
+    return iterate.parameters[factor.parameter + (factor.IsPair() ? 1 : 0)];
   };
   std::stable_sort(indexes.begin(), indexes.end(),
                    [&](std::size_t one, std::size_t other) { return key(one) < key(other); });
@@ -77,10 +77,10 @@ std::vector<std::size_t> SortedFactors(const Problem& problem, const Point& poin
 }
 
 ResponseRecord LastRunRecord(const ResponseRecord& record, const Problem& problem,
-                             const Point& point) {
+                             const Iterate& iterate) {
   ResponseRecord last = record;
-  LocationWriter(last, problem, point).WriteAll();
-  last.Slot(slot::kGain) = PlainNumber(point.fit.gain);
+  LocationWriter(last, problem, iterate).WriteAll();
+  last.Slot(slot::kGain) = PlainNumber(iterate.fit.gain);
   return last;
 }
 

@@ -29,19 +29,20 @@ Bound BoundOf(const Problem& problem, const Factor& factor, int parameter, doubl
   return value >= problem.upper[parameter] ? Bound::upper : Bound::none;
 }
 
-Side SideOf(const Problem& problem, const FoundLocation& location) {
+Side SideOf(const Problem& problem, const LocationFigures& location) {
   if (location.kind == FactorKind::zeroQuad) return Side::both;
   if (location.isDoublet && !location.isLossless) return Side::both;
   return location.isLossless || problem.isRightHalf[location.factor] ? Side::right : Side::left;
 }
 
-FoundLocation Locate(const Problem& problem, const Point& point, std::size_t index, int number) {
+LocationFigures Locate(const Problem& problem, const Iterate& iterate, std::size_t index,
+                       int number) {
   const Factor& factor = problem.constellation.factors[index];
   const auto part = [&](int parameter) {
-    const double value = point.parameters[parameter];
+    const double value = iterate.parameters[parameter];
     return LocationPart{parameter, value, BoundOf(problem, factor, parameter, value)};
   };
-  FoundLocation location;
+  LocationFigures location;
   location.factor = index;
   location.kind = factor.kind;
   if (factor.kind == FactorKind::sigmaZero) {
@@ -61,18 +62,18 @@ FoundLocation Locate(const Problem& problem, const Point& point, std::size_t ind
 
 }  // namespace
 
-double FoundLocation::Quality() const {
+double LocationFigures::Quality() const {
   return std::hypot(real.value, imaginary.value) / (2 * real.value);
 }
 
-bool FoundLocation::IsFree() const {
+bool LocationFigures::IsFree() const {
   const auto isFree = [](const LocationPart& part) {
     return part.parameter >= 0 && part.bound == Bound::none && part.value != 0;
   };
   return isFree(real) || isFree(imaginary);
 }
 
-bool FoundLocation::IsDetermined() const {
+bool LocationFigures::IsDetermined() const {
   constexpr double kMost = .3;
   double square = 0;
   for (const LocationPart* const part : {&real, &imaginary}) {
@@ -82,19 +83,19 @@ bool FoundLocation::IsDetermined() const {
   return std::sqrt(square) <= kMost * std::hypot(real.value, imaginary.value);
 }
 
-std::string FoundLocation::Name() const {
+std::string LocationFigures::Name() const {
   if (kind == FactorKind::sigmaZero) return NameOf(kind);
   return NameOf(kind) + Format(" %d", number);
 }
 
-std::vector<FoundLocation> LocationsOf(const Problem& problem, const Point& point) {
-  std::vector<FoundLocation> locations;
+std::vector<LocationFigures> LocationsOf(const Problem& problem, const Iterate& iterate) {
+  std::vector<LocationFigures> locations;
   for (const FactorKind kind : kReportOrder) {
     int number = 0;
-    for (const std::size_t index : SortedFactors(problem, point, kind)) {
-      locations.push_back(Locate(problem, point, index, ++number));
+    for (const std::size_t index : SortedFactors(problem, iterate, kind)) {
+      locations.push_back(Locate(problem, iterate, index, ++number));
       if (!locations.back().isLossless) continue;
-      FoundLocation pole = locations.back();
+      LocationFigures pole = locations.back();
       pole.isOwnPole = true;
       pole.side = Side::left;
       locations.push_back(pole);
@@ -120,12 +121,12 @@ const char* NameOf(FactorKind kind) {
   }
 }
 
-double LeadingConstant(const Problem& problem, const Point& point) {
-  double constant = point.fit.gain;
+double LeadingConstant(const Problem& problem, const Iterate& iterate) {
+  double constant = iterate.fit.gain;
   for (std::size_t i = 0; i < problem.constellation.factors.size(); ++i) {
     const Factor& factor = problem.constellation.factors[i];
-    const double a = point.parameters[factor.parameter];
-    const double b = factor.IsPair() ? point.parameters[factor.parameter + 1] : 0;
+    const double a = iterate.parameters[factor.parameter];
+    const double b = factor.IsPair() ? iterate.parameters[factor.parameter + 1] : 0;
     const double square = a * a + b * b;
     switch (factor.kind) {
       case FactorKind::sigmaPole:

@@ -32,7 +32,7 @@ struct LocationPart {
 enum class Side { left, right, both };
 
 /// One pole or zero of the answer, as it is told.
-struct FoundLocation {
+struct LocationFigures {
   std::size_t factor = 0;
   FactorKind kind = FactorKind::sigmaPole;
   bool isDoublet = false;
@@ -58,12 +58,12 @@ struct FoundLocation {
 
 /// All poles and zeros, kind by kind in the order of the questions, each kind as SortedFactors
 /// has it.
-std::vector<FoundLocation> LocationsOf(const Problem& problem, const Point& point);
+std::vector<LocationFigures> LocationsOf(const Problem& problem, const Iterate& iterate);
 
 /// "sigma-axis pole".
 const char* NameOf(FactorKind kind);
 
 /// K of H = K prod(s - z) / prod(s - p) in normalised s.
-double LeadingConstant(const Problem& problem, const Point& point);
+double LeadingConstant(const Problem& problem, const Iterate& iterate);
 
 }  // namespace polefit

@@ -54,9 +54,9 @@ void WriteDelayQuality(const SolvedProblem& solved, ReportText& text) {
             Rounded(delay.rms, 4) + " ns rms");
 }
 
-double HighestQuality(const std::vector<FoundLocation>& locations) {
+double HighestQuality(const std::vector<LocationFigures>& locations) {
   double highest = 0;
-  for (const FoundLocation& location : locations) {
+  for (const LocationFigures& location : locations) {
     const bool isPoles = location.kind == FactorKind::polePair;
     if (isPoles && location.IsPair()) highest = std::max(highest, location.Quality());
   }

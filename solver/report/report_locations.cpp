@@ -23,20 +23,20 @@ const char* SignOf(Side side) {
   }
 }
 
-std::string RowName(const FoundLocation& location) {
+std::string RowName(const LocationFigures& location) {
   const std::string name = location.isOwnPole ? "  its own pole" : location.Name();
   return location.isLossless && location.isDoublet ? name + " x2" : name;
 }
 
 /// Adds the real and the imaginary parts, multiplied by `scale`, as figures of up to `digits`
 /// digits. A real part that is small beside the others matters most: it makes a high Q.
-void AddParts(const std::vector<FoundLocation>& locations, const char* unit, double scale,
+void AddParts(const std::vector<LocationFigures>& locations, const char* unit, double scale,
               int digits, ReportTable& table) {
   constexpr int kLeastDigits = 4;
   constexpr int kSigns = 2;
   const int width = digits + 2;
   double largest = scale;
-  for (const FoundLocation& location : locations) {
+  for (const LocationFigures& location : locations) {
     largest = std::max({largest, location.real.value * scale, location.imaginary.value * scale});
   }
   const FigureFormat format(largest, width, digits, kLeastDigits);
@@ -44,7 +44,7 @@ void AddParts(const std::vector<FoundLocation>& locations, const char* unit, dou
     return value == 0 ? std::string("0") : sign + format(value * scale);
   };
   std::vector<std::string> reals, imaginaries;
-  for (const FoundLocation& location : locations) {
+  for (const LocationFigures& location : locations) {
     reals.push_back(figure(SignOf(location.side), location.real.value));
     imaginaries.push_back(figure("+-", location.imaginary.value));
   }
@@ -52,11 +52,11 @@ void AddParts(const std::vector<FoundLocation>& locations, const char* unit, dou
   table.Add("imaginary", unit, width + kSigns, imaginaries);
 }
 
-void WriteRows(const std::vector<FoundLocation>& locations, double freqNorm, ReportText& text) {
+void WriteRows(const std::vector<LocationFigures>& locations, double freqNorm, ReportText& text) {
   constexpr std::size_t kNameWidth = 20;
   const FigureFormat thousandths(1, 8, 4);
   std::vector<std::string> names, qualities;
-  for (const FoundLocation& location : locations) {
+  for (const LocationFigures& location : locations) {
     names.push_back(Padded("  " + RowName(location), kNameWidth));
     qualities.push_back(location.IsPair() ? thousandths(location.Quality()) : "");
   }
@@ -69,7 +69,7 @@ void WriteRows(const std::vector<FoundLocation>& locations, double freqNorm, Rep
 }
 
 /// "+-.0012", or why there is no deviation; empty where the part is 0 by its kind.
-std::string DeviationText(const FoundLocation& location, const LocationPart& part) {
+std::string DeviationText(const LocationFigures& location, const LocationPart& part) {
   constexpr int kDigits = 2;
   constexpr int kWidth = 10;
   if (part.parameter < 0) return "";
@@ -84,7 +84,7 @@ void WriteDeviations(const Figures& figures, ReportText& text) {
   constexpr std::size_t kNameWidth = 20;
   constexpr int kWidth = 12;
   std::vector<std::string> names, reals, imaginaries, remarks;
-  for (const FoundLocation& location : figures.locations) {
+  for (const LocationFigures& location : figures.locations) {
     if (location.isOwnPole) continue;
     const bool isTold = !location.IsFree() || location.IsDetermined();
     names.push_back(Padded("  " + RowName(location), kNameWidth));
@@ -106,13 +106,13 @@ void WriteDeviations(const Figures& figures, ReportText& text) {
 }
 
 /// Where a bound comes from.
-const char* SourceOf(const LocationPart& part, const FoundLocation& location) {
+const char* SourceOf(const LocationPart& part, const LocationFigures& location) {
   if (part.bound == Bound::upper) return "question 14";
   return &part == &location.real ? "question 13" : "the sigma axis";
 }
 
 /// Tells a part that stands on its bound; `name` says which part it is.
-void WriteBound(const FoundLocation& location, const LocationPart& part, const std::string& name,
+void WriteBound(const LocationFigures& location, const LocationPart& part, const std::string& name,
                 ReportText& text) {
   const bool isOmega = location.kind == FactorKind::omegaZero;
   switch (part.bound) {
@@ -141,7 +141,7 @@ void WriteBound(const FoundLocation& location, const LocationPart& part, const s
                4);
 }
 
-void WriteBoundsOf(const FoundLocation& location, ReportText& text) {
+void WriteBoundsOf(const LocationFigures& location, ReportText& text) {
   if (location.isOwnPole) return;
   const bool hasBoth = location.real.parameter >= 0 && location.imaginary.parameter >= 0;
   const std::string name = location.Name();
@@ -185,7 +185,7 @@ void ReportLocations(const SolvedProblem& solved, ReportText& text) {
 
 void ReportBounds(const SolvedProblem& solved, ReportText& text) {
   ReportText bounds;
-  for (const FoundLocation& location : solved.figures.locations) WriteBoundsOf(location, bounds);
+  for (const LocationFigures& location : solved.figures.locations) WriteBoundsOf(location, bounds);
   WriteStructureHints(solved.summary, bounds);
   text.Heading("LOCATIONS ON A BOUND");
   if (bounds.Lines().empty()) text.Line("  none");

@@ -13,15 +13,15 @@ Barrier::Barrier(const Problem& problem, double rho, const VectorXd& parameters)
   highMultipliers_ = rho_ / HighSlack(parameters);
 }
 
-double Barrier::Value(const Point& point) const {
-  const VectorXd& parameters = point.parameters;
-  return point.Cost() - rho_ * (LowSlack(parameters) * HighSlack(parameters)).log().sum();
+double Barrier::Value(const Iterate& iterate) const {
+  const VectorXd& parameters = iterate.parameters;
+  return iterate.Cost() - rho_ * (LowSlack(parameters) * HighSlack(parameters)).log().sum();
 }
 
-StepModels Barrier::ModelsAt(const Point& point, const ArrayXd& scales) const {
-  const auto low = LowSlack(point.parameters);
-  const auto high = HighSlack(point.parameters);
-  StepModels models = ScaledModels(point.fit, scales);
+StepModels Barrier::ModelsAt(const Iterate& iterate, const ArrayXd& scales) const {
+  const auto low = LowSlack(iterate.parameters);
+  const auto high = HighSlack(iterate.parameters);
+  StepModels models = ScaledModels(iterate.fit, scales);
   models.gradient.array() += scales * (rho_ / high - rho_ / low);
   const ArrayXd curvature = scales.square() * (lowMultipliers_ / low + highMultipliers_ / high);
   for (Eigen::MatrixXd& hessian : models.hessians) hessian.diagonal().array() += curvature;

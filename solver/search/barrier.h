@@ -16,9 +16,9 @@ class Barrier {
   Barrier(const Problem& problem, double rho, const Eigen::VectorXd& parameters);
 
   double Rho() const { return rho_; }
-  double Value(const Point& point) const;
+  double Value(const Iterate& iterate) const;
   /// Both models, by the variables divided by `scales`.
-  StepModels ModelsAt(const Point& point, const Eigen::ArrayXd& scales) const;
+  StepModels ModelsAt(const Iterate& iterate, const Eigen::ArrayXd& scales) const;
 
   /// The penalty dominates F, so that a smaller rho tells more.
   bool Dominates(double cost) const;

@@ -20,10 +20,10 @@ constexpr double kTinyError = 1e-7;
 
 }  // namespace
 
-double RoundingCost(const Problem& problem, const Point& point) {
+double RoundingCost(const Problem& problem, const Iterate& iterate) {
   const DataRows& rows = problem.rows;
   const ArrayXd obtained =
-      point.fit.gain * Magnitudes(problem.constellation, point.parameters, rows.frequencies);
+      iterate.fit.gain * Magnitudes(problem.constellation, iterate.parameters, rows.frequencies);
   const ArrayXd ofOutput = rows.weights * problem.youtUnit;
   const ArrayXd ofInput = rows.weights * problem.yinUnit * obtained;
   double cost = rows.magnitudeWeight * (ofOutput.square() + ofInput.square()).mean();
@@ -31,23 +31,23 @@ double RoundingCost(const Problem& problem, const Point& point) {
   return cost / 12;
 }
 
-EndReason JudgedEnding(EndReason ending, const Point& answer, double roundingCost) {
+EndReason JudgedEnding(EndReason ending, const Iterate& answer, double roundingCost) {
   if (ending != EndReason::stepsLim && ending != EndReason::evalMax) return ending;
   if (answer.Cost() <= 2 * roundingCost) return EndReason::finerThanTyped;
   if (std::sqrt(answer.fit.meanSquare) < kTinyError) return EndReason::tinyError;
   return ending;
 }
 
-bool IsLastZeroAtBound(const Problem& problem, const Point& point) {
+bool IsLastZeroAtBound(const Problem& problem, const Iterate& iterate) {
   if (!problem.Equalises()) return false;
-  const double last = point.parameters[problem.constellation.MovedCount() - 1];
+  const double last = iterate.parameters[problem.constellation.MovedCount() - 1];
   return last > (1 - kAtEnd) * problem.largest;
 }
 
-std::vector<std::vector<std::size_t>> MetZeros(const Problem& problem, const Point& point) {
+std::vector<std::vector<std::size_t>> MetZeros(const Problem& problem, const Iterate& iterate) {
   const std::vector<Factor>& factors = problem.constellation.factors;
   const auto location = [&](std::size_t index) {
-    return point.parameters[factors[index].parameter];
+    return iterate.parameters[factors[index].parameter];
   };
   std::vector<std::size_t> zeros;
   for (std::size_t i = 0; i < factors.size(); ++i) {
@@ -68,13 +68,13 @@ std::vector<std::vector<std::size_t>> MetZeros(const Problem& problem, const Poi
   return groups;
 }
 
-std::vector<std::size_t> PairsOnSigmaAxis(const Problem& problem, const Point& point) {
+std::vector<std::size_t> PairsOnSigmaAxis(const Problem& problem, const Iterate& iterate) {
   std::vector<std::size_t> pairs;
   for (std::size_t i = 0; i < problem.constellation.factors.size(); ++i) {
     const Factor& factor = problem.constellation.factors[i];
     if (factor.kind != FactorKind::polePair) continue;
-    const double real = point.parameters[factor.parameter];
-    if (point.parameters[factor.parameter + 1] < kOnSigmaAxis * real) pairs.push_back(i);
+    const double real = iterate.parameters[factor.parameter];
+    if (iterate.parameters[factor.parameter + 1] < kOnSigmaAxis * real) pairs.push_back(i);
   }
   return pairs;
 }

@@ -13,26 +13,26 @@ Evaluator::Evaluator(const Problem& problem, Listener& listener,
       negligible_(1e-20 * problem.rows.magnitudeWeight * problem.rows.targets.square().mean()),
       isStopRequested_(std::move(isStopRequested)) {}
 
-bool Evaluator::Evaluate(Point& point) {
-  point.isFinite = false;
+bool Evaluator::Evaluate(Iterate& iterate) {
+  iterate.isFinite = false;
   if (!stopped_ && Left() <= 0) stopped_ = EndReason::evalMax;
   // The first evaluation is always made, so that there is a point to report.
   if (!stopped_ && count_ > 0 && isStopRequested_()) stopped_ = EndReason::requested;
   if (stopped_) return false;
   ++count_;
-  if (problem_.Equalises() && !lynx_.Equalise(point.parameters)) {
+  if (problem_.Equalises() && !lynx_.Equalise(iterate.parameters)) {
     ++retryCount_;
     return false;
   }
-  if (!objective_.Evaluate(point.parameters, point.fit)) return false;
+  if (!objective_.Evaluate(iterate.parameters, iterate.fit)) return false;
   if (problem_.Equalises()) {
-    lynx_.Eliminate(point.parameters, point.fit);
-    point.peaks = lynx_.Peaks();
+    lynx_.Eliminate(iterate.parameters, iterate.fit);
+    iterate.peaks = lynx_.Peaks();
   }
   // A sum overflows or is not a number where an entry is.
-  point.isFinite = std::isfinite(point.fit.hessian.sum() + point.fit.gradient.sum());
-  if (point.isFinite && point.Cost() < best_.Cost()) best_ = point;
-  return point.isFinite;
+  iterate.isFinite = std::isfinite(iterate.fit.hessian.sum() + iterate.fit.gradient.sum());
+  if (iterate.isFinite && iterate.Cost() < best_.Cost()) best_ = iterate;
+  return iterate.isFinite;
 }
 
 }  // namespace polefit

@@ -14,7 +14,7 @@
 namespace polefit {
 
 /// One set of locations and its fit, the equalised zeros eliminated.
-struct Point {
+struct Iterate {
   Eigen::VectorXd parameters;
   Fit fit;
   /// The equalised sidelobes; empty when zeros are not equalised.
@@ -31,9 +31,9 @@ class Evaluator {
   /// `isStopRequested` is asked before every evaluation but the first.
   Evaluator(const Problem& problem, Listener& listener, std::function<bool()> isStopRequested);
 
-  /// Evaluates at `point.parameters`, whose equalised zeros are only where LYNX begins. False when
-  /// there is no finite error, or when the run has been stopped.
-  bool Evaluate(Point& point);
+  /// Evaluates at `iterate.parameters`, whose equalised zeros are only where LYNX begins. False
+  /// when there is no finite error, or when the run has been stopped.
+  bool Evaluate(Iterate& iterate);
 
   /// Why no further evaluation is made, if so.
   std::optional<EndReason> Stopped() const { return stopped_; }
@@ -45,7 +45,7 @@ class Evaluator {
 
   /// Begins the search for the best point anew.
   void ForgetBest() { best_.isFinite = false; }
-  const Point& Best() const { return best_; }
+  const Iterate& Best() const { return best_; }
 
   /// How many evaluations failed because the sidelobes could not be made equal.
   int RetryCount() const { return retryCount_; }
@@ -57,7 +57,7 @@ class Evaluator {
   double negligible_;
   std::function<bool()> isStopRequested_;
   std::optional<EndReason> stopped_;
-  Point best_;
+  Iterate best_;
   int count_ = 0;
   int retryCount_ = 0;
 };

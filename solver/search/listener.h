@@ -5,7 +5,7 @@
 
 namespace polefit {
 
-struct Point;
+struct Iterate;
 
 /// Why an iteration, or the whole search, ended.
 enum class EndReason {
@@ -38,7 +38,7 @@ struct StepReport {
   int evaluations = 0;
   double rho = 0;
   double radius = 0;
-  const Point* point = nullptr;
+  const Iterate* iterate = nullptr;
 };
 
 /// The end of a barrier problem, or of the polish as problem 0.
@@ -48,7 +48,7 @@ struct ProblemReport {
   int steps = 0;
   EndReason ending = EndReason::converged;
   int evaluations = 0;
-  const Point* point = nullptr;
+  const Iterate* iterate = nullptr;
 };
 
 /// Whom the solvers tell what they do. A call must be cheap.

@@ -16,7 +16,7 @@ namespace polefit {
 struct StartSummary {
   StartKind kind = StartKind::typed;
   /// The best point seen; not finite when the start had no finite error anywhere.
-  Point best;
+  Iterate best;
   int evaluations = 0;
   /// How the polish ended, or what ended the start before it.
   EndReason ending = EndReason::converged;
@@ -63,8 +63,8 @@ class Orca {
   Evaluator& evaluator_;
   Listener& listener_;
   StepControl control_;
-  Point current_;
-  Point trial_;
+  Iterate current_;
+  Iterate trial_;
 };
 
 }  // namespace polefit

@@ -42,7 +42,7 @@ void SplitFarthestPair(AllottedRoots& roots, int missing) {
 }
 
 /// Takes the roots out that `keyOf` puts first.
-template <class Key>
+template <typename Key>
 std::vector<Root> TakeFirst(std::vector<Root>& roots, std::size_t count, Key keyOf) {
   std::stable_sort(roots.begin(), roots.end(), [&keyOf](const Root& one, const Root& other) {
     return keyOf(one) < keyOf(other);

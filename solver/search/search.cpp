@@ -52,7 +52,7 @@ class Search {
 
  private:
   StartSummary& Chosen() { return summary_.starts[summary_.chosen]; }
-  const Point& Best() { return Chosen().best; }
+  const Iterate& Best() { return Chosen().best; }
 
   void RunStart(StartKind kind, const VectorXd& parameters, int maxPolishSteps) {
     listener_.StartBegan(static_cast<int>(summary_.starts.size()) + 1, kind);

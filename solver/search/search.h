@@ -32,7 +32,7 @@ struct Summary {
   /// How the answer ended.
   EndReason ending = EndReason::converged;
   /// The answer; not finite when no start gave a finite error.
-  Point best;
+  Iterate best;
   /// F of the locations and the gain as typed.
   double typedCost = 0;
   std::vector<StartSummary> starts;

@@ -43,7 +43,7 @@ int& CountFor(Problem& problem, FactorKind kind) {
 /// Gathers parameters with their bounds.
 class Rebuild {
  public:
-  Rebuild(const Problem& problem, const Point& point) : old_(problem), point_(point) {
+  Rebuild(const Problem& problem, const Iterate& iterate) : old_(problem), iterate_(iterate) {
     built_ = problem;
     built_.constellation = {};
     built_.isRightHalf.clear();
@@ -53,7 +53,7 @@ class Rebuild {
   void Keep(std::size_t index) {
     Factor factor = old_.constellation.factors[index];
     const auto size = static_cast<Eigen::Index>(factor.Parts());
-    const VectorXd values = point_.parameters.segment(factor.parameter, size);
+    const VectorXd values = iterate_.parameters.segment(factor.parameter, size);
     const int former = factor.parameter;
     factor.parameter = static_cast<int>(values_.size());
     if (former < old_.constellation.orcaCount) {
@@ -102,7 +102,7 @@ class Rebuild {
   }
 
   const Problem& old_;
-  const Point& point_;
+  const Iterate& iterate_;
   Problem built_;
   std::vector<double> values_;
   std::vector<double> lower_;
@@ -111,9 +111,9 @@ class Rebuild {
 
 }  // namespace
 
-Problem Restructured(const Problem& problem, const Point& point,
+Problem Restructured(const Problem& problem, const Iterate& iterate,
                      const std::vector<std::size_t>& removed, const std::vector<NewFactor>& added) {
-  Rebuild rebuild(problem, point);
+  Rebuild rebuild(problem, iterate);
   const std::vector<Factor>& factors = problem.constellation.factors;
   const auto isRemoved = [&removed](std::size_t i) {
     return std::find(removed.begin(), removed.end(), i) != removed.end();

@@ -17,7 +17,7 @@ struct NewFactor {
 
 /// The same points for another constellation: that of the point without the factors `removed` and
 /// with ORCA's new ones. It starts where the point is.
-Problem Restructured(const Problem& problem, const Point& point,
+Problem Restructured(const Problem& problem, const Iterate& iterate,
                      const std::vector<std::size_t>& removed, const std::vector<NewFactor>& added);
 
 }  // namespace polefit

@@ -33,8 +33,8 @@ struct FileCommandsTest : ::testing::Test, ScriptedProgram {
 
   /// What the command does when it gets these answers to its boxes and paths from its dialogs.
   Texts EffectsOf(const std::function<void(Program&)>& command,
-                  const std::vector<Answer>& answers = {}, const Texts& paths = {}) {
-    for (const Answer answer : answers) host.AnswerBox(answer);
+                  const std::vector<Reply>& replies = {}, const Texts& paths = {}) {
+    for (const Reply reply : replies) host.ReplyToBox(reply);
     for (const std::string& path : paths) host.AnswerDialog(path);
     host.TakeTranscript();
     command(program);
@@ -53,20 +53,20 @@ struct FileCommandsTest : ::testing::Test, ScriptedProgram {
 };
 
 TEST_F(FileCommandsTest, ChangedDataAreOfferedForSavingAlwaysUnderAName) {
-  const auto prompt = [this](Answer answer) {
-    host.AnswerBox(answer);
+  const auto prompt = [this](Reply reply) {
+    host.ReplyToBox(reply);
     return PromptSaveChanges(program, 1);
   };
   files.currentFileName = "run1.txt";
   form.SetText("Gain", "7");
   EXPECT_EQ(PromptSaveChanges(program, 0), kGoOn);
   EXPECT_EQ(program.document.record.Slot(slot::kGain), "7");
-  EXPECT_EQ(prompt(Answer::no), kGoOn);
-  EXPECT_EQ(prompt(Answer::cancel), kStop);
+  EXPECT_EQ(prompt(Reply::no), kGoOn);
+  EXPECT_EQ(prompt(Reply::cancel), kStop);
   host.AnswerDialog("");
-  EXPECT_EQ(prompt(Answer::yes), kStop);
+  EXPECT_EQ(prompt(Reply::yes), kStop);
   host.AnswerDialog(InUser("run2.txt"));
-  EXPECT_EQ(prompt(Answer::yes), kGoOn);
+  EXPECT_EQ(prompt(Reply::yes), kGoOn);
   EXPECT_THAT(host.transcript,
               ElementsAre(kSaveBox + "no", kSaveBox + "cancel", kSaveBox + "yes",
                           kSaveDialog + "run1.* -> ", kSaveBox + "yes",
@@ -82,9 +82,9 @@ TEST_F(FileCommandsTest, NewAsksThenEmptiesEverythingButYout) {
   form.SetText("Remax", "5 10 7");
   program.document.DataChanged = 0;
   host.ChangeFolder(host.Root());
-  EXPECT_THAT(EffectsOf(FileNew, {Answer::cancel}), ElementsAre(kNewBox + "cancel"));
+  EXPECT_THAT(EffectsOf(FileNew, {Reply::cancel}), ElementsAre(kNewBox + "cancel"));
   EXPECT_EQ(files.currentFileName, "Start Up Values");
-  EXPECT_THAT(EffectsOf(FileNew, {Answer::ok}), ElementsAre(kNewBox + "ok"));
+  EXPECT_THAT(EffectsOf(FileNew, {Reply::ok}), ElementsAre(kNewBox + "ok"));
   EXPECT_THAT((Texts{files.currentFileName, form.Text("LastFileName")}), Each("New data"));
   EXPECT_THAT((Texts{form.Text("Remax"), form.Text("tmin"), form.Text("Note1")}), Each(""));
   EXPECT_EQ(form.Text("nZpairs"), "0");
@@ -103,7 +103,7 @@ TEST_F(FileCommandsTest, NewInAFolderThatIsGoneLeavesTheFormAsItIs) {
   form.passData.SetText(1, 1, "1");
   program.document.DataChanged = 0;
   std::filesystem::remove(gone);
-  host.AnswerBox(Answer::ok);
+  host.ReplyToBox(Reply::ok);
   EXPECT_NE(ErrorOf([&] { FileNew(program); }), 0);
   EXPECT_EQ(form.passData.Text(1, 1), "1");
   EXPECT_NE(form.Text("tmin"), "");
@@ -128,7 +128,7 @@ TEST_F(FileCommandsTest, OpenShowsTheFileAndKeepsItsNameWhateverLine1Says) {
 TEST_F(FileCommandsTest, ACancelledOpenChangesNothing) {
   EXPECT_THAT(EffectsOf(FileOld, {}, {""}), SizeIs(1));
   program.document.DataChanged = 1;
-  EXPECT_THAT(EffectsOf(FileOld, {Answer::cancel}), SizeIs(1));
+  EXPECT_THAT(EffectsOf(FileOld, {Reply::cancel}), SizeIs(1));
   EXPECT_EQ(files.currentFileName, "Start Up Values");
 }
 
@@ -177,7 +177,7 @@ TEST_F(FileCommandsTest, SaveAsWritesTheRowsThereAreAndTakesTheNewNameEverywhere
 
 TEST_F(FileCommandsTest, CharactersThatTheFileCannotHoldAreToldOnce) {
   form.SetText("Note1", "Ω and 漢 and ä");
-  EXPECT_THAT(EffectsOf(FileSaveAs, {Answer::ok}, {InUser("n.txt")}),
+  EXPECT_THAT(EffectsOf(FileSaveAs, {Reply::ok}, {InUser("n.txt")}),
               Contains("MessageBox 48 [Characters replaced] 'n.txt' cannot hold 2 of the "
                        "characters typed; each stands as \"?\" in the file. -> ok"));
   EXPECT_THAT(FileBytes("n.txt"), HasSubstr("? and ? and \xE4\t\t! 20. "));
@@ -189,8 +189,8 @@ TEST_F(FileCommandsTest, DeleteAsksAndLeavesTheFormAsItIs) {
   const std::string dialog = "ShowOpen [Select File to be Deleted] *.* -> @/Tessel.hz/User/old.txt";
   const std::string question =
       "MessageBox 36 [Confirm Delete?] Delete '@/Tessel.hz/User/old.txt' File. -> ";
-  EXPECT_THAT(EffectsOf(FileDelete, {Answer::no}, {path}), ElementsAre(dialog, question + "no"));
-  EXPECT_THAT(EffectsOf(FileDelete, {Answer::yes}, {path}),
+  EXPECT_THAT(EffectsOf(FileDelete, {Reply::no}, {path}), ElementsAre(dialog, question + "no"));
+  EXPECT_THAT(EffectsOf(FileDelete, {Reply::yes}, {path}),
               ElementsAre(dialog, question + "yes", "DeleteFile @/Tessel.hz/User/old.txt"));
   EXPECT_EQ(host.lastDialog.filter, "All Files (*.*)|*.*|");
   EXPECT_THAT((Texts{files.lastUsedName, files.lastUsedFolder, files.currentFileName}),
@@ -214,20 +214,20 @@ TEST_F(FileCommandsTest, OpenSortsErrorsByNumber) {
   const std::string medium = "MessageBox 481" + title + kMedium;
   const std::string unavailable =
       "MessageBox 480" + title + "This drive or path does not exist: a.txt -> ok";
-  const auto open = [&](int error, int times, const std::vector<Answer>& answers) {
+  const auto open = [&](int error, int times, const std::vector<Reply>& replies) {
     host.Fail("OpenForReading", error, 1, times);
-    return EffectsOf(FileOld, answers, {path});
+    return EffectsOf(FileOld, replies, {path});
   };
-  EXPECT_THAT(open(71, 1, {Answer::ok}),
+  EXPECT_THAT(open(71, 1, {Reply::ok}),
               ElementsAre(dialog, failed + "71", medium + "ok", opened, "CloseFile"));
-  EXPECT_THAT(open(68, 2, {Answer::ok, Answer::ok}),
+  EXPECT_THAT(open(68, 2, {Reply::ok, Reply::ok}),
               ElementsAre(dialog, failed + "68", unavailable, failed + "68", unavailable, opened,
                           "CloseFile"));
   form.SetText("tmin", "edited");
   program.document.DataChanged = 0;
-  EXPECT_THAT(open(71, 1, {Answer::cancel}), ElementsAre(dialog, failed + "71", medium + "cancel"));
+  EXPECT_THAT(open(71, 1, {Reply::cancel}), ElementsAre(dialog, failed + "71", medium + "cancel"));
   EXPECT_EQ(form.Text("tmin"), "edited");
-  EXPECT_THROW(open(70, 1, {Answer::ok}), ProgramEnded);
+  EXPECT_THROW(open(70, 1, {Reply::ok}), ProgramEnded);
   const std::string unexpected = "Unexpected error # 70 occured: Permission denied -> ok";
   EXPECT_THAT(host.transcript, ElementsAre(dialog, failed + "70",
                                            "MessageBox 16" + title + unexpected, "EndProgram"));
@@ -236,7 +236,7 @@ TEST_F(FileCommandsTest, OpenSortsErrorsByNumber) {
 TEST_F(FileCommandsTest, ARecordThatCannotBeShownEndsTheProgram) {
   const std::string path = MakeFile("bad.txt", "1 2");
   host.AnswerChoice("Open All the Same");
-  EXPECT_THROW(EffectsOf(FileOld, {Answer::ok}, {path}), ProgramEnded);
+  EXPECT_THROW(EffectsOf(FileOld, {Reply::ok}, {path}), ProgramEnded);
   EXPECT_THAT(host.transcript,
               Contains("MessageBox 16 [In 'FileOld' routine ...] Unexpected error # 9 "
                        "occured: Subscript out of range -> ok"));
@@ -261,7 +261,7 @@ TEST_F(FileCommandsTest, OpenLooksFirstAndAsksAboutAnythingElse) {
   EXPECT_THAT(EffectsOf(open(measured)), ElementsAre(doubt + "Cancel"));
   EXPECT_EQ(files.currentFileName, "a.1");
   host.AnswerChoice("Open All the Same");
-  EXPECT_THAT(EffectsOf(open(measured), {Answer::ok}),
+  EXPECT_THAT(EffectsOf(open(measured), {Reply::ok}),
               Contains("MessageBox 16 [In 'FileReadMe' routine ...] Unexpected error # 62 "
                        "occured: Input past end of file -> ok"));
   EXPECT_EQ(files.currentFileName, "dut.s2p");
@@ -282,21 +282,21 @@ TEST_F(FileCommandsTest, SaveAsRefusesTheNamesOfDataInNoFile) {
 TEST_F(FileCommandsTest, SaveAsSortsErrorsByNumber) {
   const std::string title = " [In 'FileSaveAs' routine ...] ";
   bool isWritten = false;
-  const auto save = [&](const char* operation, int error, Answer answer) {
+  const auto save = [&](const char* operation, int error, Reply reply) {
     host.Fail(operation, error);
-    return EffectsOf([&](Program&) { isWritten = FileSaveAs(program); }, {answer},
+    return EffectsOf([&](Program&) { isWritten = FileSaveAs(program); }, {reply},
                      {InUser("s.txt")});
   };
-  EXPECT_THAT(save("OpenForWriting", 71, Answer::ok),
+  EXPECT_THAT(save("OpenForWriting", 71, Reply::ok),
               Contains("MessageBox 481" + title + kMedium + "ok"));
   EXPECT_TRUE(isWritten);
-  save("OpenForWriting", 71, Answer::cancel);
+  save("OpenForWriting", 71, Reply::cancel);
   EXPECT_FALSE(isWritten);
   EXPECT_EQ(form.Text("LastFileName"), "s.txt");
-  EXPECT_THAT(save("OpenForWriting", 68, Answer::ok),
+  EXPECT_THAT(save("OpenForWriting", 68, Reply::ok),
               Contains("MessageBox 48" + title + "This drive or path does not exist: s.txt -> ok"));
   EXPECT_TRUE(isWritten);
-  EXPECT_THROW(save("WriteLine", 61, Answer::ok), ProgramEnded);
+  EXPECT_THROW(save("WriteLine", 61, Reply::ok), ProgramEnded);
   EXPECT_THAT(host.transcript,
               Contains("MessageBox 16" + title + "Unexpected error # 61 occured: Disk full -> ok"));
 }
@@ -306,7 +306,7 @@ TEST_F(FileCommandsTest, SaveAndDeletePassTheirErrorsOn) {
   SetCurrentFile(host, files, path);
   for (const char* const operation : {"OpenForWriting", "DeleteFile"}) host.Fail(operation, 70);
   EXPECT_EQ(ErrorOf([&] { FileSave(program); }), 70);
-  EXPECT_EQ(ErrorOf([&] { EffectsOf(FileDelete, {Answer::yes}, {path}); }), 70);
+  EXPECT_EQ(ErrorOf([&] { EffectsOf(FileDelete, {Reply::yes}, {path}); }), 70);
   EXPECT_THAT(FileBytes(path), StartsWith("run1.txt"));
 }
 
@@ -328,7 +328,7 @@ TEST_F(ViewersTest, AnExampleOpensInTheEditorAndTheDialogFolderStays) {
 }
 
 TEST_F(ViewersTest, TheReportOpensWhenThereIsOne) {
-  EXPECT_THAT(EffectsOf(ViewLastOutput, {Answer::ok}),
+  EXPECT_THAT(EffectsOf(ViewLastOutput, {Reply::ok}),
               ElementsAre("MessageBox 48 ['~pft-out.txt' output file not found.] Try a 'Submit' "
                           "command then retry this View option. -> ok"));
   WriteBytes(host.Path("Tessel.hz/~pft-out.txt"), "");

@@ -87,7 +87,7 @@ TEST_F(FormerVersionsTest, AnOverwrittenMeasurementCanBePutBackAndIsNotWrittenOv
   const std::string path = user + "/dut.s2p";
   WriteBytes(path, "! measured\n1 2 3 4 5 6 7 8 9\n");
   host.AnswerChoice("Open All the Same");
-  host.AnswerBox(Answer::ok);
+  host.ReplyToBox(Reply::ok);
   OpenNamedFile(program, path);
   program.notices.Remove("part read");
   FileSave(program);
@@ -122,7 +122,7 @@ TEST_F(FormerVersionsTest, AChangeByAnotherProgramIsToldAfterTheSave) {
             "'a.1' had been changed by another program before it was saved over.");
   EXPECT_THAT(Kept(path), ElementsAre(changed));
   form.SetText("Gain", "3");
-  host.AnswerBox(Answer::cancel);
+  host.ReplyToBox(Reply::cancel);
   Press("Put It Back");
   EXPECT_THAT(FileBytes(path), HasSubstr("\r\n2\t\t! 12.")) << "the form differed and stayed";
 }
@@ -136,14 +136,14 @@ TEST_F(FormerVersionsTest, AVersionOpensAsDataInNoFile) {
   EXPECT_EQ(form.Text("Gain"), "5");
   EXPECT_EQ(program.files.currentFileName, "New data");
   EXPECT_TRUE(Differs(program));
-  host.AnswerBox(Answer::cancel);
+  host.ReplyToBox(Reply::cancel);
   form.SetText("Gain", "8");
   OpenVersionAsNew(program, version);
   EXPECT_EQ(form.Text("Gain"), "8");
   const std::string measured = user + "/m.s2p";
   WriteBytes(measured, "1 2 3\n");
   KeepFile(program, measured, VersionKind::foreign);
-  host.AnswerBox(Answer::no);
+  host.ReplyToBox(Reply::no);
   EXPECT_NE(ErrorOf([&] { OpenVersionAsNew(program, VersionStore(host).Of(measured).at(0)); }), 0);
   EXPECT_EQ(form.Text("Gain"), "8");
 }
@@ -160,7 +160,7 @@ TEST_F(FormerVersionsTest, AFileReadInPartLeadsBackToWhatWasThere) {
   for (const auto& [length, sentence] : cuts) {
     WriteBytes(user + "/bad.1", text.substr(0, length));
     host.AnswerChoice("Open All the Same");
-    host.AnswerBox(Answer::ok);
+    host.ReplyToBox(Reply::ok);
     OpenNamedFile(program, user + "/bad.1");
     EXPECT_EQ(TheNotice().sentence, sentence);
     Press("Back to What Was There");

@@ -95,14 +95,14 @@ TEST_F(ImportPointsTest, WhatIsGivenUpOrCannotBeReadChangesNothing) {
   const FormCells before = CellsOf(program_);
   const AskForPlan no = [](auto&, const auto&, const auto&) { return false; };
   ImportPoints(program_, {host_.Path("data/x.csv")}, no);
-  host_.AnswerBox(Answer::ok, Answer::ok, Answer::ok);
+  host_.ReplyToBox(Reply::ok, Reply::ok, Reply::ok);
   ImportPoints(program_, {host_.Path("data/words.txt")}, no);
   ImportPoints(program_, {host_.Path("data/gone")}, no);
   ImportPoints(program_, {host_.Path("data/x.csv"), host_.Path("data")}, no);
   EXPECT_THAT(host_.TakeTranscript().front(),
               HasSubstr("No points of '@/data/words.txt' can be taken: no rows of at least two"));
   form_.SetText("Gain", "2");
-  host_.AnswerBox(Answer::cancel);
+  host_.ReplyToBox(Reply::cancel);
   ImportPoints(program_, {host_.Path("data/x.csv")}, Take());
   EXPECT_TRUE(CellsOf(program_).typed.passband == before.typed.passband);
   host_.AnswerDialog("");

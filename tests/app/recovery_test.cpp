@@ -132,7 +132,7 @@ TEST_F(RecoveryTest, AWindowThatIsGoneIsOfferedOnceAndRestoredUnderItsName) {
   Offer();
   EXPECT_THAT(program.notices.Waiting(), IsEmpty()) << "offered once";
   form.SetText("Gain", "2");
-  host.AnswerBox(Answer::no);
+  host.ReplyToBox(Reply::no);
   OpenVersionAsNew(program, Unsaved(path).at(0).version);
   EXPECT_EQ(form.Text("Gain"), "7") << "and kept under the former versions";
 }

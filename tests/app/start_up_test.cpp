@@ -63,7 +63,7 @@ TEST_F(StartUpTest, StartPathCutsTheOwnFolderAtItsLastSeparator) {
 TEST_F(StartUpTest, StartPathEndsTheProgramInAWrongFolder) {
   for (const char* const own : {"/äö/Tessel.hz", "/Tessel.hz", "Tessel.hz", ""}) {
     host_.ownFolder = own;
-    host_.AnswerBox(Answer::ok);
+    host_.ReplyToBox(Reply::ok);
     EXPECT_THROW(Start_Path(program_), ProgramEnded) << own;
     EXPECT_THAT(host_.TakeTranscript(),
                 ElementsAre("MessageBox 16 [In 'Start_Path' routine ... Exiting!] Missing "
@@ -102,13 +102,13 @@ TEST_F(StartUpTest, TheSettingsFileGivesTheDelay) {
 TEST_F(StartUpTest, AnyErrorInStartINIEndsTheProgramAndKeepsTheLastRun) {
   for (const char* const operation : {"OpenForWriting", "MakeFolder", "ChangeFolder"}) {
     host_.Fail(operation, 57);
-    host_.AnswerBox(Answer::ok);
+    host_.ReplyToBox(Reply::ok);
     EXPECT_THROW(Start(), ProgramEnded) << operation;
   }
   WriteBytes(settings_, "only a header\r\n");
   WriteBytes(lastRun_, "");
   host_.TakeTranscript();
-  host_.AnswerBox(Answer::ok);
+  host_.ReplyToBox(Reply::ok);
   EXPECT_THROW(Start(), ProgramEnded);
   EXPECT_THAT(host_.transcript,
               ElementsAre("OpenForReading @/Tessel.hz/Polefit.ini", "AbandonFile",

@@ -60,7 +60,7 @@ TEST_F(SubmissionTest, ASavedFileIsWrittenAgainAndRun) {
 }
 
 TEST_F(SubmissionTest, ANeverSavedFormIsSavedUnderANameOrNotRun) {
-  host.AnswerBox(Answer::cancel, Answer::ok, Answer::ok);
+  host.ReplyToBox(Reply::cancel, Reply::ok, Reply::ok);
   EXPECT_EQ(Submit(), kUnsaved + "cancel\n");
   host.AnswerDialog("");
   EXPECT_EQ(Submit(), kUnsaved + "ok\n" + kSaveAs + "*.* -> \n");
@@ -73,7 +73,7 @@ TEST_F(SubmissionTest, ANeverSavedFormIsSavedUnderANameOrNotRun) {
 TEST_F(SubmissionTest, ChangedDataGoToAnotherFileOrIntoTheOldOneAllTheSame) {
   SaveAsCurrent("run1.txt");
   program.document.DataChanged = 1;
-  host.AnswerBox(Answer::cancel, Answer::no, Answer::yes);
+  host.ReplyToBox(Reply::cancel, Reply::no, Reply::yes);
   EXPECT_EQ(Submit(), kChanged + "cancel\n");
   EXPECT_EQ(Submit(), kChanged + "no\n" + Written("run1.txt") + Started("run1.txt"));
   host.AnswerDialog(user + "/run3.txt");
@@ -91,7 +91,7 @@ TEST_F(SubmissionTest, InModeDemoTheLastUsedFileIsRunUnwritten) {
   EXPECT_EQ(Submit(),
             "ChangeDrive @/Tessel.hz\nChangeFolder @/Tessel.hz/User\n" + Started("Ex-Yzero.101"));
   EXPECT_EQ(FileBytes("Ex-Yzero.101"), "example");
-  host.AnswerBox(Answer::no, Answer::ok);
+  host.ReplyToBox(Reply::no, Reply::ok);
   files.lastUsedName = "";
   EXPECT_THAT(Submit(), EndsWith("MessageBox 52 [Filename is null or blank!] Please save file with "
                                  "any valid name and re-run. -> no\n"));
@@ -108,7 +108,7 @@ TEST_F(SubmissionTest, APlatformThatCannotRunTheSolverIsRefused) {
   SaveAsCurrent("run1.txt");
   for (const auto& [version, text, passes] : cases) {
     host.version = version | 0x12340000U;
-    if (!passes) host.AnswerBox(Answer::ok);
+    if (!passes) host.ReplyToBox(Reply::ok);
     RunSolver(program);
     EXPECT_EQ(Effects(), passes ? Started("run1.txt")
                                 : "MessageBox 48 [GetWindowsVer = " + text +
@@ -119,7 +119,7 @@ TEST_F(SubmissionTest, APlatformThatCannotRunTheSolverIsRefused) {
 
 TEST_F(SubmissionTest, AMissingStartScriptIsReportedAndNothingIsWritten) {
   SaveAsCurrent("run1.txt");
-  host.AnswerBox(Answer::ok, Answer::ok);
+  host.ReplyToBox(Reply::ok, Reply::ok);
   CopyWithCommand(host, host.Path("none"), host.Path("x"));
   EXPECT_EQ(Effects(), "MessageBox 0 [Polefit] \"@/none\" is not a valid file name. -> ok\n");
   host.DeleteFile(host.Path("DOSstart.cvx"));

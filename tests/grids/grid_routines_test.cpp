@@ -18,16 +18,16 @@ struct GridRoutines : ::testing::Test {
   FakeCellEditor editor;
   Document document;
   GridState state{pass, delay, editor, document};
-  PassbandPoints& passRead = document.record.passband;
-  DelayPoints& delayRead = document.record.delay;
+  PassbandLists& passRead = document.record.passband;
+  DelayLists& delayRead = document.record.delay;
 
   void Read() { ReadGrids(state, document.record); }
   void Show(int count) {
-    PassbandPoints points;
+    PassbandLists points;
     FillPoints(points, count);
     ClearGrid(state, pass);
     document.record.nFreqPoints = static_cast<std::int16_t>(count);
-    FillGrids(state, points, DelayPoints());
+    FillGrids(state, points, DelayLists());
   }
 };
 
@@ -92,7 +92,7 @@ TEST_F(GridRoutines, PointsGiveNumberedRowsAndFourMoreUpToTheLargestCount) {
   EXPECT_EQ(passRead.At(32766, 4), "32766.4");
   pass.Row(32767) = {"", "1", "1", "1", "1"};
   EXPECT_EQ(ErrorOf([&] { Read(); }), error_number::kOverflow);
-  EXPECT_EQ(ErrorOf([&] { FillGrids(state, PassbandPoints(), DelayPoints()); }),
+  EXPECT_EQ(ErrorOf([&] { FillGrids(state, PassbandLists(), DelayLists()); }),
             error_number::kSubscriptOutOfRange);
 }
 

@@ -6,9 +6,9 @@ namespace polefit::testing {
 namespace {
 
 TEST(MessageLookTest, EveryStyleThatTheProgramUsesHasItsLook) {
-  using enum Answer;
+  using enum Reply;
   using enum MessageIcon;
-  const std::tuple<int, std::vector<Answer>, MessageIcon, Answer> cases[] = {
+  const std::tuple<int, std::vector<Reply>, MessageIcon, Reply> cases[] = {
       {0, {ok}, none, ok},
       {16, {ok}, critical, ok},
       {33, {ok, cancel}, question, ok},

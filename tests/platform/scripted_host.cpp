@@ -30,7 +30,7 @@ ScriptedHost::ScriptedHost() : Real(File("registry.reg")), ownFolder(File("Tesse
 }
 
 ScriptedHost::~ScriptedHost() {
-  EXPECT_EQ(boxAnswers_.size(), 0U) << "box answers that were not asked for";
+  EXPECT_EQ(replies_.size(), 0U) << "box answers that were not asked for";
   EXPECT_EQ(choiceAnswers_.size(), 0U) << "choices that were not asked for";
   EXPECT_EQ(dialogAnswers_.size(), 0U) << "paths that were not asked for";
   std::error_code error;
@@ -63,13 +63,13 @@ LinuxHost& ScriptedHost::Do(Text operation, Text detail) {
   return *this;
 }
 
-Answer ScriptedHost::MessageBox(Text text, int style, Text title) {
-  const std::map<Answer, std::string> names = {
-      {Answer::ok, "ok"}, {Answer::cancel, "cancel"}, {Answer::yes, "yes"}, {Answer::no, "no"}};
+Reply ScriptedHost::MessageBox(Text text, int style, Text title) {
+  const std::map<Reply, std::string> names = {
+      {Reply::ok, "ok"}, {Reply::cancel, "cancel"}, {Reply::yes, "yes"}, {Reply::no, "no"}};
   const std::string line = "MessageBox " + std::to_string(style) + " [" + title + "] " + text;
-  const Answer answer = TakeFirst(boxAnswers_, line);
-  Note(line + " -> " + names.at(answer));
-  return answer;
+  const Reply reply = TakeFirst(replies_, line);
+  Note(line + " -> " + names.at(reply));
+  return reply;
 }
 
 std::size_t ScriptedHost::Ask(const Choice& choice) {

@@ -28,9 +28,9 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   ~ScriptedHost() override;
 
   /// Answers the next message boxes that have no answer yet.
-  template <typename... Answers>
-  void AnswerBox(Answers... answers) {
-    (boxAnswers_.push_back(answers), ...);
+  template <typename... Replies>
+  void ReplyToBox(Replies... replies) {
+    (replies_.push_back(replies), ...);
   }
   /// Presses the button with this caption of the next choice.
   void AnswerChoice(Text caption) { choiceAnswers_.push_back(caption); }
@@ -58,7 +58,7 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   /// The processes that there are, by their ids. A started one is added with the next id.
   std::map<long, ProcessState> processes;
 
-  Answer MessageBox(Text text, int style, Text title) override;
+  Reply MessageBox(Text text, int style, Text title) override;
   std::size_t Ask(const Choice& choice) override;
   void ShowOpen(CommonDialog& dialog) override { AskForPath(__func__, dialog); }
   void ShowSave(CommonDialog& dialog) override { AskForPath(__func__, dialog); }
@@ -126,7 +126,7 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   bool IsTaken(CommonDialog& dialog);
 
   std::string formerFolder_ = Real::CurrentFolder();
-  std::deque<Answer> boxAnswers_;
+  std::deque<Reply> replies_;
   std::deque<std::string> choiceAnswers_;
   std::deque<std::string> dialogAnswers_;
   std::map<std::string, int> calls_;

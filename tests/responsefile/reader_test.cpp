@@ -112,7 +112,7 @@ TEST_F(ReaderTest, AShortRowStopsButKeepsWhatWasReadBefore) {
 TEST_F(ReaderTest, FileReadMeReportsAndGoesOn) {
   WriteBytes("x", "run.txt\r\nY\r\n");
   host.OpenForReading("x");
-  host.AnswerBox(Answer::ok);
+  host.ReplyToBox(Reply::ok);
   FileReadMe(host, files, record, name, host.Root());
   EXPECT_EQ(name, "run.txt");
   EXPECT_EQ(record.Slot(1), "Y");
@@ -122,7 +122,7 @@ TEST_F(ReaderTest, FileReadMeReportsAndGoesOn) {
 }
 
 TEST_F(ReaderTest, FileReadMeNamesAMissingFileUnlessItHasNoName) {
-  host.AnswerBox(Answer::ok);
+  host.ReplyToBox(Reply::ok);
   for (const char* const missing : {"gone", ""}) {
     name = missing;
     FileReadMe(host, files, record, name, host.Root());

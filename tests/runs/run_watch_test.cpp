@@ -169,7 +169,7 @@ TEST_F(RunWatchTest, TheRunOfAnotherUserIsSeenButNotStopped) {
   EXPECT_TRUE(FindsRun());
   EXPECT_EQ(watch_.Stop(), Stopping::isNotOurs);
   EXPECT_EQ(watch_.Run()->stops, 0);
-  host_.AnswerBox(Answer::ok);
+  host_.ReplyToBox(Reply::ok);
   EXPECT_FALSE(MayStartRun(host_, places_));
 }
 

@@ -67,7 +67,7 @@ TEST(Mutations, EndWithAReportOrAMessage) {
     std::ostringstream err;
     int asked = 0;
     const RunOutcome outcome =
-        RunSolver(host, files, {out, err, [&asked] { return ++asked > 60 ? 1 : 0; }});
+        SolveFile(host, files, {out, err, [&asked] { return ++asked > 60 ? 1 : 0; }});
     const std::string report = FileBytes(files.report);
     ASSERT_THAT(report, ::testing::EndsWith("\r\nEnd of report.\r\n")) << bytes;
     std::istringstream lines(report);

@@ -27,7 +27,7 @@ RunOutcome OutcomeOf(const std::string& bytes) {
   std::ostringstream out, err;
   WriteBytes(folder.File("x.dat"), bytes);
   const RunFiles files = ParseCommandLine({folder.File("x.dat")}, host).files.at(0);
-  return RunSolver(host, files, {out, err, [] { return 0; }});
+  return SolveFile(host, files, {out, err, [] { return 0; }});
 }
 
 TEST(JsonReport, HoldsTheAnswerWithTrueSigns) {
@@ -88,7 +88,7 @@ std::string SummaryOf(const std::string& folder, std::vector<std::string> option
   const RunOne run = [](const RunFiles& files, std::ostream& errors) {
     ConsoleHost own;
     std::ostream nowhere(nullptr);
-    return RunSolver(own, files, {nowhere, errors, [] { return 0; }});
+    return SolveFile(own, files, {nowhere, errors, [] { return 0; }});
   };
   std::ostringstream out, err;
   EXPECT_EQ(RunSummary(

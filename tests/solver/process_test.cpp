@@ -39,7 +39,7 @@ int ExitCode(pid_t process) {
 /// no end of evaluations.
 void WriteLongProblem(const std::string& folder) {
   ResponseRecord record = ExampleRecord("Ex-Yzero.101", "23=32766");
-  const PassbandPoints few = record.passband;
+  const PassbandLists few = record.passband;
   record.nFreqPoints = 32766;
   record.passband.Resize(record.nFreqPoints + 1);
   for (int row = 1; row <= record.nFreqPoints; ++row) {

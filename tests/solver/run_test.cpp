@@ -50,7 +50,7 @@ class Run : public ::testing::Test {
     err_.str("");
     int asked = 0;
     const RunOutcome outcome =
-        RunSolver(host_, files_, {out_, err_, [&] { return ++asked > calm ? requests : 0; }});
+        SolveFile(host_, files_, {out_, err_, [&] { return ++asked > calm ? requests : 0; }});
     out_ << ClosingLines(outcome);
     return outcome.exit;
   }
@@ -211,7 +211,7 @@ TEST_F(Run, LosesNothingOnAFullDisk) {
   for (; fullAt < 2000; fullAt += 29) {
     ScriptedHost full;
     full.Fail("WriteLine", error_number::kDiskFull, fullAt, 1000);
-    exit = RunSolver(full, files_, {out_, err_, [] { return 0; }}).exit;
+    exit = SolveFile(full, files_, {out_, err_, [] { return 0; }}).exit;
     if (exit != Exit::unwritable) break;
     EXPECT_EQ(FileBytes(files_.lastRun), former);
     EXPECT_THAT(Outputs(), UnorderedElementsAre("last-run.ini"));
@@ -252,7 +252,7 @@ TEST_F(Run, PutsASecondRunWithinATenthOfAPercent) {
 
 TEST_F(Run, ShowsTheWorstRowsOfLongTables) {
   ResponseRecord record = ExampleRecord("Ex-Delay.101", "S6=20");
-  const PassbandPoints few = record.passband;
+  const PassbandLists few = record.passband;
   record.nFreqPoints = 4000;
   record.passband.Resize(record.nFreqPoints + 1);
   for (int row = 1; row <= record.nFreqPoints; ++row) {
@@ -266,7 +266,7 @@ TEST_F(Run, ShowsTheWorstRowsOfLongTables) {
   EXPECT_THAT(Report(), HasSubstr("Of 4000 rows the 200 worst and one in 4;"));
   EXPECT_THAT(Report(), HasSubstr("\r\n 1234 "));
   EXPECT_THAT(Report(), ::testing::Not(HasSubstr("\r\n 1236 ")));
-  RunSolver(host_, files_, {out_, err_, [] { return 0; }}, true);
+  SolveFile(host_, files_, {out_, err_, [] { return 0; }}, true);
   EXPECT_THAT(Report(), HasSubstr("\r\n 1236 "));
 }
 

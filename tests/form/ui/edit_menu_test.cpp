@@ -69,7 +69,7 @@ TEST_F(EditMenuTest, AClipboardWithABlockClosesTheEditorAndARefusedOneChangesNot
   Press(Qt::CTRL | Qt::Key_Z);
   EXPECT_EQ(grid.Text(2, 2), "7") << "what was typed before it is a step of its own";
   Copied("0,5\t1\n0,6\t2");
-  host.AnswerBox(Answer::ok);
+  host.ReplyToBox(Reply::ok);
   Press(Qt::CTRL | Qt::Key_V);
   EXPECT_EQ(grid.Text(2, 2) + grid.Text(3, 3), "73.3");
   form.SelectTab(Tab::start);

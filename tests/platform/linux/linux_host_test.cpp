@@ -97,7 +97,7 @@ TEST_F(LinuxHostTest, ALockIsHeldByOneAndGoesWithItsFileAndIsTakenThroughNoLink)
 TEST_F(LinuxHostTest, ErrorsOfTheLookUpsAreReportedUnderTheirNames) {
   host_.Fail("LookUpFile", 68);
   host_.Fail("LookUpFolder", 68);
-  host_.AnswerBox(Answer::ok, Answer::ok);
+  host_.ReplyToBox(Reply::ok, Reply::ok);
   EXPECT_TRUE(FileExists(host_, "*.txt"));
   EXPECT_TRUE(dirExists(host_, "User"));
   EXPECT_THAT(host_.transcript, ElementsAre("LookUpFile -> error 68",

@@ -51,7 +51,7 @@ class Answering {
   /// Presses the button with this name in the next dialog.
   void PressIn(const char* name) {
     answers_.emplace_back([name](QDialog& dialog) {
-      auto* const button = dialog.findChild<QPushButton*>(name);
+      auto* button = dialog.findChild<QPushButton*>(name);
       ASSERT_NE(button, nullptr) << NameOf(dialog);
       EXPECT_TRUE(button->isEnabled()) << name;
       button->click();

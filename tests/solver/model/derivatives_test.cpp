@@ -18,10 +18,10 @@ struct Case {
 Fit FitOf(const Problem& problem, const Eigen::VectorXd& parameters) {
   Listener nobody;
   Evaluator evaluator(problem, nobody, [] { return false; });
-  Point point;
-  point.parameters = parameters;
-  EXPECT_TRUE(evaluator.Evaluate(point));
-  return point.fit;
+  Iterate iterate;
+  iterate.parameters = parameters;
+  EXPECT_TRUE(evaluator.Evaluate(iterate));
+  return iterate.fit;
 }
 
 TEST(Derivatives, AgreeWithCentralDifferences) {

@@ -118,7 +118,7 @@ TEST(TransferFunction, HasADelayThatIsTheSlopeOfItsPhase) {
 /// H(s) with the gain, s normalised, from the locations.
 Complex DirectH(const TransferFunction& h, Complex s) {
   Complex value = h.Gain();
-  for (const PlacedLocation& at : h.Locations()) {
+  for (const Location& at : h.Locations()) {
     const auto root = [&](double real) {
       const Complex place(real, at.imaginary);
       return at.imaginary == 0 &&

@@ -19,13 +19,13 @@ Summary Solved(const ResponseRecord& record, Problem& problem) {
   return Solve(problem, nobody, [] { return false; });
 }
 
-std::vector<std::complex<double>> PolesOf(const Problem& problem, const Point& point) {
+std::vector<std::complex<double>> PolesOf(const Problem& problem, const Iterate& iterate) {
   std::vector<std::complex<double>> poles;
   for (const Factor& factor : problem.constellation.factors) {
-    const double real = point.parameters[factor.parameter];
+    const double real = iterate.parameters[factor.parameter];
     if (factor.kind == FactorKind::sigmaPole) poles.emplace_back(-real, 0);
     if (factor.kind == FactorKind::polePair) {
-      poles.emplace_back(-real, point.parameters[factor.parameter + 1]);
+      poles.emplace_back(-real, iterate.parameters[factor.parameter + 1]);
     }
   }
   return poles;

@@ -70,11 +70,11 @@ TEST(Endings, JudgeTheErrorByTheUnitsOfThePoints) {
   const Problem problem = GoodProblem(record);
   EXPECT_EQ(problem.yinUnit, 0) << "a column of ones is meant exactly";
   EXPECT_NEAR(problem.youtUnit, 1e-5, 1e-12);
-  Point point;
-  point.parameters = problem.typedParameters;
-  point.fit.gain = 1;
-  point.isFinite = true;
-  EXPECT_NEAR(RoundingCost(problem, point), 1e-10 / 12, 1e-16);
+  Iterate iterate;
+  iterate.parameters = problem.typedParameters;
+  iterate.fit.gain = 1;
+  iterate.isFinite = true;
+  EXPECT_NEAR(RoundingCost(problem, iterate), 1e-10 / 12, 1e-16);
 
   struct Case {
     EndReason ending;
@@ -88,11 +88,11 @@ TEST(Endings, JudgeTheErrorByTheUnitsOfThePoints) {
                         {EndReason::requested, 1e-30, EndReason::requested},
                         {EndReason::converged, 1, EndReason::converged}};
   for (const Case& one : cases) {
-    point.fit.cost = point.fit.meanSquare = one.cost;
-    EXPECT_EQ(JudgedEnding(one.ending, point, 1e-11), one.judged);
+    iterate.fit.cost = iterate.fit.meanSquare = one.cost;
+    EXPECT_EQ(JudgedEnding(one.ending, iterate, 1e-11), one.judged);
   }
-  point.fit.cost = point.fit.meanSquare = 9e-15;
-  EXPECT_EQ(JudgedEnding(EndReason::evalMax, point, 0), EndReason::tinyError);
+  iterate.fit.cost = iterate.fit.meanSquare = 9e-15;
+  EXPECT_EQ(JudgedEnding(EndReason::evalMax, iterate, 0), EndReason::tinyError);
 }
 
 TEST(Endings, FindWhatHasMetAndPutItApart) {
@@ -100,20 +100,21 @@ TEST(Endings, FindWhatHasMetAndPutItApart) {
       ExampleRecord("Ex-Delay.101", "11=3 0 0; 11a=1.2 1.2001 2; 10=N; 14=5; 9=.3 .000001 1.1");
   record.passband.At(21, 1) = "11";  // beyond Freq Norm: the zeros are fitted
   const Problem problem = GoodProblem(record);
-  Point point;
-  point.parameters = problem.typedParameters;
-  const auto groups = MetZeros(problem, point);
-  const auto pairs = PairsOnSigmaAxis(problem, point);
+  Iterate iterate;
+  iterate.parameters = problem.typedParameters;
+  const auto groups = MetZeros(problem, iterate);
+  const auto pairs = PairsOnSigmaAxis(problem, iterate);
   ASSERT_EQ(groups.size(), 1U);
   EXPECT_EQ(groups[0].size(), 2U);
   ASSERT_EQ(pairs.size(), 1U);
 
-  const Problem split = Restructured(problem, point, pairs,
+  const Problem split = Restructured(problem, iterate, pairs,
                                      {{FactorKind::sigmaPole, .8}, {FactorKind::sigmaPole, 1.25}});
   EXPECT_EQ(split.poleCounts, (std::array<int, 2>{2, 2}));
   EXPECT_EQ(split.constellation.orcaCount, problem.constellation.orcaCount);
   EXPECT_EQ(split.lower.size(), split.constellation.orcaCount);
-  const Problem joined = Restructured(problem, point, groups[0], {{FactorKind::zeroQuad, .1, 1.2}});
+  const Problem joined =
+      Restructured(problem, iterate, groups[0], {{FactorKind::zeroQuad, .1, 1.2}});
   EXPECT_EQ(joined.zeroCounts, (std::array<int, 3>{1, 0, 1}));
   EXPECT_EQ(joined.PoleCount(), problem.PoleCount());
 }
