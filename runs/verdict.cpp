@@ -1,7 +1,6 @@
 #include "runs/verdict.h"
 
-#include <charconv>
-#include <sstream>
+#include "runs/fit_quality.h"
 
 namespace polefit {
 
@@ -13,54 +12,79 @@ enum ExitCode { kConverged = 0, kStoppedEarly = 1, kFaultyAnswers = 2, kUnreadab
 /// A shell gives this and the signal when what it ran was ended by one.
 constexpr int kShellSignal = 128;
 
-std::string Capitalised(std::string text) {
-  if (!text.empty() && text[0] >= 'a' && text[0] <= 'z') text[0] = static_cast<char>(text[0] - 32);
-  return text;
+std::string Counted(double count, const std::string& what) {
+  const int number = static_cast<int>(count);
+  return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
+}
+
+double Figure(const EndOfRun& end, std::string_view name) {
+  return end.figures ? FigureOf(*end.figures, name).value_or(0) : 0;
+}
+
+std::optional<FitQuality> Quality(const EndOfRun& end) {
+  return end.figures ? QualityOf(*end.figures) : std::nullopt;
+}
+
+Verdict Converged(const EndOfRun& end) {
+  const std::optional<FitQuality> quality = Quality(end);
+  const Outcome outcome = quality && quality->isPoor ? Outcome::poor : Outcome::good;
+  const double warnings = Figure(end, "warnings");
+  return {outcome, std::string(WordOf(outcome)) +
+                       (warnings > 0 ? ", " + Counted(warnings, "warning") : "") + ": " +
+                       (quality ? quality->text : "as far as the solver says, with no figures") +
+                       "."};
 }
 
 Verdict BrokenOff(const EndOfRun& end) {
   if (end.stops > 0) {
-    return {Outcome::stopped, "Stopped by you, before the solver could write its results."};
+    return {Outcome::stopped, "Stopped: by you, before the solver could write its results."};
   }
   if (end.hasReport) {
     return {Outcome::failed, "Failed: the solver broke off, and its report may not be complete."};
   }
-  return {Outcome::noReport, "Ended without a report: the solver broke off."};
+  return {Outcome::failed, "Failed: the solver broke off without a report."};
 }
 
 Verdict StoppedEarly(const EndOfRun& end) {
+  const std::optional<FitQuality> quality = Quality(end);
+  const std::string figures = quality ? ": " + quality->text + "." : ".";
   if (end.stops == 0) {
-    const std::string why = end.closing.empty() ? "best point found is given" : end.closing;
-    return {Outcome::limitReached, "Limit reached: " + why};
+    return {Outcome::stopped, "Stopped: at a limit; the best point found is given" + figures};
   }
   if (end.hasValues) {
-    return {Outcome::stopped, "Stopped by you; the best values so far are kept."};
+    return {Outcome::stopped, "Stopped: by you; the best values so far are kept" + figures};
   }
-  return {Outcome::stopped, end.stops > 1 ? "Stopped by you at once; nothing is written."
-                                          : "Stopped by you; no values were written."};
+  return {Outcome::stopped, end.stops > 1 ? "Stopped: by you at once; nothing is written."
+                                          : "Stopped: by you; no values were written."};
 }
 
 /// Faults in the answers are named in the line before the closing one, the first of them.
 Verdict Failed(int exitCode, const EndOfRun& end) {
   const bool isNotRun = exitCode == kFaultyAnswers || exitCode == kUnreadable;
-  const bool hasFault = isNotRun && !end.closing.empty() && !end.lineBefore.empty();
-  const std::string why = end.closing.empty()
-                              ? "the solver ended with exit code " + std::to_string(exitCode) + "."
-                              : end.closing;
-  return {Outcome::failed, "Failed: " + why + (hasFault ? ".  " + end.lineBefore : "")};
+  const double faults = Figure(end, "faults");
+  const std::string code = "the solver ended with exit code " + std::to_string(exitCode);
+  Verdict verdict{Outcome::failed, "Failed: "};
+  if (isNotRun && faults > 0) {
+    verdict.text += Counted(faults, "fault") + " in the answers; nothing was run.";
+    verdict.ending = end.lineBefore;
+  } else {
+    verdict.text += (end.closing.empty() ? code : end.closing) + ".";
+    verdict.ending = isNotRun ? end.lineBefore : "";
+  }
+  return verdict;
 }
 
 Verdict FromExitCode(int exitCode, const EndOfRun& end) {
-  if (exitCode == kConverged) {
-    return {Outcome::converged, end.closing.empty() ? "Converged" : Capitalised(end.closing)};
-  }
-  return exitCode == kStoppedEarly ? StoppedEarly(end) : Failed(exitCode, end);
+  if (exitCode != kConverged && exitCode != kStoppedEarly) return Failed(exitCode, end);
+  Verdict verdict = exitCode == kConverged ? Converged(end) : StoppedEarly(end);
+  verdict.ending = end.closing;
+  return verdict;
 }
 
 /// Nobody knows how the process ended, nor has the solver told.
 Verdict FromResults(const EndOfRun& end) {
   if (!end.hasReport || !end.hasValues || end.stops > 0) return BrokenOff(end);
-  return {Outcome::limitReached, "Ended with a report and improved values; how is not known."};
+  return {Outcome::stopped, "Stopped: with a report and improved values; how is not known."};
 }
 
 std::optional<int> ExitCodeOf(const EndOfRun& end) {
@@ -71,21 +95,18 @@ std::optional<int> ExitCodeOf(const EndOfRun& end) {
 
 }  // namespace
 
-std::optional<MachineLine> ReadMachineLine(std::string_view line) {
-  std::istringstream words{std::string(line)};
-  std::string word;
-  if (!(words >> word) || word != "pfit-end:") return std::nullopt;
-  MachineLine figures;
-  while (words >> word) {
-    const std::size_t equals = word.find('=');
-    if (equals == std::string::npos) return std::nullopt;
-    double figure = 0;
-    const char* const last = word.data() + word.size();
-    const auto [end, error] = std::from_chars(word.data() + equals + 1, last, figure);
-    if (error != std::errc() || end != last) return std::nullopt;
-    figures[word.substr(0, equals)] = figure;
+const char* WordOf(Outcome outcome) {
+  switch (outcome) {
+    case Outcome::good:
+      return "Good";
+    case Outcome::poor:
+      return "Poor";
+    case Outcome::stopped:
+      return "Stopped";
+    case Outcome::failed:
+      break;
   }
-  return figures.contains("exit") ? std::optional(figures) : std::nullopt;
+  return "Failed";
 }
 
 Verdict VerdictOn(const EndOfRun& end) {
@@ -93,10 +114,10 @@ Verdict VerdictOn(const EndOfRun& end) {
   const bool isSignal = end.ending && (end.ending->isSignal || *exitCode > kShellSignal);
   if (isSignal) return BrokenOff(end);
   Verdict verdict = exitCode ? FromExitCode(*exitCode, end) : FromResults(end);
-  const bool isTold = verdict.outcome == Outcome::converged ||
-                      verdict.outcome == Outcome::limitReached ||
-                      verdict.outcome == Outcome::failed;
-  if (isTold && !end.hasReport) verdict.text += "  No report was written.";
+  const bool isStoppedByUser = verdict.outcome == Outcome::stopped && end.stops > 0;
+  if (exitCode && !isStoppedByUser && !end.hasReport) {
+    verdict.text += "  No report was written.";
+  }
   return verdict;
 }
 

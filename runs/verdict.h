@@ -1,27 +1,25 @@
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "platform/processes.h"
+#include "runs/machine_line.h"
 
 namespace polefit {
 
-/// The solver's last line of output, made for programs: "pfit-end: exit=0 F=1.5e-04 evals=681 ...".
-/// Figures by their names; those that the solver does not know are not there.
-using MachineLine = std::map<std::string, double, std::less<>>;
+/// `stopped`: by the user or at a limit, with or without a best point.
+enum class Outcome { good, poor, stopped, failed };
 
-/// The figures of such a line; nothing when the line is none or is not whole.
-std::optional<MachineLine> ReadMachineLine(std::string_view line);
-
-enum class Outcome { converged, limitReached, stopped, failed, noReport };
+/// "Good", "Poor", "Stopped", "Failed".
+const char* WordOf(Outcome outcome);
 
 struct Verdict {
-  Outcome outcome = Outcome::noReport;
-  /// One sentence for the user.
+  Outcome outcome = Outcome::failed;
+  /// One sentence for the user that begins with the outcome: "Good, 2 warnings: rms 0.06 %, ...".
   std::string text;
+  /// How the search ended, in the solver's words: "converged (5 of 7 independent starts agree)".
+  std::string ending = {};
 };
 
 /// What is known of a run that has ended.
@@ -39,8 +37,8 @@ struct EndOfRun {
   int stops = 0;
 };
 
-/// Judges a run by its exit status, else by the machine line, else by what it has written. The
-/// closing words are shown, never understood.
+/// Judges a run by its exit status, else by the machine line, else by what it has written; a fit
+/// by the machine line's figures. The closing words are shown, never understood.
 Verdict VerdictOn(const EndOfRun& end);
 
 }  // namespace polefit

@@ -15,6 +15,20 @@ std::string ForPeople(const RunOutcome& outcome) {
                        outcome.figures->evaluations);
 }
 
+/// What a front end judges the fit by.
+std::string Quality(const Figures& figures) {
+  const Extreme& error = figures.passband.telling;
+  const Extreme& decibels = figures.passband.tellingDecibels;
+  std::string line = Format(" poles=%d zeros=%d ipower=%.9g worst=%.3e worstat=%.9g", figures.poles,
+                            figures.zeros, figures.inputPower, error.size, error.frequency);
+  if (decibels.row > 0) {
+    line += Format(" worstdb=%.4g worstdbat=%.9g worstdbrow=%d", decibels.size, decibels.frequency,
+                   decibels.row);
+  }
+  if (figures.delay) line += Format(" ripple=%.4g", figures.delay->peakToPeak);
+  return line;
+}
+
 std::string ForPrograms(const RunOutcome& outcome) {
   std::string line = Format("pfit-end: exit=%d", static_cast<int>(outcome.exit));
   if (outcome.figures) {
@@ -32,7 +46,8 @@ std::string ForPrograms(const RunOutcome& outcome) {
   line += Format(" warnings=%d faults=%d",
                  static_cast<int>(outcome.findings.size()) - static_cast<int>(faults),
                  static_cast<int>(faults));
-  if (outcome.figures) line += Format(" bounds=%d", outcome.figures->bounds);
+  if (outcome.figures)
+    line += Format(" bounds=%d", outcome.figures->bounds) + Quality(*outcome.figures);
   return line;
 }
 

@@ -59,6 +59,7 @@ RunWindow::RunWindow(RunWatch& watch)
       lblElapsed_(MakeLabel("lblElapsed")),
       progress_(new QProgressBar),
       lblVerdict_(MakeStrongLabel("lblVerdict")),
+      lblEnding_(MakeLabel("lblEnding")),
       cmdStop_(MakeButton("cmdStop", "&Stop")),
       cmdReport_(MakeButton("cmdReport", "Show &Report")),
       cmdImproved_(MakeButton("cmdImproved", "Take &Improved Values")) {
@@ -100,6 +101,7 @@ void RunWindow::Build() {
   rows->addLayout(state);
   rows->addWidget(progress_);
   rows->addWidget(lblVerdict_);
+  rows->addWidget(lblEnding_);
   rows->addLayout(buttons);
   constexpr int kColumns = 130;
   constexpr int kLines = 32;
@@ -127,6 +129,7 @@ void RunWindow::ShowRun() {
   progress_->setRange(0, 0);
   progress_->show();
   lblVerdict_->clear();
+  lblEnding_->clear();
   cmdStop_->setText(run.stops > 0 ? tr("&End at Once") : tr("&Stop"));
   cmdStop_->setEnabled(true);
   cmdReport_->setEnabled(false);
@@ -182,6 +185,7 @@ void RunWindow::ShowEnd(const RunEnd& end) {
   timer_.stop();
   lblState_->setText(tr("Ended"));
   lblVerdict_->setText(QString::fromStdString(end.verdict.text));
+  lblEnding_->setText(QString::fromStdString(end.verdict.ending));
   progress_->hide();
   cmdStop_->setEnabled(false);
   cmdReport_->setEnabled(end.hasReport);

@@ -52,6 +52,7 @@ class RunWindow final : public QWidget {
   QLabel* lblElapsed_;
   QProgressBar* progress_;
   QLabel* lblVerdict_;
+  QLabel* lblEnding_;
   QPushButton* cmdStop_;
   QPushButton* cmdReport_;
   QPushButton* cmdImproved_;

@@ -11,6 +11,8 @@ namespace polefit {
 
 namespace {
 
+/// Rows below this part of the largest Yout hardly count while Ipower is below 1.
+constexpr double kSkirt = 0.1;
 constexpr double kDecibelsPerNeper = 8.685889638065037;
 
 /// How many parts of locations are not free to move.
@@ -71,6 +73,8 @@ void Extreme::Take(double value, double at, int of) {
 PassbandFigures JudgePassband(const Problem& problem, const Iterate& iterate) {
   PassbandFigures figures;
   static_cast<PassbandFit&>(figures) = AtBest(problem, iterate).Passband();
+  const double largestYout = *std::max_element(figures.yout.begin(), figures.yout.end());
+  const double leastTelling = problem.inputPower < 1 ? kSkirt * largestYout : 0;
   double squares = 0;
   for (std::size_t i = 0; i < figures.error.size(); ++i) {
     const int number = static_cast<int>(i) + 1;
@@ -78,8 +82,12 @@ PassbandFigures JudgePassband(const Problem& problem, const Iterate& iterate) {
     squares += figures.error[i] * figures.error[i];
     figures.largest.Take(figures.error[i], frequency, number);
     figures.largestWeighted.Take(figures.weighted[i], frequency, number);
+    const bool hasWeight = figures.weight[i] > 0;
+    if (hasWeight) figures.telling.Take(figures.error[i] / largestYout, frequency, number);
     if (std::isnan(figures.decibels[i])) continue;
     figures.largestDecibels.Take(figures.decibels[i], frequency, number);
+    if (!hasWeight || figures.yout[i] < leastTelling) continue;
+    figures.tellingDecibels.Take(figures.decibels[i], frequency, number);
   }
   figures.rms = std::sqrt(squares / static_cast<double>(figures.error.size()));
   return figures;
@@ -98,6 +106,9 @@ Figures FiguresOf(const Problem& problem, const Summary& summary) {
   figures.optima.reserve(summary.optima.size());
   for (const Optimum& optimum : summary.optima) figures.optima.push_back(optimum.cost);
   figures.starts = static_cast<int>(summary.starts.size());
+  figures.poles = problem.PoleCount();
+  figures.zeros = problem.ZeroCount();
+  figures.inputPower = problem.inputPower;
   figures.freqNorm = problem.freqNorm;
   figures.gain = best.fit.gain;
   figures.constant = LeadingConstant(problem, best);

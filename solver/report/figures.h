@@ -29,6 +29,11 @@ struct PassbandFigures : PassbandFit {
   Extreme largest;  ///< of `error`
   Extreme largestWeighted;
   Extreme largestDecibels;
+  /// What tells a poor fit, of rows with weight: `error` in parts of the largest Yout, and
+  /// `decibels`; the latter below Ipower 1, which leaves the skirts alone, only where Yout is at
+  /// least a tenth of the largest.
+  Extreme telling;
+  Extreme tellingDecibels;
 };
 
 /// How the total delay follows its constant; ns.
@@ -63,7 +68,10 @@ struct Figures {
   double unseen = 1;
   /// The F of all optima seen, the lowest first.
   std::vector<double> optima;
-  int bounds = 0;       ///< parts of locations that stand on a bound or are held
+  int bounds = 0;  ///< parts of locations that stand on a bound or are held
+  int poles = 0;   ///< the order of H(s)
+  int zeros = 0;
+  double inputPower = 0;
   double freqNorm = 0;  ///< MHz
   double gain = 0;      ///< H(0)
   double constant = 0;  ///< K of H = K prod(s - z) / prod(s - p)

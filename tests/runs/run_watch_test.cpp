@@ -74,22 +74,24 @@ TEST_F(RunWatchTest, ARunIsStartedRecordedAndJudgedByNumbers) {
   End("start 1: 20 of 2000\npfit: converged\npfit-end: exit=0 F=1.5e-4\n", true, "exit 0");
   watch_.Poll();
   ASSERT_TRUE(watch_.End());
-  EXPECT_EQ(watch_.End()->verdict.text, "Converged");
+  EXPECT_THAT(watch_.End()->verdict.text, StartsWith("Good: "));
   EXPECT_EQ(watch_.End()->figures.at("F"), 1.5e-4);
   EXPECT_TRUE(watch_.End()->hasReport && watch_.End()->hasValues);
 }
 
 TEST_F(RunWatchTest, EveryEndIsJudgedAndNoFormerResultIsTakenForItsOwn) {
-  const std::tuple<const char*, bool, const char*, const char*> cases[] = {
-      {"pfit: stopped at EVALMAX\n", true, "exit 1", "Limit reached: stopped at EVALMAX"},
-      {"", false, "signal 11", "Ended without a report: the solver broke off."},
-      {"", false, "", "Ended without a report: the solver broke off."},
-      {"pfit: converged\npfit-end: exit=0\n", true, "", "Converged"},
+  const std::string kGood = "Good: as far as the solver says, with no figures.";
+  const std::tuple<const char*, bool, const char*, std::string> cases[] = {
+      {"pfit: stopped at EVALMAX\n", true, "exit 1",
+       "Stopped: at a limit; the best point found is given."},
+      {"", false, "signal 11", "Failed: the solver broke off without a report."},
+      {"", false, "", "Failed: the solver broke off without a report."},
+      {"pfit: converged\npfit-end: exit=0\n", true, "", kGood},
       {"pfit: converged\npfit-end: exit=0 F=1", true, "",
-       "Ended with a report and improved values; how is not known."},
-      {"x\n", false, "exit 0", "Converged  No report was written."},
+       "Stopped: with a report and improved values; how is not known."},
+      {"x\n", false, "exit 0", kGood + "  No report was written."},
       // The word of another process's end, or one that is torn, is none.
-      {"", true, "exit", "Ended with a report and improved values; how is not known."}};
+      {"", true, "exit", "Stopped: with a report and improved values; how is not known."}};
   for (const auto& [log, hasResults, ending, verdict] : cases) {
     LeaveFormerResults();
     Start();
@@ -101,7 +103,7 @@ TEST_F(RunWatchTest, EveryEndIsJudgedAndNoFormerResultIsTakenForItsOwn) {
   Start();
   End("", false, "");
   WriteBytes(places_.RunEnding(), "1 exit 0\n");
-  EXPECT_THAT(Verdict(), StartsWith("Ended without a report"));
+  EXPECT_THAT(Verdict(), StartsWith("Failed: the solver broke off without a report"));
 }
 
 TEST_F(RunWatchTest, TimesOfAFileSystemWithWholeSecondsAndAClockBehindAreComparedWithItsOwn) {

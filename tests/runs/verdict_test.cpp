@@ -2,6 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <sstream>
+
+#include "platform/linux/console_host.h"
+#include "platform/temporary_folder.h"
+#include "solver/run.h"
+
 namespace polefit::testing {
 namespace {
 
@@ -27,57 +34,107 @@ EndOfRun Ended(int status, const char* closing, bool hasReport, bool hasValues, 
 TEST(VerdictTest, TheExitStatusDecidesAndTheWordsAreOnlyShown) {
   using enum Outcome;
   const std::tuple<EndOfRun, Outcome, const char*> cases[] = {
-      {Ended(0, "converged (6 of 8 starts agree)", true, true), converged,
-       "Converged (6 of 8 starts agree)"},
-      {Ended(0, "", true, true), converged, "Converged"},
-      {Ended(0, "converged", false, false), converged, "Converged  No report was written."},
-      {Ended(0, "converged", true, true, 1), converged, "Converged"},
-      {Ended(1, "stopped at EVALMAX; best point found is given", true, true), limitReached,
-       "Limit reached: stopped at EVALMAX; best point found is given"},
-      {Ended(1, "converged, it says", true, true, 1), stopped,
-       "Stopped by you; the best values so far are kept."},
-      {Ended(1, "", false, false, 1), stopped, "Stopped by you; no values were written."},
-      {Ended(1, "", false, false, 2), stopped, "Stopped by you at once; nothing is written."},
+      {Ended(0, "converged (6 of 8 starts agree)", true, true), good,
+       "Good: as far as the solver says, with no figures."},
+      {Ended(0, "", false, false), good,
+       "Good: as far as the solver says, with no figures.  No report was written."},
+      {Ended(0, "stopped", true, true, 1), good,
+       "Good: as far as the solver says, with no figures."},
+      {Ended(1, "converged, it says", true, true), stopped,
+       "Stopped: at a limit; the best point found is given."},
+      {Ended(1, "", true, true, 1), stopped, "Stopped: by you; the best values so far are kept."},
+      {Ended(1, "", false, false, 1), stopped, "Stopped: by you; no values were written."},
+      {Ended(1, "", false, false, 2), stopped, "Stopped: by you at once; nothing is written."},
       {Ended(4, "cannot write", false, false), failed,
-       "Failed: cannot write  No report was written."},
+       "Failed: cannot write.  No report was written."},
       {Ended(9, "", true, false), failed, "Failed: the solver ended with exit code 9."},
-      {Ended(-11, "", false, false), noReport, "Ended without a report: the solver broke off."},
+      {Ended(-11, "", false, false), failed, "Failed: the solver broke off without a report."},
       {Ended(-9, "converged", true, true), failed,
        "Failed: the solver broke off, and its report may not be complete."},
       {Ended(-15, "", true, false, 1), stopped,
-       "Stopped by you, before the solver could write its results."},
+       "Stopped: by you, before the solver could write its results."},
       {Ended(143, "", false, false, 1), stopped,
-       "Stopped by you, before the solver could write its results."}};
+       "Stopped: by you, before the solver could write its results."}};
   for (const auto& [end, outcome, text] : cases) {
     EXPECT_EQ(VerdictOn(end).outcome, outcome) << text;
     EXPECT_EQ(VerdictOn(end).text, text);
   }
+  EXPECT_EQ(VerdictOn(std::get<0>(cases[0])).ending, "converged (6 of 8 starts agree)");
 }
 
-TEST(VerdictTest, AFaultInTheAnswersIsNamedBehindTheWords) {
+TEST(VerdictTest, AFaultInTheAnswersIsNamedBelow) {
   EndOfRun end = Ended(2, "NOT RUN: 2 faults in the answers", true, false);
   end.lineBefore = "Question 5 (Freq Norm): it is empty.";
-  EXPECT_EQ(VerdictOn(end).text,
-            "Failed: NOT RUN: 2 faults in the answers.  Question 5 (Freq Norm): it is empty.");
+  EXPECT_EQ(VerdictOn(end).text, "Failed: NOT RUN: 2 faults in the answers.");
+  end.figures = ReadMachineLine("pfit-end: exit=2 warnings=1 faults=2");
+  EXPECT_EQ(VerdictOn(end).text, "Failed: 2 faults in the answers; nothing was run.");
+  EXPECT_EQ(VerdictOn(end).ending, "Question 5 (Freq Norm): it is empty.");
+}
+
+TEST(VerdictTest, AFitIsJudgedByTheRowsThatCount) {
+  const std::string few = "pfit-end: exit=0 rms=6e-4 warnings=0 bounds=0 ";
+  const std::pair<std::string, const char*> cases[] = {
+      {few + "ipower=0 worst=.003 worstat=60 worstdb=.0281 worstdbat=60 maxdb=.0281 dbat=60",
+       "Good: rms 0.06 %, worst 0.028 dB at 60 MHz; nothing on a bound."},
+      {few + "ipower=0 worst=.003 worstat=60 worstdb=.0281 worstdbat=60 maxdb=4.4 dbat=9.5",
+       "Good: rms 0.06 %, worst 0.028 dB at 60 MHz; nothing on a bound; skirt: 4.4 dB at 9.5 MHz, "
+       "Ipower 0 does not count it."},
+      // The same error stands in a row with weight, which Ipower 1 counts wherever it is.
+      {few + "ipower=1 worst=.003 worstat=60 worstdb=4.4 worstdbat=9.5 maxdb=4.4 dbat=9.5",
+       "Poor: rms 0.06 %, worst 4.4 dB at 9.5 MHz; nothing on a bound."},
+      {few + "ipower=1 worst=.5 worstat=60 worstdb=3 worstdbat=9.5 maxdb=4.4 dbat=9",
+       "Good: rms 0.06 %, worst 3 dB at 9.5 MHz; nothing on a bound; row without weight: 4.4 dB at "
+       "9 MHz."},
+      {few + "ipower=.5 worst=.101 worstat=60 worstdb=1 worstdbat=9.5 maxdb=1 dbat=9.5",
+       "Poor: rms 0.06 %, worst 1 dB at 9.5 MHz, error 10 % of the largest Yout at 60 MHz; nothing "
+       "on a bound."},
+      {"pfit-end: exit=0 rms=1e-12 warnings=1 bounds=2 ipower=0 ripple=13.18",
+       "Good, 1 warning: rms below 0.000001 %, delay ripple 13 ns; 2 on a bound or held."}};
+  for (const auto& [line, text] : cases) {
+    EXPECT_EQ(VerdictOn({.figures = ReadMachineLine(line), .hasReport = true}).text, text);
+  }
+}
+
+TEST(VerdictTest, NoneOfTheExamplesIsPoor) {
+  int count = 0;
+  ConsoleHost host;
+  for (const auto& example : std::filesystem::directory_iterator(EXAMPLES)) {
+    const TemporaryFolder outputs;
+    std::ostringstream out;
+    RunFiles files;
+    files.dataFile = example.path().filename();
+    files.dataFolder = EXAMPLES;
+    files.outputFolder = outputs.Path();
+    files.report = outputs.File("report");
+    files.lastRun = outputs.File("values");
+    files.lock = outputs.File("lock");
+    const RunOutcome outcome = SolveFile(host, files, {out, out, [] { return 0; }});
+    const std::string lines = ClosingLines(outcome);
+    const std::string last = lines.substr(lines.find("pfit-end"));
+    const Verdict verdict = VerdictOn({.figures = ReadMachineLine(last), .hasReport = true});
+    EXPECT_EQ(verdict.outcome, Outcome::good) << files.dataFile << verdict.text;
+    ++count;
+  }
+  EXPECT_EQ(count, 7);
 }
 
 TEST(VerdictTest, WithoutAnExitStatusTheMachineLineAndThenTheResultsDecide) {
   using enum Outcome;
   const auto told = [](double exit) { return MachineLine{{"exit", exit}}; };
   const std::pair<EndOfRun, Outcome> cases[] = {
-      {{.figures = told(0), .hasReport = true, .hasValues = true}, converged},
-      {{.figures = told(1), .hasReport = true, .hasValues = true}, limitReached},
+      {{.figures = told(0), .hasReport = true, .hasValues = true}, good},
+      {{.figures = told(1), .hasReport = true, .hasValues = true}, stopped},
       {{.figures = told(2), .hasReport = true}, failed},
-      {{.hasReport = true, .hasValues = true}, limitReached},
+      {{.hasReport = true, .hasValues = true}, stopped},
       {{.hasReport = true}, failed},
       {{.hasReport = true, .hasValues = true, .stops = 1}, stopped},
-      {{}, noReport}};
+      {{}, failed}};
   int row = 0;
   for (const auto& [end, outcome] : cases) EXPECT_EQ(VerdictOn(end).outcome, outcome) << row++;
   // The process's own word comes before the solver's.
   EndOfRun both = Ended(1, "", true, true);
   both.figures = told(0);
-  EXPECT_EQ(VerdictOn(both).outcome, limitReached);
+  EXPECT_EQ(VerdictOn(both).outcome, stopped);
 }
 
 }  // namespace

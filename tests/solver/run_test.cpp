@@ -81,7 +81,9 @@ TEST_F(Run, LeavesAReportAndTheAnswersAndNothingElse) {
                        "141 evaluations\n"
                        "pfit-end: exit=0 F=1.595938e-04 rms=3.088e-03 max=6.243e-03 "
                        "maxat=1.5 maxrow=4 maxdb=4.408 dbat=9.5 dbrow=20 agree=7 "
-                       "starts=9 evals=141 warnings=0 faults=0 bounds=1\n"));
+                       "starts=9 evals=141 warnings=0 faults=0 bounds=1 "
+                       "poles=7 zeros=3 ipower=0 worst=6.243e-03 worstat=1.5 worstdb=0.1326 "
+                       "worstdbat=7.5 worstdbrow=16 ripple=7.537\n"));
   EXPECT_EQ(err_.str(), "");
   EXPECT_THAT(Report(), EndsWith("\r\nEnd of report.\r\n"));
   const std::string first = Report();

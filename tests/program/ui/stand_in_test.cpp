@@ -49,16 +49,16 @@ struct StandInTest : InstalledProgram {
 
 TEST_F(StandInTest, EveryEndGetsItsVerdictAndItsButtonsAndNoFormerResultIsTakenForItsOwn) {
   const std::tuple<const char*, const char*, const char*> cases[] = {
-      {"report; values; say 'converged (1 of 1 starts agree)'", "Converged (1 of 1 starts agree)",
-       "cmdReport cmdImproved"},
+      {"report; values; say 'converged (1 of 1 starts agree)'",
+       "Good: as far as the solver says, with no figures.", "cmdReport cmdImproved"},
       {"report; values; say 'stopped at EVALMAX; best point found is given'; exit 1",
-       "Limit reached: stopped at EVALMAX; best point found is given", "cmdReport cmdImproved"},
+       "Stopped: at a limit; the best point found is given.", "cmdReport cmdImproved"},
       {"report; say 'Question 5 (Freq Norm): the answer is empty'; exit 2",
-       "Failed: Question 5 (Freq Norm): the answer is empty", "cmdReport"},
-      {"kill -SEGV $$", "Ended without a report: the solver broke off.", ""},
+       "Failed: Question 5 (Freq Norm): the answer is empty.", "cmdReport"},
+      {"kill -SEGV $$", "Failed: the solver broke off without a report.", ""},
       {"report; echo 'start 1'; kill -KILL $$",
        "Failed: the solver broke off, and its report may not be complete.", "cmdReport"},
-      {"say 'cannot write'; exit 4", "Failed: cannot write  No report was written.", ""}};
+      {"say 'cannot write'; exit 4", "Failed: cannot write.  No report was written.", ""}};
   Start(MakeFile("run1.txt"));
   for (const auto& [script, verdict, buttons] : cases) {
     const auto aMinuteAgo = std::filesystem::file_time_type::clock::now() - std::chrono::minutes(1);
@@ -82,7 +82,7 @@ TEST_F(StandInTest, ASlowRunShowsItsOutputAndItsProgressAsTheyCome) {
   EXPECT_THAT(TextOf("lblElapsed"), StartsWith("Elapsed 0:0"));
   EXPECT_EQ(Offered(), "cmdStop");
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "the form is usable";
-  EXPECT_THAT(StopAndVerdict(), StartsWith("Stopped by you"));
+  EXPECT_THAT(StopAndVerdict(), StartsWith("Stopped: by you"));
 }
 
 TEST_F(StandInTest, StopLetsTheSolverWriteItsBestValuesButLeavesNothingRunning) {
@@ -92,7 +92,7 @@ TEST_F(StandInTest, StopLetsTheSolverWriteItsBestValuesButLeavesNothingRunning) 
       "while :; do sleep .05; done",
       "child ");
   const long child = std::stol(Output().substr(Output().find("child ") + 6));
-  EXPECT_EQ(StopAndVerdict(), "Stopped by you; the best values so far are kept.");
+  EXPECT_EQ(StopAndVerdict(), "Stopped: by you; the best values so far are kept.");
   EXPECT_EQ(Offered(), "cmdReport cmdImproved");
   EXPECT_TRUE(QTest::qWaitFor([child] { return !LookAtProcess(child); }));
 }
@@ -102,7 +102,7 @@ TEST_F(StandInTest, ASolverThatIgnoresTheSignalIsEndedAtOnce) {
   Click("cmdStop");
   QTest::qWait(300);
   EXPECT_EQ(TextOf("lblVerdict"), "");
-  EXPECT_EQ(StopAndVerdict(), "Stopped by you, before the solver could write its results.");
+  EXPECT_EQ(StopAndVerdict(), "Stopped: by you, before the solver could write its results.");
 }
 
 TEST_F(StandInTest, SingleByteOutputIsShownAsItsLetters) {
@@ -122,7 +122,7 @@ TEST_F(StandInTest, ARunThatIsOnRefusesASecondOneAndIsFoundByALaterStart) {
   Start();
   WaitForOutput("first");
   EXPECT_EQ(TextOf("lblDataFile"), "run1.txt");
-  EXPECT_THAT(StopAndVerdict(), StartsWith("Stopped by you"));
+  EXPECT_THAT(StopAndVerdict(), StartsWith("Stopped: by you"));
   Start();
   EXPECT_THAT(Titles(), ElementsAre("Start Up Values - Polefit"));
 }
@@ -159,7 +159,7 @@ TEST_F(StandInTest, AClosedConsoleComesBackWithItsVerdict) {
   The("cmdStop").window()->close();
   WriteBytes(Installed("go"), "");
   EXPECT_TRUE(QTest::qWaitFor([] { return Titles().size() == 2; }));
-  EXPECT_THAT(Verdict(), StartsWith("Converged"));
+  EXPECT_THAT(Verdict(), StartsWith("Good: "));
 }
 
 TEST_F(StandInTest, ImprovedValuesThatCannotBeOpenedAreNamedAndTheFormStays) {
@@ -199,7 +199,7 @@ TEST_F(StandInTest, ARunGetsItsFourWordsWholeWhateverTheFoldersAreCalled) {
         "for word; do echo \"[$word]\"; done > words; test -r \"$read\" && say converged");
     Start(MakeFile(name + ".Txt"));
     Choose("mnuFileSubmit");
-    EXPECT_THAT(Verdict(), StartsWith("Converged")) << name;
+    EXPECT_THAT(Verdict(), StartsWith("Good: ")) << name;
     EXPECT_EQ(FileBytes(Installed("words")), "[" + name + ".Txt]\n[" + Installed("User") + "]\n[" +
                                                  base + "]\n[" + base.substr(0, 2) + "]\n");
   }
