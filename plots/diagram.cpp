@@ -23,13 +23,50 @@ bool Series::IsLine() const {
   }
 }
 
-Diagram MakeDiagram(DiagramKind kind, const ShownCurves& shown, const DiagramChoices& choices) {
+namespace {
+
+/// Axes without figures.
+Diagram EmptyDiagram(DiagramKind kind, const DiagramChoices& choices) {
   Diagram diagram;
   diagram.kind = kind;
-  if (shown.empty()) {
-    diagram.sentence = "no curve";
-    return diagram;
+  diagram.hasFigures = false;
+  diagram.sentence = "no curve";
+  diagram.x.label = kind == DiagramKind::poles  ? "real part, normalised"
+                    : kind == DiagramKind::step ? "time"
+                                                : "frequency";
+  switch (kind) {
+    case DiagramKind::magnitude:
+      diagram.y.label = choices.isLinear ? "magnitude" : "magnitude, dB";
+      diagram.note = "the curves come when points and poles are typed";
+      break;
+    case DiagramKind::error:
+      diagram.y.label = "error";
+      break;
+    case DiagramKind::poles:
+      diagram.y.label = "imaginary part";
+      break;
+    case DiagramKind::delay:
+      diagram.y.label = "delay";
+      break;
+    case DiagramKind::phase:
+      diagram.y.label = "phase, degrees";
+      break;
+    default:
+      diagram.y.label = "step response";
+      break;
   }
+  return diagram;
+}
+
+}  // namespace
+
+Diagram MakeDiagram(DiagramKind kind, const ShownCurves& shown, const DiagramChoices& choices) {
+  const bool hasCurves = !shown.empty() && !shown.front()->isPointsAlone;
+  if (shown.empty() || (!hasCurves && kind != DiagramKind::magnitude)) {
+    return EmptyDiagram(kind, choices);
+  }
+  Diagram diagram;
+  diagram.kind = kind;
   const DiagramParts parts(shown, choices);
   switch (kind) {
     case DiagramKind::magnitude:
@@ -47,10 +84,11 @@ Diagram MakeDiagram(DiagramKind kind, const ShownCurves& shown, const DiagramCho
     case DiagramKind::phase:
       parts.DrawPhase(diagram);
       break;
-    case DiagramKind::step:
+    default:
       parts.DrawStep(diagram);
       break;
   }
+  MarkResults(diagram);
   return diagram;
 }
 
@@ -68,7 +106,7 @@ std::string PointText(std::size_t row, const ShownCurves& shown, const DiagramCh
                      FrequencyText(points.frequency[row]) + ", wanted " +
                      Level(points.yout[row], choices.isLinear);
   for (const FitCurves* const curves : shown) {
-    if (curves->passband.frequency.size() <= row) continue;
+    if (curves->isPointsAlone || curves->passband.frequency.size() <= row) continue;
     text += ", " + curves->name + " " + Level(curves->passband.obtained[row], choices.isLinear);
     const double error =
         choices.isLinear ? curves->passband.weighted[row] : curves->passband.decibels[row];

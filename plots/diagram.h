@@ -7,7 +7,7 @@
 
 namespace polefit {
 
-enum class DiagramKind { magnitude, error, poles, delay, phase, step };
+enum class DiagramKind { magnitude, error, poles, delay, phase, step, orders };
 
 /// What a series stands for. It fixes its line style and colour.
 enum class SeriesRole {
@@ -18,6 +18,7 @@ enum class SeriesRole {
   typed,
   preview,
   result,
+  resultMarks,  ///< along the line of a result
   other,
   plainMagnitude,  ///< |H| alone
   constant,        ///< T0, or the gain that a step ends at
@@ -64,17 +65,27 @@ struct Frame {
   double top = 0;
 };
 
+/// How far a location can be trusted: its centre and half axes.
+struct Ellipse {
+  double x = 0;
+  double y = 0;
+  double width = 0;
+  double height = 0;
+};
+
 /// What one diagram shows, ready to be drawn.
 struct Diagram {
   DiagramKind kind = DiagramKind::magnitude;
   Axis x;
   Axis y;
   bool hasEqualScales = false;
+  bool hasFigures = true;  ///< at its axes; an empty diagram has none
   std::vector<Series> series;
   /// Dotted lines from edge to edge.
   std::vector<double> verticals;
   std::vector<double> horizontals;
   std::vector<Frame> frames;
+  std::vector<Ellipse> ellipses;
   std::vector<Stop> stops;  ///< ascending in x, but in the order of the locations among the poles
   std::string note;         ///< stands in the diagram: why something is not drawn, the worst row
   std::string sentence;     ///< all in one sentence, for those who do not see it

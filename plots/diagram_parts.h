@@ -52,6 +52,12 @@ std::string LegendText(const FitCurves& curves);
 
 SeriesRole RoleOf(CurveRole role);
 
+/// Room for the note over the curves.
+void MakeRoomForNote(Diagram& diagram);
+
+/// Round marks along the lines of results, evenly over the axis: so they can be told in grey too.
+void MarkResults(Diagram& diagram);
+
 /// Widens the axis to hold all values that are not NaN, with a margin; a flat line gets a range
 /// too.
 void FitAxis(const std::vector<Series>& series, Axis& axis);

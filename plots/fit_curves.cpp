@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "plots/location_trust.h"
 #include "solver/problem/answers.h"
 #include "solver/search/sidelobes.h"
 
@@ -132,8 +133,34 @@ std::optional<FitCurves> CurvesOf(const ResponseRecord& record, CurveRole role,
   if (hasPoints && !curves.h->IsFinite()) return std::nullopt;
   curves.locations = curves.h->Locations();
   curves.words = WordsOf(record, curves.locations);
+  if (hasPoints && role != CurveRole::typed) curves.deviations = DeviationsOf(*curves.problem);
   Fill(curves);
   return curves;
+}
+
+std::optional<FitCurves> PointsAlone(const ResponseRecord& record) {
+  if (record.nFreqPoints == 0) return std::nullopt;
+  // A pole that has no fault, and nothing that could have one.
+  ResponseRecord pole;
+  for (int slot = 1; slot <= kSlotCount; ++slot) pole.Slot(slot) = "0";
+  const double freqNorm = ParseNumber(record.Slot(slot::kFreqNorm)).value_or(0);
+  pole.Slot(slot::kFreqNorm) = freqNorm > 0 ? record.Slot(slot::kFreqNorm) : "1";
+  pole.Slot(slot::kUseWeights) = record.Slot(slot::kUseWeights);
+  pole.Slot(slot::kNPoles) = "1 0";
+  pole.Slot(slot::kZeroCounts) = "0 0 0";
+  for (const int one : {slot::kSigmaPoles, slot::kGain, slot::kMagnVSripple}) pole.Slot(one) = "1";
+  pole.Slot(slot::kLowestXY) = ".1";
+  pole.Slot(slot::kMaxXY) = "10";
+  pole.nFreqPoints = record.nFreqPoints;
+  pole.passband = record.passband;
+  std::vector<Finding> findings;
+  FitCurves points;
+  points.isPointsAlone = true;
+  points.problem = ReadSharedProblem(pole, findings);
+  if (HasFault(findings)) return std::nullopt;
+  points.h.emplace(*points.problem);
+  points.passband = points.h->Passband();
+  return points;
 }
 
 WorstRow WorstOf(const std::vector<double>& errors, const std::vector<double>& megahertz) {

@@ -21,11 +21,19 @@ struct SidelobePeak {
   double magnitude;
 };
 
+/// One standard deviation of a location's parts, normalised; 0 for a part that the points do not
+/// determine, or that is held.
+struct Deviation {
+  double real = 0;
+  double imaginary = 0;
+};
+
 /// All curves of one set of answers.
 struct FitCurves {
   CurveRole role = CurveRole::typed;
-  std::string name;     ///< "typed", "result 19:40"
-  bool isPale = false;  ///< it no longer belongs to what is typed
+  std::string name;            ///< "typed", "result 19:40"
+  bool isPale = false;         ///< it no longer belongs to what is typed
+  bool isPointsAlone = false;  ///< there are the points, and H(s) only stands in
   std::shared_ptr<const Problem> problem;
   std::optional<TransferFunction> h;
 
@@ -34,6 +42,8 @@ struct FitCurves {
   std::vector<Location> locations;
   /// How locations stand in the answers: the word of `locations[i]` in its list, from 0.
   std::vector<std::size_t> words;
+  /// An entry a location; none for typed answers.
+  std::vector<Deviation> deviations;
   std::vector<SidelobePeak> sidelobes;
   StepResponse step;
 
@@ -57,6 +67,10 @@ FrequencyRange RangeOf(const TransferFunction& h, bool goesBeyond);
 /// `findings` tell why. With no passband points there are those of H alone.
 std::optional<FitCurves> CurvesOf(const ResponseRecord& record, CurveRole role,
                                   const std::string& name, std::vector<Finding>& findings);
+
+/// The passband points of a record whose other answers have a fault: everything else is empty.
+/// Nothing where the points have one too, or where there are none.
+std::optional<FitCurves> PointsAlone(const ResponseRecord& record);
 
 /// Where an error is worst.
 struct WorstRow {

@@ -15,10 +15,8 @@ namespace {
 ChangedAnswer WithWord(const ResponseRecord& record, int slot, std::size_t word, double value) {
   std::vector<std::string> words = Words(record.Slot(slot));
   if (word >= words.size()) return {};
-  words[word] = PlainNumber(Rounded4(value));
-  ChangedAnswer answer = {slot, {}};
-  for (const std::string& each : words) answer.text += (answer.text.empty() ? "" : " ") + each;
-  return answer;
+  words[word] = TypedNumber(value);
+  return {slot, Joined(words)};
 }
 
 /// The size of a real part, which does not leave its side of the omega axis.
@@ -32,6 +30,16 @@ bool IsTypedNegative(const ResponseRecord& record, int slot, std::size_t word) {
 }
 
 }  // namespace
+
+std::string TypedNumber(double value) {
+  return PlainNumber(Rounded4(value));
+}
+
+std::string Joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
 
 std::vector<int> SlotsOf(FactorKind kind) {
   switch (kind) {

@@ -20,6 +20,12 @@ struct ChangedAnswer {
 std::vector<ChangedAnswer> MoveLocation(const ResponseRecord& record, const FitCurves& typed,
                                         std::size_t location, double real, double imaginary);
 
+/// An answer of these words.
+std::string Joined(const std::vector<std::string>& words);
+
+/// A number as it is typed into an answer: four significant digits.
+std::string TypedNumber(double value);
+
 /// The answers that a location stands in: of a pair the real parts, then the imaginary ones.
 std::vector<int> SlotsOf(FactorKind kind);
 

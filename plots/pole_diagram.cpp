@@ -29,6 +29,18 @@ void AddLocations(const FitCurves& curves, SeriesRole polesRole, SeriesRole zero
   diagram.series.push_back(std::move(poles));
 }
 
+/// Those that the points tell, of both mirror images.
+void AddEllipses(const FitCurves& curves, Diagram& diagram) {
+  for (std::size_t i = 0; i < curves.deviations.size(); ++i) {
+    const PlacedLocation& at = curves.locations[i];
+    const Deviation& deviation = curves.deviations[i];
+    if (deviation.real == 0 && deviation.imaginary == 0) continue;
+    diagram.ellipses.push_back({at.real, at.imaginary, deviation.real, deviation.imaginary});
+    if (!at.onBothSides) continue;
+    diagram.ellipses.push_back({-at.real, at.imaginary, deviation.real, deviation.imaginary});
+  }
+}
+
 /// From the allowed real parts and the locations: the axes end a little beyond what is there, not
 /// at the bounds, which may lie far outside.
 void FindAxes(Diagram& diagram) {
@@ -60,6 +72,7 @@ void DiagramParts::DrawPoles(Diagram& diagram) const {
     AddLocations(*curves, SeriesRole::ghostPoles, SeriesRole::ghostZeros, diagram);
   }
   AddLocations(*shown_.back(), SeriesRole::poles, SeriesRole::zeros, diagram);
+  AddEllipses(*shown_.back(), diagram);
   FindAxes(diagram);
   diagram.verticals.push_back(0);
   const double largest = first.h->LargestLocation();

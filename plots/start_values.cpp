@@ -1,6 +1,5 @@
 #include "plots/start_values.h"
 
-#include <cstdlib>
 #include <vector>
 
 #include "solver/problem/problem_reader.h"
@@ -34,11 +33,12 @@ std::vector<ListGroup> GroupsOf(const ResponseRecord& record) {
 
 }  // namespace
 
-std::optional<ResponseRecord> WithSuggestedStart(const ResponseRecord& record) {
+SuggestedStart SuggestStart(const ResponseRecord& record, bool replacesTyped) {
+  using Outcome = SuggestedStart::Outcome;
   ResponseRecord emptied = record;
   std::vector<int> wanted;
   for (const ListGroup& group : GroupsOf(record)) {
-    bool isFilled = true;
+    bool isFilled = !replacesTyped;
     for (const int slot : group.slots) {
       isFilled = isFilled && Words(record.Slot(slot)).size() == group.count;
     }
@@ -48,16 +48,17 @@ std::optional<ResponseRecord> WithSuggestedStart(const ResponseRecord& record) {
       wanted.push_back(slot);
     }
   }
+  if (wanted.empty()) return {Outcome::allTyped, {}};
   std::vector<Finding> findings;
   Problem problem = ReadProblem(emptied, findings);
-  if (wanted.empty() || HasFault(findings)) return std::nullopt;
+  if (HasFault(findings)) return {Outcome::faulty, {}};
   FillFromPoints(problem, findings);
   Iterate start;
   start.parameters = problem.typedParameters;
   start.fit.gain = problem.typedGain;
   const ResponseRecord filled = LastRunRecord(emptied, problem, start);
-  ResponseRecord suggested = record;
-  for (const int slot : wanted) suggested.Slot(slot) = filled.Slot(slot);
+  SuggestedStart suggested = {Outcome::found, record};
+  for (const int slot : wanted) suggested.record.Slot(slot) = filled.Slot(slot);
   return suggested;
 }
 

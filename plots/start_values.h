@@ -1,14 +1,23 @@
 #pragma once
 
-#include <optional>
-
 #include "record/response_record.h"
 
 namespace polefit {
 
-/// The record with starting values from the points in those of questions 7 to 11c that are in use
-/// and empty, or whose list does not match its count; both lists of a pair are replaced together.
-/// Nothing where there is none such, or where other answers have a fault.
-std::optional<ResponseRecord> WithSuggestedStart(const ResponseRecord& record);
+/// What Suggest Start Values comes to.
+struct SuggestedStart {
+  enum class Outcome {
+    found,
+    allTyped,  ///< every list in use has as many values as asked for
+    faulty     ///< other answers have a fault
+  };
+  Outcome outcome = Outcome::faulty;
+  ResponseRecord record;  ///< with the suggested values, when they were found
+};
+
+/// Starting values from the points for those of questions 7 to 11c that are in use and empty, or
+/// whose list does not match its count; with `replacesTyped` for all in use. Both lists of a pair
+/// are replaced together.
+SuggestedStart SuggestStart(const ResponseRecord& record, bool replacesTyped);
 
 }  // namespace polefit

@@ -8,6 +8,7 @@
 #include "base/text_format.h"
 #include "solver/problem/problem_reader.h"
 #include "solver/report/figures.h"
+#include "solver/report/last_run.h"
 #include "solver/search/data_start.h"
 #include "solver/search/endings.h"
 #include "solver/search/orca.h"
@@ -61,6 +62,16 @@ std::optional<double> CriterionOf(const Problem& problem, const Iterate& iterate
   return criterion + 2 * k + 2 * k * (k + 1) / (rows - k - 1);
 }
 
+std::array<std::string, 4> FoundPoles(const ResponseRecord& record, const Problem& problem,
+                                      const Point& best) {
+  ResponseRecord answers;
+  answers.slots = record.slots;
+  answers = LastRunRecord(WithPoles(answers, problem.poleCounts[0], problem.poleCounts[1]), problem,
+                          best);
+  return {answers.Slot(slot::kNPoles), answers.Slot(slot::kSigmaPoles),
+          answers.Slot(slot::kPoleReal), answers.Slot(slot::kPoleImag)};
+}
+
 /// A full run of the one start that the points give.
 std::optional<OrderFit> FitPoles(const ResponseRecord& record, int singles, int pairs,
                                  const std::function<bool()>& isStopRequested,
@@ -86,7 +97,8 @@ std::optional<OrderFit> FitPoles(const ResponseRecord& record, int singles, int 
                   best.Cost(),
                   std::sqrt(best.fit.meanSquare),
                   decibels,
-                  CriterionOf(problem, best, trust)};
+                  CriterionOf(problem, best, trust),
+                  FoundPoles(record, problem, best)};
 }
 
 /// The best split of so many poles: as many pairs as there can be, then with two, four and more
@@ -108,12 +120,14 @@ std::optional<OrderFit> FitOrder(const ResponseRecord& record, int poles,
 }  // namespace
 
 OrderTable TryOrders(const ResponseRecord& record, int fewest, int most,
-                     const std::function<bool()>& isStopRequested) {
+                     const std::function<bool()>& isStopRequested,
+                     const std::function<void(const OrderFit&)>& found) {
   OrderTable table;
   for (int poles = fewest; poles <= most && !isStopRequested(); ++poles) {
     std::vector<Finding> findings;
     const auto fit = FitOrder(record, poles, isStopRequested, findings);
     if (fit) table.fits.push_back(*fit);
+    if (fit && found) found(*fit);
     if (!fit) table.findings = findings;
   }
   for (std::size_t i = 0; i < table.fits.size(); ++i) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <string>
@@ -21,6 +22,8 @@ struct OrderFit {
   /// Akaike's information criterion, corrected for few points: lower is better. Nothing where there
   /// are too few points for it.
   std::optional<double> criterion;
+  /// Questions 6 to 9 with this fit.
+  std::array<std::string, 4> answers;
 };
 
 /// What `--orders` finds.
@@ -34,9 +37,10 @@ struct OrderTable {
 
 /// Fits the problem of a record with `fewest` to `most` poles, at least as many as it has zeros,
 /// each time from the points alone. Of every number the split into single poles and pairs that fits
-/// best.
+/// best. `found` is told of each as it is found.
 OrderTable TryOrders(const ResponseRecord& record, int fewest, int most,
-                     const std::function<bool()>& isStopRequested);
+                     const std::function<bool()>& isStopRequested,
+                     const std::function<void(const OrderFit&)>& found = {});
 
 std::string OrdersAsText(const OrderTable& table);
 std::string OrdersAsJson(const OrderTable& table);

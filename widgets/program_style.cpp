@@ -37,11 +37,11 @@ void MakeReadable(QPalette& palette, QPalette::ColorRole text, QPalette::ColorRo
   palette.setColor(QPalette::Disabled, text, color);
 }
 
+}  // namespace
+
 bool IsDark(const QPalette& palette) {
   return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
 }
-
-}  // namespace
 
 QColor LineColor(const QPalette& palette) {
   const QColor base = palette.color(QPalette::Base);

@@ -6,6 +6,8 @@
 
 namespace polefit {
 
+bool IsDark(const QPalette& palette);
+
 /// A line that can be seen on the palette's base, in light and dark.
 QColor LineColor(const QPalette& palette);
 

@@ -1,5 +1,7 @@
 #include "plots/ui/curve_style.h"
 
+#include "widgets/program_style.h"
+
 namespace polefit {
 
 namespace {
@@ -14,10 +16,6 @@ QColor Pale(const QColor& color, const QPalette& palette) {
 
 }  // namespace
 
-bool IsDark(const QPalette& palette) {
-  return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
-}
-
 // The colours follow M. Okabe and K. Ito, Color Universal Design, 2008; darker on light ground
 // where theirs have too little contrast for a thin line.
 QColor ColorOf(SeriesRole role, const QPalette& palette) {
@@ -27,6 +25,7 @@ QColor ColorOf(SeriesRole role, const QPalette& palette) {
     case SeriesRole::poles:
       return dark ? QColor(0x56, 0xb4, 0xe9) : QColor(0x00, 0x62, 0xa8);
     case SeriesRole::result:
+    case SeriesRole::resultMarks:
       return dark ? QColor(0xf5, 0xa0, 0x42) : QColor(0xc2, 0x4e, 0x00);
     case SeriesRole::preview:
     case SeriesRole::zeros:
@@ -82,6 +81,8 @@ QCPScatterStyle MarkOf(const Series& series, const QPalette& palette, double siz
       return {QCPScatterStyle::ssTriangle, pen, Qt::NoBrush, size};
     case SeriesRole::worst:
       return {QCPScatterStyle::ssDisc, pen, QBrush(color), size};
+    case SeriesRole::resultMarks:
+      return {QCPScatterStyle::ssDisc, pen, QBrush(color), size * .6};
     default:
       return {QCPScatterStyle::ssCircle, pen, Qt::NoBrush, size * .8};
   }

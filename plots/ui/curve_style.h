@@ -8,8 +8,6 @@
 
 namespace polefit {
 
-bool IsDark(const QPalette& palette);
-
 /// The colour of a series: told apart without red and green, and 3 : 1 at least on the palette's
 /// base.
 QColor ColorOf(SeriesRole role, const QPalette& palette);

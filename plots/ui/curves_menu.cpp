@@ -7,7 +7,10 @@
 #include "form/ui/main_window.h"
 #include "plots/ui/curves_dock.h"
 #include "plots/ui/curves_pane.h"
+#include "plots/ui/diagram_view.h"
+#include "plots/ui/orders_dialog.h"
 #include "plots/ui/picture_files.h"
+#include "plots/ui/structure_menu.h"
 
 namespace polefit {
 
@@ -43,6 +46,23 @@ void AddViewEntries(MainWindow& form, CurvesDock& dock) {
   form.addAction(hide);
 }
 
+void AddFitEntries(QMenu& menu, CurvesDock& dock) {
+  LiveCurves& live = dock.Live();
+  QAction* preview = AddSwitch(menu, "mnuFitPreview", QObject::tr("Pre&view"), false,
+                               [&live](bool on) { live.SetPreview(on); });
+  preview->setShortcut(QKeySequence("Ctrl+F5"));
+  QAction* take = AddEntry(menu, "mnuFitTakePreview", QObject::tr("&Take Preview"), "",
+                           [&live] { live.TakePreview(); });
+  QObject::connect(&menu, &QMenu::aboutToShow, take,
+                   [take, &live] { take->setEnabled(live.Curves().Previewed().has_value()); });
+  AddEntry(menu, "mnuFitTakeImproved", QObject::tr("Take &Improved Values"), "",
+           [&dock] { dock.improvedValuesWanted(); });
+  AddEntry(menu, "mnuFitSuggest", QObject::tr("S&uggest Start Values ..."), "Ctrl+G",
+           [&live] { live.SuggestStart(); });
+  AddEntry(menu, "mnuFitOrders", QObject::tr("&Which Order ..."), "",
+           [&dock] { OrdersDialog(dock.Live(), &dock.Form()).exec(); });
+}
+
 void AddPictureEntries(QMenu& menu, Host& host, CurvesPane& pane) {
   menu.addSeparator();
   AddEntry(menu, "mnuFitView", QObject::tr("&Fit View"), "", [&pane] { pane.FitView(); });
@@ -60,6 +80,16 @@ void AddPictureEntries(QMenu& menu, Host& host, CurvesPane& pane) {
   AddEntry(menu, "mnuFitPrint", QObject::tr("&Print ..."), "", [&pane] { PrintPicture(pane); });
 }
 
+/// The entries of the menu stand where the pointer is too, under those for poles and zeros.
+void ShowContextMenu(QMenu& fit, CurvesDock& dock, DiagramView& view, const QPoint& at) {
+  auto* menu = new QMenu(&view);
+  menu->setObjectName("mnuDiagram");
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  if (view.Shown().kind == DiagramKind::poles) AddStructureEntries(*menu, dock.Live(), view, at);
+  menu->addActions(fit.actions());
+  menu->popup(view.mapToGlobal(at));
+}
+
 }  // namespace
 
 void AddCurvesMenu(MainWindow& form, CurvesDock& dock) {
@@ -67,18 +97,14 @@ void AddCurvesMenu(MainWindow& form, CurvesDock& dock) {
   auto* menu = new QMenu(QObject::tr("F&it"), &form);
   menu->setObjectName("mnuFit");
   form.menuBar()->insertMenu(form.findChild<QMenu*>("mnuDemos")->menuAction(), menu);
-  QAction* preview = AddSwitch(*menu, "mnuFitPreview", QObject::tr("Pre&view"), false,
-                               [&dock](bool on) { dock.SetPreview(on); });
-  preview->setShortcut(QKeySequence("Ctrl+F5"));
-  AddEntry(*menu, "mnuFitTakePreview", QObject::tr("&Take Preview"), "",
-           [&dock] { dock.TakePreview(); });
-  AddEntry(*menu, "mnuFitSuggest", QObject::tr("Suggest Start Values"), "Ctrl+G",
-           [&dock] { dock.SuggestStart(); });
+  AddFitEntries(*menu, dock);
   AddPictureEntries(*menu, dock.Effects(), dock.Pane());
-  // The same entries stand where the pointer is.
-  dock.Pane().setContextMenuPolicy(Qt::CustomContextMenu);
-  QObject::connect(&dock.Pane(), &QWidget::customContextMenuRequested, menu,
-                   [menu, &dock](const QPoint& at) { menu->popup(dock.Pane().mapToGlobal(at)); });
+  for (DiagramView* view : dock.Pane().findChildren<DiagramView*>()) {
+    view->setContextMenuPolicy(Qt::CustomContextMenu);
+    QObject::connect(
+        view, &QWidget::customContextMenuRequested, menu,
+        [menu, view, &dock](const QPoint& at) { ShowContextMenu(*menu, dock, *view, at); });
+  }
 }
 
 }  // namespace polefit

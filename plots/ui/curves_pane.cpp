@@ -3,7 +3,6 @@
 #include <QBoxLayout>
 #include <QButtonGroup>
 #include <QLabel>
-#include <QPainter>
 #include <QResizeEvent>
 #include <QToolButton>
 #include <algorithm>
@@ -122,6 +121,7 @@ void CurvesPane::Show(const ShownCurves& shown, PaneState state, const QString& 
   state_->setText(text);
   state_->setToolTip(text);
   Redraw();
+  setAccessibleName(tr("Curves, %1: %2").arg(text, ToQString(upper_->Shown().sentence)));
 }
 
 void CurvesPane::Redraw() {
@@ -169,12 +169,13 @@ void CurvesPane::FitView() {
   for (DiagramView* view : {upper_, errors_, lower_}) view->FitView();
 }
 
-QPixmap CurvesPane::Picture(double scale) {
-  QPixmap picture(size() * scale);
-  picture.setDevicePixelRatio(scale);
-  picture.fill(palette().color(QPalette::Window));
-  render(&picture);
-  return picture;
+QString CurvesPane::ReadOut() const {
+  for (const DiagramView* view : {upper_, errors_, lower_}) {
+    if (view->hasFocus() && view->Marked()) {
+      return ToQString(StopText(view->Shown(), *view->Marked(), shown_, choices_));
+    }
+  }
+  return ToQString(upper_->Shown().sentence);
 }
 
 void CurvesPane::ToggleWhole(DiagramView* view) {

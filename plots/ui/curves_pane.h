@@ -39,8 +39,8 @@ class CurvesPane final : public QWidget {
   DiagramView& LowerView() { return *lower_; }
   const ShownCurves& Curves() const { return shown_; }
   void FitView();
-  /// The pane's picture, `scale` times as large as on the screen.
-  QPixmap Picture(double scale);
+  /// What is marked in the diagram that has the focus, or else all in one sentence.
+  QString ReadOut() const;
 
  Q_SIGNALS:
   void readOut(const QString& text);

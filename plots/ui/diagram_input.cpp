@@ -1,5 +1,8 @@
 // What mouse and keys do in a diagram.
 
+#include <QGestureEvent>
+#include <QNativeGestureEvent>
+#include <QPinchGesture>
 #include <QRubberBand>
 #include <algorithm>
 #include <cmath>
@@ -92,8 +95,7 @@ void DiagramView::EndZoomBox(const QPointF& at) {
     yAxis->setScaleRatio(xAxis, 1);
     yAxis->setRange(middle, yAxis->range().size(), Qt::AlignCenter);
   }
-  TellFrequencies();
-  replot(rpQueuedReplot);
+  ShowNewView();
 }
 
 void DiagramView::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -106,13 +108,36 @@ void DiagramView::wheelEvent(QWheelEvent* event) {
   Zoom(std::pow(kZoomStep, -event->angleDelta().y() / 120.0), event->position());
 }
 
+/// Two fingers on a touch screen, or on a touch pad.
+bool DiagramView::Pinch(QEvent& event) {
+  if (event.type() == QEvent::NativeGesture) {
+    const auto& gesture = static_cast<QNativeGestureEvent&>(event);
+    if (gesture.gestureType() != Qt::ZoomNativeGesture) return false;
+    Zoom(1 / std::max(.1, 1 + gesture.value()), gesture.position());
+    return true;
+  }
+  auto& gestures = static_cast<QGestureEvent&>(event);
+  auto* pinch = static_cast<QPinchGesture*>(gestures.gesture(Qt::PinchGesture));
+  if (pinch == nullptr || pinch->scaleFactor() <= 0) return false;
+  drag_ = Drag::none;
+  zoomBox_->hide();
+  Zoom(1 / pinch->scaleFactor(), mapFromGlobal(pinch->centerPoint()));
+  return true;
+}
+
+bool DiagramView::event(QEvent* event) {
+  const bool isPinch = event->type() == QEvent::NativeGesture || event->type() == QEvent::Gesture;
+  if (!isPinch || !Pinch(*event)) return QCustomPlot::event(event);
+  event->accept();
+  return true;
+}
+
 void DiagramView::Zoom(double factor, const QPointF& at) {
   isZoomed_ = true;
   xAxis->scaleRange(factor, xAxis->pixelToCoord(at.x()));
   // Frequencies are what one zooms into; the other axis keeps its place, but on the s-plane.
   if (diagram_.hasEqualScales) yAxis->scaleRange(factor, yAxis->pixelToCoord(at.y()));
-  TellFrequencies();
-  replot(rpQueuedReplot);
+  ShowNewView();
 }
 
 void DiagramView::Pan(double x, double y) {
@@ -126,8 +151,7 @@ void DiagramView::Pan(double x, double y) {
     xAxis->moveRange(x);
   }
   yAxis->moveRange(y);
-  TellFrequencies();
-  replot(rpQueuedReplot);
+  ShowNewView();
 }
 
 void DiagramView::Step(int count) {

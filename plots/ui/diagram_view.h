@@ -4,13 +4,14 @@
 
 #include "plots/diagram.h"
 #include "plots/ui/custom_plot.h"
+#include "plots/ui/legend_place.h"
 
 namespace polefit {
 
-/// Draws one diagram and tells what the user does to it. Mouse: the wheel zooms at the pointer, a
-/// drag draws a zoom box, Shift or the middle button pans. Keys, while it has the focus: Left and
-/// Right step from point to point, by ten with Shift; + and - zoom, Home shows all, Ctrl and arrows
-/// pan, Return asks for the whole pane.
+/// Draws one diagram and tells what the user does to it. Mouse: wheel or pinch zooms at the
+/// pointer, a drag draws a zoom box, Shift or the middle button pans. Keys, while it has the focus:
+/// Left and Right step from point to point, by ten with Shift; + and - zoom, Home shows all, Ctrl
+/// and arrows pan, Return asks for the whole pane.
 class DiagramView final : public QCustomPlot {
   Q_OBJECT
 
@@ -26,6 +27,8 @@ class DiagramView final : public QCustomPlot {
   std::optional<std::size_t> Marked() const { return marked_; }
   std::optional<std::size_t> StopNear(const QPointF& position) const;
   QPointF PositionOf(std::size_t stop) const;
+  /// What the axes say at a place.
+  QPointF ValuesAt(const QPointF& position) const;
 
   /// Shows the whole axes again.
   void FitView();
@@ -58,6 +61,7 @@ class DiagramView final : public QCustomPlot {
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  bool event(QEvent* event) override;
 
  private:
   enum class Drag { none, zoom, pan, stop };
@@ -65,13 +69,18 @@ class DiagramView final : public QCustomPlot {
   void ApplyStyle();
   void Rebuild();
   void AddSeries(const Series& series);
-  void AddLine(const QPointF& from, const QPointF& to, bool isFrame);
+  void AddStraight(double at, bool isVertical);
+  void AddFrame(const Frame& frame);
+  void AddEllipse(const Ellipse& ellipse);
   void AddNote();
+  Obstacles LegendObstacles() const;
   void PlaceLegend();
   void PlaceAxes();
+  void FitFigures();
   void Zoom(double factor, const QPointF& at);
+  bool Pinch(QEvent& event);
   void Pan(double x, double y);
-  void TellFrequencies();
+  void ShowNewView();
   void EndZoomBox(const QPointF& at);
   void Step(int count);
   bool MovesStop(const QKeyEvent& event);

@@ -132,6 +132,7 @@ void Session::ConnectDialogs() {
   });
   QObject::connect(&console_, &RunWindow::improvedValuesWanted, &console_,
                    [this] { TakeImproved(); });
+  QObject::connect(curves_, &CurvesDock::improvedValuesWanted, curves_, [this] { TakeImproved(); });
 }
 
 void Session::Start() {
@@ -279,7 +280,7 @@ void Session::ShowRunResult() {
   constexpr std::int64_t kNanosecondsPerMillisecond = 1'000'000;
   const auto state = program_.host.StateOfFile(program_.folders.LastRunPath);
   const auto written = state ? state->modified / kNanosecondsPerMillisecond : 0;
-  curves_->ShowResult(record, QDateTime::fromMSecsSinceEpoch(written).toString("HH:mm"));
+  curves_->Live().ShowResult(record, QDateTime::fromMSecsSinceEpoch(written).toString("HH:mm"));
 }
 
 void Session::TakeImproved() {

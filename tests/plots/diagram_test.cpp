@@ -174,15 +174,19 @@ TEST(MoveLocation, KeepsKindsToTheirAxisAndBounds) {
 }
 
 TEST(StartValues, FillWhatIsMissingAndLeaveTheRest) {
+  using Outcome = SuggestedStart::Outcome;
   const ResponseRecord full = ExampleRecord("Ex-Yzero.101");
-  EXPECT_FALSE(WithSuggestedStart(full)) << "nothing is missing";
-  EXPECT_FALSE(WithSuggestedStart(ExampleRecord("Ex-Yzero.101", "8=; 5=x"))) << "another fault";
-  const auto filled = WithSuggestedStart(ExampleRecord("Ex-Yzero.101", "8=.5 .4"));
-  ASSERT_TRUE(filled);
-  EXPECT_EQ(Words(filled->Slot(slot::kPoleReal)).size(), 4U);
-  EXPECT_NE(filled->Slot(slot::kPoleImag), full.Slot(slot::kPoleImag)) << "both parts of a pair";
-  EXPECT_EQ(filled->Slot(slot::kYzero), full.Slot(slot::kYzero));
-  EXPECT_LT(Curves(*filled).h->RmsError(), Curves(full).h->RmsError());
+  EXPECT_EQ(SuggestStart(full, false).outcome, Outcome::allTyped);
+  EXPECT_EQ(SuggestStart(ExampleRecord("Ex-Yzero.101", "8=; 5=x"), false).outcome, Outcome::faulty);
+  const SuggestedStart filled = SuggestStart(ExampleRecord("Ex-Yzero.101", "8=.5 .4"), false);
+  ASSERT_EQ(filled.outcome, Outcome::found);
+  EXPECT_EQ(Words(filled.record.Slot(slot::kPoleReal)).size(), 4U);
+  EXPECT_NE(filled.record.Slot(slot::kPoleImag), full.Slot(slot::kPoleImag)) << "both parts";
+  EXPECT_EQ(filled.record.Slot(slot::kYzero), full.Slot(slot::kYzero));
+  EXPECT_LT(Curves(filled.record).h->RmsError(), Curves(full).h->RmsError());
+  const SuggestedStart replaced = SuggestStart(full, true);
+  ASSERT_EQ(replaced.outcome, Outcome::found);
+  EXPECT_NE(replaced.record.Slot(slot::kYzero), full.Slot(slot::kYzero));
 }
 
 TEST(CurveTable, HasACellForEachFigureAndNoneWhereNothingIsDrawn) {

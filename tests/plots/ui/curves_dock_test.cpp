@@ -33,7 +33,7 @@ class CurvesDockTest : public MainForm {
     GetAnswers(program);
     dock.show();
     QApplication::processEvents();
-    dock.Update();
+    dock.Live().Update();
     QApplication::processEvents();
   }
 
@@ -133,22 +133,22 @@ TEST_F(CurvesDockTest, SaysWhatItsCurvesBelongTo) {
   QTRY_COMPARE(State(), QString("last good curve; see findings"));
   form.SetText("poleReal", ".5 .4 .3");
   QTRY_COMPARE(State(), QString("typed values"));
-  dock.ShowResult(ExampleRecord("Ex-Delay.101", "8=.23 .3 .34; 9=.95 .67 .3"), "19:40");
+  dock.Live().ShowResult(ExampleRecord("Ex-Delay.101", "8=.23 .3 .34; 9=.95 .67 .3"), "19:40");
   QTRY_COMPARE(State(), QString("result 19:40"));
   form.SetText("freqNorm", "11");
   QTRY_COMPARE(State(), QString("result 19:40, form changed since"));
 }
 
 TEST_F(CurvesDockTest, ShowsAPreviewTakesItAndClosesWhileOneRuns) {
-  QSignalSpy shown(&dock, &CurvesDock::previewShown);
+  QSignalSpy shown(&dock.Live(), &LiveCurves::previewShown);
   Find<QAction>("mnuFitPreview").setChecked(true);
   ASSERT_TRUE(shown.wait(20000));
   EXPECT_EQ(State(), "preview");
   const std::string typed = form.Text("poleReal");
-  dock.TakePreview();
+  dock.Live().TakePreview();
   EXPECT_NE(form.Text("poleReal"), typed);
   form.SetText("freqNorm", "12");
-  dock.Update();  // and away while it is being solved
+  dock.Live().Update();  // and away while it is being solved
 }
 
 TEST_F(CurvesDockTest, KeepsTheGivenMenusInTheirOrder) {

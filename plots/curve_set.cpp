@@ -1,0 +1,82 @@
+#include "plots/curve_set.h"
+
+#include <utility>
+
+#include "plots/same_problem.h"
+
+namespace polefit {
+
+void CurveSet::Read(const ResponseRecord& typed) {
+  if (preview_ && !(typed == record_)) preview_.reset();
+  record_ = typed;
+  std::vector<Finding> findings;
+  std::optional<FitCurves> curves = CurvesOf(typed, CurveRole::typed, "typed", findings);
+  isGood_ = curves.has_value();
+  if (curves) {
+    typed_ = std::move(curves);
+  } else {
+    ReadPointsAlone(typed);
+  }
+}
+
+void CurveSet::ReadFault() {
+  isGood_ = false;
+  preview_.reset();
+}
+
+/// The last good curve stays over its own points, as they stand now.
+void CurveSet::ReadPointsAlone(const ResponseRecord& typed) {
+  std::optional<FitCurves> points = PointsAlone(typed);
+  if (!points) return;
+  PassbandFit& now = points->passband;
+  if (typed_ && typed_->passband.frequency == now.frequency && !typed_->isPointsAlone) {
+    typed_->passband.yin = std::move(now.yin);
+    typed_->passband.yout = std::move(now.yout);
+    typed_->passband.weight = std::move(now.weight);
+  } else {
+    typed_ = std::move(points);
+  }
+}
+
+void CurveSet::SetResult(const ResponseRecord& record, const std::string& time) {
+  std::vector<Finding> findings;
+  resultRecord_ = record;
+  resultTime_ = time;
+  result_ = CurvesOf(record, CurveRole::result, "result " + time, findings);
+}
+
+bool CurveSet::SetPreview(Preview preview) {
+  if (!isGood_ || !preview.curves || !StateSameProblem(preview.record, record_)) return false;
+  preview_ = std::move(preview);
+  return true;
+}
+
+/// Whether the result belongs to what is typed, or to what that was a moment ago.
+bool CurveSet::ShowsResult() const {
+  if (!isGood_ || !result_ || !typed_->h->HasPoints()) return false;
+  const bool isSameFile =
+      !record_.LastFileName.empty() && record_.LastFileName == resultRecord_.LastFileName;
+  return isSameFile || HaveSamePoints(resultRecord_, record_);
+}
+
+ShownCurves CurveSet::Shown() {
+  state_ = PaneState::nothing;
+  if (!typed_) return {};
+  ShownCurves shown = {&*typed_};
+  typed_->isPale = !isGood_;
+  if (typed_->isPointsAlone) return shown;
+  state_ = !isGood_                 ? PaneState::lastGood
+           : typed_->h->HasPoints() ? PaneState::typed
+                                    : PaneState::noPoints;
+  if (preview_ && isGood_) {
+    shown.push_back(&*preview_->curves);
+    state_ = PaneState::preview;
+  } else if (ShowsResult()) {
+    result_->isPale = !StateSameProblem(resultRecord_, record_);
+    shown.push_back(&*result_);
+    state_ = result_->isPale ? PaneState::resultChanged : PaneState::result;
+  }
+  return shown;
+}
+
+}  // namespace polefit

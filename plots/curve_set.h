@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "plots/diagram.h"
+#include "plots/pane_state.h"
+#include "plots/preview_worker.h"
+
+namespace polefit {
+
+/// The curves that belong to a form: what is typed, what the last run has found and what a preview
+/// has found. What `Shown` gives lives until the set is changed.
+class CurveSet {
+ public:
+  /// The form as it stands. Answers with a fault leave the last good curve; where there is none of
+  /// these points, the points alone.
+  void Read(const ResponseRecord& typed);
+  /// The form holds more points than a file: as with other faults.
+  void ReadFault();
+
+  void SetResult(const ResponseRecord& record, const std::string& time);
+  /// False when the preview is not of what is typed now.
+  bool SetPreview(Preview preview);
+  void DropPreview() { preview_.reset(); }
+
+  /// A preview takes the place of the result; the result of another problem is not shown.
+  ShownCurves Shown();
+  PaneState State() const { return state_; }
+  const std::string& ResultTime() const { return resultTime_; }
+
+  const ResponseRecord& Record() const { return record_; }
+  /// The typed curves, or null while the answers have a fault.
+  const FitCurves* Typed() const { return isGood_ ? &*typed_ : nullptr; }
+  const std::optional<Preview>& Previewed() const { return preview_; }
+
+ private:
+  void ReadPointsAlone(const ResponseRecord& typed);
+  bool ShowsResult() const;
+
+  ResponseRecord record_;
+  std::optional<FitCurves> typed_;
+  bool isGood_ = false;
+  std::optional<FitCurves> result_;
+  ResponseRecord resultRecord_;
+  std::string resultTime_;
+  std::optional<Preview> preview_;
+  PaneState state_ = PaneState::nothing;
+};
+
+}  // namespace polefit

@@ -1,0 +1,71 @@
+// Group delay and phase.
+
+#include <algorithm>
+#include <cmath>
+
+#include "plots/diagram_parts.h"
+
+namespace polefit {
+
+void DiagramParts::AddPlainCurves(Diagram& diagram, const std::vector<double> FitCurves::*values,
+                                  double factor) const {
+  diagram.x = FrequencyAxis();
+  for (const FitCurves* const curves : shown_) {
+    if (IsHidden(curves->name)) continue;
+    Series series = {curves->name, RoleOf(curves->role), {}, {}, curves->isPale};
+    for (std::size_t i = 0; i < curves->megahertz.size(); ++i) {
+      if (curves->megahertz[i] < range_.from || curves->megahertz[i] > range_.to) continue;
+      series.x.push_back(curves->megahertz[i] * unit_.factor);
+      series.y.push_back((curves->*values)[i] * factor);
+    }
+    diagram.series.push_back(std::move(series));
+  }
+}
+
+void DiagramParts::DrawDelay(Diagram& diagram) const {
+  double largest = 0;
+  for (const FitCurves* const curves : shown_) {
+    for (const double value : curves->delay) {
+      if (std::isfinite(value)) largest = std::max(largest, std::abs(value));
+    }
+  }
+  const Unit unit = TimeUnit(largest);
+  diagram.y.label = std::string("delay, ") + unit.name;
+  AddPlainCurves(diagram, &FitCurves::delay, unit.factor);
+  const FitCurves& last = *shown_.back();
+  if (last.delayPoints.frequency.empty()) {
+    diagram.sentence = "group delay of H, " + CountSentence();
+  } else {
+    for (Series& series : diagram.series) series.name += ", H";
+    const auto add = [&](const char* name, SeriesRole role, const std::vector<double>& values) {
+      Series series = {name, role, InUnit(last.delayPoints.frequency), values};
+      for (double& value : series.y) value *= unit.factor;
+      diagram.series.push_back(std::move(series));
+    };
+    add("TX", SeriesRole::input, last.delayPoints.tx);
+    add("total", SeriesRole::wanted, last.delayPoints.total);
+    const double constant = last.h->DelayConstant() * unit.factor;
+    diagram.series.push_back(
+        {"T0", SeriesRole::constant, {diagram.x.from, diagram.x.to}, {constant, constant}});
+    const auto& total = last.delayPoints.total;
+    const auto [least, most] = std::minmax_element(total.begin(), total.end());
+    diagram.note = "T0 " + TimeText(last.h->DelayConstant()) + ", ripple " +
+                   TimeText(*most - *least) + " peak to peak";
+    diagram.sentence = "group delay, " + diagram.note;
+    for (std::size_t i = 0; i < total.size(); ++i) {
+      diagram.stops.push_back(
+          {last.delayPoints.frequency[i] * unit_.factor, total[i] * unit.factor, i});
+    }
+  }
+  FitAxis(diagram.series, diagram.y);
+  MakeRoomForNote(diagram);
+}
+
+void DiagramParts::DrawPhase(Diagram& diagram) const {
+  diagram.y.label = "phase, degrees";
+  AddPlainCurves(diagram, &FitCurves::phase, 1);
+  FitAxis(diagram.series, diagram.y);
+  diagram.sentence = "phase of H, " + CountSentence();
+}
+
+}  // namespace polefit

@@ -1,0 +1,45 @@
+#include <algorithm>
+#include <cmath>
+
+#include "plots/diagram_parts.h"
+
+namespace polefit {
+
+const std::vector<double>& DiagramParts::ErrorsOf(const FitCurves& curves) const {
+  return choices_.isLinear ? curves.passband.weighted : curves.passband.decibels;
+}
+
+void DiagramParts::DrawErrors(Diagram& diagram) const {
+  diagram.x = FrequencyAxis();
+  diagram.y.label = choices_.isLinear ? "e / Ymax" : "error, dB";
+  diagram.horizontals.push_back(0);
+  for (const FitCurves* const curves : shown_) {
+    if (IsHidden(curves->name)) continue;
+    diagram.series.push_back(
+        {"", RoleOf(curves->role), InUnit(curves->passband.frequency), ErrorsOf(*curves)});
+    diagram.series.back().isPale = curves->isPale;
+  }
+  const FitCurves& last = *shown_.back();
+  const WorstRow worst = WorstOf(ErrorsOf(last), last.passband.frequency);
+  if (worst.row > 0) {
+    diagram.series.push_back(
+        {"", SeriesRole::worst, {worst.megahertz * unit_.factor}, {worst.value}});
+    diagram.note = (choices_.isLinear ? Figure(std::abs(worst.value), 3)
+                                      : DecibelFigure(std::abs(worst.value)) + " dB") +
+                   ", " + FrequencyText(worst.megahertz) + ", row " + std::to_string(worst.row);
+  }
+  diagram.sentence = diagram.note.empty() ? "no error" : "worst error " + diagram.note;
+  FitAxis(diagram.series, diagram.y);
+  const double size = std::max(std::abs(diagram.y.from), std::abs(diagram.y.to));
+  diagram.y.from = -size;
+  diagram.y.to = size;
+  const std::vector<double>& errors = ErrorsOf(last);
+  for (std::size_t i = 0; i < errors.size(); ++i) {
+    diagram.stops.push_back(
+        {last.passband.frequency[i] * unit_.factor, std::isnan(errors[i]) ? 0 : errors[i], i});
+  }
+  std::stable_sort(diagram.stops.begin(), diagram.stops.end(),
+                   [](const Stop& one, const Stop& other) { return one.x < other.x; });
+}
+
+}  // namespace polefit

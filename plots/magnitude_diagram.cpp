@@ -1,0 +1,144 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "plots/diagram_parts.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+/// The deepest dB axis, and how far it goes below the smallest wanted value.
+constexpr double kDeepest = 120;
+constexpr double kBelowSmallest = 10;
+
+}  // namespace
+
+void DiagramParts::AddWanted(Diagram& diagram) const {
+  const PassbandFit& points = shown_.front()->passband;
+  Series wanted = {"wanted", SeriesRole::wanted, {}, {}};
+  Series notCounted = {"", SeriesRole::notCounted, {}, {}};
+  Series below = {"", SeriesRole::belowAxis, {}, {}};
+  for (std::size_t i = 0; i < points.frequency.size(); ++i) {
+    const double x = points.frequency[i] * unit_.factor;
+    const bool isBelow = !choices_.isLinear && points.yout[i] <= 0;
+    Series& series = isBelow ? below : points.weight[i] == 0 ? notCounted : wanted;
+    series.x.push_back(x);
+    series.y.push_back(isBelow ? kNone : Level(points.yout[i]));
+    diagram.stops.push_back({x, series.y.back(), i});
+  }
+  diagram.series.push_back(std::move(wanted));
+  if (!notCounted.x.empty()) diagram.series.push_back(std::move(notCounted));
+  if (!below.x.empty()) diagram.series.push_back(std::move(below));
+  std::stable_sort(diagram.stops.begin(), diagram.stops.end(),
+                   [](const Stop& one, const Stop& other) { return one.x < other.x; });
+}
+
+void DiagramParts::AddObtained(Diagram& diagram) const {
+  for (const FitCurves* const curves : shown_) {
+    if (curves->isPointsAlone) continue;
+    const bool isHidden = IsHidden(curves->name);
+    Series series = {LegendText(*curves), RoleOf(curves->role), {}, {}, curves->isPale};
+    if (!isHidden) {
+      series.x = InUnit(curves->megahertz);
+      series.y = Levels(HasPoints() ? curves->obtained : curves->magnitude);
+    }
+    diagram.series.push_back(std::move(series));
+    if (!choices_.showsPlainMagnitude || !HasPoints() || isHidden) continue;
+    diagram.series.push_back({curves->name + ", |H| alone", SeriesRole::plainMagnitude,
+                              InUnit(curves->megahertz), Levels(curves->magnitude)});
+  }
+}
+
+void DiagramParts::AddInput(Diagram& diagram) const {
+  const PassbandFit& points = shown_.front()->passband;
+  const bool isFlat =
+      std::all_of(points.yin.begin(), points.yin.end(), [](double yin) { return yin == 1; });
+  if (isFlat) return;
+  const std::vector<double>& megahertz =
+      shown_.front()->isPointsAlone ? points.frequency : shown_.front()->megahertz;
+  diagram.series.push_back(
+      {"Yin", SeriesRole::input, InUnit(megahertz), Levels(shown_.front()->h->Inputs(megahertz))});
+}
+
+/// On |H| itself: where Yin |H| ends, they stand only when |H| is shown.
+void DiagramParts::AddSidelobes(Diagram& diagram) const {
+  if (HasPoints() && !choices_.showsPlainMagnitude) return;
+  Series peaks = {"", SeriesRole::sidelobe, {}, {}};
+  for (const SidelobePeak& peak : shown_.front()->sidelobes) {
+    if (peak.megahertz > range_.to) continue;
+    peaks.x.push_back(peak.megahertz * unit_.factor);
+    peaks.y.push_back(Level(peak.magnitude));
+  }
+  if (!peaks.x.empty()) diagram.series.push_back(std::move(peaks));
+}
+
+/// In dB from the largest value down to a little below the smallest wanted one.
+void DiagramParts::FindLevelAxis(Diagram& diagram) const {
+  FitAxis(diagram.series, diagram.y);
+  if (choices_.isLinear) {
+    diagram.y.from = std::max(diagram.y.from, -.06 * diagram.y.to);
+    return;
+  }
+  double largest = -std::numeric_limits<double>::infinity();
+  double smallest = std::numeric_limits<double>::infinity();
+  for (const Series& series : diagram.series) {
+    for (const double value : series.y) {
+      if (!std::isnan(value)) largest = std::max(largest, value);
+      const bool isWanted =
+          series.role == SeriesRole::wanted || series.role == SeriesRole::notCounted;
+      if (isWanted && !std::isnan(value)) smallest = std::min(smallest, value);
+    }
+  }
+  if (!std::isfinite(largest)) return;
+  for (const Series& series : diagram.series) {
+    if (series.role != SeriesRole::sidelobe) continue;
+    for (const double value : series.y) smallest = std::min(smallest, value);
+  }
+  if (!std::isfinite(smallest)) smallest = largest - 60;
+  diagram.y.to = largest + .05 * (largest - smallest) + .5;
+  diagram.y.from = std::max(smallest - kBelowSmallest, largest - kDeepest);
+}
+
+/// A wanted 0 has no place on a dB axis: a mark at its lower edge.
+void DiagramParts::PlaceBelowAxis(Diagram& diagram) const {
+  const double edge = diagram.y.from + .03 * (diagram.y.to - diagram.y.from);
+  for (Series& series : diagram.series) {
+    if (series.role == SeriesRole::belowAxis) std::fill(series.y.begin(), series.y.end(), edge);
+  }
+  for (Stop& stop : diagram.stops) {
+    if (std::isnan(stop.y)) stop.y = edge;
+  }
+}
+
+void DiagramParts::DrawMagnitude(Diagram& diagram) const {
+  diagram.x = FrequencyAxis();
+  diagram.y.label = choices_.isLinear ? "magnitude" : "magnitude, dB";
+  if (HasPoints()) AddWanted(diagram);
+  if (HasPoints()) AddInput(diagram);
+  AddObtained(diagram);
+  AddSidelobes(diagram);
+  FindLevelAxis(diagram);
+  PlaceBelowAxis(diagram);
+  diagram.verticals.push_back(shown_.front()->h->FreqNorm() * unit_.factor);
+  if (choices_.isLogFrequency && range_.from <= 0) {
+    diagram.note = "f = 0 has no place on a logarithmic axis";
+  }
+  std::string names = HasPoints() ? "wanted" : "";
+  for (const FitCurves* const curves : shown_) {
+    if (curves->isPointsAlone) continue;
+    names += (names.empty() ? "" : curves == shown_.back() ? " and " : ", ") + curves->name;
+  }
+  diagram.sentence =
+      names + ", " + Figure(range_.from * unit_.factor, 4) + " to " + FrequencyText(range_.to);
+  const FitCurves& last = *shown_.back();
+  const WorstRow worst = WorstOf(last.passband.decibels, last.passband.frequency);
+  if (worst.row > 0 && !last.isPointsAlone) {
+    diagram.sentence += ", worst error " + DecibelFigure(std::abs(worst.value)) + " dB at " +
+                        FrequencyText(worst.megahertz);
+  }
+  if (!last.isPointsAlone) diagram.sentence += ", " + CountSentence();
+}
+
+}  // namespace polefit

@@ -1,0 +1,258 @@
+// What a diagram consists of, and how it looks.
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "plots/ui/curve_style.h"
+#include "plots/ui/diagram_view.h"
+#include "widgets/controls.h"
+
+namespace polefit {
+
+namespace {
+
+QVector<double> AsVector(const std::vector<double>& values) {
+  return {values.begin(), values.end()};
+}
+
+QSharedPointer<QCPAxisTicker> TickerOf(const Axis& axis) {
+  // Less than one and a half decades have no powers of ten to speak of.
+  if (axis.isLogarithmic && axis.to > 30 * axis.from) {
+    return QSharedPointer<QCPAxisTickerLog>(new QCPAxisTickerLog);
+  }
+  return QSharedPointer<QCPAxisTicker>(new QCPAxisTicker);
+}
+
+void ApplyAxis(const Axis& from, QCPAxis& axis) {
+  axis.setLabel(ToQString(from.label));
+  axis.setScaleType(from.isLogarithmic ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
+  axis.setTicker(TickerOf(from));
+  axis.setNumberFormat("g");
+  axis.setNumberPrecision(5);
+}
+
+QSharedPointer<QCPAxisTicker> WholeNumbers() {
+  auto* ticker = new QCPAxisTickerFixed;
+  ticker->setScaleStrategy(QCPAxisTickerFixed::ssMultiples);
+  return QSharedPointer<QCPAxisTicker>(ticker);
+}
+
+}  // namespace
+
+void DiagramView::Rebuild() {
+  clearPlottables();
+  clearItems();
+  ApplyAxis(diagram_.x, *xAxis);
+  ApplyAxis(diagram_.y, *yAxis);
+  if (diagram_.kind == DiagramKind::orders) xAxis->setTicker(WholeNumbers());
+  for (QCPAxis* axis : {xAxis, yAxis}) {
+    axis->setTicks(diagram_.hasFigures);
+    axis->setTickLabels(diagram_.hasFigures);
+  }
+  if (isCompact_) xAxis->setLabel({});
+  PlaceAxes();
+  FitFigures();
+  for (const Frame& frame : diagram_.frames) AddFrame(frame);
+  for (const double x : diagram_.verticals) AddStraight(x, true);
+  for (const double y : diagram_.horizontals) AddStraight(y, false);
+  for (const Ellipse& ellipse : diagram_.ellipses) AddEllipse(ellipse);
+  for (const Series& series : diagram_.series) AddSeries(series);
+  if (marked_) Mark(marked_);
+  AddNote();
+}
+
+/// From edge to edge.
+void DiagramView::AddStraight(double at, bool isVertical) {
+  auto* line = new QCPItemStraightLine(this);
+  line->setPen(
+      QPen(ColorOf(SeriesRole::constant, palette()), 1, isVertical ? Qt::DotLine : Qt::SolidLine));
+  line->point1->setCoords(isVertical ? at : 0, isVertical ? 0 : at);
+  line->point2->setCoords(isVertical ? at : 1, isVertical ? 1 : at);
+  for (QCPItemPosition* point : {line->point1, line->point2}) {
+    if (isVertical) {
+      point->setTypeY(QCPItemPosition::ptAxisRectRatio);
+    } else {
+      point->setTypeX(QCPItemPosition::ptAxisRectRatio);
+    }
+  }
+}
+
+/// Three sides of it: the lower one is an axis.
+void DiagramView::AddFrame(const Frame& frame) {
+  const QPointF corners[] = {{frame.left, frame.bottom},
+                             {frame.left, frame.top},
+                             {frame.right, frame.top},
+                             {frame.right, frame.bottom}};
+  for (int i = 0; i < 3; ++i) {
+    auto* line = new QCPItemLine(this);
+    line->setPen(QPen(ColorOf(SeriesRole::constant, palette()), 1, Qt::DashLine));
+    line->start->setCoords(corners[i]);
+    line->end->setCoords(corners[i + 1]);
+  }
+}
+
+void DiagramView::AddEllipse(const Ellipse& ellipse) {
+  auto* shape = new QCPItemEllipse(this);
+  shape->setPen(QPen(ColorOf(SeriesRole::poles, palette()), 1));
+  shape->topLeft->setCoords(ellipse.x - ellipse.width, ellipse.y + ellipse.height);
+  shape->bottomRight->setCoords(ellipse.x + ellipse.width, ellipse.y - ellipse.height);
+}
+
+void DiagramView::AddSeries(const Series& series) {
+  QCPGraph* graph = addGraph();
+  graph->setData(AsVector(series.x), AsVector(series.y));
+  const double size = fontMetrics().height() * .55;
+  // The strip below the curves shows an error a row: marks, and a thin line to follow them.
+  const bool isStrip = diagram_.kind == DiagramKind::error && series.role != SeriesRole::worst;
+  if (series.IsLine()) {
+    QPen pen = PenOf(series, palette());
+    if (isStrip) pen.setWidthF(1.2);
+    graph->setPen(pen);
+    if (isStrip && series.x.size() < 400) {
+      graph->setScatterStyle(QCPScatterStyle(QCPScatterStyle::ssDisc, pen.color(), size * .5));
+    }
+  } else {
+    graph->setLineStyle(QCPGraph::lsNone);
+    graph->setPen(MarkOf(series, palette(), size).pen());
+    graph->setScatterStyle(MarkOf(series, palette(), size));
+  }
+  graph->setName(ToQString(series.name));
+  // In the legend a result has its mark too.
+  if (series.role == SeriesRole::result && !isStrip) {
+    Series marks = series;
+    marks.role = SeriesRole::resultMarks;
+    graph->setScatterStyle(MarkOf(marks, palette(), size));
+    graph->setScatterSkip(static_cast<int>(series.x.size()));
+  }
+  if (series.name.empty()) return void(graph->removeFromLegend());
+  // A hidden curve leaves its name, so that it can be shown again.
+  if (series.x.empty()) {
+    auto* entry = legend->itemWithPlottable(graph);
+    QFont struckOut = legend->font();
+    struckOut.setStrikeOut(true);
+    entry->setFont(struckOut);
+    entry->setTextColor(ColorOf(SeriesRole::constant, palette()));
+  }
+}
+
+void DiagramView::AddNote() {
+  if (diagram_.note.empty()) return;
+  auto* text = new QCPItemText(this);
+  text->setObjectName("note");
+  text->setText(ToQString(diagram_.note));
+  text->setFont(font());
+  const bool isWorst = diagram_.kind == DiagramKind::error;
+  text->setColor(isWorst ? ColorOf(SeriesRole::worst, palette()) : palette().color(QPalette::Text));
+  text->position->setType(QCPItemPosition::ptAxisRectRatio);
+  QColor ground = palette().color(QPalette::Base);
+  ground.setAlpha(210);
+  text->setBrush(ground);
+  text->setPadding(QMargins(3, 0, 3, 0));
+  if (!diagram_.hasFigures) {
+    text->setPositionAlignment(Qt::AlignCenter);
+    return text->position->setCoords(.5, .5);
+  }
+  text->setPositionAlignment(isWorst ? Qt::AlignLeft | Qt::AlignTop
+                                     : Qt::AlignHCenter | Qt::AlignTop);
+  text->position->setCoords(isWorst ? .01 : .5, .02);
+}
+
+Obstacles DiagramView::LegendObstacles() const {
+  Obstacles obstacles;
+  for (const Series& series : diagram_.series) {
+    std::vector<QPointF> points;
+    points.reserve(series.x.size());
+    for (std::size_t i = 0; i < series.x.size(); ++i) {
+      // A break in a line: what is on either side of it is not joined.
+      if (std::isnan(series.y[i])) {
+        if (series.IsLine() && !points.empty())
+          obstacles.lines.push_back(std::exchange(points, {}));
+        continue;
+      }
+      points.emplace_back(xAxis->coordToPixel(series.x[i]), yAxis->coordToPixel(series.y[i]));
+    }
+    if (series.IsLine()) {
+      obstacles.lines.push_back(std::move(points));
+    } else {
+      obstacles.marks.insert(obstacles.marks.end(), points.begin(), points.end());
+    }
+  }
+  for (int i = 0; i < itemCount(); ++i) {
+    auto* text = qobject_cast<QCPItemText*>(item(i));
+    if (text == nullptr) continue;
+    const QSize size = QFontMetrics(text->font()).size(0, text->text());
+    const QRect room = axisRect()->rect();
+    obstacles.texts.emplace_back(room.center().x() - size.width() / 2, room.top(), size.width(),
+                                 size.height() * 1.3);
+  }
+  return obstacles;
+}
+
+/// Where it covers nothing. Where no place is free, the axis goes on above the curves to make one.
+void DiagramView::PlaceLegend() {
+  legend->setVisible(showsLegend_ && !isCompact_ && legend->itemCount() > 0);
+  if (!legend->visible()) return;
+  constexpr int kGap = 8;
+  const QRectF room = QRectF(axisRect()->rect()).adjusted(kGap, kGap, -kGap, -kGap);
+  const QSize size = legend->minimumOuterSizeHint();
+  auto* inset = axisRect()->insetLayout();
+  std::optional<Qt::Alignment> place =
+      FreeLegendPlace(room, size, LegendObstacles(), inset->insetAlignment(0));
+  const double share = (size.height() + kGap) / std::max(1.0, room.height());
+  constexpr double kMost = .5;
+  if (!place && !isZoomed_ && share < kMost && !diagram_.y.isLogarithmic) {
+    yAxis->setRange(diagram_.y.from,
+                    diagram_.y.to + share / (1 - share) * (diagram_.y.to - diagram_.y.from));
+    place = FreeLegendPlace(room, size, LegendObstacles(), Qt::AlignRight | Qt::AlignTop);
+  }
+  inset->setInsetAlignment(0, place.value_or(Qt::AlignRight | Qt::AlignTop));
+}
+
+/// As many figures at the axes as there is room for, and no name that is longer than its axis.
+void DiagramView::FitFigures() {
+  constexpr int kMostFigures = 6;
+  const QFontMetrics metrics(yAxis->tickLabelFont());
+  const int wide = metrics.horizontalAdvance("-0.00005");
+  xAxis->ticker()->setTickCount(std::clamp(axisRect()->width() / wide, 2, kMostFigures));
+  yAxis->ticker()->setTickCount(
+      std::clamp(axisRect()->height() / (2 * metrics.height()), 2, kMostFigures));
+  const QString label = ToQString(diagram_.y.label);
+  const bool fits = QFontMetrics(yAxis->labelFont()).horizontalAdvance(label) < height();
+  yAxis->setLabel(fits ? label : QString());
+}
+
+void DiagramView::ApplyStyle() {
+  const QColor text = palette().color(QPalette::Text);
+  const QColor base = palette().color(QPalette::Base);
+  QColor grid = text;
+  grid.setAlpha(32);
+  setBackground(base);
+  QFont small = font();
+  small.setPointSizeF(small.pointSizeF() * .92);
+  for (QCPAxis* axis : {xAxis, yAxis, xAxis2, yAxis2}) {
+    axis->setBasePen(QPen(text, 1));
+    axis->setTickPen(QPen(text, 1));
+    axis->setSubTickPen(QPen(text, 1));
+    axis->setTickLabelColor(text);
+    axis->setLabelColor(text);
+    axis->setTickLabelFont(small);
+    axis->setLabelFont(small);
+    axis->grid()->setPen(QPen(grid, 1));
+    axis->grid()->setZeroLinePen(QPen(grid, 1));
+  }
+  legend->setFont(small);
+  legend->setTextColor(text);
+  QColor ground = base;
+  ground.setAlpha(225);
+  legend->setBrush(ground);
+  legend->setBorderPen(QPen(grid, 1));
+  legend->setRowSpacing(0);
+  const int line = fontMetrics().height();
+  // As wide in every diagram, so that equal frequencies stand below each other.
+  const int left = fontMetrics().horizontalAdvance("-0.0005") + line * 2;
+  axisRect()->setMargins(QMargins(left, line / 2, line, 0));
+  axisRect()->setMinimumMargins(QMargins(left, line / 2, line, line / 4));
+}
+
+}  // namespace polefit

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QPointF>
+#include <QRectF>
+#include <optional>
+#include <vector>
+
+namespace polefit {
+
+/// What a legend must not cover, in pixels.
+struct Obstacles {
+  std::vector<std::vector<QPointF>> lines;
+  std::vector<QPointF> marks;
+  std::vector<QRectF> texts;
+};
+
+/// Where a legend of `size` stands inside `room` without covering anything: `present` where that is
+/// still free, else the first free of the corners and the middles of the upper and lower edge.
+/// Nothing where none is free.
+std::optional<Qt::Alignment> FreeLegendPlace(const QRectF& room, const QSizeF& size,
+                                             const Obstacles& obstacles, Qt::Alignment present);
+
+}  // namespace polefit

@@ -1,0 +1,227 @@
+#include "plots/ui/live_curves.h"
+
+#include <QAbstractItemModel>
+#include <QCheckBox>
+#include <QItemSelectionModel>
+#include <QLineEdit>
+#include <algorithm>
+#include <utility>
+
+#include "form/transfer.h"
+#include "form/ui/main_window.h"
+#include "grids/ui/grid_widget.h"
+#include "plots/change_structure.h"
+#include "plots/start_values.h"
+#include "plots/ui/curves_pane.h"
+#include "plots/ui/diagram_view.h"
+#include "widgets/controls.h"
+#include "widgets/status_line.h"
+
+namespace polefit {
+
+namespace {
+
+constexpr int kAfterLastKey = 150;  // ms
+constexpr const char* kSuggestNotice = "start values";
+
+}  // namespace
+
+LiveCurves::LiveCurves(MainWindow& form, Program& program, CurvesPane& pane)
+    : QObject(&pane), form_(form), program_(program), pane_(pane), boxes_(form) {
+  timer_.setSingleShot(true);
+  timer_.setInterval(kAfterLastKey);
+  connect(&timer_, &QTimer::timeout, this, &LiveCurves::Update);
+  WatchForm();
+  WatchPane();
+}
+
+LiveCurves::~LiveCurves() {
+  worker_.reset();
+}
+
+void LiveCurves::WatchForm() {
+  const auto changed = [this] {
+    if (worker_) worker_->Cancel();
+    if (isSeen_) timer_.start(kAfterLastKey);
+  };
+  for (QLineEdit* box : form_.findChildren<QLineEdit*>()) {
+    connect(box, &QLineEdit::textChanged, this, changed);
+  }
+  for (QCheckBox* box : form_.findChildren<QCheckBox*>()) {
+    connect(box, &QCheckBox::toggled, this, changed);
+  }
+  for (GridWidget* grid : form_.findChildren<GridWidget*>()) {
+    connect(grid->model(), &QAbstractItemModel::dataChanged, this, changed);
+    connect(grid->model(), &QAbstractItemModel::modelReset, this, changed);
+    connect(grid->model(), &QAbstractItemModel::rowsInserted, this, changed);
+    connect(grid->model(), &QAbstractItemModel::rowsRemoved, this, changed);
+    connect(grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &LiveCurves::MarkCurrentCells);
+  }
+}
+
+void LiveCurves::WatchPane() {
+  connect(&pane_, &CurvesPane::readOut, &form_.Status(), &StatusLine::ShowReadOut);
+  connect(&pane_, &CurvesPane::pointChosen, this, &LiveCurves::SelectPoint);
+  connect(&pane_, &CurvesPane::locationChosen, this, [this](std::size_t location) {
+    const FitCurves* typed = curves_.Typed();
+    if (typed != nullptr && location < typed->locations.size()) boxes_.Select(*typed, location);
+  });
+  connect(&pane_, &CurvesPane::locationDragged, this, &LiveCurves::MoveTo);
+  connect(&pane_, &CurvesPane::dragAbandoned, this, &LiveCurves::GiveDragBack);
+}
+
+void LiveCurves::SetSeen(bool isSeen) {
+  isSeen_ = isSeen;
+  if (isSeen) timer_.start(0);
+}
+
+void LiveCurves::ReadForm() {
+  try {
+    curves_.Read(RecordOf(program_));
+  } catch (const RunTimeError&) {
+    // More points than a file holds.
+    curves_.ReadFault();
+  }
+}
+
+const ResponseRecord& LiveCurves::Record() {
+  ReadForm();
+  return curves_.Record();
+}
+
+void LiveCurves::Update() {
+  timer_.stop();
+  if (!isSeen_) return;
+  ReadForm();
+  ShowAll();
+  if (wantsPreview_ && worker_ && curves_.Typed() != nullptr) worker_->Request(curves_.Record());
+}
+
+void LiveCurves::ShowAll() {
+  const ResponseRecord& record = curves_.Record();
+  pane_.ChooseLower(IsYes(record.Slot(slot::kEqualDelay)) ? DiagramKind::delay : DiagramKind::poles,
+                    false);
+  const ShownCurves shown = curves_.Shown();
+  pane_.Show(shown, curves_.State(), ToQString(curves_.ResultTime()));
+  form_.Status().ShowReadOut(pane_.ReadOut());
+  boxes_.ShowPairs(curves_.Typed());
+  MarkCurrentCells();
+}
+
+void LiveCurves::ShowResult(const ResponseRecord& record, const QString& time) {
+  curves_.SetResult(record, time.toStdString());
+  timer_.start(0);
+}
+
+void LiveCurves::SetPreview(bool isWanted) {
+  wantsPreview_ = isWanted;
+  if (!isWanted) {
+    worker_.reset();
+    curves_.DropPreview();
+    return ShowAll();
+  }
+  worker_ = std::make_unique<PreviewWorker>([this](Preview preview) {
+    // From the worker's thread into this one.
+    auto shared = std::make_shared<Preview>(std::move(preview));
+    QMetaObject::invokeMethod(
+        this, [this, shared] { TakePreviewed(std::move(*shared)); }, Qt::QueuedConnection);
+  });
+  Update();
+}
+
+/// It may come when the answers have changed again: then it is not shown.
+void LiveCurves::TakePreviewed(Preview preview) {
+  if (!wantsPreview_ || timer_.isActive() || !curves_.SetPreview(std::move(preview))) return;
+  ShowAll();
+  Q_EMIT previewShown();
+}
+
+void LiveCurves::PutAsStep(const ResponseRecord& record, const QString& step) {
+  form_.RecordStep(tr("Typing"));
+  boxes_.PutChanges(Record(), record);
+  form_.RecordStep(step);
+  Update();
+}
+
+void LiveCurves::TakePreview() {
+  const std::optional<Preview>& preview = curves_.Previewed();
+  if (preview) PutAsStep(ResponseRecord(preview->record), tr("Take Preview"));
+}
+
+void LiveCurves::TakeAnswers(const std::vector<ChangedAnswer>& answers, const QString& step) {
+  PutAsStep(WithAnswers(Record(), answers), step);
+}
+
+void LiveCurves::SuggestStart() {
+  const SuggestedStart suggested = polefit::SuggestStart(Record(), false);
+  switch (suggested.outcome) {
+    case SuggestedStart::Outcome::found:
+      return PutAsStep(suggested.record, tr("Suggest Start Values"));
+    case SuggestedStart::Outcome::allTyped:
+      return program_.notices.Post(
+          {kSuggestNotice,
+           Urgency::asks,
+           tr("No starting value is missing.").toStdString(),
+           {{tr("&Replace Them").toStdString(), [this] { ReplaceStart(); }}}});
+    case SuggestedStart::Outcome::faulty:
+      return form_.Status().ShowReadOut(
+          tr("no starting values: other answers have a fault, see findings (F7)"));
+  }
+}
+
+void LiveCurves::ReplaceStart() {
+  const SuggestedStart suggested = polefit::SuggestStart(Record(), true);
+  if (suggested.outcome == SuggestedStart::Outcome::found) {
+    PutAsStep(suggested.record, tr("Suggest Start Values"));
+  }
+}
+
+void LiveCurves::SelectPoint(bool isDelay, std::size_t row) {
+  form_.SelectTab(isDelay ? Tab::delayData : Tab::passbandData);
+  (isDelay ? form_.DelayData() : form_.PassData()).SetCurrentRow(static_cast<int>(row) + 1);
+}
+
+void LiveCurves::MoveTo(std::size_t location, double real, double imaginary, bool isEnd) {
+  const FitCurves* typed = curves_.Typed();
+  if (typed == nullptr || location >= typed->locations.size()) return;
+  if (!beforeDrag_) {
+    form_.RecordStep(tr("Typing"));
+    beforeDrag_ = curves_.Record();
+  }
+  for (const ChangedAnswer& answer :
+       MoveLocation(curves_.Record(), *typed, location, real, imaginary)) {
+    boxes_.Put(answer.slot, answer.text);
+  }
+  Update();
+  if (!isEnd) return;
+  beforeDrag_.reset();
+  form_.RecordStep(tr("Move"));
+}
+
+void LiveCurves::GiveDragBack() {
+  if (!beforeDrag_) return;
+  boxes_.PutChanges(curves_.Record(), *std::exchange(beforeDrag_, std::nullopt));
+  Update();
+}
+
+/// The current cells of the tables are ringed in the diagrams, but in the one that has the focus.
+void LiveCurves::MarkCurrentCells() {
+  if (!isSeen_) return;
+  for (DiagramView* view : {&pane_.UpperView(), &pane_.ErrorView(), &pane_.LowerView()}) {
+    const DiagramKind kind = view->Shown().kind;
+    const bool isDelay = kind == DiagramKind::delay;
+    if (view->hasFocus() ||
+        (!isDelay && kind != DiagramKind::magnitude && kind != DiagramKind::error)) {
+      continue;
+    }
+    const int current = (isDelay ? form_.DelayData() : form_.PassData()).CurrentRow();
+    const auto row = static_cast<std::size_t>(std::max(current - 1, 0));
+    const std::vector<Stop>& stops = view->Shown().stops;
+    const auto at = std::find_if(stops.begin(), stops.end(),
+                                 [row](const Stop& stop) { return stop.index == row; });
+    view->Mark(at == stops.end() ? std::nullopt : std::optional<std::size_t>(at - stops.begin()));
+  }
+}
+
+}  // namespace polefit
