@@ -21,12 +21,12 @@ std::vector<Deviation> DeviationsOf(const Problem& problem) {
   std::vector<Deviation> deviations(problem.constellation.factors.size());
   Listener nobody;
   Evaluator evaluator(problem, nobody, [] { return false; });
-  Point point;
+  Iterate point;
   point.parameters = problem.typedParameters;
   if (!evaluator.Evaluate(point)) return deviations;
-  std::vector<FoundLocation> locations = LocationsOf(problem, point);
+  std::vector<LocationFigures> locations = LocationsOf(problem, point);
   AddDeviations(JudgeTrust(problem, point, locations, RoundingCost(problem, point)), locations);
-  for (const FoundLocation& location : locations) {
+  for (const LocationFigures& location : locations) {
     if (location.isOwnPole) continue;
     const bool isDetermined = location.IsDetermined();
     deviations.at(location.factor) = {Told(location.real.deviation, isDetermined),

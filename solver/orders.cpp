@@ -63,7 +63,7 @@ std::optional<double> CriterionOf(const Problem& problem, const Iterate& iterate
 }
 
 std::array<std::string, 4> FoundPoles(const ResponseRecord& record, const Problem& problem,
-                                      const Point& best) {
+                                      const Iterate& best) {
   ResponseRecord answers;
   answers.slots = record.slots;
   answers = LastRunRecord(WithPoles(answers, problem.poleCounts[0], problem.poleCounts[1]), problem,
