@@ -32,7 +32,7 @@ void AddLocations(const FitCurves& curves, SeriesRole polesRole, SeriesRole zero
 /// Those that the points tell, of both mirror images.
 void AddEllipses(const FitCurves& curves, Diagram& diagram) {
   for (std::size_t i = 0; i < curves.deviations.size(); ++i) {
-    const PlacedLocation& at = curves.locations[i];
+    const Location& at = curves.locations[i];
     const Deviation& deviation = curves.deviations[i];
     if (deviation.real == 0 && deviation.imaginary == 0) continue;
     diagram.ellipses.push_back({at.real, at.imaginary, deviation.real, deviation.imaginary});
