@@ -41,8 +41,12 @@ void EmptyRecord(ResponseRecord& record) {
 }
 
 /// The current name with its extension as "*". Kept: with no dot, or a leading one, it is cut to
-/// as many characters as the scratch text happens to hold.
+/// as many characters as the scratch text happens to hold. A name that points got is free and
+/// whole.
 std::string SuggestedName(const Program& program) {
+  const Files& files = program.files;
+  const std::string path = JoinPath(files.currentFolder, files.currentFileName);
+  if (path == program.document.nameForSaveAs) return files.currentFileName;
   const bool isOfRun =
       program.files.currentFileName == "Start Up Values" && !program.document.nameForSaveAs.empty();
   const std::string& name =

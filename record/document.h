@@ -37,7 +37,7 @@ struct Document {
   KnownFile known = {};
   /// The path of the last save when it failed part way, else "".
   std::string tornPath = {};
-  /// The file that the data had before a run's values took their place: what Save As starts from.
+  /// What Save As starts from: the name before a run's values came, or the path that points got.
   std::string nameForSaveAs = {};
 };
 

@@ -41,7 +41,7 @@ void PhaseToDelay(Samples& samples, int points) {
   double largestStep = 0;
   phases = Unwrapped(phases, largestStep);
   if (largestStep > kLargestStep) {
-    samples.fault = "the sweep is too coarse for a delay: the phase steps by more than 150 degrees";
+    samples.fault = "sweep too coarse for a delay: the phase steps by more than 150 degrees";
     return;
   }
   // Degrees a MHz are 1/360 of a microsecond.

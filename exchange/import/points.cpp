@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "base/text_format.h"
 #include "exchange/import/thinning.h"
@@ -16,7 +17,6 @@ const Amount kOne = {1, "1"};
 Samples ChosenSamples(const SourceTable& table, const ImportChoices& choices) {
   Samples samples = TakeSamples(table, choices);
   const RowChoices& rows = choices.rows;
-  KeepRange(samples.rows, rows.from, rows.to);
   Smooth(samples.rows, rows.smooth, choices);
   KeepEvery(samples.rows, rows.every);
   ThinToPoints(samples.rows, rows.points, rows.logarithmic);
@@ -26,8 +26,10 @@ Samples ChosenSamples(const SourceTable& table, const ImportChoices& choices) {
 PassbandRow RowOf(const Sample& sample, const ImportChoices& choices) {
   const Amount& other = choices.other.column == kNoColumn ? kOne : sample.other;
   const Amount& weight = choices.weight == kNoColumn ? kOne : sample.weight;
-  if (choices.role == Role::equalise) return {sample.frequency, sample.value, other, weight};
-  return {sample.frequency, other, sample.value, weight};
+  if (choices.role == Role::equalise) {
+    return {sample.frequency, sample.value, other, weight, sample.line};
+  }
+  return {sample.frequency, other, sample.value, weight, sample.line};
 }
 
 void Normalise(std::vector<PassbandRow>& rows) {
@@ -58,19 +60,35 @@ std::string CountFault(std::size_t rows, const Samples& samples) {
   }
   if (rows <= static_cast<std::size_t>(kMostPoints)) return {};
   return std::to_string(rows) +
-         " rows are more than the 32766 that a table holds: choose fewer "
-         "points";
+         " rows are more than the 32766 that a table holds: take fewer (--points N, --every N)";
 }
 
 void Append(std::vector<std::string>& notes, const std::vector<std::string>& more) {
   notes.insert(notes.end(), more.begin(), more.end());
 }
 
-std::string RangeText(double first, double last) {
+/// The lowest and the highest of what `value` says of the rows.
+template <typename Rows, typename Value>
+std::pair<double, double> RangeOf(const Rows& rows, Value value) {
+  std::pair<double, double> range(HUGE_VAL, -HUGE_VAL);
+  for (const auto& row : rows) {
+    range.first = std::min(range.first, value(row));
+    range.second = std::max(range.second, value(row));
+  }
+  return range;
+}
+
+template <typename Rows>
+std::string FrequencyRange(const Rows& rows) {
+  return Fitted(rows.front().frequency.value, 6, 12) + " to " +
+         Fitted(rows.back().frequency.value, 6, 12) + " MHz";
+}
+
+std::string DecibelRange(double lowest, double highest) {
   // Ratios below are no measurement any more.
   constexpr double kLeast = 1e-15;
-  return Format("%.3g to %.3g dB", Decibel(std::max(first, kLeast)),
-                Decibel(std::max(last, kLeast)));
+  return Format("%.3g to %.3g dB", Decibel(std::max(highest, kLeast)),
+                Decibel(std::max(lowest, kLeast)));
 }
 
 }  // namespace
@@ -99,7 +117,13 @@ void TakeDelays(const SourceTable& table, ImportChoices choices, Points& points)
   choices.weight = kNoColumn;
   const Samples samples =
       table.fault.empty() ? ChosenSamples(table, choices) : Samples{{}, {}, {}, table.fault};
-  Append(points.notes, samples.notes);
+  if (samples.skippedLines != points.skippedLines && !samples.skippedLines.empty()) {
+    points.notes.push_back("delay: " + SkippedText(samples.skippedLines));
+  }
+  for (const std::string& note : samples.notes) {
+    const bool isSaid = std::count(points.notes.begin(), points.notes.end(), note) > 0;
+    if (!isSaid) points.notes.push_back(note);
+  }
   points.fault = CountFault(samples.rows.size(), samples);
   if (!points.fault.empty()) points.fault = "delay: " + points.fault;
   if (points.fault.empty()) points.delays = DelayRows(samples.rows, choices.role);
@@ -119,12 +143,19 @@ std::string SkippedText(const std::vector<int>& lines) {
 std::string SummaryOf(const Points& points, Role role) {
   const std::vector<PassbandRow>& rows = points.passband;
   if (rows.empty()) return {};
-  const auto value = [&](const PassbandRow& row) {
+  const auto [lowest, highest] = RangeOf(rows, [&](const PassbandRow& row) {
     return role == Role::equalise ? row.yin.value : row.yout.value;
-  };
-  return std::to_string(rows.size()) + " rows, " + Fitted(rows.front().frequency.value, 6, 12) +
-         " to " + Fitted(rows.back().frequency.value, 6, 12) + " MHz, " +
-         RangeText(value(rows.front()), value(rows.back()));
+  });
+  return std::to_string(rows.size()) + " rows, " + FrequencyRange(rows) + ", " +
+         DecibelRange(lowest, highest);
+}
+
+std::string DelaySummaryOf(const Points& points) {
+  const std::vector<DelayRow>& rows = points.delays;
+  if (rows.empty()) return {};
+  const auto [lowest, highest] = RangeOf(rows, [](const DelayRow& row) { return row.tx.value; });
+  return std::to_string(rows.size()) + " delay rows, " + FrequencyRange(rows) +
+         Format(", TX %.4g to %.4g ns", lowest, highest);
 }
 
 }  // namespace polefit

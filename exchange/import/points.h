@@ -14,6 +14,8 @@ struct PassbandRow {
   Amount yin;
   Amount yout;
   Amount weight;
+  /// The line of the file, or the first of several that the row is a mean of.
+  int line = 0;
 };
 
 /// A delay point: MHz and ns.
@@ -45,8 +47,10 @@ void TakeDelays(const SourceTable& table, ImportChoices choices, Points& points)
 /// "3 lines skipped: 1, 2, 44", or "".
 std::string SkippedText(const std::vector<int>& lines);
 
-/// "40 rows, 1.5 to 60 MHz, 0.85 to -83.4 dB": how many points there are, and the range of what
-/// they tell in their role, from the first to the last frequency.
+/// "40 rows, 1.5 to 60 MHz, 0.85 to -83.4 dB": how many points there are, their frequencies, and
+/// the highest and the lowest of what they tell in their role; "" without any.
 std::string SummaryOf(const Points& points, Role role);
+/// "40 delay rows, 1.5 to 60 MHz, TX 0 to 57.5 ns"; "" without any.
+std::string DelaySummaryOf(const Points& points);
 
 }  // namespace polefit

@@ -116,6 +116,9 @@ Samples TakeSamples(const SourceTable& table, const ImportChoices& choices) {
     }
   }
   std::sort(samples.skippedLines.begin(), samples.skippedLines.end());
+  std::erase_if(samples.rows, [&](const Sample& row) {
+    return row.frequency.value < choices.rows.from || row.frequency.value > choices.rows.to;
+  });
   Sort(samples);
   if (choices.delaySource == DelaySource::phase) PhaseToDelay(samples, choices.rows.smooth);
   return samples;

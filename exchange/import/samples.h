@@ -40,8 +40,9 @@ struct Samples {
   std::string fault;
 };
 
-/// Takes the chosen columns in the program's units, sorts by frequency and keeps the first of
-/// those at one frequency. A delay from phase is calculated over all rows.
+/// Takes the chosen columns in the program's units from the first to the last frequency wanted,
+/// both counted in, sorts by frequency and keeps the first of those at one frequency. A delay from
+/// phase is calculated over all these rows.
 Samples TakeSamples(const SourceTable& table, const ImportChoices& choices);
 
 /// The number that stands for a magnitude in a row; NaN where a cell holds none.

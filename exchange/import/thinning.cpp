@@ -96,12 +96,6 @@ void SmoothColumn(Rows& rows, int points, Amount Sample::*member, bool inDecibel
 
 }  // namespace
 
-void KeepRange(std::vector<Sample>& rows, double from, double to) {
-  std::erase_if(rows, [&](const Sample& row) {
-    return row.frequency.value < from || row.frequency.value > to;
-  });
-}
-
 void KeepEvery(std::vector<Sample>& rows, int n) {
   if (n <= 1) return;
   std::vector<Sample> kept;

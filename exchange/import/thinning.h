@@ -4,9 +4,6 @@
 
 namespace polefit {
 
-/// Keeps the rows from `from` to `to`, both counted in, in MHz.
-void KeepRange(std::vector<Sample>& rows, double from, double to);
-
 /// Keeps the first row and every n-th after it.
 void KeepEvery(std::vector<Sample>& rows, int n);
 

@@ -47,6 +47,7 @@ SourceFile ReadSourceBytes(const std::string& name, std::string_view bytes,
   const std::optional<std::string> text = DecodedText(bytes);
   if (text) {
     source = ReadText(name, *text, choices);
+    source.text = *text;
   } else {
     source.table = NoTable("the file is no text");
   }

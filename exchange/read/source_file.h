@@ -17,6 +17,8 @@ struct SourceFile {
   SourceTable delays;
   /// How a delimited text was read.
   TextLayout layout;
+  /// The text of the file, by whose lines the table counts; "" for a Response Input File.
+  std::string text;
 };
 
 /// Reads the file at `path`: network parameters, a Response Input File, or delimited text. Throws

@@ -1,23 +1,20 @@
 #pragma once
 
 #include <QDialog>
-#include <QString>
-#include <functional>
 
 #include "exchange/import/import_plan.h"
 
 class QCheckBox;
 class QComboBox;
-class QFormLayout;
-class QGroupBox;
 class QLabel;
-class QLineEdit;
 class QPushButton;
-class QSpinBox;
+class QTableView;
 
 namespace polefit {
 
-class ChoiceBox;
+class ImportColumnsGroup;
+class ImportRowsGroup;
+class ImportTextGroup;
 class PointsDiagram;
 class PointsModel;
 
@@ -27,72 +24,48 @@ class ImportDialog final : public QDialog {
   Q_OBJECT
 
  public:
-  /// Reads the source again with other choices for its text.
-  using Reader = std::function<SourceFile(const TextChoices&)>;
-
-  ImportDialog(ImportPlan plan, const FormCells& form, Reader reader, QWidget* parent);
+  ImportDialog(ImportPlan plan, const FormCells& form, ImportFiles files, QWidget* parent);
 
   const ImportPlan& Plan() const { return plan_; }
   const ImportPreview& Preview() const { return preview_; }
 
  private:
   QWidget* BuildChoices();
-  QWidget* BuildStart();
-  QGroupBox* BuildWhat();
-  QGroupBox* BuildRows();
-  QGroupBox* BuildFile();
   QWidget* BuildPreview();
+  QWidget* BuildStart();
+  QWidget* BuildFoot();
+  void FitScreen();
 
-  /// Fills the boxes from the plan, without taking their changes for choices.
+  void TakeRole();
+  void TakeStart();
+  void TakeText();
+  void TakeDelayFile();
+  void TakeYoutFile();
+
+  /// Fills the boxes from the plan and shows what comes of it.
   void ShowPlan();
-  void ShowColumns();
-  void ShowRows();
-  void ShowFile();
-  /// Takes what the boxes say into the plan and shows what comes of it.
-  void TakeChoices();
-  void TakeColumns();
-  void TakeValues();
-  void TakeDelay();
-  void TakeRows();
-  void ReadAgain();
   void ShowPreview();
+  void ShowStart();
+  void ShowWhatIsSet();
 
   ImportPlan plan_;
   const FormCells form_;
-  Reader reader_;
+  ImportFiles files_;
   ImportPreview preview_;
-  bool isShowing_ = false;
 
   QComboBox* role_;
-  ChoiceBox* frequency_;
-  ChoiceBox* unit_;
-  QComboBox* value_;
-  ChoiceBox* kind_;
-  QComboBox* second_;
-  QFormLayout* what_;
-  QLabel* otherLabel_;
-  QComboBox* other_;
-  QComboBox* weight_;
-  QComboBox* delay_;
-  QComboBox* delayUnit_;
-  QLabel* grounds_;
-  QLineEdit* from_;
-  QLineEdit* to_;
-  QComboBox* thinning_;
-  QSpinBox* thinningCount_;
-  QSpinBox* smooth_;
-  QCheckBox* normalise_;
-  QGroupBox* file_;
-  QComboBox* separator_;
-  QComboBox* decimalMark_;
-  QSpinBox* headingLine_;
-  QCheckBox* startsProblem_;
-  QComboBox* frequencies_;
-  QLabel* answers_;
-  QLabel* skipped_;
-  QLabel* summary_;
+  ImportColumnsGroup* columns_;
+  ImportRowsGroup* rows_;
+  ImportTextGroup* text_;
+  QTableView* table_;
   PointsModel* model_;
   PointsDiagram* diagram_;
+  QLabel* skipped_;
+  QCheckBox* startsProblem_;
+  QComboBox* frequencies_;
+  QCheckBox* setsFreqNorm_;
+  QLabel* answers_;
+  QLabel* summary_;
   QPushButton* ok_;
 };
 

@@ -33,18 +33,13 @@ ChoiceBox* MakeChoice(const char* name, const QString& tip) {
   return box;
 }
 
-void FillColumns(QComboBox& box, const SourceTable& table, std::initializer_list<QString> before,
-                 int chosen) {
-  box.clear();
-  int data = -1;
-  for (const QString& entry : before) box.addItem(entry, data--);
+void FillColumns(QComboBox& box, const SourceTable& table) {
   for (int column = 0; column < table.Columns(); ++column) {
     const QString heading = ToQString(table.columns[static_cast<std::size_t>(column)].heading);
     const QString number = QString::number(column + 1);
     box.addItem(heading.isEmpty() ? QWidget::tr("column %1").arg(number) : number + ": " + heading,
                 column);
   }
-  Choose(box, chosen);
 }
 
 void Choose(QComboBox& box, int data) {

@@ -2,7 +2,6 @@
 
 #include <QComboBox>
 #include <QWidget>
-#include <initializer_list>
 
 #include "exchange/read/table.h"
 
@@ -26,10 +25,8 @@ class ChoiceBox final : public QComboBox {
 /// A box that grows and shrinks with the dialog, whatever its longest entry.
 ChoiceBox* MakeChoice(const char* name, const QString& tip);
 
-/// Fills a box with the table's columns, "2: S21 dB", behind `before`, whose data count down from
-/// -1; chooses the entry whose data is `chosen`.
-void FillColumns(QComboBox& box, const SourceTable& table, std::initializer_list<QString> before,
-                 int chosen);
+/// Adds the table's columns, "2: S21 dB", each with its number from 0.
+void FillColumns(QComboBox& box, const SourceTable& table);
 
 /// Chooses the entry with this data.
 void Choose(QComboBox& box, int data);

@@ -9,14 +9,16 @@
 namespace polefit {
 
 /// The rows of an import as they will stand in the passband table, with the delay beside them where
-/// there is one.
+/// there is one, and between them, by its line, what was skipped of the file.
 class PointsModel final : public QAbstractTableModel {
   Q_OBJECT
 
  public:
   using QAbstractTableModel::QAbstractTableModel;
 
-  void Show(const ImportPreview& preview);
+  void Show(const ImportPreview& preview, const ImportPlan& plan);
+  /// The rows that show a skipped line, in one text over all columns.
+  std::vector<int> SkippedRows() const;
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -24,28 +26,42 @@ class PointsModel final : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
+  /// A row that arrives, by its index, or the text of a skipped line.
+  struct Entry {
+    std::size_t row = 0;
+    QString skipped = {};
+  };
+
+  void Arrange(const ImportPreview& preview, const ImportPlan& plan);
+  QVariant CellOf(std::size_t row, std::size_t column) const;
+
+  bool hasPassband_ = true;
   std::vector<PassbandCells> rows_;
   std::vector<DelayCells> delays_;
+  std::vector<Entry> entries_;
 };
 
-/// A small diagram of what arrives: the values in dB over the frequency.
+/// A small diagram of what arrives: the values in dB over the frequency, or a delay that comes
+/// alone.
 class PointsDiagram final : public QWidget {
  public:
   using QWidget::QWidget;
 
-  void Show(const ImportPreview& preview, Role role);
+  void Show(const ImportPreview& preview, const ImportPlan& plan);
   QSize sizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void Measure();
   void DrawCurve(QPainter& painter, const QRectF& area) const;
   void DrawLabels(QPainter& painter, const QRectF& area) const;
 
-  /// MHz and dB.
+  /// MHz, and dB or ns.
   std::vector<QPointF> points_;
   QRectF range_;
+  QString unit_;
 };
 
 }  // namespace polefit

@@ -212,6 +212,7 @@ void EditMenu::PasteInto(GridWidget& grid) {
   });
   if (refusal.empty()) return;
   run_([&](Program& program) {
+    if (takeOther && takeOther(text, tables_.TableOf(grid))) return Record(tr("Paste"));
     program.host.MessageBox(refusal, message_style::kExclamation, tr("Paste").toStdString());
   });
 }

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <string>
 
 #include "form/history.h"
 #include "form/ui/form_tables.h"
@@ -29,6 +30,10 @@ class EditMenu final : public QObject {
   void ForgetSteps();
   /// Makes a step of what has changed since the last one.
   void Record(const QString& name, StepKind kind = StepKind::edit);
+
+  /// Gets a pasted text that is no block of plain numbers; false when it can do nothing with it
+  /// either.
+  std::function<bool(const std::string& text, Table table)> takeOther;
 
  Q_SIGNALS:
   /// A step was undone or done again; this is where.

@@ -355,6 +355,8 @@ void MainWindow::SetFocus(std::string_view control) {
     if (tabs_->widget(tab)->isAncestorOf(widget)) tabs_->setCurrentIndex(tab);
   }
   widget->setFocus();
+  // Where the program leads to an answer, typing replaces it.
+  if (auto* const box = qobject_cast<QLineEdit*>(widget)) box->selectAll();
 }
 
 void MainWindow::SelectTab(Tab tab) {

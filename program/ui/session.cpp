@@ -1,6 +1,7 @@
 #include "program/ui/session.h"
 
 #include <QDateTime>
+#include <QTabWidget>
 #include <utility>
 
 #include "app/file_commands.h"
@@ -18,6 +19,7 @@
 #include "exchange/ui/export_command.h"
 #include "exchange/ui/import_dialog.h"
 #include "form/transfer.h"
+#include "form/ui/edit_menu.h"
 #include "grids/cell_editor.h"
 #include "plots/ui/curves_menu.h"
 #include "responsefile/reader.h"
@@ -64,6 +66,9 @@ void Session::ConnectMainForm() {
                    [this] { guard_.Run([this] { OpenChosenFile(program_, Importer()); }); });
   QObject::connect(&frmMain_, &MainWindow::mnuFileImport, &frmMain_,
                    [this] { guard_.Run([this] { ImportChosenFile(program_, Asker()); }); });
+  frmMain_.findChild<EditMenu*>()->takeOther = [this](const std::string& text, Table table) {
+    return ImportText(program_, text, table == Table::delay, Asker());
+  };
   new FileDrop(frmMain_, [this](const QStringList& paths) { TakeDropped(paths); });
   On(&MainWindow::mnuFileSave, FileSave);
   On(&MainWindow::mnuFileSaveAs, [](Program& program) { FileSaveAs(program); });
@@ -164,8 +169,8 @@ void Session::LoadMainFormOnce() {
 }
 
 AskForPlan Session::Asker() {
-  return [this](ImportPlan& plan, const FormCells& form, const auto& readAgain) {
-    ImportDialog dialog(plan, form, readAgain, &frmMain_);
+  return [this](ImportPlan& plan, const FormCells& form, const ImportFiles& files) {
+    ImportDialog dialog(plan, form, files, &frmMain_);
     if (dialog.exec() != QDialog::Accepted) return false;
     plan = dialog.Plan();
     return true;
@@ -181,6 +186,14 @@ OtherFile Session::Importer() {
   };
 }
 
+/// Points come in, on the tab of the delay data those alone, where the file has a delay.
+void Session::ImportDropped(const std::vector<std::string>& paths) {
+  const auto tab = static_cast<Tab>(frmMain_.findChild<QTabWidget*>()->currentIndex());
+  const bool isForDelays = tab == Tab::delayData && paths.size() == 1;
+  if (isForDelays && ImportDelay(program_, paths.front(), Asker())) return;
+  ImportPoints(program_, paths, Asker());
+}
+
 /// One Response Input File is opened; points, and a second file with their delay, come in.
 void Session::TakeDropped(const QStringList& dropped) {
   guard_.Run([&] {
@@ -189,7 +202,7 @@ void Session::TakeDropped(const QStringList& dropped) {
     std::vector<std::string> paths;
     for (const QString& path : dropped) paths.push_back(path.toStdString());
     if (HoldsOnlyPoints(program_, paths.front())) {
-      ImportPoints(program_, paths, Asker());
+      ImportDropped(paths);
     } else if (PromptSaveChanges(program_, program_.document.DataChanged) == kGoOn) {
       OpenNamedFile(program_, paths.front());
     }

@@ -51,6 +51,7 @@ class Session {
   void ShowVersions();
   AskForPlan Asker();
   OtherFile Importer();
+  void ImportDropped(const std::vector<std::string>& paths);
   void TakeDropped(const QStringList& dropped);
   void ExportResult();
 

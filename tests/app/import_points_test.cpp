@@ -26,7 +26,7 @@ class ImportPointsTest : public ::testing::Test {
 
   /// Takes the plan as it is offered, after `change`.
   AskForPlan Take(std::function<void(ImportPlan&)> change = {}) {
-    return [this, change](ImportPlan& plan, const FormCells& form, const auto& /*readAgain*/) {
+    return [this, change](ImportPlan& plan, const FormCells& form, const auto& /*files*/) {
       if (change) change(plan);
       preview_ = PreviewOf(plan, form);
       return true;
@@ -72,13 +72,15 @@ TEST_F(ImportPointsTest, ANewProblemFillsTheFormAndHasANameOfItsOwn) {
 TEST_F(ImportPointsTest, AnOlderProblemKeepsWhatWasTyped) {
   ImportPoints(program_, {host_.Path("data/x.csv")}, Take());
   program_.files.currentFileName = "old.1";
+  EXPECT_EQ(program_.document.nameForSaveAs, host_.Path("data/x.1"));
   // A row without a weight ends the list; what is below it is no point, but was typed.
   Type(4, {"9", "1", "1"});
   Type(5, {"10", "1", ".2", "1"});
   const std::string note = form_.Text("Note1");
   WriteBytes(host_.Path("data/y.csv"), "MHz,mag\n1,.9\n2,.8\n");
   ImportPoints(program_, {host_.Path("data/y.csv"), host_.Path("data/x.csv")}, Take());
-  EXPECT_EQ(preview_.summary, "2 rows, 1 to 2 MHz, -0.915 to -1.94 dB; replaces 3 rows");
+  EXPECT_EQ(preview_.summary, "2 rows, 1 to 2 MHz, -0.915 to -1.94 dB; replaces 3 rows; "
+            "3 delay rows, 1 to 3 MHz, TX 0 to 2 ns");
   EXPECT_THAT((std::vector{Row(1), Row(2), Row(3), Row(4)}),
               ElementsAre("1 1 .9 1", "2 1 .8 1", "9 1 1 ", "10 1 .2 1"));
   EXPECT_EQ(program_.document.record.nFreqPoints, 2);
@@ -88,6 +90,45 @@ TEST_F(ImportPointsTest, AnOlderProblemKeepsWhatWasTyped) {
   EXPECT_EQ(form_.Text("tmin"), "0");
   EXPECT_EQ(form_.Text("Note1"), note);
   EXPECT_EQ(program_.files.currentFileName, "old.1");
+}
+
+TEST_F(ImportPointsTest, ADelayOrATextComesInAlone) {
+  ImportPoints(program_, {host_.Path("data/x.csv")}, Take());
+  EXPECT_TRUE(ImportDelay(program_, host_.Path("data/x.csv"),
+                          Take([](ImportPlan& plan) { ChangeRole(plan, Role::equalise); })));
+  EXPECT_EQ(form_.delayData.Text(2, 2), "5");
+  EXPECT_EQ(Row(1), "1 1 .5 1");
+  WriteBytes(host_.Path("data/y.csv"), "MHz,mag\n1,.9\n2,.8\n");
+  EXPECT_FALSE(ImportDelay(program_, host_.Path("data/y.csv"), Take()));
+  EXPECT_FALSE(ImportText(program_, "only words\n", false, Take()));
+  program_.files.currentFileName = "old.1";
+  EXPECT_TRUE(ImportText(program_, "MHz\tmag\r\n1,5\t0,9\r\n2,5\t0,8\r\n", false, Take()));
+  EXPECT_EQ(Row(1), "1.5 1 0.9 1");
+  EXPECT_TRUE(ImportText(program_, "MHz\tgd (ns)\n1\t7\n2\t9\n", true, Take()));
+  EXPECT_EQ(form_.delayData.Text(1, 2), "2");
+  EXPECT_EQ(Row(1), "1.5 1 0.9 1");
+}
+
+TEST_F(ImportPointsTest, ChoicesAreKeptForTheKindOfFile) {
+  ImportPoints(program_, {host_.Path("data/x.csv")}, Take([](ImportPlan& plan) {
+                 ChangeRole(plan, Role::equalise);
+                 plan.choices.rows.smooth = 5;
+                 plan.choices.rows.from = 2;
+               }));
+  WriteBytes(host_.Path("data/same.csv"), "MHz,mag,gd (ns)\n5,.5,3\n6,.4,5\n7,.1,4\n");
+  WriteBytes(host_.Path("data/other.csv"), "MHz,mag\n5,.5\n6,.4\n");
+  for (const auto& [name, isKept] : {std::pair("same.csv", true), {"other.csv", false}}) {
+    ImportPlan offered;
+    ImportPoints(program_, {host_.Path(std::string("data/") + name)},
+                 [&](ImportPlan& plan, const auto&, const auto&) {
+                   offered = plan;
+                   return false;
+                 });
+    EXPECT_EQ(offered.isRecalled, isKept) << name;
+    EXPECT_EQ(offered.choices.role == Role::equalise, isKept) << name;
+    EXPECT_EQ(offered.choices.rows.smooth, isKept ? 5 : 0) << name;
+    EXPECT_LT(offered.choices.rows.from, 0) << name;
+  }
 }
 
 TEST_F(ImportPointsTest, WhatIsGivenUpOrCannotBeReadChangesNothing) {
