@@ -37,7 +37,7 @@ void EmptyRecord(ResponseRecord& record) {
   record.solverCount = 0;
   record.Note1.clear();
   record.Note2.clear();
-  record.LastFileName = "New data";
+  record.LastFileName = kNewData;
 }
 
 /// The current name with its extension as "*". Kept: with no dot, or a leading one, it is cut to
@@ -48,7 +48,7 @@ std::string SuggestedName(const Program& program) {
   const std::string path = JoinPath(files.currentFolder, files.currentFileName);
   if (path == program.document.nameForSaveAs) return files.currentFileName;
   const bool isOfRun =
-      program.files.currentFileName == "Start Up Values" && !program.document.nameForSaveAs.empty();
+      program.files.currentFileName == kStartUpValues && !program.document.nameForSaveAs.empty();
   const std::string& name =
       isOfRun ? program.document.nameForSaveAs : program.files.currentFileName;
   const std::size_t dot = name.find('.');
@@ -59,8 +59,8 @@ std::string SuggestedName(const Program& program) {
 
 /// The names of data that are in no file: a file of such a name would be saved over unasked.
 std::optional<Choice> RefuseOwnName(const std::string& path) {
-  const std::string name = path.substr(path.rfind(kSeparator) + 1);
-  if (name != "Start Up Values" && name != "New data") return std::nullopt;
+  const std::string name = CutPath(path).name;
+  if (name != kStartUpValues && name != kNewData) return std::nullopt;
   return Choice{
       "\"" + name + "\" stands for data that are in no file yet. Please choose another name.",
       {"OK"}};
@@ -79,7 +79,7 @@ void TellLostCharacters(Program& program, int count) {
 /// What a save that failed has left, in words.
 std::string AfterFailedSave(Program& program) {
   const Files& files = program.files;
-  const std::string path = JoinPath(files.currentFolder, files.currentFileName);
+  const std::string path = files.CurrentPath();
   const auto former = FormerContentOf(program.host, path);
   if (program.document.tornPath.empty() || !former) return ": " + path;
   return ": '" + path + "' is incomplete; its former content stands in '" + *former + "'.";
@@ -171,9 +171,8 @@ void OpenResponseFile(Program& program, const std::string& path) {
   const ErrorTable errors = OpenErrors(program);
   RunStep(host, errors, [&] { SetCurrentFile(host, files, path); });
   program.windows.CMDialog1.initialFolder = files.currentFolder;
-  const StepResult opened = RunStep(host, errors, [&] {
-    host.OpenForReading(JoinPath(files.currentFolder, files.currentFileName));
-  });
+  const StepResult opened =
+      RunStep(host, errors, [&] { host.OpenForReading(files.CurrentPath()); });
   if (opened == StepResult::done) {
     // The last-used name takes what line 1 says; the current name stays the chosen file.
     stop =
@@ -199,7 +198,7 @@ void FileSave(Program& program) {
   WriteNamedForm(program);
   // The name alone is no change of the data.
   const std::int16_t changed = program.document.DataChanged;
-  program.windows.frmMain.SetText("LastFileName", program.files.currentFileName);
+  program.windows.frmMain.SetText(kLastFileNameBox, program.files.currentFileName);
   program.document.DataChanged = changed;
 }
 

@@ -99,7 +99,7 @@ void LoadMainForm(Program& program) {
 
 void RestoreLastRun(Program& program) {
   Files& files = program.files;
-  files.currentFileName = "Start Up Values";
+  files.currentFileName = kStartUpValues;
   files.currentFolder = program.folders.ProgramFolder;
   files.lastUsedFolder = program.folders.ProgramFolder;
   try {

@@ -31,7 +31,7 @@ void ShowAsNew(Program& program, std::string_view bytes) {
   ByteLines lines(bytes);
   lines.ReadLine();
   ReadAnswers(lines, record);
-  record.LastFileName = "New data";
+  record.LastFileName = kNewData;
   const std::string folder = program.host.CurrentFolder();
   program.document.record = std::move(record);
   program.files.currentFileName = program.document.record.LastFileName;

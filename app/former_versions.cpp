@@ -11,8 +11,7 @@ namespace {
 constexpr std::int64_t kSecond = 1'000'000'000;  // in the nanoseconds of FileState
 
 std::string CurrentPath(Program& program) {
-  return program.host.ResolvedPath(
-      JoinPath(program.files.currentFolder, program.files.currentFileName));
+  return program.host.ResolvedPath(program.files.CurrentPath());
 }
 
 void TellNotKept(Program& program, const std::string& path, const RunTimeError& error) {
@@ -131,8 +130,8 @@ void PutVersionBack(Program& program, const std::string& path, const Version& ve
   if (isShown) {
     OpenFile(program, path);
   } else if (isOpen) {
-    program.files.currentFileName = "New data";
-    program.windows.frmMain.SetText("LastFileName", program.files.currentFileName);
+    program.files.currentFileName = kNewData;
+    program.windows.frmMain.SetText(kLastFileNameBox, program.files.currentFileName);
   }
 }
 

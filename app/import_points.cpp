@@ -169,7 +169,7 @@ void ImportChosenFile(Program& program, const AskForPlan& ask) {
 bool HoldsOnlyPoints(Program& program, const std::string& path) {
   try {
     const std::string bytes = program.host.ReadFile(path);
-    if (IsResponseFile(bytes)) return false;
+    if (LookAt(bytes).hasFlags) return false;
     const SourceFile source = ReadSourceBytes(path, bytes);
     return source.table.fault.empty() && source.table.Rows() >= 2;
   } catch (const RunTimeError&) {

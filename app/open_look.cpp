@@ -11,7 +11,7 @@ std::optional<Choice> DoubtAbout(Host& host, const std::string& path) {
   } catch (const RunTimeError&) {
     return std::nullopt;
   }
-  const std::string name = path.substr(path.rfind(kSeparator) + 1);
+  const std::string name = CutPath(path).name;
   return Choice{"'" + name + "' does not look like a Response Input File.",
                 {"Open All the Same", "Cancel"}};
 }

@@ -34,8 +34,7 @@ void ShowBefore(Program& program, const FormCells& before) {
 }
 
 void PutAsideBack(Program& program, const std::string& path, const std::string& aside) {
-  const bool isOpen = path == program.host.ResolvedPath(JoinPath(program.files.currentFolder,
-                                                                 program.files.currentFileName));
+  const bool isOpen = path == program.host.ResolvedPath(program.files.CurrentPath());
   if (isOpen && AskBeforeReplacing(program) == kStop) return;
   KeepFile(program, path, VersionKind::foreign);
   program.host.MoveFile(aside, path);

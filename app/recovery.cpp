@@ -24,7 +24,7 @@ std::string RecoveryFolder(Host& host) {
 }
 
 std::string PathOf(Host& host, const FormCells& cells) {
-  return host.ResolvedPath(JoinPath(cells.files.currentFolder, cells.files.currentFileName));
+  return host.ResolvedPath(cells.files.CurrentPath());
 }
 
 /// A copy whose window is gone, now a version.

@@ -47,10 +47,9 @@ std::optional<EditedCell> EditedCellFrom(const json& value) {
   if (value.is_null()) return std::nullopt;
   EditedCell cell{value.at("delay").get<bool>(), value.at("row").get<int>(),
                   value.at("column").get<int>(), value.at("text").get<std::string>()};
-  constexpr int kMostRows = 32767;
   const int columns = cell.isDelay ? DelayLists::kColumns : PassbandLists::kColumns;
   const bool isInTable =
-      cell.row >= 1 && cell.row <= kMostRows && cell.column >= 1 && cell.column <= columns;
+      cell.row >= 1 && cell.row <= kMostPoints + 1 && cell.column >= 1 && cell.column <= columns;
   return isInTable ? std::optional(cell) : std::nullopt;
 }
 

@@ -26,7 +26,7 @@ void TakeRunFile(Program& program) {
   Files& files = program.files;
   files.lastUsedFolder = program.host.ShortPath(files.currentFolder);
   std::string folder;
-  const std::string path = JoinPath(files.currentFolder, files.currentFileName);
+  const std::string path = files.CurrentPath();
   files.lastUsedName = SplitPath(program.host, path, folder);
 }
 

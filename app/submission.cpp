@@ -24,7 +24,7 @@ bool SaveBeforeRun(Program& program) {
                               message_style::kOkCancelQuestion, "Data -not- saved!");
   if (reply != Reply::ok) return false;
   const std::string former = files.currentFileName;
-  if (former == "Start Up Values") files.currentFileName = "*.*";
+  if (former == kStartUpValues) files.currentFileName = "*.*";
   if (FileSaveAs(program)) return true;
   if (files.currentFileName == "*.*") files.currentFileName = former;
   return false;
@@ -34,7 +34,7 @@ bool SaveBeforeRun(Program& program) {
 bool SaveForRun(Program& program) {
   Files& files = program.files;
   PutAnswers(program);
-  files.lastUsedName = JoinPath(files.currentFolder, files.currentFileName);
+  files.lastUsedName = files.CurrentPath();
   if (!FileExists(program.host, files.lastUsedName)) return SaveBeforeRun(program);
   return PromptSaveChanges(program, program.document.DataChanged) == kGoOn;
 }

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "base/number.h"
 #include "base/text.h"
 
 namespace polefit {
@@ -82,10 +83,6 @@ const NamedBinary* Find(const std::array<NamedBinary, Count>& table, std::string
   const auto at = std::find_if(table.begin(), table.end(),
                                [name](const NamedBinary& entry) { return entry.name == name; });
   return at == table.end() ? nullptr : &*at;
-}
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
 }
 
 bool IsLetter(char c) {

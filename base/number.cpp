@@ -13,10 +13,6 @@ namespace polefit {
 
 namespace {
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 /// Collects the characters of a number, one after the other, blanks passed over.
 class NumberScanner {
  public:

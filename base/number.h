@@ -6,6 +6,10 @@
 
 namespace polefit {
 
+constexpr bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
 /// The number that a text begins with, 0 when it begins with none: leading blanks are skipped,
 /// blanks between digits are ignored, and reading stops at the first character that cannot
 /// continue a number. The decimal sign is a point whatever the locale. Error 6 when the number

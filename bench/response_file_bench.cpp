@@ -19,8 +19,6 @@ namespace {
 
 using namespace polefit;
 
-constexpr int kMostPoints = 32766;
-
 std::string Decimal(double number) {
   char text[32];
   std::snprintf(text, sizeof text, "%.5g", number);

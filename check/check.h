@@ -30,11 +30,4 @@ CheckedFile CheckResponseFile(Host& host, const std::string& path);
 /// Judges a record: what would make a run fail or surprise, the faults first.
 std::vector<Finding> FindingsIn(const ResponseRecord& record);
 
-enum class CheckFormat { table, json };
-
-/// A table for people, UTF-8.
-std::string CheckAsTable(const CheckedFile& checked);
-/// One JSON object, UTF-8.
-std::string CheckAsJson(const CheckedFile& checked);
-
 }  // namespace polefit

@@ -1,8 +1,9 @@
+#include "check/check_json.h"
+
 #include <array>
 #include <cstdio>
 
 #include "base/text.h"
-#include "check/check.h"
 #include "record/question_catalogue.h"
 
 namespace polefit {

@@ -1,7 +1,8 @@
+#include "check/check_table.h"
+
 #include "base/number.h"
 #include "base/text.h"
 #include "base/text_format.h"
-#include "check/check.h"
 #include "record/question_catalogue.h"
 
 namespace polefit {

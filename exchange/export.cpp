@@ -46,7 +46,7 @@ bool NeedsLeadingConstant(ExportFormat format) {
 }
 
 void CheckRange(const FilterResult& result, ExportFormat format, std::vector<std::string>& faults) {
-  const double constant = LeadingConstant(result);
+  const double constant = ConstantInRadians(result);
   if (!NeedsLeadingConstant(format) || std::isnormal(constant)) return;
   faults.push_back(
       "The constant of H(s) in rad/s is " +

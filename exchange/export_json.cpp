@@ -54,7 +54,7 @@ std::string JsonResult(const FilterResult& result) {
   const double unit = result.AngularUnit();
   Json object = {{"zeros", RootArray(ZerosOf(result), unit)},
                  {"poles", RootArray(PolesOf(result), unit)},
-                 {"gain", LeadingConstant(result)},
+                 {"gain", ConstantInRadians(result)},
                  {"unit", "rad/s"},
                  {"freqNormMHz", result.freqNorm},
                  {"file", result.file},

@@ -110,7 +110,7 @@ std::string ScipyModule(const FilterResult& result) {
          "zeros = " + PythonRoots(ZerosOf(result), unit) +
          "poles = " + PythonRoots(PolesOf(result), unit) +
          "# H(s) = gain * prod(s - zeros) / prod(s - poles)\n" +
-         "gain = " + ShortestNumber(LeadingConstant(result)) + "\n" +
+         "gain = " + ShortestNumber(ConstantInRadians(result)) + "\n" +
          "system = signal.ZerosPolesGain(zeros, poles, gain)\n" +
          "# Rows b2, b1, b0, a2, a1, a0: the product of (b2 s^2 + b1 s + b0) / (a2 s^2 + a1 s + a0)"
          "\n# is H(s); low Q first.\n" +
@@ -126,7 +126,7 @@ std::string MatlabScript(const FilterResult& result) {
          "zeros = " + MatlabRoots(ZerosOf(result), unit) +
          "poles = " + MatlabRoots(PolesOf(result), unit) +
          "% H(s) = gain * prod(s - zeros) / prod(s - poles)\n" +
-         "gain = " + ShortestNumber(LeadingConstant(result)) + ";\n" +
+         "gain = " + ShortestNumber(ConstantInRadians(result)) + ";\n" +
          "% Rows b2, b1, b0, a2, a1, a0: the product of (b2 s^2 + b1 s + b0) / (a2 s^2 + a1 s + a0)"
          "\n% is H(s); low Q first.\n" +
          "sections = [\n" + SectionRows(result, "    ", "\n") + "];\n" + kMatlabResponse;

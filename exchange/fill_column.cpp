@@ -15,7 +15,6 @@ namespace polefit {
 
 namespace {
 
-constexpr int kMostRows = 32766;
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 constexpr int kWeightColumn = 4;
 
@@ -214,7 +213,7 @@ std::string FrequencyGrid::Fault() const {
     return "The frequencies must rise from 0 or above.";
   }
   if (isLogarithmic && from == 0) return "Logarithmic steps cannot begin at 0.";
-  if (steps < 1 || steps >= kMostRows) return "The number of steps goes from 1 to 32765.";
+  if (steps < 1 || steps >= kMostPoints) return "The number of steps goes from 1 to 32765.";
   return "";
 }
 

@@ -15,8 +15,7 @@ namespace {
 /// The poles or zeros of a factor at their true places, one by one.
 void AddLocation(const Location& placed, std::vector<ResultLocation>& locations) {
   const bool isOmega = placed.kind == FactorKind::omegaZero;
-  const bool isPair = isOmega || placed.kind == FactorKind::polePair ||
-                      placed.kind == FactorKind::zeroPair || placed.kind == FactorKind::zeroQuad;
+  const bool isPair = isOmega || IsPair(placed.kind);
   for (int i = 0; i < placed.multiplicity; ++i) {
     const ResultLocation location = {placed.kind, placed.IsPole(), isPair, placed.real,
                                      placed.imaginary};
@@ -28,28 +27,12 @@ void AddLocation(const Location& placed, std::vector<ResultLocation>& locations)
   }
 }
 
-int SlotOf(FactorKind kind) {
-  switch (kind) {
-    case FactorKind::sigmaPole:
-      return slot::kSigmaPoles;
-    case FactorKind::polePair:
-      return slot::kPoleReal;
-    case FactorKind::sigmaZero:
-      return slot::kSigmaZero;
-    case FactorKind::omegaZero:
-      return slot::kYzero;
-    case FactorKind::zeroPair:
-    case FactorKind::zeroQuad:
-      break;
-  }
-  return slot::kZreal;
-}
-
 /// The solver starts from values of its own where an answer is empty; those are no result.
 void CheckAnswered(const ResponseRecord& record, const FilterResult& result,
                    std::vector<std::string>& faults) {
   std::set<int> slots = {slot::kGain};
-  for (const ResultLocation& location : result.locations) slots.insert(SlotOf(location.kind));
+  for (const ResultLocation& location : result.locations)
+    slots.insert(SlotsOf(location.kind).front());
   for (const int slot : slots) {
     if (!Words(record.Slot(slot)).empty()) continue;
     faults.push_back(QuestionTopic(slot).name + " is empty; a result has all its answers.");
@@ -135,7 +118,7 @@ std::complex<double> ResponseAt(const FilterResult& result, double w) {
   return response;
 }
 
-double LeadingConstant(const FilterResult& result) {
+double ConstantInRadians(const FilterResult& result) {
   // At 40 poles in rad/s the product leaves the range of double long before K does.
   long double constant = result.gain;
   for (const ResultLocation& location : result.locations) {
@@ -150,21 +133,8 @@ double LeadingConstant(const FilterResult& result) {
 }
 
 const char* KindName(const ResultLocation& location) {
-  switch (location.kind) {
-    case FactorKind::sigmaPole:
-      return "sigma pole";
-    case FactorKind::polePair:
-      return "pole pair";
-    case FactorKind::sigmaZero:
-      return location.isPole ? "lossless pole" : "sigma zero";
-    case FactorKind::omegaZero:
-      return "omega zero";
-    case FactorKind::zeroPair:
-      return "zero pair";
-    case FactorKind::zeroQuad:
-      break;
-  }
-  return "zero quad";
+  const bool isOwnPole = location.kind == FactorKind::sigmaZero && location.isPole;
+  return isOwnPole ? "lossless pole" : ShortName(location.kind);
 }
 
 std::optional<double> QualityOf(const ResultLocation& location) {

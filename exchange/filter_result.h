@@ -66,7 +66,7 @@ std::complex<double> ResponseAt(const FilterResult& result, double w);
 
 /// K of H(s) = K product of (s - zero) / product of (s - pole), s in rad/s; infinite or 0 where no
 /// number holds it.
-double LeadingConstant(const FilterResult& result);
+double ConstantInRadians(const FilterResult& result);
 
 /// The name of a location's kind as users meet it: "zero quad".
 const char* KindName(const ResultLocation& location);

@@ -67,7 +67,7 @@ std::vector<int> Numbers(int first, int last) {
 }
 
 std::int16_t Count(int points) {
-  return static_cast<std::int16_t>(std::clamp(points, 0, kMostRows));
+  return static_cast<std::int16_t>(std::clamp(points, 0, kMostPoints));
 }
 
 bool HasWeights(const FormCells& cells) {
@@ -130,8 +130,8 @@ std::string Refusal(const PastedRows& rows, int row, int column, int columns) {
     return "Nothing was pasted: the clipboard has " + std::to_string(width) +
            " columns, and from here there are " + std::to_string(free) + ".";
   }
-  if (row - 1 + static_cast<int>(rows.size()) > kMostRows) {
-    return "Nothing was pasted: the table would have more than " + std::to_string(kMostRows) +
+  if (row - 1 + static_cast<int>(rows.size()) > kMostPoints) {
+    return "Nothing was pasted: the table would have more than " + std::to_string(kMostPoints) +
            " rows.";
   }
   return {};
@@ -220,7 +220,7 @@ void DeleteRows(FormCells& cells, Table table, int firstRow, int lastRow) {
 bool InsertRows(FormCells& cells, Table table, const CellBlock& block) {
   return With(cells, table, [&](auto& points, std::int16_t& count) {
     const int rows = block.lastRow - block.firstRow + 1;
-    if (RowCount(points) + rows > kMostRows) return false;
+    if (RowCount(points) + rows > kMostPoints) return false;
     if (block.firstRow > RowCount(points)) return true;
     std::vector<int> sources = Numbers(1, RowCount(points));
     sources.insert(sources.begin() + block.firstRow - 1, static_cast<std::size_t>(rows), 0);

@@ -10,9 +10,6 @@ namespace polefit {
 
 enum class Table { passband, delay };
 
-/// The most rows that a table can be saved with.
-inline constexpr int kMostRows = 32766;
-
 // Each of these changes the cells, and the count of points where rows come or go, and nothing
 // else; `ShowCells` then shows them. While question 3 is not ticked the Weight column is hidden: it
 // takes no part in blocks, and rows that come get the weight 1.

@@ -43,6 +43,8 @@ struct Files {
   std::string lastUsedName;
   std::string lastUsedFolder;
 
+  std::string CurrentPath() const { return JoinPath(currentFolder, currentFileName); }
+
   bool operator==(const Files&) const = default;
 };
 

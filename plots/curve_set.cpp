@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "plots/same_problem.h"
+#include "record/same_problem.h"
 
 namespace polefit {
 

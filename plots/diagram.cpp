@@ -129,36 +129,18 @@ std::string CurveText(const Diagram& diagram, std::size_t stop) {
   return Figure(at.x, 5) + " on the axis, " + Figure(at.y, 5) + " " + diagram.y.label;
 }
 
-const char* NameOf(FactorKind kind) {
-  switch (kind) {
-    case FactorKind::sigmaPole:
-      return "sigma pole";
-    case FactorKind::polePair:
-      return "pair";
-    case FactorKind::sigmaZero:
-      return "sigma zero";
-    case FactorKind::omegaZero:
-      return "omega zero";
-    case FactorKind::zeroPair:
-      return "zero pair";
-    default:
-      return "zero quad";
-  }
-}
-
 }  // namespace
 
 std::string LocationText(const FitCurves& curves, std::size_t location) {
   const Location& at = curves.locations[location];
   const double distance = std::hypot(at.real, at.imaginary);
-  std::string text = NameOf(at.kind);
+  std::string text = at.kind == FactorKind::polePair ? "pair" : ShortName(at.kind);
   if (at.kind != FactorKind::sigmaZero) text += " " + std::to_string(at.number + 1);
   text += ": ";
   if (at.kind != FactorKind::omegaZero) {
     text += (at.onBothSides ? "\u00b1" + Figure(std::abs(at.real), 4) : Figure(at.real, 4));
   }
-  const bool isPair = at.kind == FactorKind::polePair || at.kind == FactorKind::zeroPair ||
-                      at.kind == FactorKind::zeroQuad;
+  const bool isPair = IsPair(at.kind);
   if (isPair) text += " + ";
   if (isPair || at.kind == FactorKind::omegaZero) text += "j" + Figure(at.imaginary, 4);
   text += ", " + FrequencyText(Rounded4(distance * curves.h->FreqNorm()));

@@ -131,8 +131,8 @@ std::vector<double> DiagramParts::Levels(std::vector<double> values) const {
 }
 
 std::string DiagramParts::CountSentence() const {
-  const int poles = PoleCountOf(*shown_.back());
-  const int zeros = ZeroCountOf(*shown_.back());
+  const int poles = shown_.back()->h->PoleCount();
+  const int zeros = shown_.back()->h->ZeroCount();
   return std::to_string(poles) + (poles == 1 ? " pole, " : " poles, ") + std::to_string(zeros) +
          (zeros == 1 ? " zero" : " zeros");
 }

@@ -48,27 +48,11 @@ std::vector<double> CurveFrequencies(const TransferFunction& h, const FrequencyR
   return megahertz;
 }
 
-/// The answer that the locations of a kind stand in.
-int SlotOf(FactorKind kind) {
-  switch (kind) {
-    case FactorKind::sigmaPole:
-      return slot::kSigmaPoles;
-    case FactorKind::polePair:
-      return slot::kPoleReal;
-    case FactorKind::sigmaZero:
-      return slot::kSigmaZero;
-    case FactorKind::omegaZero:
-      return slot::kYzero;
-    default:
-      return slot::kZreal;
-  }
-}
-
 /// The omega-axis zeros stand in ascending order in the problem, as typed in the answer; the quads
 /// stand behind the zero pairs.
 std::vector<std::size_t> WordsOf(const ResponseRecord& record,
                                  const std::vector<Location>& locations) {
-  const std::vector<std::string> zeros = Words(record.Slot(SlotOf(FactorKind::omegaZero)));
+  const std::vector<std::string> zeros = Words(record.Slot(slot::kYzero));
   std::vector<std::size_t> order(zeros.size());
   std::iota(order.begin(), order.end(), 0U);
   std::stable_sort(order.begin(), order.end(), [&](std::size_t one, std::size_t other) {
@@ -171,26 +155,6 @@ WorstRow WorstOf(const std::vector<double>& errors, const std::vector<double>& m
     worst = {static_cast<int>(i) + 1, megahertz[i], errors[i]};
   }
   return worst;
-}
-
-int PoleCountOf(const FitCurves& curves) {
-  int count = 0;
-  for (const Location& at : curves.locations) {
-    if (at.kind == FactorKind::sigmaPole) count += 1;
-    if (at.kind == FactorKind::polePair) count += 2;
-    if (at.bringsPole) count += at.multiplicity;
-  }
-  return count;
-}
-
-int ZeroCountOf(const FitCurves& curves) {
-  int count = 0;
-  for (const Location& at : curves.locations) {
-    if (at.IsPole()) continue;
-    const int roots = at.kind == FactorKind::sigmaZero ? at.multiplicity : 2;
-    count += roots * (at.onBothSides && at.multiplicity == 1 ? 2 : 1);
-  }
-  return count;
 }
 
 }  // namespace polefit

@@ -80,8 +80,4 @@ struct WorstRow {
 };
 WorstRow WorstOf(const std::vector<double>& errors, const std::vector<double>& megahertz);
 
-/// How many poles and zeros H(s) has.
-int PoleCountOf(const FitCurves& curves);
-int ZeroCountOf(const FitCurves& curves);
-
 }  // namespace polefit

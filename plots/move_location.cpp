@@ -41,21 +41,6 @@ std::string Joined(const std::vector<std::string>& words) {
   return text;
 }
 
-std::vector<int> SlotsOf(FactorKind kind) {
-  switch (kind) {
-    case FactorKind::sigmaPole:
-      return {slot::kSigmaPoles};
-    case FactorKind::polePair:
-      return {slot::kPoleReal, slot::kPoleImag};
-    case FactorKind::sigmaZero:
-      return {slot::kSigmaZero};
-    case FactorKind::omegaZero:
-      return {slot::kYzero};
-    default:
-      return {slot::kZreal, slot::kZimag};
-  }
-}
-
 std::vector<ChangedAnswer> MoveLocation(const ResponseRecord& record, const FitCurves& typed,
                                         std::size_t location, double real, double imaginary) {
   const Location& at = typed.locations[location];

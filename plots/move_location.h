@@ -26,7 +26,4 @@ std::string Joined(const std::vector<std::string>& words);
 /// A number as it is typed into an answer: four significant digits.
 std::string TypedNumber(double value);
 
-/// The answers that a location stands in: of a pair the real parts, then the imaginary ones.
-std::vector<int> SlotsOf(FactorKind kind);
-
 }  // namespace polefit

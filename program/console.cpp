@@ -7,6 +7,8 @@
 #include "base/text.h"
 #include "base/text_format.h"
 #include "check/check.h"
+#include "check/check_json.h"
+#include "check/check_table.h"
 #include "platform/paths.h"
 #include "program/console_exit.h"
 #include "program/export_command.h"
@@ -74,15 +76,10 @@ int Rewrite(Host& host, Words words) {
   }
   ResponseRecord record;
   try {
-    host.OpenForReading(from);
-    std::string name;
-    std::string folder;
-    ReadResponse(host, record, name, folder);
+    record = ReadResponseFile(host, from);
   } catch (const RunTimeError& error) {
-    host.CloseFile();
     return FailReading(from, error);
   }
-  host.CloseFile();
   try {
     WriteResponseFile(host, record, TargetOf(to));
   } catch (const RunTimeError& error) {

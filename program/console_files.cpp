@@ -3,24 +3,8 @@
 #include <iostream>
 
 #include "program/console_exit.h"
-#include "responsefile/reader.h"
 
 namespace polefit {
-
-ResponseRecord ReadRecord(Host& host, const std::string& path) {
-  ResponseRecord record;
-  try {
-    std::string name;
-    std::string folder;
-    host.OpenForReading(path);
-    ReadResponse(host, record, name, folder);
-  } catch (const RunTimeError&) {
-    host.CloseFile();
-    throw;
-  }
-  host.CloseFile();
-  return record;
-}
 
 int WriteOutput(Host& host, const std::string& out, std::string_view bytes) {
   if (out == "-") {

@@ -7,6 +7,7 @@
 #include "platform/paths.h"
 #include "program/console_exit.h"
 #include "program/console_files.h"
+#include "responsefile/reader.h"
 
 namespace polefit {
 
@@ -57,7 +58,7 @@ int ExportCommand(Host& host, std::span<const std::string> words) {
     return Fail(kWrongUsage, "--points data goes with touchstone only");
   }
   try {
-    const ResponseRecord record = ReadRecord(host, path);
+    const ResponseRecord record = ReadResponseFile(host, path);
     const Export exported = ExportResult(record, {*format, read->atDataPoints, CutPath(path).name,
                                                   host.FormatNow("%Y-%m-%d %H:%M")});
     for (const std::string& fault : exported.faults) Fail(1, "'" + path + "': " + fault);

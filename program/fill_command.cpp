@@ -8,6 +8,7 @@
 #include "platform/paths.h"
 #include "program/console_exit.h"
 #include "program/console_files.h"
+#include "responsefile/reader.h"
 #include "responsefile/writer.h"
 #include "solver/problem/answers.h"
 
@@ -119,7 +120,7 @@ int FillCommand(Host& host, std::span<const std::string> words) {
   const std::string& out = read->names[1];
   ResponseRecord record;
   try {
-    record = ReadRecord(host, path);
+    record = ReadResponseFile(host, path);
   } catch (const RunTimeError& error) {
     return FailReading(path, error);
   }

@@ -225,12 +225,7 @@ class Import {
 
   ResponseRecord ExtendedRecord(const ImportChoices& choices) {
     reading = options_.into;
-    ResponseRecord record;
-    std::string name;
-    std::string folder;
-    host_.OpenForReading(options_.into);
-    ReadResponse(host_, record, name, folder);
-    host_.CloseFile();
+    ResponseRecord record = ReadResponseFile(host_, options_.into);
     if (!options_.poles.empty()) record.Slot(slot::kNPoles) = options_.poles;
     const bool hasOther = choices.other.column != kNoColumn;
     const TakenColumns taken = {options_.role != Role::want || hasOther,

@@ -8,6 +8,10 @@
 
 namespace polefit {
 
+/// The names of data that are in no file.
+inline constexpr const char* kNewData = "New data";
+inline constexpr const char* kStartUpValues = "Start Up Values";
+
 /// What the last start, New, Open, Save or Save As left, told apart by digests.
 struct LeftState {
   /// What a save would then have written, from line 2 on; nothing when it could not be saved.

@@ -12,6 +12,8 @@ namespace polefit {
 
 inline constexpr int kSlotCount = 24;
 inline constexpr int kSolverValueCount = 9;
+/// The rows that a table can hold: they are counted in 16 bits, with a spare one.
+inline constexpr int kMostPoints = 32766;
 
 /// Every answer of one fitting run, as UTF-8 text exactly as typed.
 /// Frequencies are in MHz, delays in ns, pole and zero locations normalised.

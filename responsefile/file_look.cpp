@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <vector>
 
 #include "base/line_source.h"
 #include "base/text.h"
@@ -26,20 +27,34 @@ bool IsYesOrNo(const std::string& value) {
   return value == "Y" || value == "y" || value == "N" || value == "n" || value.starts_with("-999");
 }
 
-/// Every yes or no question is answered so. The answer of slot k stands in line k + 1.
-bool AnswersYesOrNo(std::string_view bytes) {
+/// The lines of the answers by yes or no; none where the text ends before the last answer. The
+/// answer of slot k stands in line k + 1.
+std::vector<std::string> FlagLines(std::string_view bytes) {
+  std::vector<std::string> flags;
   ByteLines lines(bytes);
-  for (int number = 0; number <= slot::kLossless; ++number) {
-    const std::string value = WrittenValue(lines.ReadLine());
-    const bool asked = std::ranges::find(kYesNoSlots, number) != std::end(kYesNoSlots);
-    if (asked && !IsYesOrNo(value)) return false;
+  try {
+    for (int number = 0; number <= slot::kMaxXY; ++number) {
+      const std::string_view line = lines.ReadLine();
+      if (std::ranges::find(kYesNoSlots, number) != std::end(kYesNoSlots)) flags.emplace_back(line);
+    }
+  } catch (const RunTimeError&) {
+    flags.clear();
   }
-  return true;
+  return flags;
+}
+
+bool AreFlags(const std::vector<std::string>& lines) {
+  const bool isAnyWritten = std::ranges::any_of(lines, [](const std::string& line) {
+    return line.find_first_not_of(" \t") != std::string::npos;
+  });
+  return isAnyWritten && std::ranges::all_of(lines, [](const std::string& line) {
+           const std::string value = WrittenValue(line);
+           return value.empty() || IsYesOrNo(value);
+         });
 }
 
 /// A whole text that is a number which the tables can hold.
 bool IsCount(const std::string& answer) {
-  constexpr double kMostPoints = 32766;  // rows are counted in 16 bits, with a spare one
   const std::string_view text = TrimBlanks(answer);
   double count = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
@@ -52,16 +67,19 @@ bool IsThreePieces(const std::string& zeroCounts) {
   return zeroCounts.empty() || std::ranges::count(zeroCounts, ' ') >= 2;
 }
 
-bool Fits(std::string_view bytes, const ResponseRecord& record) {
+bool Fits(const ResponseRecord& record, const std::vector<std::string>& flags) {
   return IsCount(record.Slot(slot::kFreqPointCount)) &&
          IsCount(record.Slot(slot::kDelayPointCount)) &&
-         IsThreePieces(record.Slot(slot::kZeroCounts)) && AnswersYesOrNo(bytes);
+         IsThreePieces(record.Slot(slot::kZeroCounts)) &&
+         std::ranges::all_of(flags, IsYesOrNo, WrittenValue);
 }
 
 }  // namespace
 
 FileLook LookAt(std::string_view bytes) {
   FileLook look;
+  const std::vector<std::string> flags = FlagLines(bytes);
+  look.hasFlags = AreFlags(flags);
   ResponseRecord record;
   try {
     ByteLines lines(bytes);
@@ -72,7 +90,7 @@ FileLook LookAt(std::string_view bytes) {
   }
   look.readsToItsEnd = true;
   look.points = record.nFreqPoints + record.nDelayPoints;
-  look.isResponseFile = Fits(bytes, record);
+  look.isResponseFile = Fits(record, flags);
   return look;
 }
 

@@ -11,6 +11,9 @@ struct FileLook {
   /// yes or no are answered so, and the zero counts are three pieces. Comments are not needed.
   bool isResponseFile = false;
   bool readsToItsEnd = false;
+  /// Those five stand where they belong, though not all need be answered: a Response Input File,
+  /// whole or not, and no list of points.
+  bool hasFlags = false;
   /// The points of both tables; 0 for a file that does not read to its end.
   int points = 0;
   /// Line 1 as UTF-8, or "".

@@ -66,6 +66,21 @@ void ReadResponse(Host& host, ResponseRecord& record, std::string& name,
   ReadAnswers(host, record, shortRow);
 }
 
+ResponseRecord ReadResponseFile(Host& host, const std::string& path) {
+  ResponseRecord record;
+  std::string name;
+  std::string folder;
+  try {
+    host.OpenForReading(path);
+    ReadResponse(host, record, name, folder);
+  } catch (const RunTimeError&) {
+    host.CloseFile();
+    throw;
+  }
+  host.CloseFile();
+  return record;
+}
+
 void ReadAnswers(LineSource& lines, ResponseRecord& record, ShortRow shortRow) {
   for (int number = slot::kEqualDelay; number <= slot::kMaxXY; ++number) {
     record.Slot(number) = ReadValueLine(lines);

@@ -19,6 +19,9 @@ enum class ShortRow { fails, isKept };
 void ReadResponse(Host& host, ResponseRecord& record, std::string& name,
                   std::string& lastUsedFolder, ShortRow shortRow = ShortRow::fails);
 
+/// The Response Input File at `path`: opened, read as above, and closed, after an error too.
+ResponseRecord ReadResponseFile(Host& host, const std::string& path);
+
 /// Reads what follows line 1 into `record`. Errors as for ReadResponse.
 void ReadAnswers(LineSource& lines, ResponseRecord& record, ShortRow shortRow = ShortRow::fails);
 

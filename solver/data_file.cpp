@@ -13,8 +13,6 @@ namespace polefit {
 namespace {
 
 constexpr int kPassbandCountLine = 24;
-/// The lists keep a spare row, and rows are counted in 16 bits.
-constexpr double kMostPoints = 32766;
 
 /// What is wrong with a count line; nothing when it is a count.
 std::vector<Finding> CountFault(const Topic& topic, const std::string& answer,

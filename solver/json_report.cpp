@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <numbers>
 #include <string_view>
+#include <utility>
 
 #include "record/question_catalogue.h"
 
@@ -17,39 +18,10 @@ using Json = nlohmann::ordered_json;
 const Json kNone = nullptr;
 
 const char* KindOf(const LocationFigures& location) {
-  switch (location.kind) {
-    case FactorKind::sigmaPole:
-      return "sigma pole";
-    case FactorKind::polePair:
-      return "pole pair";
-    case FactorKind::omegaZero:
-      return "omega zero";
-    case FactorKind::zeroPair:
-      return "zero pair";
-    case FactorKind::zeroQuad:
-      return "zero quad";
-    case FactorKind::sigmaZero:
-      break;
-  }
+  if (location.kind != FactorKind::sigmaZero) return ShortName(location.kind);
   if (location.isOwnPole) return location.isDoublet ? "own double pole" : "own pole";
   if (location.isLossless) return location.isDoublet ? "lossless doublet" : "lossless sigma zero";
-  return location.isDoublet ? "sigma zero doublet" : "sigma zero";
-}
-
-/// The question whose answer the real part is, or the imaginary one of an omega-axis zero.
-int SlotOf(FactorKind kind) {
-  switch (kind) {
-    case FactorKind::sigmaPole:
-      return slot::kSigmaPoles;
-    case FactorKind::polePair:
-      return slot::kPoleReal;
-    case FactorKind::sigmaZero:
-      return slot::kSigmaZero;
-    case FactorKind::omegaZero:
-      return slot::kYzero;
-    default:
-      return slot::kZreal;
-  }
+  return location.isDoublet ? "sigma zero doublet" : ShortName(location.kind);
 }
 
 const char* NameOf(Bound bound) {
@@ -77,7 +49,7 @@ Json LocationObject(const LocationFigures& location, int index, double freqNorm)
   const double real = sign * location.real.value;
   const double imaginary = location.imaginary.value;
   return {{"kind", KindOf(location)},
-          {"question", QuestionNumber(SlotOf(location.kind))},
+          {"question", QuestionNumber(SlotsOf(location.kind).front())},
           {"index", index},
           {"real", real},
           {"imag", imaginary},
@@ -97,8 +69,8 @@ Json LocationArray(const Figures& figures) {
   int index = 0;
   for (const LocationFigures& location : figures.locations) {
     if (!location.isOwnPole) {
-      index = SlotOf(location.kind) == slot ? index + 1 : 1;
-      slot = SlotOf(location.kind);
+      const int former = std::exchange(slot, SlotsOf(location.kind).front());
+      index = slot == former ? index + 1 : 1;
     }
     array.push_back(LocationObject(location, index, figures.freqNorm));
   }

@@ -6,6 +6,7 @@
 
 namespace polefit {
 
+/// Whether texts are lighter than what they stand on.
 bool IsDark(const QPalette& palette);
 
 /// A line that can be seen on the palette's base, in light and dark.

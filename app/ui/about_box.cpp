@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "widgets/captions.h"
+
 namespace polefit {
 
 namespace {
@@ -20,16 +22,6 @@ QLabel* MakeLine(const char* name, const QString& text) {
   return line;
 }
 
-QLabel* MakeTitle() {
-  constexpr double kTitleScale = 1.8;
-  QLabel* const title = MakeLine("lblTitle", "Polefit™");
-  QFont font = title->font();
-  font.setBold(true);
-  font.setPointSizeF(font.pointSizeF() * kTitleScale);
-  title->setFont(font);
-  return title;
-}
-
 }  // namespace
 
 void ShowAboutBox(QWidget* parent) {
@@ -39,7 +31,7 @@ void ShowAboutBox(QWidget* parent) {
   auto* rows = new QVBoxLayout(&box);
   rows->setContentsMargins(24, 20, 24, 16);
   rows->setSpacing(10);
-  rows->addWidget(MakeTitle());
+  rows->addWidget(MakeTitle("Polefit™"));
   rows->addWidget(MakeLine("lblVersion", QObject::tr("Version %1").arg(POLEFIT_VERSION)));
   rows->addWidget(
       MakeLine("lblPurpose", QObject::tr("Finds the poles and zeros of the transfer function that "

@@ -8,8 +8,7 @@
 namespace polefit {
 
 void ChooseFormerVersion(Program& program, QWidget* parent) {
-  const std::string current = program.host.ResolvedPath(
-      JoinPath(program.files.currentFolder, program.files.currentFileName));
+  const std::string current = program.host.ResolvedPath(program.files.CurrentPath());
   std::vector<std::string> paths = VersionStore(program.host).Paths();
   if (paths.empty()) paths.push_back(current);
   const auto lister = [&host = program.host](const std::string& path) {

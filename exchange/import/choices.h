@@ -66,7 +66,4 @@ struct ImportChoices {
   RowChoices rows = {};
 };
 
-/// Points at most; what has more is to be thinned.
-inline constexpr int kMostPoints = 32766;
-
 }  // namespace polefit

@@ -28,7 +28,7 @@ std::string SubjectOf(const SourceTable& table, int column, std::string_view par
 /// A form that names no file may as well begin anew.
 bool IsFresh(const FormCells& form) {
   const std::string& name = form.files.currentFileName;
-  return name.empty() || name == "Start Up Values" || name == "New data";
+  return name.empty() || name == kStartUpValues || name == kNewData;
 }
 
 TakenColumns TakenBy(const ImportPlan& plan) {

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "base/number.h"
+
 namespace polefit {
 
 namespace {
@@ -13,10 +15,6 @@ namespace {
 constexpr std::size_t kLongestNumber = 64;
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr std::string_view kTypographicMinus = "\xE2\x88\x92";
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 /// A number in its parts: sign, digits before and behind the point, power of ten.
 struct Parts {

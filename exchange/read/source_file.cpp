@@ -6,6 +6,7 @@
 #include "exchange/read/network_file.h"
 #include "exchange/read/response_table.h"
 #include "platform/paths.h"
+#include "responsefile/file_look.h"
 #include "responsefile/reader.h"
 
 namespace polefit {
@@ -13,17 +14,7 @@ namespace polefit {
 namespace {
 
 SourceFile ReadResponseSource(Host& host, const std::string& path) {
-  ResponseRecord record;
-  std::string name;
-  std::string folder;
-  try {
-    host.OpenForReading(path);
-    ReadResponse(host, record, name, folder);
-  } catch (...) {
-    host.CloseFile();
-    throw;
-  }
-  host.CloseFile();
+  const ResponseRecord record = ReadResponseFile(host, path);
   SourceFile source;
   source.table = PassbandTable(record);
   source.delays = DelayTable(record);
@@ -58,7 +49,7 @@ SourceFile ReadSourceBytes(const std::string& name, std::string_view bytes,
 SourceFile ReadSourceFile(Host& host, const std::string& path, const TextChoices& choices) {
   const std::string bytes = host.ReadFile(path);
   const std::string name = CutPath(path).name;
-  if (!IsResponseFile(bytes)) return ReadSourceBytes(name, bytes, choices);
+  if (!LookAt(bytes).hasFlags) return ReadSourceBytes(name, bytes, choices);
   SourceFile source = ReadResponseSource(host, path);
   source.name = name;
   return source;

@@ -6,6 +6,7 @@
 #include "plots/ui/plot_page.h"
 #include "program/console_exit.h"
 #include "program/console_files.h"
+#include "responsefile/reader.h"
 #include "widgets/controls.h"
 
 namespace polefit {
@@ -13,7 +14,7 @@ namespace polefit {
 int PlotFile(Host& host, const std::string& file, const std::string& out) {
   ResponseRecord record;
   try {
-    record = ReadRecord(host, file);
+    record = ReadResponseFile(host, file);
   } catch (const RunTimeError& error) {
     return FailReading(file, error);
   }

@@ -281,15 +281,10 @@ void Session::ExportResult() {
 void Session::ShowRunResult() {
   ResponseRecord record;
   try {
-    program_.host.OpenForReading(program_.folders.LastRunPath);
-    std::string name;
-    std::string folder;
-    ReadResponse(program_.host, record, name, folder);
+    record = ReadResponseFile(program_.host, program_.folders.LastRunPath);
   } catch (const RunTimeError&) {
-    program_.host.CloseFile();
     return;
   }
-  program_.host.CloseFile();
   constexpr std::int64_t kNanosecondsPerMillisecond = 1'000'000;
   const auto state = program_.host.StateOfFile(program_.folders.LastRunPath);
   const auto written = state ? state->modified / kNanosecondsPerMillisecond : 0;

@@ -8,6 +8,19 @@ namespace polefit {
 /// What a factor of H(s) stands for.
 enum class FactorKind { sigmaPole, polePair, sigmaZero, omegaZero, zeroPair, zeroQuad };
 
+/// Whether its location has a real and an imaginary part.
+constexpr bool IsPair(FactorKind kind) {
+  return kind == FactorKind::polePair || kind == FactorKind::zeroPair ||
+         kind == FactorKind::zeroQuad;
+}
+
+/// "sigma pole", "zero quad": as files and diagrams have it.
+const char* ShortName(FactorKind kind);
+
+/// The answers that the locations of a kind stand in: of a pair the real parts, then the imaginary
+/// ones. The quads stand behind the zero pairs.
+std::vector<int> SlotsOf(FactorKind kind);
+
 /// One factor of H(s) / H(0). Locations are normalised magnitudes; every factor is 1 at s = 0.
 ///
 /// With z = |location| + jw (a pair: z1 and z2, c = |location|^2) a factor on the sigma axis adds
@@ -22,10 +35,7 @@ struct Factor {
   int logCount;
   int delayCount;
 
-  bool IsPair() const {
-    return kind == FactorKind::polePair || kind == FactorKind::zeroPair ||
-           kind == FactorKind::zeroQuad;
-  }
+  bool IsPair() const { return polefit::IsPair(kind); }
   std::size_t Parts() const { return IsPair() ? 2 : 1; }
   /// The index of part 0 (real, or omega-axis zero) or 1 (imaginary).
   std::size_t Parameter(std::size_t part) const {

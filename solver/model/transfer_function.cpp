@@ -124,6 +124,14 @@ double TransferFunction::LargestLocation() const {
   return problem_->largest;
 }
 
+int TransferFunction::PoleCount() const {
+  return problem_->PoleCount();
+}
+
+int TransferFunction::ZeroCount() const {
+  return problem_->ZeroCount();
+}
+
 std::vector<double> TransferFunction::Magnitudes(const std::vector<double>& megahertz) const {
   return AsVector(gain_ * polefit::Magnitudes(problem_->constellation, AsArray(parameters_),
                                               AsArray(megahertz) / problem_->freqNorm));

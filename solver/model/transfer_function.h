@@ -79,6 +79,9 @@ class TransferFunction {
   double FreqNorm() const;  ///< MHz
   double LowestLocation() const;
   double LargestLocation() const;
+  /// How many poles and zeros H(s) has.
+  int PoleCount() const;
+  int ZeroCount() const;
 
   double Gain() const { return gain_; }
   double DelayConstant() const { return delayConstant_; }  ///< T0 in ns

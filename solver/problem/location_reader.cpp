@@ -1,3 +1,5 @@
+#include "solver/problem/location_reader.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -6,7 +8,6 @@
 #include <utility>
 
 #include "record/question_catalogue.h"
-#include "solver/problem/problem_reader.h"
 
 namespace polefit {
 

@@ -1,10 +1,11 @@
+#include "solver/problem/option_reader.h"
+
 #include <array>
 #include <cmath>
 #include <string>
 
 #include "base/text_format.h"
 #include "record/question_catalogue.h"
-#include "solver/problem/problem_reader.h"
 
 namespace polefit {
 

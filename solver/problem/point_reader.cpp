@@ -1,11 +1,11 @@
+#include "solver/problem/point_reader.h"
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <limits>
 #include <map>
 #include <string>
-
-#include "solver/problem/problem_reader.h"
 
 namespace polefit {
 

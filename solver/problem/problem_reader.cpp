@@ -2,6 +2,10 @@
 
 #include <cmath>
 
+#include "solver/problem/location_reader.h"
+#include "solver/problem/option_reader.h"
+#include "solver/problem/point_reader.h"
+
 namespace polefit {
 
 namespace {

@@ -14,9 +14,4 @@ Problem ReadProblem(const ResponseRecord& record, std::vector<Finding>& findings
 /// the record.
 Problem ReadConstellation(const ResponseRecord& record, std::vector<Finding>& findings);
 
-/// The parts of it, each of which fills its part of the problem.
-void ReadOptions(const ResponseRecord& record, AnswerReader& answers, Options& options);
-void ReadLocations(const ResponseRecord& record, AnswerReader& answers, Problem& problem);
-void ReadPoints(const ResponseRecord& record, AnswerReader& answers, Problem& problem);
-
 }  // namespace polefit

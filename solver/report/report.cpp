@@ -4,6 +4,10 @@
 #include <cmath>
 
 #include "base/text_format.h"
+#include "solver/report/report_fit.h"
+#include "solver/report/report_graphs.h"
+#include "solver/report/report_locations.h"
+#include "solver/report/report_problem.h"
 
 namespace polefit {
 
@@ -146,11 +150,6 @@ std::string ResultText(const Summary& summary) {
       return Format("converged (%d of %d independent starts agree)", summary.agreeing,
                     summary.witnesses);
   }
-}
-
-const char* ConstantNote(const Problem& problem) {
-  if (problem.rows.wantedDelay > 0) return "Tmin, question 1a";
-  return problem.delayRipplePower == 0 ? "free, the best fit" : "free, weighted by question 1b";
 }
 
 std::vector<std::string> FullReport(const ReportHead& head, const SolvedProblem& solved) {

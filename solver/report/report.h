@@ -46,17 +46,4 @@ std::vector<std::string> FullReport(const ReportHead& head, const SolvedProblem&
 std::vector<std::string> FailureReport(const ReportHead& head,
                                        const std::vector<Finding>& findings);
 
-/// The sections of the full report, in its order.
-void ReportProblem(const SolvedProblem& solved, ReportText& text);
-void ReportIterations(const SolvedProblem& solved, ReportText& text);
-void ReportLocations(const SolvedProblem& solved, ReportText& text);
-void ReportBounds(const SolvedProblem& solved, ReportText& text);
-void ReportPassband(const SolvedProblem& solved, ReportText& text);
-void ReportDelay(const SolvedProblem& solved, ReportText& text);
-void ReportSidelobes(const SolvedProblem& solved, ReportText& text);
-void ReportGraphs(const SolvedProblem& solved, ReportText& text);
-
-/// Where the constant T0 comes from: question 1a, or the best fit.
-const char* ConstantNote(const Problem& problem);
-
 }  // namespace polefit

@@ -1,3 +1,5 @@
+#include "solver/report/report_fit.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -6,7 +8,6 @@
 
 #include "base/text_format.h"
 #include "solver/report/figures.h"
-#include "solver/report/report.h"
 
 namespace polefit {
 
@@ -90,6 +91,11 @@ std::vector<double> WeightedDelay(const SolvedProblem& solved) {
 }
 
 }  // namespace
+
+const char* ConstantNote(const Problem& problem) {
+  if (problem.rows.wantedDelay > 0) return "Tmin, question 1a";
+  return problem.delayRipplePower == 0 ? "free, the best fit" : "free, weighted by question 1b";
+}
 
 void ReportPassband(const SolvedProblem& solved, ReportText& text) {
   const PassbandFigures& rows = solved.figures.passband;

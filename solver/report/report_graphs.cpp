@@ -1,3 +1,5 @@
+#include "solver/report/report_graphs.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -6,7 +8,6 @@
 
 #include "base/text_format.h"
 #include "solver/model/model.h"
-#include "solver/report/report.h"
 
 namespace polefit {
 

@@ -1,3 +1,5 @@
+#include "solver/report/report_locations.h"
+
 #include <algorithm>
 #include <cmath>
 #include <string>
@@ -5,7 +7,6 @@
 
 #include "base/text_format.h"
 #include "solver/report/locations.h"
-#include "solver/report/report.h"
 
 namespace polefit {
 

@@ -1,9 +1,10 @@
+#include "solver/report/report_problem.h"
+
 #include <algorithm>
 
 #include "base/text.h"
 #include "base/text_format.h"
 #include "record/question_catalogue.h"
-#include "solver/report/report.h"
 
 namespace polefit {
 

@@ -55,7 +55,7 @@ class SubmissionTest : public ::testing::Test, protected ScriptedProgram {
 TEST_F(SubmissionTest, ASavedFileIsWrittenAgainAndRun) {
   SaveAsCurrent("Run1.TXT");
   EXPECT_EQ(Submit(), Written("Run1.TXT") + Started("Run1.TXT"));
-  EXPECT_EQ(JoinPath(files.currentFolder, files.currentFileName), user + "/Run1.TXT");
+  EXPECT_EQ(files.CurrentPath(), user + "/Run1.TXT");
   EXPECT_NE(FileBytes("Run1.TXT"), "former");
 }
 

@@ -77,8 +77,8 @@ TEST(TableEdits, RowsComeGoMoveAndAreFilled) {
   EXPECT_EQ(after([](auto& cells) { ClearBlock(cells, Table::delay, {3, 4, 1, 2}); }), "3,a/1,b");
   EXPECT_EQ(after([](auto& cells) { SortByFrequency(cells, Table::delay); }), "1,b/2,d/3,a|,c");
   FormCells full = Tables(0, {});
-  full.typed.delay.Resize(kMostRows + 1);
-  full.typed.delay.At(kMostRows, 1) = "1";
+  full.typed.delay.Resize(kMostPoints + 1);
+  full.typed.delay.At(kMostPoints, 1) = "1";
   EXPECT_FALSE(InsertRows(full, Table::delay, {1, 1, 1, 1}));
 }
 

@@ -96,10 +96,21 @@ TEST(FileLook, AsksAboutOtherFiles) {
                                 table,
                                 std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR", 16),
                                 "#!/bin/sh\nset -e\necho 1\n",
-                                FileWith({}).substr(0, 120)};
+                                FileWith({}).substr(0, 60)};
   for (const std::string& bytes : others) {
     EXPECT_FALSE(LookAt(bytes).isResponseFile) << bytes.substr(0, 40);
+    EXPECT_FALSE(LookAt(bytes).hasFlags) << bytes.substr(0, 40);
   }
+}
+
+TEST(FileLook, TellsATornOrUnansweredFileFromPoints) {
+  const std::string files[] = {FileWith({}).substr(0, 110), FileWith({{13, ""}, {24, "two"}}),
+                               FileWith({{2, "-999"}, {6, "! 5."}})};
+  for (const std::string& bytes : files) {
+    EXPECT_FALSE(LookAt(bytes).isResponseFile) << bytes;
+    EXPECT_TRUE(LookAt(bytes).hasFlags) << bytes;
+  }
+  EXPECT_FALSE(LookAt(FileWith({{2, "yes"}})).hasFlags);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "plots/same_problem.h"
+#include "record/same_problem.h"
 
 #include <algorithm>
 
@@ -7,7 +7,7 @@ namespace polefit {
 namespace {
 
 template <std::size_t Columns>
-bool HasSameRows(const PointLists<Columns>& one, const PointLists<Columns>& other, int rows) {
+bool HaveSameRows(const PointLists<Columns>& one, const PointLists<Columns>& other, int rows) {
   for (int row = 1; row <= rows; ++row) {
     for (int column = 1; column <= static_cast<int>(Columns); ++column) {
       if (one.At(row, column) != other.At(row, column)) return false;
@@ -20,7 +20,7 @@ bool HasSameRows(const PointLists<Columns>& one, const PointLists<Columns>& othe
 
 bool HaveSamePoints(const ResponseRecord& one, const ResponseRecord& other) {
   return one.nFreqPoints == other.nFreqPoints &&
-         HasSameRows(one.passband, other.passband, one.nFreqPoints);
+         HaveSameRows(one.passband, other.passband, one.nFreqPoints);
 }
 
 bool StateSameProblem(const ResponseRecord& one, const ResponseRecord& other) {
@@ -30,7 +30,7 @@ bool StateSameProblem(const ResponseRecord& one, const ResponseRecord& other) {
     if (!isFound && one.Slot(slot) != other.Slot(slot)) return false;
   }
   return one.nDelayPoints == other.nDelayPoints && HaveSamePoints(one, other) &&
-         HasSameRows(one.delay, other.delay, one.nDelayPoints);
+         HaveSameRows(one.delay, other.delay, one.nDelayPoints);
 }
 
 }  // namespace polefit
