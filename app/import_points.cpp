@@ -5,7 +5,6 @@
 #include "app/file_commands.h"
 #include "app/form_replacement.h"
 #include "exchange/import/remembered.h"
-#include "exchange/read/response_table.h"
 #include "platform/file_checks.h"
 
 namespace polefit {

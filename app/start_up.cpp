@@ -101,6 +101,7 @@ void EnterUserFolder(Program& program) {
 }
 
 void EndProgram(Program& program) {
+  // Kept: whichever way out led here, nothing is asked and nothing is saved.
   program.files.lastUsedName = program.folders.LastRunPath;
   program.host.EndProgram();
 }

@@ -35,8 +35,8 @@ int ExitCode(pid_t process) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-/// A problem that takes many seconds under the sanitizers: the most points that there can be, and
-/// no end of evaluations.
+/// A problem that takes minutes: the most points that there can be, and no end of evaluations. So a
+/// run of it is on until it is ended.
 void WriteLongProblem(const std::string& folder) {
   ResponseRecord record = ExampleRecord("Ex-Yzero.101", "23=32766");
   const PassbandLists few = record.passband;
@@ -53,10 +53,19 @@ void WriteLongProblem(const std::string& folder) {
   WriteResponseFile(host, record, {folder, "long.1"});
 }
 
-/// Waits until a run that takes long has come so far; it is well before its end then.
-void WaitUntil(const std::function<bool()>& isSo) {
-  while (!isSo()) std::this_thread::sleep_for(std::chrono::milliseconds(20));
+/// Waits until a run has come so far; false when it ends before.
+bool Comes(pid_t process, const std::function<bool()>& isSo) {
+  siginfo_t ended{};
+  while (!isSo()) {
+    waitid(P_PID, static_cast<id_t>(process), &ended, WEXITED | WNOHANG | WNOWAIT);
+    if (ended.si_pid == process) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+  return true;
 }
+
+// What a real process alone shows: signals, pipes, locks, exit codes. How soon a run heeds a request
+// to stop is counted in evaluations where there is no process.
 
 TEST(Process, EndsAtASignalWithTheBestPointSoFar) {
   const TemporaryFolder folder;
@@ -65,12 +74,10 @@ TEST(Process, EndsAtASignalWithTheBestPointSoFar) {
     const std::string log = folder.File("log");
     WriteBytes(log, "");
     const pid_t process = Start(folder.File("long.1"), log);
-    WaitUntil([&] { return FileBytes(log).find(" of ") != std::string::npos; });
-    const auto sent = std::chrono::steady_clock::now();
+    ASSERT_TRUE(
+        Comes(process, [&] { return FileBytes(log).find(" of ") != std::string::npos; }));
     kill(process, signal);
     EXPECT_EQ(ExitCode(process), 1);
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - sent;
-    EXPECT_LT(taken.count(), 3);  // under the sanitizers; 0.2 s in the program that ships
     const std::string report = FileBytes(folder.File("long.1.out.txt"));
     EXPECT_THAT(report, ::testing::HasSubstr("Result: stopped on request; best point found"));
     EXPECT_THAT(report, ::testing::EndsWith("End of report.\r\n"));
@@ -92,7 +99,8 @@ TEST(Process, LeavesTheFolderFreeWhenItIsKilled) {
   const TemporaryFolder folder;
   WriteLongProblem(folder.Path());
   const pid_t first = Start(folder.File("long.1"));
-  WaitUntil([&] { return std::filesystem::exists(folder.File("long.1.lock")); });
+  ASSERT_TRUE(
+      Comes(first, [&] { return std::filesystem::exists(folder.File("long.1.lock")); }));
   EXPECT_EQ(ExitCode(Start(folder.File("long.1"))), 7);
   kill(first, SIGKILL);
   ExitCode(first);

@@ -36,9 +36,9 @@ class DesktopTest : public ::testing::Test {
     WriteBytes(folder_.File("config/" + list), added + "[Default Applications]\ntext/plain=" + id);
   }
 
-  /// What stands in a file once it has been written.
+  /// What stands in a file once it has been written. The bound only ends a test that has failed.
   std::string WaitFor(const std::string& path) {
-    for (int i = 0; i < 200 && FileBytes(path).empty(); ++i) ::usleep(10000);
+    for (int i = 0; i < 6000 && FileBytes(path).empty(); ++i) ::usleep(10000);
     return FileBytes(path);
   }
 

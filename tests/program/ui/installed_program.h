@@ -110,10 +110,14 @@ struct InstalledProgram : ::testing::Test {
   }
   static void Click(const QString& button) { QTest::mouseClick(&The(button), Qt::LeftButton); }
   static void Choose(const QString& action) { The<QAction>(action).trigger(); }
+  /// Waits for what must come. The bound ends a test that has failed, on a slow machine too.
+  static bool Comes(const std::function<bool()>& isThere) {
+    return QTest::qWaitFor(isThere, 60000);
+  }
   /// Waits for the end of the run and gives its verdict.
   static std::string Verdict() {
     const auto isThere = [] { return !TextOf("lblVerdict").empty(); };
-    EXPECT_TRUE(QTest::qWaitFor(isThere, 10000)) << "still running";
+    EXPECT_TRUE(Comes(isThere)) << "still running";
     return TextOf("lblVerdict");
   }
 

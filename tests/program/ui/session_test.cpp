@@ -194,9 +194,8 @@ TEST_F(SessionTest, WhatIsTypedIsCopiedTwoSecondsAfterTheLastKey) {
            !std::filesystem::is_empty(root.File("desktop/polefit/recovery"));
   };
   SetText("tmin", "1");
-  QTest::qWait(500);
   EXPECT_FALSE(copies());
-  EXPECT_TRUE(QTest::qWaitFor(copies, 8000));
+  EXPECT_TRUE(Comes(copies));
 }
 
 TEST_F(SessionTest, FormerVersionsAreListedAndPutBackFromTheirDialog) {
@@ -236,7 +235,7 @@ TEST_F(SessionTest, SubmitRegistersOneRestartAndCopiesTheStartScript) {
   const std::string entry = root.File("desktop/autostart/polefit-restart.desktop");
   EXPECT_THAT(FileBytes(entry), HasSubstr("polefit\"\n"));
   const auto isCopied = [this] { return FileBytes(base + "/DOSstart.tmp") == "start\r\n"; };
-  EXPECT_TRUE(QTest::qWaitFor(isCopied));
+  EXPECT_TRUE(Comes(isCopied));
 }
 
 TEST_F(SessionTest, ExamplesManualAndMailGoToTheDesktopsPrograms) {
@@ -250,7 +249,7 @@ TEST_F(SessionTest, ExamplesManualAndMailGoToTheDesktopsPrograms) {
              "[Default Applications]\ntext/plain=any.desktop\ntext/rtf=any.desktop\n"
              "x-scheme-handler/mailto=any.desktop\n");
   const auto opened = [&] {
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !FileBytes(words).empty(); }));
+    EXPECT_TRUE(Comes([&] { return !FileBytes(words).empty(); }));
     std::string bytes = FileBytes(words);
     std::filesystem::remove(words);
     return bytes;

@@ -16,7 +16,7 @@ using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 /// The real windows with solvers that behave in every way a solver can. Each wait is for something
-/// that must come. Judging itself is tested without processes; what only real ones show is left
+/// that must come; a solver that sleeps is one that goes on until it is ended. Judging itself is tested without processes; what only real ones show is left
 /// here: output that grows, signals, groups, and windows that follow.
 struct StandInTest : InstalledProgram {
   /// Runs a solver and waits until its output holds the text.
@@ -31,7 +31,7 @@ struct StandInTest : InstalledProgram {
   }
   static void WaitForOutput(const char* text) {
     const auto isThere = [text] { return Output().find(text) != std::string::npos; };
-    ASSERT_TRUE(QTest::qWaitFor(isThere)) << text;
+    ASSERT_TRUE(Comes(isThere)) << text;
   }
   static std::string StopAndVerdict() {
     Click("cmdStop");
@@ -94,13 +94,13 @@ TEST_F(StandInTest, StopLetsTheSolverWriteItsBestValuesButLeavesNothingRunning) 
   const long child = std::stol(Output().substr(Output().find("child ") + 6));
   EXPECT_EQ(StopAndVerdict(), "Stopped: by you; the best values so far are kept.");
   EXPECT_EQ(Offered(), "cmdReport cmdImproved");
-  EXPECT_TRUE(QTest::qWaitFor([child] { return !LookAtProcess(child); }));
+  EXPECT_TRUE(Comes([child] { return !LookAtProcess(child); }));
 }
 
 TEST_F(StandInTest, ASolverThatIgnoresTheSignalIsEndedAtOnce) {
-  Submit("trap '' TERM; echo on; while :; do sleep 60; done", "on");
+  Submit("trap 'echo heard' TERM; echo on; while :; do sleep 60; done", "on");
   Click("cmdStop");
-  QTest::qWait(300);
+  WaitForOutput("heard");
   EXPECT_EQ(TextOf("lblVerdict"), "");
   EXPECT_EQ(StopAndVerdict(), "Stopped: by you, before the solver could write its results.");
 }
@@ -158,7 +158,7 @@ TEST_F(StandInTest, AClosedConsoleComesBackWithItsVerdict) {
   Submit("until test -e go; do sleep .02; done; say converged");
   The("cmdStop").window()->close();
   WriteBytes(Installed("go"), "");
-  EXPECT_TRUE(QTest::qWaitFor([] { return Titles().size() == 2; }));
+  EXPECT_TRUE(Comes([] { return Titles().size() == 2; }));
   EXPECT_THAT(Verdict(), StartsWith("Good: "));
 }
 
