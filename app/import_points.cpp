@@ -6,6 +6,7 @@
 #include "app/form_replacement.h"
 #include "exchange/import/remembered.h"
 #include "platform/file_checks.h"
+#include "responsefile/file_look.h"
 
 namespace polefit {
 

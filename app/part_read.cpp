@@ -26,11 +26,7 @@ bool ReadsToItsEnd(Host& host, const std::string& path) {
 /// Shows again what the form held, as the current file that it was.
 void ShowBefore(Program& program, const FormCells& before) {
   ShowCells(program, before);
-  try {
-    program.host.ChangeFolder(before.files.currentFolder);
-  } catch (const RunTimeError&) {
-    // The data are there again; Save asks for a place when their folder is gone.
-  }
+  EnterCurrentFolder(program);
 }
 
 void PutAsideBack(Program& program, const std::string& path, const std::string& aside) {

@@ -149,12 +149,9 @@ void OfferRecovered(Program& program, const std::function<void()>& showVersions)
 void RestoreCopy(Program& program, const RecoveryCopy& copy) {
   if (AskBeforeReplacing(program) == kStop) return;
   ShowCells(program, copy.cells);
-  try {
-    program.host.ChangeFolder(copy.cells.files.currentFolder);
-  } catch (const RunTimeError&) {
-    return;  // its folder is gone: the data are there, and Save asks for another place
+  if (EnterCurrentFolder(program)) {
+    program.windows.CMDialog1.initialFolder = program.files.currentFolder;
   }
-  program.windows.CMDialog1.initialFolder = copy.cells.files.currentFolder;
 }
 
 }  // namespace polefit

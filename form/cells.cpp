@@ -45,14 +45,7 @@ void CommitEditedCell(FormCells& cells) {
 /// The record with as many rows as its counts say.
 ResponseRecord WithCountedRows(const ResponseRecord& typed) {
   constexpr std::int16_t kNone = 0;
-  ResponseRecord record;
-  record.slots = typed.slots;
-  record.Note1 = typed.Note1;
-  record.Note2 = typed.Note2;
-  record.LastFileName = typed.LastFileName;
-  record.solver = typed.solver;
-  record.nFreqPoints = typed.nFreqPoints;
-  record.nDelayPoints = typed.nDelayPoints;
+  ResponseRecord record = WithoutRows(typed);
   record.passband = typed.passband.FirstRows(std::max(typed.nFreqPoints, kNone) + 1);
   record.delay = typed.delay.FirstRows(std::max(typed.nDelayPoints, kNone) + 1);
   DeriveCounts(record);
@@ -87,6 +80,27 @@ FormCells CellsOf(const Program& program) {
   cells.files = program.files;
   cells.shownFileName = program.windows.frmMain.Text(kLastFileNameBox);
   return cells;
+}
+
+ResponseRecord WithoutRows(const ResponseRecord& typed) {
+  ResponseRecord record;
+  record.slots = typed.slots;
+  record.Note1 = typed.Note1;
+  record.Note2 = typed.Note2;
+  record.LastFileName = typed.LastFileName;
+  record.solver = typed.solver;
+  record.nFreqPoints = typed.nFreqPoints;
+  record.nDelayPoints = typed.nDelayPoints;
+  return record;
+}
+
+bool EnterCurrentFolder(Program& program) {
+  try {
+    program.host.ChangeFolder(program.files.currentFolder);
+    return true;
+  } catch (const RunTimeError&) {
+    return false;
+  }
 }
 
 void ShowCells(Program& program, const FormCells& shown) {

@@ -37,6 +37,13 @@ struct FormCells {
 /// Reads the form and changes nothing: the editor stays open, no mark is set.
 FormCells CellsOf(const Program& program);
 
+/// Everything of `typed` but the rows of its tables.
+ResponseRecord WithoutRows(const ResponseRecord& typed);
+
+/// Makes the current file's folder that of the process, where Save looks for the file. False when
+/// it is gone; Save then asks for another place.
+bool EnterCurrentFolder(Program& program);
+
 /// Shows `cells`: the rows that the counts cover through the transfer from record to form, the rest
 /// below them. Text of an open editor goes into its cell. The data then count as changed. The
 /// current folder of the process stays as it is.

@@ -39,19 +39,12 @@ bool AreEqual(const PointLists<Columns>& a, int rowOfA, const PointLists<Columns
 }
 
 /// The state without the rows of the tables, which a step keeps by their differences.
-FormCells WithoutRows(const FormCells& cells) {
+FormCells RestOf(const FormCells& cells) {
   FormCells rest;
   rest.zeroCounts = cells.zeroCounts;
   rest.files = cells.files;
   rest.shownFileName = cells.shownFileName;
-  ResponseRecord& typed = rest.typed;
-  typed.slots = cells.typed.slots;
-  typed.Note1 = cells.typed.Note1;
-  typed.Note2 = cells.typed.Note2;
-  typed.LastFileName = cells.typed.LastFileName;
-  typed.solver = cells.typed.solver;
-  typed.nFreqPoints = cells.typed.nFreqPoints;
-  typed.nDelayPoints = cells.typed.nDelayPoints;
+  rest.typed = WithoutRows(cells.typed);
   return rest;
 }
 
@@ -71,15 +64,6 @@ bool IsEdited(FormCells before, const FormCells& after) {
     typed.Slot(count) = after.typed.Slot(count);
   }
   return before != after;
-}
-
-/// Save looks for the current file in the process's folder.
-void EnterCurrentFolder(Program& program) {
-  try {
-    program.host.ChangeFolder(program.files.currentFolder);
-  } catch (const RunTimeError&) {
-    // A folder that is gone: Save then asks for another.
-  }
 }
 
 std::size_t TextBytes(const FormCells& cells) {
@@ -180,7 +164,7 @@ bool History::Record(const std::string& name, StepKind kind) {
     return false;
   }
   steps_.erase(steps_.begin() + static_cast<std::ptrdiff_t>(done_), steps_.end());
-  steps_.push_back({name, kind, WithoutRows(state_), WithoutRows(now),
+  steps_.push_back({name, kind, RestOf(state_), RestOf(now),
                     decltype(Step::passband)::Between(state_.typed.passband, now.typed.passband),
                     decltype(Step::delay)::Between(state_.typed.delay, now.typed.delay)});
   state_ = std::move(now);

@@ -8,13 +8,12 @@
 #include <vector>
 
 #include "base/text.h"
+#include "grids/grid_routines.h"
 #include "solver/problem/answers.h"
 
 namespace polefit {
 
 namespace {
-
-constexpr int kWeight = 4;
 
 /// Calls `use` with the rows of a table and its count of points.
 template <typename Cells, typename Use>
@@ -78,7 +77,7 @@ bool HasWeights(const FormCells& cells) {
 template <std::size_t Columns>
 int EmptyColumn(const PointLists<Columns>& points, int row, bool isWeightGiven) {
   for (int column = 1; column <= points.kColumns; ++column) {
-    if (column == kWeight && isWeightGiven) continue;
+    if (column == kWeightColumn && isWeightGiven) continue;
     if (TrimBlanks(points.At(row, column)).empty()) return column;
   }
   return 0;
@@ -145,9 +144,10 @@ void PutBlock(PointLists<Columns>& points, const PastedRows& rows, int row, int 
   if (last > before) points = points.FirstRows(last + 1);
   for (const std::vector<std::string_view>& cells : rows) {
     for (int at = column; const std::string_view cell : cells) points.At(row, at++) = cell;
-    if constexpr (static_cast<int>(Columns) >= kWeight) {
-      const bool needsWeight = isWeightHidden && row > before && points.At(row, kWeight).empty();
-      if (needsWeight) points.At(row, kWeight) = "1";
+    if constexpr (static_cast<int>(Columns) >= kWeightColumn) {
+      const bool needsWeight =
+          isWeightHidden && row > before && points.At(row, kWeightColumn).empty();
+      if (needsWeight) points.At(row, kWeightColumn) = "1";
     }
     ++row;
   }
@@ -279,7 +279,7 @@ void KeepTypedRows(FormCells& cells, Table table) {
   const int rows = FullRows(cells, table, true);
   if (table == Table::passband && !HasWeights(cells)) {
     for (int row = 1; row <= rows; ++row) {
-      std::string& weight = cells.typed.passband.At(row, kWeight);
+      std::string& weight = cells.typed.passband.At(row, kWeightColumn);
       if (TrimBlanks(weight).empty()) weight = "1";
     }
   }
@@ -302,7 +302,7 @@ std::string UnsavedRows(const FormCells& cells, Table table) {
       return std::to_string(typed) + (typed == 1 ? " row" : " rows") + " typed, no points yet.";
     }
     const int column = EmptyColumn(points, saved + 1, false);
-    const bool isHidden = column == kWeight && !HasWeights(cells);
+    const bool isHidden = column == kWeightColumn && !HasWeights(cells);
     return RowsText(saved + 1, typed) + " not saved: row " + std::to_string(saved + 1) +
            " has no " + ColumnName(table, column) + (isHidden ? " (column hidden)." : ".");
   });

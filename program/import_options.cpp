@@ -9,6 +9,7 @@
 
 #include "exchange/read/decoding.h"
 #include "exchange/read/number_text.h"
+#include "record/response_record.h"
 
 namespace polefit {
 

@@ -6,6 +6,7 @@
 
 #include "base/text_format.h"
 #include "exchange/import/thinning.h"
+#include "record/response_record.h"
 
 namespace polefit {
 

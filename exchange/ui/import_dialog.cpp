@@ -19,6 +19,7 @@
 #include "exchange/ui/import_rows.h"
 #include "exchange/ui/import_text.h"
 #include "exchange/ui/points_view.h"
+#include "record/response_record.h"
 #include "widgets/controls.h"
 
 namespace polefit {
