@@ -11,6 +11,8 @@
 
 namespace polefit {
 
+/// The files that other programs take. csv has the poles and zeros, csvCurves the fit at the
+/// points.
 enum class ExportFormat {
   scipy,
   matlab,
@@ -34,8 +36,10 @@ struct ExportFormatName {
 
 extern const std::array<ExportFormatName, 9> kExportFormats;
 
+/// The format that a word on the command line names, or nothing.
 std::optional<ExportFormat> ExportFormatOf(std::string_view word);
 
+/// What is exported, and what its head says of it.
 struct ExportRequest {
   ExportFormat format = ExportFormat::scipy;
   /// touchstone: at the frequencies of the passband points, not from 0 to three times Freq Norm.

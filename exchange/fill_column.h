@@ -32,6 +32,7 @@ struct FrequencyGrid {
   double At(int row) const;  ///< rows count from 1
 };
 
+/// A formula for one column.
 struct Fill {
   FillColumn column = FillColumn::yin;
   /// Of f (MHz), x (f / Freq Norm), yin, yout, w, tx and row. What the other table holds is

@@ -23,7 +23,9 @@ void MoveCellEditor(GridState& state, int direction);
 /// The keys that the editor acts on; all others edit its text.
 enum class EditorKey { enter, escape, tab, up, down };
 
+/// Enter and Tab commit, Escape gives the text up, Up and Down commit and go to the next row.
 void CellEditorKeyPressed(GridState& state, EditorKey key);
+/// Adds a row where the rows come to an end.
 void CellEditorGotFocus(GridState& state);
 /// The focus went to something else in the program: what was typed is kept.
 void CellEditorLostFocus(GridState& state);

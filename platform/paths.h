@@ -10,6 +10,7 @@ namespace polefit {
 
 inline constexpr char kSeparator = '/';
 
+/// The folder, a separator and the name.
 std::string JoinPath(std::string_view folder, std::string_view name);
 
 /// A path in two parts.

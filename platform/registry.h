@@ -12,6 +12,7 @@ namespace polefit {
 /// A value by its type code: text (1), bytes (3) or a 32-bit number (4).
 using RegistryData = std::variant<std::string, std::vector<std::uint8_t>, std::uint32_t>;
 
+/// False also for a key that may not be read.
 bool RegKeyExists(Host& host, std::uint32_t root, const std::string& subKey);
 
 /// True when the key already existed, false when it was made. Error 1001 when it cannot be made.

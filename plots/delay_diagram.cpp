@@ -29,7 +29,7 @@ void DiagramParts::DrawDelay(Diagram& diagram) const {
       if (std::isfinite(value)) largest = std::max(largest, std::abs(value));
     }
   }
-  const Unit unit = TimeUnit(largest);
+  const Unit unit = UnitOfTimes(largest);
   diagram.y.label = std::string("delay, ") + unit.name;
   AddPlainCurves(diagram, &FitCurves::delay, unit.factor);
   const FitCurves& last = *shown_.back();

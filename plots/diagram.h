@@ -41,6 +41,7 @@ struct Series {
   bool IsLine() const;
 };
 
+/// What an axis shows, in the unit of its label.
 struct Axis {
   std::string label;
   double from = 0;

@@ -87,7 +87,7 @@ DiagramParts::DiagramParts(const ShownCurves& shown, const DiagramChoices& choic
     : shown_(shown),
       choices_(choices),
       range_(RangeOf(*shown.front()->h, choices.showsPlainMagnitude)),
-      unit_(FrequencyUnit(range_.to)) {}
+      unit_(UnitOfFrequencies(range_.to)) {}
 
 bool DiagramParts::IsHidden(const std::string& name) const {
   return std::find(choices_.hidden.begin(), choices_.hidden.end(), name) != choices_.hidden.end();

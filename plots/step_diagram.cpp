@@ -21,7 +21,7 @@ void DiagramParts::DrawStep(Diagram& diagram) const {
   for (const FitCurves* const curves : shown_) {
     longest = std::max(longest, curves->step.nanoseconds.back());
   }
-  const Unit unit = TimeUnit(longest);
+  const Unit unit = UnitOfTimes(longest);
   diagram.y.label = "step response";
   diagram.x = {std::string("time, ") + unit.name, 0, 0};
   for (const FitCurves* const curves : shown_) {

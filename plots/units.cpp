@@ -8,13 +8,13 @@
 
 namespace polefit {
 
-Unit FrequencyUnit(double largest) {
+Unit UnitOfFrequencies(double largest) {
   if (largest > 0 && largest < .9995) return {"kHz", 1e3};
   if (largest >= 999.5) return {"GHz", 1e-3};
   return {"MHz", 1};
 }
 
-Unit TimeUnit(double largest) {
+Unit UnitOfTimes(double largest) {
   constexpr std::array<Unit, 5> kUnits = {
       {{"s", 1e-9}, {"ms", 1e-6}, {"\u00b5s", 1e-3}, {"ns", 1}, {"ps", 1e3}}};
   if (largest <= 0) return {"ns", 1};
@@ -37,12 +37,12 @@ std::string DecibelFigure(double value) {
 }
 
 std::string FrequencyText(double megahertz) {
-  const Unit unit = FrequencyUnit(std::abs(megahertz));
+  const Unit unit = UnitOfFrequencies(std::abs(megahertz));
   return Figure(megahertz * unit.factor, 6) + " " + unit.name;
 }
 
 std::string TimeText(double nanoseconds) {
-  const Unit unit = TimeUnit(std::abs(nanoseconds));
+  const Unit unit = UnitOfTimes(std::abs(nanoseconds));
   return Figure(nanoseconds * unit.factor, 5) + " " + unit.name;
 }
 

@@ -11,9 +11,9 @@ struct Unit {
 };
 
 /// kHz, MHz or GHz for frequencies up to `largest` MHz; MHz for 0.
-Unit FrequencyUnit(double largest);
+Unit UnitOfFrequencies(double largest);
 /// ps, ns, µs, ms or s for times up to `largest` ns; ns for 0.
-Unit TimeUnit(double largest);
+Unit UnitOfTimes(double largest);
 
 /// A number for eyes with at most `digits` significant digits, without zeros at its end.
 std::string Figure(double value, int digits);

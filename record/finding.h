@@ -5,6 +5,7 @@
 
 namespace polefit {
 
+/// What a finding keeps from going on.
 enum class Severity {
   fault,    ///< the problem cannot be run
   warning,  ///< it can, but perhaps not as the user meant it

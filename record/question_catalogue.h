@@ -16,6 +16,7 @@ inline constexpr std::array<std::string_view, 7> kTabCaptions = {
     "&1. Start",      "&2. Poles && Zeros",  "&3. Misc.", "&4. Passband Data",
     "&5. Delay Data", "&6. Solver Settings", "&7. Run"};
 
+/// How an answer is typed.
 enum class AnswerKind {
   flag,    ///< a check box; "Y" or "N" in the record
   number,  ///< one number

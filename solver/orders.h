@@ -42,6 +42,7 @@ OrderTable TryOrders(const ResponseRecord& record, int fewest, int most,
                      const std::function<bool()>& isStopRequested,
                      const std::function<void(const OrderFit&)>& found = {});
 
+/// A line a number of poles, for people; and one JSON object with the same.
 std::string OrdersAsText(const OrderTable& table);
 std::string OrdersAsJson(const OrderTable& table);
 

@@ -31,6 +31,7 @@ struct NewProblem {
   std::string note;
 };
 
+/// What a problem with these points begins with. There are at least two.
 NewProblem LookAtPoints(const std::vector<PassbandRow>& points);
 
 /// Sets the answers of a problem that starts with these points; `note` goes into Note 1, `poles`

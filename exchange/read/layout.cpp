@@ -31,12 +31,6 @@ bool IsSeparator(char c, char separator) {
   return separator == ' ' ? c == ' ' || c == '\t' : c == separator;
 }
 
-std::string_view TrimCell(std::string_view cell) {
-  while (!cell.empty() && (cell.front() == ' ' || cell.front() == '\t')) cell.remove_prefix(1);
-  while (!cell.empty() && (cell.back() == ' ' || cell.back() == '\t')) cell.remove_suffix(1);
-  return cell;
-}
-
 /// Takes a cell in quotes off the line; a quote that is not closed reaches to its end.
 std::string_view TakeQuoted(std::string_view& line) {
   std::size_t end = line.find('"', 1);
@@ -45,7 +39,7 @@ std::string_view TakeQuoted(std::string_view& line) {
   }
   const std::string_view cell = line.substr(1, end == std::string_view::npos ? end : end - 1);
   line.remove_prefix(end == std::string_view::npos ? line.size() : end + 1);
-  return TrimCell(cell);
+  return TrimWhite(cell);
 }
 
 std::string_view TakeCell(std::string_view& line, char separator) {
@@ -59,7 +53,7 @@ std::string_view TakeCell(std::string_view& line, char separator) {
   }
   std::size_t end = 0;
   while (end < line.size() && !IsSeparator(line[end], separator)) ++end;
-  const std::string_view cell = TrimCell(line.substr(0, end));
+  const std::string_view cell = TrimWhite(line.substr(0, end));
   line.remove_prefix(end);
   return cell;
 }

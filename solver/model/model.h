@@ -46,6 +46,7 @@ void DeriveRelative(const PlacedFactor& factor, std::size_t rows, const Chunk& w
 /// Adds the factor's group delay in normalised seconds.
 void AddDelay(const PlacedFactor& factor, std::size_t rows, const Chunk& w, Chunk& delay);
 
+/// The derivatives of the factor's group delay, in normalised seconds.
 void DeriveDelay(const PlacedFactor& factor, std::size_t rows, const Chunk& w,
                  FactorDerivatives<Chunk>& derivatives);
 

@@ -52,6 +52,7 @@ struct Sidelobe {
   bool isEnd = false;   ///< the end of the range, where |H| still rises
 };
 
+/// The errors of an answer at the passband points, and the largest of them.
 PassbandFigures JudgePassband(const Problem& problem, const Iterate& iterate);
 
 /// What a solved problem comes to, in numbers: for the report and for other programs alike.
@@ -83,6 +84,7 @@ struct Figures {
   std::vector<Sidelobe> sidelobes;
 };
 
+/// The figures of a run that has found an answer.
 Figures FiguresOf(const Problem& problem, const Summary& summary);
 
 }  // namespace polefit

@@ -82,7 +82,7 @@ EndReason Orca::RunBarriers() {
     const EndReason ending = SolveBarrier(barrier, problem, steps);
     listener_.ProblemEnded({problem, barrier.Rho(), steps, ending, evaluator_.Count(), &current_});
     if (evaluator_.Stopped()) return ending;
-    const double accuracy = options_.accuracy * Level();
+    const double accuracy = options_.accuracy * CostOrFloor();
     const bool isAccurate =
         2.0 * Size() * barrier.Rho() < accuracy && std::abs(current_.Cost() - former) < accuracy;
     if (isAccurate) break;
@@ -98,7 +98,7 @@ double Orca::NextRho(double rho) const {
 
 /// Steps until the problem is solved, until its barrier dominates F, or STEPSLIM.
 EndReason Orca::SolveBarrier(Barrier& barrier, int problem, int& steps) {
-  const auto leastDecrease = [this] { return 0.01 * options_.tolerance[0] * Level(); };
+  const auto leastDecrease = [this] { return 0.01 * options_.tolerance[0] * CostOrFloor(); };
   control_.BeginProblem();
   for (steps = 0; steps < options_.maxSteps; ++steps) {
     if (barrier.Dominates(current_.Cost())) return EndReason::rho;
@@ -198,7 +198,7 @@ EndReason Orca::TakePolishSteps(int maxSteps, int& steps) {
   int smallDecreases = 0;
   control_.BeginProblem();
   for (steps = 0; steps < maxSteps && smallDecreases < kSmallDecreases; ++steps) {
-    const double leastDecrease = 1e-4 * options_.accuracy * Level();
+    const double leastDecrease = 1e-4 * options_.accuracy * CostOrFloor();
     const ArrayXd scales = Scales(problem_, current_.parameters);
     const StepModels models = ScaledModels(current_.fit, scales);
     const Box box = {problem_.lower, problem_.upper, current_.parameters.head(Size()), scales};
@@ -217,7 +217,7 @@ EndReason Orca::TakePolishSteps(int maxSteps, int& steps) {
     Try(step.variables);
     if (evaluator_.Stopped()) return *evaluator_.Stopped();
     const double decrease = current_.Cost() - trial_.Cost();
-    const bool isSmall = !step.isAtEdge && decrease < 0.1 * options_.accuracy * Level();
+    const bool isSmall = !step.isAtEdge && decrease < 0.1 * options_.accuracy * CostOrFloor();
     if (control_.Judge(models, step, decrease)) {
       smallDecreases = isSmall ? smallDecreases + 1 : 0;
       std::swap(current_, trial_);

@@ -44,7 +44,7 @@ class Orca {
  private:
   int Size() const { return problem_.constellation.orcaCount; }
   /// What a decrease must be large against to count: F, or the noise floor.
-  double Level() const { return std::max(current_.Cost(), evaluator_.Negligible()); }
+  double CostOrFloor() const { return std::max(current_.Cost(), evaluator_.Negligible()); }
   void MoveInside(Eigen::VectorXd& parameters) const;
   EndReason RunBarriers();
   double NextRho(double rho) const;

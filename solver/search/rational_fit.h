@@ -12,6 +12,7 @@ struct SquaredMagnitude {
   Eigen::ArrayXd base;       ///< the known factors of |H|^2
 };
 
+/// What fits them best of all rounds.
 struct RationalFit {
   Eigen::VectorXcd zeros;  ///< the roots of N in x
   Eigen::VectorXcd poles;  ///< the roots of D in x

@@ -20,6 +20,7 @@ AllottedRoots RootsInS(const Eigen::VectorXcd& x);
 /// Makes exactly so many singles and pairs of them, changing as few as it can.
 AllottedRoots AllotRoots(AllottedRoots roots, int singles, int pairs);
 
+/// How many zeros of each kind the numerator has.
 struct ZeroCounts {
   int omega = 0;
   int sigma = 0;  ///< 2 for a doublet

@@ -9,8 +9,8 @@ namespace polefit {
 namespace {
 
 constexpr double kFirstRadius = 0.3;
-/// A step is taken when this share of the predicted decrease came true.
-constexpr double kTakenShare = 1e-4;
+/// A step is taken above this gain ratio, the decrease over the predicted one.
+constexpr double kLeastGainRatio = 1e-4;
 /// By how much the other model's prediction must be better (NL2SOL's value).
 constexpr double kClearlyBetter = 1.5;
 constexpr int kMaxFallBacks = 2;
@@ -36,13 +36,13 @@ bool StepControl::IsOtherBetter(const StepModels& models, const PlannedStep& ste
 
 bool StepControl::Judge(const StepModels& models, const PlannedStep& step, double actual) {
   const bool isFinite = std::isfinite(actual);
-  const double share = isFinite ? actual / step.predictedDecrease : -1;
-  const bool isTaken = share > kTakenShare;
+  const double gainRatio = isFinite ? actual / step.predictedDecrease : -1;
+  const bool isTaken = gainRatio > kLeastGainRatio;
   const bool isOtherBetter = isFinite && IsOtherBetter(models, step, actual);
   if (isOtherBetter) model_ = Other(model_);
   // After a refusal the better model deserves the same radius, once.
   keepsRadius_ = isOtherBetter && !isTaken && !keepsRadius_;
-  if (!keepsRadius_) radius_ = NextRadius(radius_, step.scaled.norm(), step.isAtEdge, share);
+  if (!keepsRadius_) radius_ = NextRadius(radius_, step.scaled.norm(), step.isAtEdge, gainRatio);
   return isTaken;
 }
 

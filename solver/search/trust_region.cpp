@@ -97,7 +97,7 @@ class ShiftedSystem {
   /// After a failure, of a unit vector u: the shift that makes u'(B + shift)u = 0, a bound of all
   /// solvable ones, and |u'g|.
   double LeastShift() const { return leastShift_; }
-  double Pull() const { return pull_; }
+  double SlopeAlong() const { return slopeAlong_; }
 
  private:
   /// Of T, of the factors, and of the system with T.
@@ -114,14 +114,14 @@ class ShiftedSystem {
   void FindNegativeCurvature(std::size_t i, double pivot) {
     double u = 1;
     double square = 1;
-    double pull = rows_[i].right;
+    double slope = rows_[i].right;
     while (i-- > 0) {
       u *= -rows_[i].factor;
       square += u * u;
-      pull += u * rows_[i].right;
+      slope += u * rows_[i].right;
     }
     leastShift_ = shift_ - pivot / square;
-    pull_ = std::abs(pull) / std::sqrt(square);
+    slopeAlong_ = std::abs(slope) / std::sqrt(square);
   }
 
   void SolveBackwards() {
@@ -137,7 +137,7 @@ class ShiftedSystem {
   double shift_ = 0;
   bool isSolved_ = false;
   double leastShift_ = 0;
-  double pull_ = 0;
+  double slopeAlong_ = 0;
 };
 
 /// Goes on from a shift that is too small, below `high`, to one that makes the step as long as the
@@ -158,7 +158,7 @@ bool ReachRadius(ShiftedSystem& system, double high, double radius) {
     } else {
       // As if the step went along the one known direction of negative curvature.
       low = system.LeastShift();
-      next = low + system.Pull() / radius;
+      next = low + system.SlopeAlong() / radius;
     }
     if (!(next > low && next < high)) next = (low + high) / 2;
     if (!(next > low && next < high)) break;
@@ -213,11 +213,11 @@ TrustStep SolveTrustRegion(const VectorXd& gradient, const MatrixXd& hessian, do
   return result;
 }
 
-double NextRadius(double radius, double stepLength, bool isAtEdge, double share) {
+double NextRadius(double radius, double stepLength, bool isAtEdge, double gainRatio) {
   constexpr double kLargestRadius = 3;
-  if (!(share >= 0)) return 0.25 * std::min(radius, stepLength);
-  if (share < 0.1) return 0.5 * std::min(radius, stepLength);
-  if (share > 0.9 && isAtEdge) return std::min(1.7 * radius, kLargestRadius);
+  if (!(gainRatio >= 0)) return 0.25 * std::min(radius, stepLength);
+  if (gainRatio < 0.1) return 0.5 * std::min(radius, stepLength);
+  if (gainRatio > 0.9 && isAtEdge) return std::min(1.7 * radius, kLargestRadius);
   return radius;
 }
 

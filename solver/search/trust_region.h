@@ -22,7 +22,7 @@ TrustStep SolveTrustRegion(const Eigen::VectorXd& gradient, const Eigen::MatrixX
 double PredictedDecrease(const Eigen::VectorXd& gradient, const Eigen::MatrixXd& hessian,
                          const Eigen::VectorXd& step);
 
-/// The next radius, from the share of the predicted decrease that came true.
-double NextRadius(double radius, double stepLength, bool isAtEdge, double share);
+/// The next radius, from the gain ratio: the decrease that came true, over the predicted one.
+double NextRadius(double radius, double stepLength, bool isAtEdge, double gainRatio);
 
 }  // namespace polefit
