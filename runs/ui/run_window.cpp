@@ -60,9 +60,9 @@ RunWindow::RunWindow(RunWatch& watch)
       progress_(new QProgressBar),
       lblVerdict_(MakeStrongLabel("lblVerdict")),
       lblEnding_(MakeLabel("lblEnding")),
-      cmdStop_(MakeButton("cmdStop", "&Stop")),
-      cmdReport_(MakeButton("cmdReport", "Show &Report")),
-      cmdImproved_(MakeButton("cmdImproved", "Take &Improved Values")) {
+      cmdStop_(MakeButton("cmdStop", tr("&Stop"))),
+      cmdReport_(MakeButton("cmdReport", tr("Show &Report"))),
+      cmdImproved_(MakeButton("cmdImproved", tr("Take &Improved Values"))) {
   setObjectName("frmRun");
   Build();
   for (QPushButton* const button : {cmdStop_, cmdReport_, cmdImproved_}) button->setEnabled(false);
@@ -82,7 +82,7 @@ void RunWindow::Build() {
   state->addWidget(lblState_, 1);
   state->addWidget(lblElapsed_);
   lblElapsed_->setWordWrap(false);
-  auto* close = MakeButton("cmdClose", "&Close");
+  auto* close = MakeButton("cmdClose", tr("&Close"));
   connect(close, &QPushButton::clicked, this, &QWidget::close);
   for (const QKeySequence& key :
        {QKeySequence(QKeySequence::Close), QKeySequence(Qt::Key_Escape)}) {
