@@ -103,10 +103,6 @@ std::vector<Version> Expired(std::vector<Version> versions, std::int64_t now) {
   return expired;
 }
 
-bool IsEqualFromLine2(std::string_view a, std::string_view b) {
-  return Content(a) == Content(b);
-}
-
 std::uint64_t ContentDigest(std::string_view bytes) {
   return DigestOf(Content(bytes));
 }
@@ -146,7 +142,7 @@ Version VersionStore::Keep(const std::string& path, std::string_view bytes, std:
 std::optional<Version> VersionStore::EqualTo(const std::vector<Version>& versions,
                                              std::string_view bytes, VersionKind kind) {
   const auto newest = std::ranges::find(versions, kind, &Version::kind);
-  if (newest == versions.end() || !IsEqualFromLine2(BytesOf(*newest), bytes)) return std::nullopt;
+  if (newest == versions.end() || Content(BytesOf(*newest)) != Content(bytes)) return std::nullopt;
   return *newest;
 }
 

@@ -34,10 +34,7 @@ struct Version {
 /// all stays.
 std::vector<Version> Expired(std::vector<Version> versions, std::int64_t now);
 
-/// True when two files say the same from line 2 on: line 1 holds the time of writing.
-bool IsEqualFromLine2(std::string_view a, std::string_view b);
-
-/// Tells contents apart that differ from line 2 on.
+/// Tells contents apart that differ from line 2 on: line 1 holds the time of writing.
 std::uint64_t ContentDigest(std::string_view bytes);
 
 /// Seconds since 1970 by the host's clock.

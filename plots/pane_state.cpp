@@ -21,10 +21,6 @@ std::string StateText(PaneState state, const std::string& time) {
   }
 }
 
-bool IsPale(PaneState state) {
-  return state == PaneState::resultChanged || state == PaneState::lastGood;
-}
-
 PaneRoom RoomOf(int height) {
   constexpr int kAll = 520;
   constexpr int kTwo = 340;

@@ -18,9 +18,6 @@ enum class PaneState {
 /// The state in the words of the pane; `time` is that of the result's run.
 std::string StateText(PaneState state, const std::string& time);
 
-/// Whether the curves no longer belong to what is typed.
-bool IsPale(PaneState state);
-
 /// Which diagrams a pane of this height has room for.
 enum class PaneRoom { upperAlone, upperOrLower, all };
 PaneRoom RoomOf(int height);
