@@ -16,8 +16,9 @@ using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 /// The real windows with solvers that behave in every way a solver can. Each wait is for something
-/// that must come; a solver that sleeps is one that goes on until it is ended. Judging itself is tested without processes; what only real ones show is left
-/// here: output that grows, signals, groups, and windows that follow.
+/// that must come; a solver that sleeps is one that goes on until it is ended. Judging itself is
+/// tested without processes; what only real ones show is left here: output that grows, signals,
+/// groups, and windows that follow.
 struct StandInTest : InstalledProgram {
   /// Runs a solver and waits until its output holds the text.
   void Submit(const std::string& script, const char* text = "") {
