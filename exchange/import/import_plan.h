@@ -103,6 +103,7 @@ void TakeDelayFrom(ImportPlan& plan, SourceFile source);
 bool AreFrequenciesOpen(const ImportPlan& plan, const ImportPreview& preview,
                         const FormCells& form);
 
+/// What the plan would bring into the form, or why it cannot be taken.
 ImportPreview PreviewOf(const ImportPlan& plan, const FormCells& form);
 
 /// The form with the points in it: rows behind those that the counts cover stay below, and no

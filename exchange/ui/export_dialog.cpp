@@ -38,9 +38,9 @@ ExportDialog::ExportDialog(LastResult result, std::string date, Saver save, QWid
       preview_(new QPlainTextEdit) {
   setObjectName("frmExport");
   setWindowTitle(tr("Export Result"));
-  auto* const rows = new QVBoxLayout(this);
+  auto* rows = new QVBoxLayout(this);
   const QString file = QString::fromStdString(result_.file);
-  auto* const about = new QLabel(
+  auto* about = new QLabel(
       result_.isOutdated
           ? tr("The form was changed since the last run; this is the result of %1.").arg(file)
           : tr("The result of %1.").arg(file));
@@ -56,7 +56,7 @@ ExportDialog::ExportDialog(LastResult result, std::string date, Saver save, QWid
 }
 
 void ExportDialog::BuildChoices() {
-  auto* const label = new QLabel(tr("&Format:"));
+  auto* label = new QLabel(tr("&Format:"));
   label->setBuddy(formats_);
   formats_->setObjectName("exportFormats");
   for (const ExportFormatName& format : kExportFormats) {
@@ -79,7 +79,7 @@ void ExportDialog::BuildChoices() {
 }
 
 void ExportDialog::BuildButtons() {
-  auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
   saveAs_ = buttons->addButton(tr("&Save As ..."), QDialogButtonBox::ActionRole);
   copy_ = buttons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
   saveAs_->setObjectName("cmdExportSave");

@@ -33,7 +33,7 @@ constexpr double kUsualLetters = 17;
 constexpr double kLargestPart = .92;
 
 QLabel* MakeLine(const char* name) {
-  auto* const line = new QLabel;
+  auto* line = new QLabel;
   line->setObjectName(name);
   line->setWordWrap(true);
   return line;
@@ -47,8 +47,8 @@ ImportDialog::ImportDialog(ImportPlan plan, const FormCells& form, ImportFiles f
   setObjectName("frmImport");
   const QString title = plan_.isOnlyDelay ? tr("Import Delay of %1") : tr("Import Points of %1");
   setWindowTitle(title.arg(ToQString(plan_.source.name)));
-  auto* const rows = new QVBoxLayout(this);
-  auto* const halves = new QHBoxLayout;
+  auto* rows = new QVBoxLayout(this);
+  auto* halves = new QHBoxLayout;
   halves->addWidget(BuildChoices(), 4);
   halves->addWidget(BuildPreview(), 5);
   rows->addLayout(halves, 1);
@@ -63,15 +63,15 @@ ImportDialog::ImportDialog(ImportPlan plan, const FormCells& form, ImportFiles f
 }
 
 QWidget* ImportDialog::BuildChoices() {
-  auto* const choices = new QWidget;
-  auto* const rows = new QVBoxLayout(choices);
+  auto* choices = new QWidget;
+  auto* rows = new QVBoxLayout(choices);
   rows->setContentsMargins(0, 0, 0, 0);
   role_ = MakeChoice("cboImportRole", tr("What the points are for"));
   role_->addItem(tr("the response to be modelled"), static_cast<int>(Role::model));
   role_->addItem(tr("what I have, to be equalised"), static_cast<int>(Role::equalise));
   role_->addItem(tr("what I want"), static_cast<int>(Role::want));
   connect(role_, &QComboBox::activated, this, &ImportDialog::TakeRole);
-  auto* const first = new QFormLayout;
+  auto* first = new QFormLayout;
   AddChoice(*first, tr("These points &are:"), role_);
   columns_ = new ImportColumnsGroup;
   connect(columns_, &ImportColumnsGroup::changed, this, [this](const auto& take) {
@@ -97,7 +97,7 @@ QWidget* ImportDialog::BuildChoices() {
   }
   rows->addStretch();
   // Small screens and large letters: the choices scroll, the line and OK stay.
-  auto* const area = new QScrollArea;
+  auto* area = new QScrollArea;
   area->setFrameShape(QFrame::NoFrame);
   area->setWidgetResizable(true);
   area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -108,8 +108,8 @@ QWidget* ImportDialog::BuildChoices() {
 }
 
 QWidget* ImportDialog::BuildPreview() {
-  auto* const side = new QWidget;
-  auto* const rows = new QVBoxLayout(side);
+  auto* side = new QWidget;
+  auto* rows = new QVBoxLayout(side);
   rows->setContentsMargins(0, 0, 0, 0);
   model_ = new PointsModel(this);
   table_ = new QTableView;
@@ -133,8 +133,8 @@ QWidget* ImportDialog::BuildPreview() {
 }
 
 QWidget* ImportDialog::BuildStart() {
-  auto* const line = new QWidget;
-  auto* const columns = new QHBoxLayout(line);
+  auto* line = new QWidget;
+  auto* columns = new QHBoxLayout(line);
   columns->setContentsMargins(0, 0, 0, 0);
   startsProblem_ = new QCheckBox(tr("Start a &new problem"));
   startsProblem_->setObjectName("chkImportNew");
@@ -158,11 +158,11 @@ QWidget* ImportDialog::BuildStart() {
 }
 
 QWidget* ImportDialog::BuildFoot() {
-  auto* const foot = new QWidget;
-  auto* const columns = new QHBoxLayout(foot);
+  auto* foot = new QWidget;
+  auto* columns = new QHBoxLayout(foot);
   columns->setContentsMargins(0, 0, 0, 0);
   summary_ = MakeLine("lblImportSummary");
-  auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
   ok_ = buttons->button(QDialogButtonBox::Ok);
   ok_->setObjectName("cmdImport");
   columns->addWidget(summary_, 1);

@@ -25,7 +25,7 @@ void ChoiceBox::paintEvent(QPaintEvent* event) {
 
 ChoiceBox* MakeChoice(const char* name, const QString& tip) {
   constexpr int kCharacters = 8;
-  auto* const box = new ChoiceBox;
+  auto* box = new ChoiceBox;
   box->setObjectName(name);
   box->setToolTip(tip);
   box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -47,8 +47,8 @@ void Choose(QComboBox& box, int data) {
 }
 
 QWidget* Beside(QWidget* first, QWidget* second) {
-  auto* const line = new QWidget;
-  auto* const layout = new QHBoxLayout(line);
+  auto* line = new QWidget;
+  auto* layout = new QHBoxLayout(line);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(first, 1);
   layout->addWidget(second);
@@ -56,7 +56,7 @@ QWidget* Beside(QWidget* first, QWidget* second) {
 }
 
 QLabel* AddChoice(QFormLayout& rows, const QString& label, QWidget* control, QWidget* second) {
-  auto* const text = new QLabel(label);
+  auto* text = new QLabel(label);
   text->setBuddy(control);
   const QString name = QString(label).remove('&').remove(':');
   control->setAccessibleName(name);

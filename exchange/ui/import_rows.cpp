@@ -27,7 +27,7 @@ double Limit(const QLineEdit& box, double none) {
 }
 
 QLineEdit* MakeLimit(const char* name, const QString& standard, const QString& tip) {
-  auto* const box = new QLineEdit;
+  auto* box = new QLineEdit;
   box->setObjectName(name);
   box->setPlaceholderText(standard);
   box->setToolTip(tip);
@@ -37,7 +37,7 @@ QLineEdit* MakeLimit(const char* name, const QString& standard, const QString& t
 }  // namespace
 
 ImportRowsGroup::ImportRowsGroup() : QGroupBox(tr("Rows")) {
-  auto* const rows = new QFormLayout(this);
+  auto* rows = new QFormLayout(this);
   from_ = MakeLimit("txtImportFrom", tr("first"), tr("The lowest frequency, in MHz"));
   to_ = MakeLimit("txtImportTo", tr("last"), tr("The highest frequency, in MHz"));
   AddChoice(*rows, tr("From ... &to MHz:"), from_, to_);

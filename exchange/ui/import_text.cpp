@@ -14,7 +14,7 @@ ImportTextGroup::ImportTextGroup() : QGroupBox(tr("Fil&e: how its text is read")
   setCheckable(true);
   setToolTip(tr("What parts the columns, the decimal mark and the line of the headings"));
   inside_ = new QWidget;
-  auto* const rows = new QFormLayout(inside_);
+  auto* rows = new QFormLayout(inside_);
   rows->setContentsMargins(0, 0, 0, 0);
   separator_ = MakeChoice("cboImportSeparator", tr("What parts the columns"));
   for (const auto& [text, mark] : {std::pair(tr("tab"), '\t'),

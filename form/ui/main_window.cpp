@@ -356,7 +356,7 @@ void MainWindow::SetFocus(std::string_view control) {
   }
   widget->setFocus();
   // Where the program leads to an answer, typing replaces it.
-  if (auto* const box = qobject_cast<QLineEdit*>(widget)) box->selectAll();
+  if (auto* box = qobject_cast<QLineEdit*>(widget)) box->selectAll();
 }
 
 void MainWindow::SelectTab(Tab tab) {
