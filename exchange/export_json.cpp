@@ -25,7 +25,7 @@ Json LocationObject(const ResultLocation& location, double unit) {
                  {"real_rads", location.real * unit},
                  {"imag_rads", location.imaginary * unit},
                  {"Q", nullptr}};
-  if (const std::optional<double> quality = QualityOf(location)) object["Q"] = *quality;
+  if (const std::optional<double> quality = PairQuality(location)) object["Q"] = *quality;
   return object;
 }
 

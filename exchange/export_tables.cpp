@@ -29,7 +29,7 @@ std::string LocationRow(const FilterResult& result, const ResultLocation& locati
                         double imaginary) {
   const double unit = result.AngularUnit();
   const double norm = result.freqNorm;
-  const std::optional<double> quality = QualityOf(location);
+  const std::optional<double> quality = PairQuality(location);
   return std::string(KindName(location)) + "," +
          Figures({location.real, imaginary, location.real * unit, imaginary * unit,
                   location.real * norm, imaginary * norm},

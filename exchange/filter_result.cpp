@@ -137,7 +137,7 @@ const char* KindName(const ResultLocation& location) {
   return isOwnPole ? "lossless pole" : ShortName(location.kind);
 }
 
-std::optional<double> QualityOf(const ResultLocation& location) {
+std::optional<double> PairQuality(const ResultLocation& location) {
   if (!location.isPair || location.real == 0) return std::nullopt;
   return std::abs(location.Upper()) / (2 * std::abs(location.real));
 }

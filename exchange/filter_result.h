@@ -72,6 +72,6 @@ double ConstantInRadians(const FilterResult& result);
 const char* KindName(const ResultLocation& location);
 
 /// |location| / (2 |real part|) of a pair off the omega axis.
-std::optional<double> QualityOf(const ResultLocation& location);
+std::optional<double> PairQuality(const ResultLocation& location);
 
 }  // namespace polefit

@@ -17,11 +17,7 @@ namespace polefit::testing {
 /// numbers of their questions: "6=0 2; 8=.5 .4".
 inline ResponseRecord ExampleRecord(const std::string& name, const std::string& answers = "") {
   ConsoleHost host;
-  ResponseRecord record;
-  std::string storedName;
-  std::string folder;
-  host.OpenForReading(std::filesystem::path(EXAMPLES) / name);
-  ReadResponse(host, record, storedName, folder);
+  ResponseRecord record = ReadResponseFile(host, std::filesystem::path(EXAMPLES) / name);
   std::istringstream list(answers);
   for (std::string answer; std::getline(list >> std::ws, answer, ';');) {
     const std::string number = answer.substr(0, answer.find('='));
@@ -36,6 +32,18 @@ inline ResponseRecord ExampleRecord(const std::string& name, const std::string& 
     record.Slot(slot) = text;
   }
   return record;
+}
+
+/// Makes `rows` passband points of the first 21, over and over.
+inline void RepeatPoints(ResponseRecord& record, std::int16_t rows) {
+  const PassbandLists few = record.passband;
+  record.nFreqPoints = rows;
+  record.passband.Resize(rows + 1);
+  for (int row = 1; row <= rows; ++row) {
+    for (int column = 1; column <= few.kColumns; ++column) {
+      record.passband.At(row, column) = few.At(1 + row % 21, column);
+    }
+  }
 }
 
 /// The problem of a record that has no fault.

@@ -39,14 +39,7 @@ int ExitCode(pid_t process) {
 /// run of it is on until it is ended.
 void WriteLongProblem(const std::string& folder) {
   ResponseRecord record = ExampleRecord("Ex-Yzero.101", "23=32766");
-  const PassbandLists few = record.passband;
-  record.nFreqPoints = 32766;
-  record.passband.Resize(record.nFreqPoints + 1);
-  for (int row = 1; row <= record.nFreqPoints; ++row) {
-    for (int column = 1; column <= 4; ++column) {
-      record.passband.At(row, column) = few.At(1 + row % 21, column);
-    }
-  }
+  RepeatPoints(record, 32766);
   record.solver = {"99 10 7", "0 0 0", "1e-15 1e-5 1e-5", "99999", "10", "999999", "1",
                    "16",      "1e-15"};
   ConsoleHost host;
@@ -64,8 +57,8 @@ bool Comes(pid_t process, const std::function<bool()>& isSo) {
   return true;
 }
 
-// What a real process alone shows: signals, pipes, locks, exit codes. How soon a run heeds a request
-// to stop is counted in evaluations where there is no process.
+// What a real process alone shows: signals, pipes, locks, exit codes. How soon a run heeds a
+// request to stop is counted in evaluations where there is no process.
 
 TEST(Process, EndsAtASignalWithTheBestPointSoFar) {
   const TemporaryFolder folder;
@@ -74,8 +67,7 @@ TEST(Process, EndsAtASignalWithTheBestPointSoFar) {
     const std::string log = folder.File("log");
     WriteBytes(log, "");
     const pid_t process = Start(folder.File("long.1"), log);
-    ASSERT_TRUE(
-        Comes(process, [&] { return FileBytes(log).find(" of ") != std::string::npos; }));
+    ASSERT_TRUE(Comes(process, [&] { return FileBytes(log).find(" of ") != std::string::npos; }));
     kill(process, signal);
     EXPECT_EQ(ExitCode(process), 1);
     const std::string report = FileBytes(folder.File("long.1.out.txt"));
@@ -99,8 +91,7 @@ TEST(Process, LeavesTheFolderFreeWhenItIsKilled) {
   const TemporaryFolder folder;
   WriteLongProblem(folder.Path());
   const pid_t first = Start(folder.File("long.1"));
-  ASSERT_TRUE(
-      Comes(first, [&] { return std::filesystem::exists(folder.File("long.1.lock")); }));
+  ASSERT_TRUE(Comes(first, [&] { return std::filesystem::exists(folder.File("long.1.lock")); }));
   EXPECT_EQ(ExitCode(Start(folder.File("long.1"))), 7);
   kill(first, SIGKILL);
   ExitCode(first);

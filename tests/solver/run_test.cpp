@@ -254,14 +254,7 @@ TEST_F(Run, PutsASecondRunWithinATenthOfAPercent) {
 
 TEST_F(Run, ShowsTheWorstRowsOfLongTables) {
   ResponseRecord record = ExampleRecord("Ex-Delay.101", "S6=20");
-  const PassbandLists few = record.passband;
-  record.nFreqPoints = 4000;
-  record.passband.Resize(record.nFreqPoints + 1);
-  for (int row = 1; row <= record.nFreqPoints; ++row) {
-    for (int column = 1; column <= 4; ++column) {
-      record.passband.At(row, column) = few.At(1 + row % 21, column);
-    }
-  }
+  RepeatPoints(record, 4000);
   record.passband.At(1234, 3) = "9";
   Use(record);
   Solve();
