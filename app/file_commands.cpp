@@ -1,8 +1,7 @@
 #include "app/file_commands.h"
 
+#include "app/form_load.h"
 #include "app/former_versions.h"
-#include "app/import_points.h"
-#include "app/open_look.h"
 #include "app/part_read.h"
 #include "base/pattern.h"
 #include "base/text.h"
@@ -139,7 +138,7 @@ void FileOld(Program& program) {
   OpenChosenFile(program, {});
 }
 
-void OpenChosenFile(Program& program, const OtherFile& other) {
+void OpenChosenFile(Program& program, const PointsImport& import) {
   const ErrorTable errors = OpenErrors(program);
   int choice = kStop;
   RunStep(program.host, errors,
@@ -153,13 +152,13 @@ void OpenChosenFile(Program& program, const OtherFile& other) {
   dialog.filterIndex = 2;  // Kept: it hides files with three characters behind the dot
   dialog.fileName = "*.*";
   dialog.cancelIsError = true;
-  dialog.judge = [&program, &other](const std::string& path) {
-    const bool isTaken = other && HoldsOnlyPoints(program, path);
-    return isTaken ? std::nullopt : DoubtAbout(program.host, path);
+  dialog.judge = [&program, import](const std::string& path) {
+    return DoubtAbout(program.host, path, import);
   };
   const StepResult shown = RunStep(program.host, errors, [&] { program.host.ShowOpen(dialog); });
   // A dialog that was skipped has chosen nothing that the next steps could work on.
-  if (shown != StepResult::done || (other && other(dialog.fileName))) return;
+  if (shown != StepResult::done) return;
+  if (dialog.pressed == kImportItsPoints) return import(dialog.fileName);
   OpenResponseFile(program, dialog.fileName);
 }
 
@@ -185,6 +184,11 @@ void OpenResponseFile(Program& program, const std::string& path) {
   RememberFile(program);
   if (stop) TellPartRead(program, *stop, std::move(before));
   LookForFormerContent(program, path);
+}
+
+void OpenInsteadOfForm(Program& program, const std::string& path, const PointsImport& import) {
+  if (PromptSaveChanges(program, program.document.DataChanged) == kStop) return;
+  OpenNamedFile(program, path, import);
 }
 
 void FileSave(Program& program) {

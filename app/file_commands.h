@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 
+#include "app/open_look.h"
 #include "form/state.h"
 
 namespace polefit {
@@ -19,17 +19,18 @@ int PromptSaveChanges(Program& program, std::int16_t DataChanged);
 /// Empties the record and the form, after a question, and one before it when the data have changed.
 void FileNew(Program& program);
 
-/// Deals with a file that is no Response Input File; false when it is one, or nothing else.
-using OtherFile = std::function<bool(const std::string& path)>;
-
 /// Opens a Response Input File that the user chooses. Errors are reported here by their number.
 void FileOld(Program& program);
 
-/// The same; `other` is asked first whether the file is another kind of file.
-void OpenChosenFile(Program& program, const OtherFile& other);
+/// The same; a file that is none of ours but holds points can go to `import` instead.
+void OpenChosenFile(Program& program, const PointsImport& import);
 
 /// Opens the Response Input File at `path` as if it had been chosen.
 void OpenResponseFile(Program& program, const std::string& path);
+
+/// The same once changed data are dealt with as for Open, for a file that no dialog has looked at:
+/// one that is not there is reported.
+void OpenInsteadOfForm(Program& program, const std::string& path, const PointsImport& import);
 
 /// Saves under the current name when such a file exists, otherwise as `FileSaveAs` does.
 /// Write errors are passed on.

@@ -4,14 +4,12 @@
 
 #include "app/file_commands.h"
 #include "app/form_replacement.h"
-#include "app/open_look.h"
 #include "app/part_read.h"
 #include "app/start_up.h"
 #include "form/changes.h"
 #include "form/field_rules.h"
 #include "form/solver_settings.h"
 #include "form/transfer.h"
-#include "grids/cell_editor.h"
 #include "grids/grid_routines.h"
 #include "platform/file_checks.h"
 #include "responsefile/file_look.h"
@@ -57,7 +55,9 @@ void ShowLastRun(Program& program) {
   ShowWeightColumn(program.windows.grids,
                    program.windows.frmMain.IsChecked(BoxName(slot::kUseWeights)));
   ApplyFieldRules(program.windows.frmMain);
-  if (failure) throw *failure;
+  if (!failure) return;
+  failure->description += ": " + program.folders.LastRunPath;
+  throw *failure;
 }
 
 /// What cannot be read, or not be shown, is told while the form still has its own values and its
@@ -113,24 +113,25 @@ void RestoreLastRun(Program& program) {
 
 void TakeImprovedValues(Program& program) {
   RequireLastRun(program);
-  // The run's window leaves a cell being edited as it is; its text is a change like any other.
-  HideCellEditor(program.windows.grids, false);
   if (AskBeforeReplacing(program) == kStop) return;
   const std::string name = program.files.currentFileName;
   RestoreLastRun(program);
   program.document.nameForSaveAs = name;
 }
 
-void OpenNamedFile(Program& program, const std::string& path, const OtherFile& other) {
+void OpenNamedFile(Program& program, const std::string& path, const PointsImport& import) {
   Host& host = program.host;
-  if (FileExists(host, path)) {
-    if (other && other(path)) return;
-    const std::optional<Choice> doubt = DoubtAbout(host, path);
-    if (doubt && host.Ask(*doubt) != 0) return;
-    OpenFile(program, path);
-  } else {
+  if (!FileExists(host, path)) {
     ReportMissingFile(host, path);
     LookForFormerContent(program, path);
+    return;
+  }
+  const std::optional<Choice> doubt = DoubtAbout(host, path, import);
+  const std::size_t pressed = doubt ? host.Ask(*doubt) : 0;
+  if (pressed == 0) {
+    OpenFile(program, path);
+  } else if (pressed + 1 < doubt->buttons.size()) {
+    import(path);
   }
 }
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "app/file_commands.h"
+#include "app/open_look.h"
 #include "form/state.h"
 
 namespace polefit {
@@ -21,7 +21,8 @@ void RestoreLastRun(Program& program);
 void TakeImprovedValues(Program& program);
 
 /// Opens the file at `path`, a whole path, as the Open command would; one that is not there is
-/// reported and changes nothing. `other` is asked first whether it is another kind of file.
-void OpenNamedFile(Program& program, const std::string& path, const OtherFile& other = {});
+/// reported and changes nothing. One that is none of ours but holds points can go to `import`
+/// instead.
+void OpenNamedFile(Program& program, const std::string& path, const PointsImport& import = {});
 
 }  // namespace polefit

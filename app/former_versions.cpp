@@ -2,6 +2,7 @@
 
 #include "app/file_commands.h"
 #include "app/form_replacement.h"
+#include "app/recent_files.h"
 #include "app/recovery.h"
 
 namespace polefit {
@@ -30,6 +31,7 @@ FormerFile Keep(Program& program, const std::string& path, const FileState& stat
   const std::string bytes = program.host.ReadFile(path);
   const KnownFile& known = program.document.known;
   FormerFile former{path, LookAt(bytes), ContentDigest(bytes)};
+  former.isLink = state.isLink;
   former.isChangedByOthers = known.path == path && known.digest != former.digest;
   if (IsOwnTornFile(program, former)) return former;
   const bool isOwn = former.look.isResponseFile && !former.isChangedByOthers;
@@ -84,6 +86,12 @@ std::optional<FormerFile> KeepFormerFile(Program& program) {
 }
 
 void TellOfFormerFile(Program& program, const FormerFile& former) {
+  if (former.isLink) {
+    program.notices.Post({"link " + former.path, Urgency::worthKnowing,
+                          "'" + CutPath(former.path).name +
+                              "' was a link. Now it is a file of its own, and the file that it led "
+                              "to is as it was."});
+  }
   if (!former.version) return;
   if (former.digest == program.document.known.digest) {
     DropVersion(program, *former.version);
@@ -115,14 +123,18 @@ void RememberFile(Program& program) {
   try {
     const std::string path = CurrentPath(program);
     program.document.known = {path, ContentDigest(program.host.ReadFile(path))};
+    NoteRecentFile(program.host, path);
   } catch (const RunTimeError&) {
     program.document.known = {};  // then nothing can be said of changes by others
   }
 }
 
 void PutVersionBack(Program& program, const std::string& path, const Version& version) {
-  const std::string bytes = VersionStore(program.host).BytesOf(version);
-  const bool isOpen = CurrentPath(program) == path;
+  PutContentBack(program, path, VersionStore(program.host).BytesOf(version));
+}
+
+void PutContentBack(Program& program, const std::string& path, const std::string& bytes) {
+  const bool isOpen = CurrentPath(program) == program.host.ResolvedPath(path);
   const bool isShown = isOpen && LookAt(bytes).isResponseFile;
   if (isShown && AskBeforeReplacing(program) == kStop) return;
   KeepFile(program, path, VersionKind::saved);

@@ -16,6 +16,7 @@ struct FormerFile {
   FileLook look = {};
   std::uint64_t digest = 0;
   bool isChangedByOthers = false;
+  bool isLink = false;
   /// The version that holds it, when it could be kept.
   std::optional<Version> version = {};
 };
@@ -37,6 +38,7 @@ void RememberFile(Program& program);
 /// open file is shown anew; when the content is no Response Input File, the form keeps its data,
 /// which are then in no file.
 void PutVersionBack(Program& program, const std::string& path, const Version& version);
+void PutContentBack(Program& program, const std::string& path, const std::string& bytes);
 
 /// Shows a version as data that are in no file yet; what was typed and not saved comes back under
 /// the name of its file.

@@ -6,7 +6,6 @@
 #include "app/form_replacement.h"
 #include "exchange/import/remembered.h"
 #include "platform/file_checks.h"
-#include "responsefile/file_look.h"
 
 namespace polefit {
 
@@ -77,7 +76,8 @@ void TakePlan(Program& program, const std::string& folder, const ImportPlan& pla
 /// Asks for a file with points, which leaves the current folder as it is; "" when none is chosen.
 std::string ChooseFile(Program& program) {
   const std::string folder = program.host.CurrentFolder();
-  CommonDialog dialog = program.windows.CMDialog1;
+  CommonDialog dialog;
+  dialog.initialFolder = program.windows.CMDialog1.initialFolder;
   dialog.title = "Import Points";
   dialog.filter =
       "All Files (*.*)|*.*|Touchstone (*.s?p)|*.s?p;*.S?P;*.ts|Text (*.csv)|*.csv;*.txt;*.tsv";
@@ -164,17 +164,6 @@ bool ImportText(Program& program, const std::string& text, bool isForDelays,
 void ImportChosenFile(Program& program, const AskForPlan& ask) {
   const std::string path = ChooseFile(program);
   if (!path.empty()) ImportPoints(program, {path}, ask);
-}
-
-bool HoldsOnlyPoints(Program& program, const std::string& path) {
-  try {
-    const std::string bytes = program.host.ReadFile(path);
-    if (LookAt(bytes).hasFlags) return false;
-    const SourceFile source = ReadSourceBytes(path, bytes);
-    return source.table.fault.empty() && source.table.Rows() >= 2;
-  } catch (const RunTimeError&) {
-    return false;  // opening it will tell
-  }
 }
 
 }  // namespace polefit

@@ -30,7 +30,4 @@ bool ImportText(Program& program, const std::string& text, bool isForDelays, con
 /// problem, which is saved beside its points.
 void ImportChosenFile(Program& program, const AskForPlan& ask);
 
-/// Whether the file is none of ours but holds points: no Response Input File, and rows of numbers.
-bool HoldsOnlyPoints(Program& program, const std::string& path);
-
 }  // namespace polefit

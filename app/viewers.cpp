@@ -46,7 +46,7 @@ void EmailSupport(Program& program) {
                                                  WindowStyle::normal,
                                                  CommandKind::writeMail,
                                                  address});
-  // Kept: the program stands still for as long as the mail client is open.
+  // Kept: the program takes no input for as long as the mail client is open.
   program.host.WaitForSingleObject(client);
 }
 

@@ -33,7 +33,6 @@ std::vector<ChangedExample> ChangedExamples(Program& program) {
 }
 
 Choice QuestionAbout(const std::vector<ChangedExample>& changed) {
-  if (changed.empty()) return {"All examples are as they were shipped.", {"OK"}};
   std::string names;
   for (const ChangedExample& example : changed) {
     names += (names.empty() ? "'" : ", '") + example.name + "'";
@@ -47,12 +46,15 @@ Choice QuestionAbout(const std::vector<ChangedExample>& changed) {
 
 void RestoreExamples(Program& program) {
   const std::vector<ChangedExample> changed = ChangedExamples(program);
+  if (changed.empty()) {
+    program.host.MessageBox("All examples are as they were shipped.", message_style::kOk,
+                            "Restore Examples");
+    return;
+  }
   const bool isWanted = program.host.Ask(QuestionAbout(changed)) == 0;
   if (!isWanted) return;
   for (const ChangedExample& example : changed) {
-    const std::string path = JoinPath(UserFolder(program), example.name);
-    KeepFile(program, path, VersionKind::saved);
-    program.host.ReplaceFile(path, example.shipped);
+    PutContentBack(program, JoinPath(UserFolder(program), example.name), example.shipped);
   }
 }
 

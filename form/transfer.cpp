@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/number.h"
+#include "base/text.h"
 #include "form/field_rules.h"
 #include "form/solver_settings.h"
 #include "grids/cell_editor.h"
@@ -49,6 +50,13 @@ void ShowZeroCounts(FormView& form, const std::string& answer) {
   }
 }
 
+/// A line of the file loses the blanks at its beginning, and empty counts there with them.
+bool CanBeShownAgain(std::string_view zeroCounts) {
+  const std::size_t first = std::min(zeroCounts.find_first_not_of(' '), zeroCounts.size());
+  const std::string_view read = zeroCounts.substr(first);
+  return read.empty() || std::ranges::count(read, ' ') >= 2;
+}
+
 void ResetGrids(Program& program) {
   GridState& grids = program.windows.grids;
   ResponseRecord& record = program.document.record;
@@ -67,6 +75,14 @@ void TakeForm(const Program& program, ResponseRecord& record) {
 }
 
 }  // namespace
+
+std::string EmptyCountNote(const std::array<std::string, 3>& counts) {
+  const auto isEmpty = [](const std::string& count) { return TrimBlanks(count).empty(); };
+  if (std::ranges::none_of(counts, isEmpty)) return {};
+  const bool canBeOpened = CanBeShownAgain(counts[0] + ' ' + counts[1] + ' ' + counts[2]);
+  return std::string("A count is empty: the solver will refuse the run") +
+         (canBeOpened ? "" : ", and the saved file cannot be opened again") + ". Type 0 for none.";
+}
 
 void TakeAnswers(const Program& program, ResponseRecord& record) {
   const FormView& form = program.windows.frmMain;

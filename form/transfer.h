@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <string>
+
 #include "form/state.h"
 
 namespace polefit {
@@ -18,6 +21,9 @@ void GetAnswers(Program& program);
 /// stands: the open editor stays open, its text counts as typed; the program's own record and its
 /// marks stay as they are. Error 6 for more than 32,766 points.
 ResponseRecord RecordOf(const Program& program);
+
+/// What becomes of the zero counts, as their boxes stand, when one is empty; "" when none is.
+std::string EmptyCountNote(const std::array<std::string, 3>& counts);
 
 /// Takes what is typed outside of the grids: the answers, both point counts as answers, notes and
 /// solver values.

@@ -50,6 +50,8 @@ void MoveCellEditor(GridState& state, int direction) {
     return;
   }
   ShowCellEditor(state);
+  // What is typed down a column takes the place of what stands there.
+  state.txtCellEditor.SetSelection(0, kToTheEnd);
 }
 
 void CellEditorKeyPressed(GridState& state, EditorKey key) {

@@ -33,6 +33,8 @@ struct FileState {
   std::int64_t modified = 0;
   /// Whether it belongs to the user who runs this program.
   bool isOwn = false;
+  /// Whether the name is a link to it.
+  bool isLink = false;
 };
 
 /// A lock that is held as long as this lives, and no longer than the process.

@@ -45,9 +45,19 @@ Verdict BrokenOff(const EndOfRun& end) {
   return {Outcome::failed, "Failed: the solver broke off without a report."};
 }
 
+/// The solver was asked to stop, but not from a window of ours.
+bool IsStoppedByOthers(const EndOfRun& end) {
+  return end.stops == 0 && end.figures && end.figures->contains("asked");
+}
+
 Verdict StoppedEarly(const EndOfRun& end) {
   const std::optional<FitQuality> quality = Quality(end);
   const std::string figures = quality ? ": " + quality->text + "." : ".";
+  if (IsStoppedByOthers(end)) {
+    return {Outcome::stopped,
+            "Stopped: by a signal from outside" +
+                (end.hasValues ? "; the best values so far are kept" + figures : std::string("."))};
+  }
   if (end.stops == 0) {
     return {Outcome::stopped, "Stopped: at a limit; the best point found is given" + figures};
   }

@@ -48,6 +48,7 @@ std::string ForPrograms(const RunOutcome& outcome) {
                  static_cast<int>(faults));
   if (outcome.figures)
     line += Format(" bounds=%d", outcome.figures->bounds) + Quality(*outcome.figures);
+  if (outcome.wasAsked) line += " asked=1";
   return line;
 }
 

@@ -30,6 +30,8 @@ struct RunOutcome {
   double seconds = 0;
   /// Only where there is an answer.
   std::optional<Figures> figures;
+  /// It was asked to stop, by whomever, before it came to an end of its own.
+  bool wasAsked = false;
 };
 
 /// The last two lines of a run's output, each ended: one for people, and one for programs with

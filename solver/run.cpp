@@ -87,20 +87,26 @@ class SolverRun {
               "ended at once on request; nothing is written",
               solved.findings,
               Seconds(),
-              {}};
+              {},
+              true};
     }
     // Both are complete. The report comes last: whoever sees it finds the answers in place.
     host_.MoveFile(temporary, files_.lastRun);
     host_.MoveFile(Temporary(files_.report), files_.report);
-    return {IsConverged(summary.ending) ? Exit::converged : Exit::stopped, result, solved.findings,
-            Seconds(), solved.figures};
+    return {IsConverged(summary.ending) ? Exit::converged : Exit::stopped,
+            result,
+            solved.findings,
+            Seconds(),
+            solved.figures,
+            summary.ending == EndReason::requested};
   }
 
   RunOutcome Fail(Failure failure) {
     WriteReport(FailureReport(Head(failure.result), failure.findings));
     host_.MoveFile(Temporary(files_.report), files_.report);
     console_.err << ForTerminal(FaultTexts(failure.findings).front()) << std::endl;
-    return {failure.exit, std::move(failure.result), std::move(failure.findings), Seconds(), {}};
+    return {failure.exit, std::move(failure.result), std::move(failure.findings), Seconds(), {},
+            false};
   }
 
   /// Writes the report beside its place.

@@ -84,6 +84,21 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
   painter->restore();
 }
 
+void ProgramStyle::drawControl(ControlElement element, const QStyleOption* option,
+                               QPainter* painter, const QWidget* widget) const {
+  const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
+  const bool isRowNumber =
+      element == CE_HeaderLabel && header != nullptr && header->orientation == Qt::Vertical;
+  if (!isRowNumber) return QProxyStyle::drawControl(element, option, painter, widget);
+  // As the text of a cell stands: in the row without the line below it, on whole pixels.
+  const int margin = pixelMetric(PM_HeaderMargin, option, widget);
+  QStyleOptionHeader label = *header;
+  label.rect = alignedRect(header->direction, Qt::AlignCenter,
+                           {header->rect.width(), header->fontMetrics.height()},
+                           header->rect.adjusted(0, -margin, 0, margin - 1));
+  QProxyStyle::drawControl(element, &label, painter, widget);
+}
+
 QSize ProgramStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                      const QSize& size, const QWidget* widget) const {
   const QSize whole = QProxyStyle::sizeFromContents(type, option, size, widget);

@@ -69,6 +69,7 @@ void VersionsDialog::BuildTable() {
   table_->setSelectionMode(QAbstractItemView::SingleSelection);
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table_->setShowGrid(false);
+  table_->setWordWrap(false);
   table_->setTabKeyNavigation(false);
   table_->setAccessibleName(tr("Former versions"));
   connect(table_, &QTableWidget::itemSelectionChanged, this, &VersionsDialog::FollowSelection);

@@ -92,6 +92,10 @@ void Describe(GridWidget& grid, const QString& name, std::span<const std::string
   }
 }
 
+QLabel* MakeKeysHint(std::string_view name) {
+  return MakeText(name, QObject::tr("Enter keeps what was typed, Esc drops it."));
+}
+
 /// The grid at its own width, beside it what belongs to it.
 QHBoxLayout* BesideGrid(GridWidget* grid, std::initializer_list<QWidget*> column) {
   const int line = grid->fontMetrics().height();
@@ -167,6 +171,7 @@ Page* MakePassbandPage(GridWidget* passData, TableNote* note) {
                "lblGridHint2",
                QObject::tr("After/during edit use the 'Esc'ape key then Left or Right arrow keys "
                            "to move between columns.")),
+           MakeKeysHint("lblGridHint3"),
            MakeButton("cmdClearPassData", QObject::tr("&Clear Columns")), note}),
       1);
   return page;
@@ -176,7 +181,8 @@ Page* MakeDelayPage(GridWidget* delayData, TableNote* note) {
   auto* page = new Page;
   Describe(*delayData, QObject::tr("Delay data"), kDelayUnits);
   page->AddWhole(
-      BesideGrid(delayData, {MakeButton("cmdClearDelayData", QObject::tr("Cle&ar Columns")), note}),
+      BesideGrid(delayData, {MakeKeysHint("lblDelayHint"),
+                             MakeButton("cmdClearDelayData", QObject::tr("Cle&ar Columns")), note}),
       1);
   return page;
 }

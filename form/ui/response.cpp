@@ -2,7 +2,11 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+#include <array>
 
+#include "form/transfer.h"
 #include "widgets/answer_edit.h"
 #include "widgets/controls.h"
 
@@ -23,10 +27,29 @@ QWidget* MakeCheckBox(const Question& question) {
   return box;
 }
 
+/// Says below the count boxes what becomes of an empty one.
+void AddCountNote(const std::array<QLineEdit*, 3>& boxes, QVBoxLayout* rows) {
+  QLabel* note = MakeText("lblEmptyCount", "");
+  note->hide();
+  rows->addWidget(note);
+  const auto show = [note, boxes] {
+    const std::string text =
+        EmptyCountNote({boxes[0]->text().toStdString(), boxes[1]->text().toStdString(),
+                        boxes[2]->text().toStdString()});
+    note->setText(QString::fromStdString(text));
+    note->setVisible(!text.empty());
+  };
+  for (QLineEdit* box : boxes) QObject::connect(box, &QLineEdit::textChanged, note, show);
+}
+
 QWidget* MakeCountBoxes(const Question& question) {
   auto* group = new QWidget;
-  auto* row = new QHBoxLayout(group);
-  row->setContentsMargins(0, 0, 0, 0);
+  auto* rows = new QVBoxLayout(group);
+  rows->setContentsMargins(0, 0, 0, 0);
+  auto* row = new QHBoxLayout;
+  rows->addLayout(row);
+  std::array<QLineEdit*, 3> boxes{};
+  std::size_t number = 0;
   for (const AnswerBox& answer : question.Boxes()) {
     AnswerEdit* box = MakeBox(answer.name, answer.defaultText, kCountLength, question.selectsAll);
     box->setToolTip(ToQString(question.tip));
@@ -36,8 +59,10 @@ QWidget* MakeCountBoxes(const Question& question) {
                    Qt::AlignTop);
     row->addWidget(box, 0, Qt::AlignTop);
     row->addSpacing(group->fontMetrics().height() / 2);
+    boxes.at(number++) = box;
   }
   row->addStretch();
+  AddCountNote(boxes, rows);
   return group;
 }
 

@@ -100,6 +100,8 @@ bool CellEditorBox::event(QEvent* event) {
 }
 
 void CellEditorBox::keyPressEvent(QKeyEvent* event) {
+  // Where the wheel has moved the cell out of sight, what is typed brings it back.
+  if (grid_ != nullptr && !event->text().isEmpty()) grid_->scrollTo(grid_->currentIndex());
   if (const auto key = EditorKeyOf(event->key())) {
     Q_EMIT keyPressed(*key);
   } else if (event->matches(QKeySequence::Paste) && ClipboardHasBlock()) {

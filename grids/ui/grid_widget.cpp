@@ -58,6 +58,8 @@ class CellDelegate final : public QStyledItemDelegate {
  public:
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override {
+    // The style has filled a selected cell's row already.
+    if (!grid_->hasFocus()) painter->fillRect(option.rect, option.palette.base());
     QStyledItemDelegate::paint(painter, option, index);
     const QVariant fault = index.data(Qt::UserRole);
     if (fault.isValid()) DrawMark(*painter, option.rect, fault.toBool());

@@ -4,6 +4,14 @@
 
 namespace polefit {
 
+std::string ConsoleHost::CurrentFolder() {
+  try {
+    return LinuxHost::CurrentFolder();
+  } catch (const RunTimeError&) {
+    return ".";
+  }
+}
+
 Reply ConsoleHost::MessageBox(const std::string& text, int style, const std::string& title) {
   constexpr int kButtons = 0xF;
   std::cerr << title << '\n' << text << '\n';

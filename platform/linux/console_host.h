@@ -10,6 +10,8 @@ class ConsoleHost : public LinuxHost {
  public:
   using LinuxHost::LinuxHost;
 
+  /// "." when the folder is gone: a whole path needs none.
+  std::string CurrentFolder() override;
   Reply MessageBox(const std::string& text, int style, const std::string& title) override;
   std::size_t Ask(const Choice& choice) override;
   void ShowOpen(CommonDialog& dialog) override;

@@ -224,10 +224,11 @@ std::optional<ProcessState> LookAtProcess(long processId) {
   }
 }
 
-void WaitForEnd(long processId) {
+void WaitForEnd(long processId, const std::function<void()>& meanwhile) {
   using std::chrono_literals::operator""ms;
   const std::optional<ProcessState> first = LookAtProcess(processId);
   for (auto now = first; now && now->start == first->start; now = LookAtProcess(processId)) {
+    meanwhile();
     std::this_thread::sleep_for(50ms);
   }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,8 +15,9 @@ ProcessName StartDetached(const ProcessStart& start);
 /// What is known of a process; nothing when there is none or it has ended.
 std::optional<ProcessState> LookAtProcess(long processId);
 
-/// Waits for the end of any process, with no time limit.
-void WaitForEnd(long processId);
+/// Waits for the end of any process, with no time limit; `meanwhile` runs every 50 ms.
+void WaitForEnd(
+    long processId, const std::function<void()>& meanwhile = [] {});
 
 /// Ends a process group as Processes::EndGroup says.
 bool EndProcessGroup(long processGroup, bool atOnce);

@@ -47,6 +47,11 @@ std::optional<mode_t> ModeOf(const std::string& path) {
   return status ? std::optional(status->st_mode) : std::nullopt;
 }
 
+bool IsLink(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
 bool IsFile(std::optional<mode_t> mode) {
   return mode && !S_ISDIR(*mode);
 }
@@ -136,7 +141,7 @@ std::optional<FileState> LinuxHost::StateOfFile(const std::string& path) {
   if (!status || !S_ISREG(status->st_mode)) return std::nullopt;
   return FileState{static_cast<std::uint64_t>(status->st_size),
                    status->st_mtim.tv_sec * kNanosecondsPerSecond + status->st_mtim.tv_nsec,
-                   status->st_uid == ::geteuid()};
+                   status->st_uid == ::geteuid(), IsLink(path)};
 }
 
 std::vector<std::string> LinuxHost::FilesIn(const std::string& folder) {
@@ -163,7 +168,9 @@ void LinuxHost::MakeFolder(const std::string& path) {
 std::string LinuxHost::CurrentFolder() {
   std::array<char, PATH_MAX> buffer{};
   if (::getcwd(buffer.data(), buffer.size()) == nullptr) {
-    throw FromSystemError(errno, error_number::kPathNotFound);
+    RunTimeError error = FromSystemError(errno, error_number::kPathNotFound);
+    error.description += ": the folder that the program works in is gone.";
+    throw error;
   }
   return buffer.data();
 }

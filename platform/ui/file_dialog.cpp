@@ -38,6 +38,14 @@ void SelectPattern(QLineEdit& name, QFileDialog::AcceptMode mode) {
   }
 }
 
+/// The first of these folders that is there, else the user's own.
+QString FirstThere(const QStringList& folders) {
+  for (const QString& folder : folders) {
+    if (!folder.isEmpty() && QDir(folder).exists()) return folder;
+  }
+  return QDir::homePath();
+}
+
 /// Sizes, types and dates whole, the names in what is left.
 void FitColumns(QFileDialog& dialog) {
   auto* list = dialog.findChild<QTreeView*>("treeView");
@@ -70,8 +78,7 @@ FileDialog::FileDialog(CommonDialog& settings, AcceptMode mode, QWidget* parent)
   setFileMode(mode == AcceptOpen ? ExistingFile : AnyFile);
   setNameFilters(filters_);
   if (settings.filterIndex <= filters_.size()) selectNameFilter(filters_[settings.filterIndex - 1]);
-  const QString folder = QString::fromStdString(settings.initialFolder);
-  setDirectory(QDir(folder).exists() && !folder.isEmpty() ? folder : QDir::currentPath());
+  setDirectory(FirstThere({QString::fromStdString(settings.initialFolder), QDir::currentPath()}));
   FitColumns(*this);
   if (auto* name = findChild<QLineEdit*>("fileNameEdit")) {
     name->setText(QString::fromStdString(settings.fileName));

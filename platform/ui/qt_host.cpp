@@ -1,5 +1,8 @@
 #include "platform/ui/qt_host.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+#include <QSettings>
 #include <QUrl>
 
 #include "platform/file_checks.h"
@@ -39,7 +42,23 @@ long StartMail(const std::string& address) {
   return StartDetached({.words = *words}).id;
 }
 
+/// Refuses every request to close a window.
+class KeptOpen final : public QObject {
+ protected:
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() != QEvent::Close) return false;
+    event->ignore();
+    return true;
+  }
+};
+
 }  // namespace
+
+QtHost::QtHost() {
+  // The file dialog keeps settings of its own, which would go into a file of all Qt programs.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                     QString::fromStdString(LinuxHost::ConfigurationFolder()));
+}
 
 Reply QtHost::MessageBox(const std::string& text, int style, const std::string& title) {
   return ShowMessageBox(text, style, title);
@@ -86,7 +105,13 @@ void QtHost::ShellExecuteA(const std::string& path) {
 }
 
 void QtHost::WaitForSingleObject(long processId) {
-  WaitForEnd(processId);
+  // The windows are drawn meanwhile, but take no keys, no mouse and no request to close.
+  KeptOpen windows;
+  QCoreApplication::instance()->installEventFilter(&windows);
+  WaitForEnd(processId, [] {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                    QEventLoop::ExcludeSocketNotifiers);
+  });
 }
 
 void QtHost::EndProgram() {

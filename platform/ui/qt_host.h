@@ -10,6 +10,8 @@ namespace polefit {
 /// of runs.
 class QtHost : public LinuxHost {
  public:
+  QtHost();
+
   Reply MessageBox(const std::string& text, int style, const std::string& title) override;
   std::size_t Ask(const Choice& choice) override;
   void ShowOpen(CommonDialog& dialog) override;

@@ -1,6 +1,8 @@
 #include "program/ui/session.h"
 
+#include <QAction>
 #include <QDateTime>
+#include <QMenu>
 #include <QTabWidget>
 #include <utility>
 
@@ -10,6 +12,7 @@
 #include "app/start_up.h"
 #include "app/submission.h"
 #include "app/ui/about_box.h"
+#include "app/ui/recent_menu.h"
 #include "app/ui/versions_command.h"
 #include "app/viewers.h"
 #include "check/check.h"
@@ -70,12 +73,15 @@ void Session::ConnectMainForm() {
     return ImportText(program_, text, table == Table::delay, Asker());
   };
   new FileDrop(frmMain_, [this](const QStringList& paths) { TakeDropped(paths); });
+  AddRecentMenu();
   On(&MainWindow::mnuFileSave, FileSave);
   On(&MainWindow::mnuFileSaveAs, [](Program& program) { FileSaveAs(program); });
   On(&MainWindow::mnuFileDelete, FileDelete);
   QObject::connect(&frmMain_, &MainWindow::mnuFileVersions, &frmMain_, [this] { ShowVersions(); });
   QObject::connect(&frmMain_, &MainWindow::mnuFileExport, &frmMain_, [this] { ExportResult(); });
-  On(&MainWindow::mnuDemosRestore, RestoreExamples);
+  QObject::connect(&frmMain_, &MainWindow::mnuDemosRestore, &frmMain_, [this] {
+    Replace(QObject::tr("Restore Examples"), [this] { RestoreExamples(program_); });
+  });
   On(&MainWindow::mnuViewDemos, ViewExampleFile);
   On(&MainWindow::mnuViewOutput, ViewLastOutput);
   On(&MainWindow::mnuHelpManual, OpenManual);
@@ -158,14 +164,6 @@ void Session::LoadMainFormOnce() {
   recovery_.Start();
   programFolder_ = ClaimProgramFolder(program_);
   guard_.Run([this] { OfferRecovered(program_, [this] { ShowVersions(); }); });
-  if (HasEnded() || fileToOpen_.empty()) return;
-  guard_.Run([this] {
-    OpenNamedFile(program_, fileToOpen_, [this](const std::string& path) {
-      const bool isPoints = HoldsOnlyPoints(program_, path);
-      if (isPoints) pointsToImport_ = path;
-      return isPoints;
-    });
-  });
 }
 
 AskForPlan Session::Asker() {
@@ -178,12 +176,32 @@ AskForPlan Session::Asker() {
 }
 
 /// What Open does with a file that is none of ours but holds points.
-OtherFile Session::Importer() {
-  return [this](const std::string& path) {
-    if (!HoldsOnlyPoints(program_, path)) return false;
-    ImportPoints(program_, {path}, Asker());
-    return true;
-  };
+PointsImport Session::Importer() {
+  return [this](const std::string& path) { ImportPoints(program_, {path}, Asker()); };
+}
+
+/// Lets `action` replace what the form shows, as one step.
+void Session::Replace(const QString& name, const std::function<void()>& action) {
+  guard_.Run([&] {
+    HideCellEditor(program_.windows.grids, false);
+    frmMain_.RecordStep(QObject::tr("Typing"));
+    action();
+  });
+  if (HasEnded()) return;
+  frmMain_.RecordStep(name, StepKind::replacesDocument);
+  frmMain_.ShowState();
+  recovery_.FollowCommand();
+}
+
+void Session::AddRecentMenu() {
+  auto* const file = frmMain_.findChild<QMenu*>("mnuFile");
+  auto* const recent = new RecentMenu(program_.host, file);
+  const qsizetype open = file->actions().indexOf(frmMain_.findChild<QAction*>("mnuFileOpen"));
+  file->insertMenu(file->actions().value(open + 1), recent);
+  QObject::connect(recent, &RecentMenu::chosen, recent, [this](const QString& path) {
+    Replace(QObject::tr("Open Recent"),
+            [&] { OpenInsteadOfForm(program_, path.toStdString(), Importer()); });
+  });
 }
 
 /// Points come in, on the tab of the delay data those alone, where the file has a delay.
@@ -196,20 +214,15 @@ void Session::ImportDropped(const std::vector<std::string>& paths) {
 
 /// One Response Input File is opened; points, and a second file with their delay, come in.
 void Session::TakeDropped(const QStringList& dropped) {
-  guard_.Run([&] {
-    HideCellEditor(program_.windows.grids, false);
-    frmMain_.RecordStep(QObject::tr("Typing"));
+  Replace(QObject::tr("Drop"), [&] {
     std::vector<std::string> paths;
     for (const QString& path : dropped) paths.push_back(path.toStdString());
-    if (HoldsOnlyPoints(program_, paths.front())) {
+    if (HoldsOnlyPoints(program_.host, paths.front())) {
       ImportDropped(paths);
-    } else if (PromptSaveChanges(program_, program_.document.DataChanged) == kGoOn) {
-      OpenNamedFile(program_, paths.front());
+    } else {
+      OpenInsteadOfForm(program_, paths.front(), Importer());
     }
   });
-  if (HasEnded()) return;
-  frmMain_.RecordStep(QObject::tr("Drop"), StepKind::replacesDocument);
-  frmMain_.ShowState();
 }
 
 void Session::ShowMainForm() {
@@ -223,12 +236,10 @@ void Session::ShowMainForm() {
   frmMain_.activateWindow();
   frmMain_.SetFocus(BoxName(slot::kEqualDelay));
   if (first && runs_.Find(PlacesOf(program_))) console_.ShowRun();
-  // Points are asked about over the form that they go into.
-  const std::string points = std::exchange(pointsToImport_, {});
-  if (points.empty()) return;
-  guard_.Run([&] { ImportPoints(program_, {points}, Asker()); });
-  frmMain_.RecordStep(QObject::tr("Import Points"), StepKind::replacesDocument);
-  frmMain_.ShowState();
+  // What is asked about a file comes up over the form that it goes into.
+  const std::string file = std::exchange(fileToOpen_, {});
+  if (file.empty()) return;
+  Replace(QObject::tr("Open"), [&] { OpenNamedFile(program_, file, Importer()); });
 }
 
 void Session::ShowDemos() {
@@ -294,8 +305,7 @@ void Session::ShowRunResult() {
 void Session::TakeImproved() {
   PutFileBack();
   if (loaded_) {
-    guard_.Run([this] { TakeImprovedValues(program_); });
-    frmMain_.RecordStep(QObject::tr("Take Improved Values"), StepKind::replacesDocument);
+    Replace(QObject::tr("Take Improved Values"), [this] { TakeImprovedValues(program_); });
     if (HasEnded()) return;
   }
   ShowMainForm();

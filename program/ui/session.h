@@ -50,8 +50,10 @@ class Session {
   void TakeImproved();
   void ShowVersions();
   AskForPlan Asker();
-  OtherFile Importer();
+  PointsImport Importer();
   void ImportDropped(const std::vector<std::string>& paths);
+  void Replace(const QString& name, const std::function<void()>& action);
+  void AddRecentMenu();
   void TakeDropped(const QStringList& dropped);
   void ExportResult();
 
@@ -67,8 +69,6 @@ class Session {
   IntroDialog frmIntro_;
   DemoDialog frmDemo_;
   std::string fileToOpen_;
-  /// The file to open is none of ours but holds points.
-  std::string pointsToImport_;
   /// What the form's data belong to while the demo dialog is in the main form's place.
   std::optional<Files> beforeDemos_;
   bool loaded_ = false;

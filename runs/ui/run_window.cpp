@@ -6,6 +6,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -18,6 +19,8 @@ namespace {
 
 constexpr int kPollMilliseconds = 150;
 constexpr int kMostLines = 20000;
+/// Of the screen's free area.
+constexpr double kLargestShare = 0.9;
 
 QLabel* MakeLabel(const char* name) {
   auto* label = new QLabel;
@@ -42,7 +45,6 @@ QPlainTextEdit* MakeOutput() {
   output->setAccessibleName(QObject::tr("Output of the solver"));
   output->setReadOnly(true);
   output->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  output->setLineWrapMode(QPlainTextEdit::NoWrap);
   output->setMaximumBlockCount(kMostLines);
   output->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   return output;
@@ -103,10 +105,12 @@ void RunWindow::Build() {
   rows->addWidget(lblVerdict_);
   rows->addWidget(lblEnding_);
   rows->addLayout(buttons);
-  constexpr int kColumns = 130;
+  constexpr int kColumns = 110;
   constexpr int kLines = 32;
   const QFontMetrics metrics(output_->font());
-  resize(metrics.horizontalAdvance(QString(kColumns, '0')), kLines * metrics.lineSpacing());
+  const QSize wanted(metrics.horizontalAdvance(QString(kColumns, '0')),
+                     kLines * metrics.lineSpacing());
+  resize(wanted.boundedTo(screen()->availableSize() * kLargestShare));
 }
 
 void RunWindow::ShowInFront() {
@@ -122,7 +126,7 @@ void RunWindow::ShowRun() {
   const QString dataFile = QString::fromStdString(run.DataFile());
   const Command command{run.words.front(), {run.words.begin() + 1, run.words.end()}};
   setWindowTitle(tr("%1 - Polefit Run").arg(dataFile));
-  lblDataFile_->setText(dataFile);
+  lblDataFile_->setText(dataFile.isEmpty() ? tr("No data file was chosen.") : dataFile);
   lblCommand_->setText("> " + QString::fromStdString(CommandLine(command)));
   output_->clear();
   lblState_->setText(tr("Running"));
@@ -187,6 +191,7 @@ void RunWindow::ShowEnd(const RunEnd& end) {
   lblVerdict_->setText(QString::fromStdString(end.verdict.text));
   lblEnding_->setText(QString::fromStdString(end.verdict.ending));
   progress_->hide();
+  cmdStop_->setText(tr("&Stop"));
   cmdStop_->setEnabled(false);
   cmdReport_->setEnabled(end.hasReport);
   cmdImproved_->setEnabled(end.hasValues);

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "app/form_load.h"
+#include "app/import_points.h"
 #include "app/viewers.h"
 #include "base/error_of.h"
 #include "form/scripted_program.h"
@@ -267,6 +268,28 @@ TEST_F(FileCommandsTest, OpenLooksFirstAndAsksAboutAnythingElse) {
   EXPECT_EQ(files.currentFileName, "dut.s2p");
   host.Fail("ReadFile", 70);
   EXPECT_THAT(EffectsOf(open(InUser("a.1"))), Contains("OpenForReading @/Tessel.hz/User/a.1"));
+}
+
+TEST_F(FileCommandsTest, AMeasuredFileCanBringItsPointsInstead) {
+  const std::string measured = InUser("dut.s2p");
+  WriteBytes(measured, "# MHz S RI R 50\n1 2 3 4 5 6 7 8 9\n2 2 3 4 5 6 7 8 9\n");
+  const std::string doubt =
+      "Ask 'dut.s2p' does not look like a Response Input File. [Open All the Same] "
+      "[Import Its Points ...] [Cancel] -> Import Its Points ...";
+  Texts imported;
+  const PointsImport import = [&](const std::string& path) { imported.push_back(path); };
+  host.AnswerChoice("Import Its Points ...");
+  EXPECT_THAT(EffectsOf([&](Program& values) { OpenChosenFile(values, import); }, {}, {measured}),
+              ElementsAre(kOpenDialog + "@/Tessel.hz/User/dut.s2p", doubt));
+  host.AnswerChoice("Import Its Points ...");
+  EXPECT_THAT(EffectsOf([&](Program& values) { OpenNamedFile(values, measured, import); }),
+              ElementsAre(doubt));
+  EXPECT_THAT(imported, ElementsAre(measured, measured));
+  const AskForPlan no = [](auto&, const auto&, const auto&) { return false; };
+  EXPECT_THAT(EffectsOf([&](Program& values) { ImportChosenFile(values, no); }, {}, {measured}),
+              SizeIs(2))
+      << "a dialog for points asks about none";
+  EXPECT_EQ(files.currentFileName, "Start Up Values");
 }
 
 TEST_F(FileCommandsTest, SaveAsRefusesTheNamesOfDataInNoFile) {

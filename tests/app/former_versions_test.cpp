@@ -111,6 +111,24 @@ TEST_F(FormerVersionsTest, PointsThatASaveDroppedComeBackIntoFileAndForm) {
   EXPECT_FALSE(Differs(program));
 }
 
+TEST_F(FormerVersionsTest, ASaveOntoALinkSaysThatTheFileBehindItStays) {
+  const std::string target = Open("a.1", 1, "5");
+  const std::string before = FileBytes(target);
+  std::filesystem::create_symlink(target, user + "/link.1");
+  OpenNamedFile(program, user + "/link.1");
+  form.SetText("Gain", "6");
+  FileSave(program);
+  EXPECT_EQ(FileBytes(target), before);
+  EXPECT_EQ(
+      TheNotice().sentence,
+      "'link.1' was a link. Now it is a file of its own, and the file that it led to is as it "
+      "was.");
+  program.notices.Remove("link " + user + "/link.1");
+  form.SetText("Gain", "7");
+  FileSave(program);
+  EXPECT_THAT(program.notices.Waiting(), IsEmpty());
+}
+
 TEST_F(FormerVersionsTest, AChangeByAnotherProgramIsToldAfterTheSave) {
   const std::string path = Open("a.1", 1);
   std::string changed = FileBytes(path);

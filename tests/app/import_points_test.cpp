@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/file_commands.h"
+#include "app/open_look.h"
 #include "form/changes.h"
 #include "form/scripted_program.h"
 #include "form/transfer.h"
@@ -79,7 +80,8 @@ TEST_F(ImportPointsTest, AnOlderProblemKeepsWhatWasTyped) {
   const std::string note = form_.Text("Note1");
   WriteBytes(host_.Path("data/y.csv"), "MHz,mag\n1,.9\n2,.8\n");
   ImportPoints(program_, {host_.Path("data/y.csv"), host_.Path("data/x.csv")}, Take());
-  EXPECT_EQ(preview_.summary, "2 rows, 1 to 2 MHz, -0.915 to -1.94 dB; replaces 3 rows; "
+  EXPECT_EQ(preview_.summary,
+            "2 rows, 1 to 2 MHz, -0.915 to -1.94 dB; replaces 3 rows; "
             "3 delay rows, 1 to 3 MHz, TX 0 to 2 ns");
   EXPECT_THAT((std::vector{Row(1), Row(2), Row(3), Row(4)}),
               ElementsAre("1 1 .9 1", "2 1 .8 1", "9 1 1 ", "10 1 .2 1"));
@@ -159,7 +161,7 @@ TEST_F(ImportPointsTest, OnlyRowsOfNumbersThatAreNoFileOfOursArePoints) {
                                                 {host_.Path("data"), false},
                                                 {POLEFIT_EXAMPLES "/Ex-Delay.101", false}};
   for (const auto& [path, isPoints] : files) {
-    EXPECT_EQ(HoldsOnlyPoints(program_, path), isPoints) << path;
+    EXPECT_EQ(HoldsOnlyPoints(host_, path), isPoints) << path;
   }
 }
 

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/form_load.h"
+#include "app/second_window.h"
 #include "app/settings_file.h"
 #include "base/error_of.h"
 #include "form/fake_form.h"
@@ -146,9 +147,11 @@ TEST_F(StartUpTest, WithoutALastRunTheFormsOwnContentsBecomeTheRecord) {
 }
 
 TEST_F(StartUpTest, TheLastRunIsRestoredAsFarAsItCanBeShown) {
-  const std::pair<const char*, int> cases[] = {{"0 0 0", 0},
-                                               {"1 2", error_number::kSubscriptOutOfRange}};
-  for (const auto& [zeroCounts, error] : cases) {
+  const std::tuple<const char*, std::string, int> cases[] = {
+      {"0 0 0", " 0", 0},
+      {"1 2", " 0", error_number::kSubscriptOutOfRange},
+      {"0 0 1", "40000", error_number::kOverflow}};
+  for (const auto& [zeroCounts, points, error] : cases) {
     ResponseRecord record;
     record.Slot(slot::kTmin) = zeroCounts;
     record.Slot(slot::kZeroCounts) = zeroCounts;
@@ -157,11 +160,26 @@ TEST_F(StartUpTest, TheLastRunIsRestoredAsFarAsItCanBeShown) {
     record.passband.Resize(1);
     record.delay.Resize(1);
     WriteResponseFile(host_, record, {host_.Path("Tessel.hz"), "last-run.ini"});
+    std::string bytes = FileBytes(lastRun_);
+    WriteBytes(lastRun_, bytes.replace(bytes.find(" 0\t\t! 23."), 2, points));
+    if (points != " 0") host_.ReplyToBox(Reply::ok);
     EXPECT_EQ(Load(), error);
     EXPECT_EQ(form_.Text("tmin"), zeroCounts);
     EXPECT_GT(form_.passData.ColumnWidth(4), 0);
     EXPECT_FALSE(form_.IsEnabled("sigmaPoles")) << "rules apply to what could be shown";
   }
+}
+
+TEST_F(StartUpTest, ASecondWindowOnTheProgramFolderIsToldAndTheFirstIsNot) {
+  Start();
+  const auto first = ClaimProgramFolder(program_);
+  EXPECT_TRUE(first != nullptr && program_.notices.Waiting().empty());
+  EXPECT_EQ(ClaimProgramFolder(program_), nullptr);
+  ASSERT_EQ(program_.notices.Waiting().size(), 1U);
+  EXPECT_THAT(program_.notices.Waiting()[0].sentence, ::testing::StartsWith("Another window"));
+  host_.Fail("TakeLock", 70);
+  EXPECT_EQ(ClaimProgramFolder(program_), nullptr);
+  EXPECT_EQ(program_.notices.Waiting().size(), 1U) << "a folder that cannot be claimed is no news";
 }
 
 }  // namespace

@@ -2,6 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
+#include "app/file_commands.h"
+#include "app/form_load.h"
 #include "app/version_store.h"
 #include "demos/restore_examples.h"
 #include "form/scripted_program.h"
@@ -41,7 +45,7 @@ TEST_F(DemoTest, OnlyChangedAndMissingExamplesArePutBackAndTheChangedOnesAreKept
     WriteBytes(shipped + "/" + std::string(demo.fileName), "1\nas shipped");
     WriteBytes(user + "/" + std::string(demo.fileName), "1\nas shipped");
   }
-  host.AnswerChoice("OK");
+  host.ReplyToBox(Reply::ok);
   RestoreExamples(program);
   const std::string changed = user + "/Ex-CNTL.1";
   WriteBytes(changed, "1\nmine");
@@ -58,6 +62,31 @@ TEST_F(DemoTest, OnlyChangedAndMissingExamplesArePutBackAndTheChangedOnesAreKept
   ASSERT_EQ(store.Of(changed).size(), 1U);
   EXPECT_EQ(store.BytesOf(store.Of(changed)[0]), "1\nmine");
   EXPECT_THAT(host.transcript[0], HasSubstr("Put back 'Ex-CNTL.1', 'Ex-Zpair.1' as shipped?"));
+}
+
+TEST_F(DemoTest, AnOpenExampleIsShownAsItWasShippedAfterTheQuestionAboutChanges) {
+  const std::string shipped = host.Path("Tessel.hz/Examples");
+  host.MakeFolder(shipped);
+  for (const Demo& demo : kDemos) {
+    for (const std::string& folder : {shipped, user}) {
+      std::filesystem::copy(POLEFIT_EXAMPLES "/" + std::string(demo.fileName), folder);
+    }
+  }
+  OpenNamedFile(program, user + "/Ex-CNTL.1");
+  const std::string gain = form.Text("Gain");
+  form.SetText("Gain", "777");
+  FileSave(program);
+  form.SetText("Gain", "778");
+  const auto restore = [this](Reply answer) {
+    host.AnswerChoice("Restore");
+    host.ReplyToBox(answer);
+    RestoreExamples(program);
+    return form.Text("Gain");
+  };
+  EXPECT_EQ(restore(Reply::cancel), "778");
+  EXPECT_EQ(restore(Reply::no), gain);
+  FileSave(program);
+  EXPECT_TRUE(program.notices.Waiting().empty()) << "nobody else has changed the file";
 }
 
 TEST_F(DemoTest, ARunKeepsTheReportAndValuesOfTheOneBefore) {

@@ -5,6 +5,8 @@
 #include "base/error_of.h"
 #include "form/scripted_program.h"
 #include "record/points.h"
+#include "responsefile/file_look.h"
+#include "responsefile/writer.h"
 
 namespace polefit::testing {
 namespace {
@@ -73,6 +75,24 @@ TEST_F(Transfer, CountsAreNumbersAtTheHeadOfTheirText) {
   }
   Slot(slot::kFreqPointCount) = "40000";
   EXPECT_EQ(ErrorOf([&] { GetAnswers(program); }), error_number::kOverflow);
+}
+
+TEST_F(Transfer, TheNoteOnAnEmptyCountSaysWhatOpenWillMakeOfTheFile) {
+  for (const char* const flag : {"chkEqualDelay", "chkUseWeights"}) form.SetChecked(flag, true);
+  for (int empty = 0; empty < 8; ++empty) {
+    std::array<std::string, 3> counts;
+    for (std::size_t box = 0; box < 3; ++box) {
+      counts[box] = (empty & (1 << box)) != 0 ? "" : "1";
+      form.SetText(BoxName(slot::kZeroCounts, box), counts[box]);
+    }
+    PutAnswers(program);
+    WriteResponseFile(host, program.document.record, {user, "a.1"});
+    const std::string note = EmptyCountNote(counts);
+    EXPECT_EQ(note.empty(), empty == 0) << empty;
+    EXPECT_EQ(note.find("cannot be opened") == std::string::npos,
+              LookAt(host.ReadFile(user + "/a.1")).isResponseFile)
+        << empty;
+  }
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <iostream>
 
 #include "base/text.h"
-
+#include "platform/linux/console_host.h"
 #include "platform/scripted_host.h"
 
 namespace polefit::testing {
@@ -54,6 +54,17 @@ TEST_F(ConsoleTest, AGoodFileIsCleanAndShownWhole) {
   EXPECT_THAT(Run({"--check", File(GoodFile())}),
               Pair(0, AllOf(HasSubstr("Run1.txt"), HasSubstr("76.7"), HasSubstr("(empty)"),
                             HasSubstr("Passband points: 5"), HasSubstr(".9"))));
+}
+
+TEST_F(ConsoleTest, AWholePathNeedsNoCurrentFolder) {
+  const std::string path = host_.Path(File(GoodFile()));
+  host_.MakeFolder("gone");
+  host_.ChangeFolder("gone");
+  std::filesystem::remove(host_.Path("gone"));
+  ConsoleHost console;
+  ::testing::internal::CaptureStdout();
+  EXPECT_EQ(RunCommandLine(console, std::vector<std::string>{"--check", path}).exitCode, 0);
+  EXPECT_THAT(::testing::internal::GetCapturedStdout(), HasSubstr("Passband points: 5"));
 }
 
 TEST_F(ConsoleTest, JsonHoldsWhatTheReaderUnderstood) {

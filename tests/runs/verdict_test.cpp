@@ -1,6 +1,6 @@
 #include "runs/verdict.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <filesystem>
 #include <sstream>
@@ -11,6 +11,8 @@
 
 namespace polefit::testing {
 namespace {
+
+using ::testing::StartsWith;
 
 TEST(VerdictTest, AMachineLineIsTakenWholeOrNotAtAll) {
   const auto figures = ReadMachineLine("pfit-end: exit=1 F=1.595938e-04 maxdb=-4.408 evals=681");
@@ -60,6 +62,14 @@ TEST(VerdictTest, TheExitStatusDecidesAndTheWordsAreOnlyShown) {
     EXPECT_EQ(VerdictOn(end).text, text);
   }
   EXPECT_EQ(VerdictOn(std::get<0>(cases[0])).ending, "converged (6 of 8 starts agree)");
+}
+
+TEST(VerdictTest, ASignalFromOutsideIsNoLimitAndNotTheUsers) {
+  EndOfRun end = Ended(1, "stopped on request; best point found is given", true, true);
+  end.figures = ReadMachineLine("pfit-end: exit=1 F=2 asked=1");
+  EXPECT_THAT(VerdictOn(end).text, StartsWith("Stopped: by a signal from outside; the best"));
+  end.stops = 1;
+  EXPECT_THAT(VerdictOn(end).text, StartsWith("Stopped: by you; the best"));
 }
 
 TEST(VerdictTest, AFaultInTheAnswersIsNamedBelow) {

@@ -70,6 +70,7 @@ TEST(Process, EndsAtASignalWithTheBestPointSoFar) {
     ASSERT_TRUE(Comes(process, [&] { return FileBytes(log).find(" of ") != std::string::npos; }));
     kill(process, signal);
     EXPECT_EQ(ExitCode(process), 1);
+    EXPECT_THAT(FileBytes(log), ::testing::EndsWith(" asked=1\n"));
     const std::string report = FileBytes(folder.File("long.1.out.txt"));
     EXPECT_THAT(report, ::testing::HasSubstr("Result: stopped on request; best point found"));
     EXPECT_THAT(report, ::testing::EndsWith("End of report.\r\n"));

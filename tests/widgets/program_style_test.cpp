@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QHeaderView>
+#include <QTableWidget>
+
 namespace polefit::testing {
 namespace {
 
@@ -28,6 +31,35 @@ TEST(ProgramStyleTest, DisabledFieldsLookSoAndCanBeReadOnEveryPalette) {
       EXPECT_GE(ContrastOf(seen, palette.color(QPalette::Disabled, ground)), 3) << window;
       EXPECT_NE(seen, palette.color(QPalette::Active, front)) << window;
     }
+  }
+}
+
+/// The first line of pixels with something dark, which in a row of one digit is the digit.
+int TopOfText(QWidget& widget) {
+  const QImage image = widget.grab().toImage();
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if (image.pixelColor(x, y).lightness() < 60) return y;
+    }
+  }
+  return -1;
+}
+
+TEST(ProgramStyleTest, RowNumbersStandOnTheLineOfTheirCells) {
+  QTableWidget table(1, 1);
+  ProgramStyle style;
+  table.setStyle(&style);
+  table.verticalHeader()->setStyle(&style);
+  table.verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
+  table.verticalHeader()->setHighlightSections(false);
+  table.setVerticalHeaderItem(0, new QTableWidgetItem("8"));
+  table.setItem(0, 0, new QTableWidgetItem("8"));
+  table.item(0, 0)->setTextAlignment(Qt::AlignCenter);
+  for (int height = 20; height < 26; ++height) {
+    table.verticalHeader()->resizeSection(0, height);
+    const int top = TopOfText(*table.viewport());
+    EXPECT_GT(top, 0);
+    EXPECT_EQ(TopOfText(*table.verticalHeader()->viewport()), top) << height;
   }
 }
 

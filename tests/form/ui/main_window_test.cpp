@@ -115,6 +115,17 @@ TEST_F(FrmMainTest, TheFocusGoesToTheBoxThatTheRuleHasJustWoken) {
   EXPECT_FALSE(form.IsEnabled("Yzero")) << "a click on the page leaves the box";
 }
 
+TEST_F(FrmMainTest, AnEmptyCountIsToldBelowItsBoxesWhileItIsEmpty) {
+  form.SelectTab(Tab::polesAndZeros);
+  const auto& note = Find<QLabel>("lblEmptyCount");
+  EXPECT_FALSE(note.isVisible());
+  form.SetText("nZquads", "");
+  EXPECT_TRUE(note.isVisible());
+  EXPECT_THAT(note.text().toStdString(), ::testing::EndsWith("Type 0 for none."));
+  form.SetText("nZquads", "0");
+  EXPECT_FALSE(note.isVisible());
+}
+
 TEST_F(FrmMainTest, AnAbandonedMenuIsNoLeavingAndWhatFollowsIs) {
   form.SetFocus("nPoles");
   Press(Qt::Key_Home, Qt::Key_0, Qt::Key_Space);

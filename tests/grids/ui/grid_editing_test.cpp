@@ -127,7 +127,7 @@ TEST_P(GridEditing, GoingDownWithTheEditorAddsARowWhenFewerThanTwoWouldBeLeft) {
     Type("3");
   }
   EXPECT_EQ(grid.Text(40, 0), "40");
-  EXPECT_EQ(grid.Text(1, 1) + grid.Text(38, 1), "13");
+  EXPECT_EQ(grid.Text(1, 1) + grid.Text(2, 1) + grid.Text(38, 1), "133") << "in place of the old";
 }
 
 TEST_P(GridEditing, TheEditorFollowsItsCellWhenTheGridScrollsOrAColumnIsDragged) {
@@ -135,9 +135,13 @@ TEST_P(GridEditing, TheEditorFollowsItsCellWhenTheGridScrollsOrAColumnIsDragged)
   Type("1");
   grid.scrollTo(Index(10, 2), QAbstractItemView::PositionAtTop);
   EXPECT_EQ(Now(), "2,2 '1'");
+  EXPECT_FALSE(grid.viewport()->rect().contains(editor.geometry()));
+  Type("5");
+  EXPECT_EQ(Now(), "2,2 '15'");
+  EXPECT_TRUE(grid.viewport()->rect().contains(editor.geometry()));
   const int before = grid.ColumnWidth(1);
   grid.horizontalHeader()->resizeSection(0, 140);
-  EXPECT_EQ(Now(), "2,2 '1'");
+  EXPECT_EQ(Now(), "2,2 '15'");
   EXPECT_NE(grid.ColumnWidth(1), before);
 }
 
@@ -164,6 +168,16 @@ TEST_P(GridEditing, ASingleCellIsPastedIntoTheEditorAndLineBreaksAreBlanksInABox
   QApplication::clipboard()->setText("1\r\n2\n3");
   Press(Qt::CTRL | Qt::Key_V);
   EXPECT_EQ(form.Text("iPower"), "1 2 3");
+}
+
+TEST_P(GridEditing, TheCurrentCellIsFilledOnlyWhileItsGridHasTheFocus) {
+  const auto ground = [this] {
+    const QPoint corner = grid.visualRect(grid.currentIndex()).topLeft() + QPoint(3, 3);
+    return grid.viewport()->grab().toImage().pixelColor(corner);
+  };
+  EXPECT_NE(ground(), grid.palette().color(QPalette::Base));
+  form.SetFocus(std::string("cmdClear") + GetParam());
+  EXPECT_EQ(ground(), grid.palette().color(QPalette::Base));
 }
 
 TEST_P(GridEditing, LargeFontsWidenTheColumnsAndTheRows) {

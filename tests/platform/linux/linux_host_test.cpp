@@ -11,6 +11,7 @@
 #include "base/error_of.h"
 #include "base/pattern.h"
 #include "platform/file_checks.h"
+#include "platform/linux/system_faults.h"
 #include "platform/paths.h"
 #include "platform/scripted_host.h"
 
@@ -43,6 +44,16 @@ TEST_F(LinuxHostTest, FilesAreFoundByNameOrPatternAndFoldersByNameAlone) {
   EXPECT_THAT(files, ElementsAre("Ex-a.12", "Ex-?.1*", "*.txt", "*.*", "b[1].txt", "b[1]*",
                                  "User/?", host_.Path("*")));
   EXPECT_THAT(folders, ElementsAre("User", host_.Root()));
+}
+
+TEST_F(LinuxHostTest, ALookUpThatIsNotAllowedFindsNothing) {
+  WriteBytes("x.txt", "");
+  std::string file = "not looked for";
+  bool isFolder = true;
+  EXPECT_TRUE(RunUnder({"stat", 1, EACCES}, [&] { file = host_.LookUpFile("x.txt"); }));
+  EXPECT_TRUE(RunUnder({"stat", 1, EACCES}, [&] { isFolder = host_.LookUpFolder("User"); }));
+  EXPECT_EQ(file, "");
+  EXPECT_FALSE(isFolder);
 }
 
 TEST_F(LinuxHostTest, PatternsStandForCharacters) {

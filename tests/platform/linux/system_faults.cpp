@@ -63,7 +63,6 @@ int RealOpen(const char*, int, ...) asm("__real_open");
 int FaultyOpen(const char* path, int how, mode_t mode) asm("__wrap_open");
 ssize_t RealWrite(int, const void*, size_t) asm("__real_write");
 ssize_t FaultyWrite(int file, const void* bytes, size_t count) asm("__wrap_write");
-int RealFsync(int) asm("__real_fsync");
 int FaultyFsync(int file) asm("__wrap_fsync");
 int RealClose(int) asm("__real_close");
 int FaultyClose(int file) asm("__wrap_close");
@@ -88,8 +87,9 @@ int FaultyOpen(const char* path, int how, mode_t mode) {
 ssize_t FaultyWrite(int file, const void* bytes, size_t count) {
   return IsStruck("write") ? -1 : RealWrite(file, bytes, count);
 }
-int FaultyFsync(int file) {
-  return IsStruck("fsync") ? -1 : RealFsync(file);
+int FaultyFsync(int /*file*/) {
+  // No test cuts the power, and a disk takes its time.
+  return IsStruck("fsync") ? -1 : 0;
 }
 int FaultyClose(int file) {
   // A close that fails has closed the file all the same.

@@ -57,6 +57,8 @@ class Answering {
       button->click();
     });
   }
+  /// Does with the next box or dialog what a test wants.
+  void Do(std::function<void(QDialog&)> answer) { answers_.push_back(std::move(answer)); }
   void Cancel() { answers_.emplace_back(&QDialog::reject); }
 
   /// "title|text" of each message box so far.

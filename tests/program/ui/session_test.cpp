@@ -2,9 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#include <QFileDialog>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QTabWidget>
+#include <csignal>
 
+#include "platform/ui/termination.h"
 #include "program/ui/installed_program.h"
 
 namespace polefit::testing {
@@ -45,12 +49,15 @@ TEST_F(SessionTest, ADemoRunsFromTheIntroductionAndCancelLeadsToTheMainForm) {
   EXPECT_THAT(Titles(), ElementsAre(kDemoTitle));
   EXPECT_EQ(TextOf("Description1"), "4 Poles & 3 (Omega) Zeros to equalize sidelobe peaks");
   EXPECT_THAT(TextOf("Description4"), HasSubstr("'losless'"));
+  Click("cmdRunDemo");
+  EXPECT_THAT(Verdict(), StartsWith("Good: "));
+  EXPECT_EQ(TextOf("lblDataFile"), "No data file was chosen.");
   Click("Exam5");
   Click("cmdRunDemo");
   EXPECT_THAT(Verdict(), StartsWith("Good: "));
   QTest::keyClick(&The("Exam5"), Qt::Key_Return);
   EXPECT_THAT(Verdict(), StartsWith("Good: "));
-  EXPECT_EQ(FileBytes(Installed("words")), "Ex-Delay.111\nEx-Delay.111\n");
+  EXPECT_EQ(FileBytes(Installed("words")), "\nEx-Delay.111\nEx-Delay.111\n");
   The("cmdRunDemo").window()->close();
   EXPECT_THAT(Titles(), ElementsAre("Ex-Delay.111 - Polefit Run", kFreshTitle));
   EXPECT_TRUE(HasFocus("chkEqualDelay"));
@@ -148,6 +155,8 @@ TEST_F(SessionTest, SaveRefusesPatternsAndAsksBeforeItOverwrites) {
   answers.Choose("new.txt");
   Choose("mnuFileSaveAs");
   EXPECT_EQ(TextOf("LastFileName"), "new.txt");
+  EXPECT_TRUE(std::filesystem::exists(root.File("desktop/polefit/QtProject.conf")));
+  EXPECT_FALSE(std::filesystem::exists(root.File("desktop/QtProject.conf"))) << "other programs'";
   EXPECT_THAT(FileBytes(path), HasSubstr("5\t\t! 1a."));
 }
 
@@ -166,6 +175,24 @@ TEST_F(SessionTest, TheCurrentFolderIsTheOneChosenLast) {
   answers.Press(QMessageBox::Yes);
   Choose("mnuFileDelete");
   EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(SessionTest, InAFolderThatIsGoneSaveAsksForAnotherAndNewChangesNothing) {
+  std::filesystem::create_directory(root.File("gone"));
+  const std::string path = root.File("gone/run1.txt");
+  std::filesystem::rename(MakeFile("run1.txt"), path);
+  Start(path);
+  std::filesystem::remove_all(root.File("gone"));
+  answers.Do([](QDialog& dialog) {
+    EXPECT_TRUE(dynamic_cast<QFileDialog&>(dialog).directory().exists());
+    dialog.reject();
+  });
+  Choose("mnuFileSave");
+  answers.Press(QMessageBox::Ok);
+  answers.Press(QMessageBox::Ok);
+  Choose("mnuFileNew");
+  EXPECT_THAT(answers.said.back(), HasSubstr("works in is gone."));
+  EXPECT_EQ(TextOf("tmin"), "76.7");
 }
 
 TEST_F(SessionTest, ClosingTheWindowEndsTheProgramAndAsksNothingButTheNextStartDoes) {
@@ -207,6 +234,55 @@ TEST_F(SessionTest, FormerVersionsAreListedAndPutBackFromTheirDialog) {
   Choose("mnuFileVersions");
   EXPECT_EQ(TextOf("tmin"), "5");
   EXPECT_THAT(FileBytes(path), HasSubstr("5\t\t! 1a."));
+}
+
+TEST_F(SessionTest, ASignalToEndLeavesTheLastKeysToTheNextStart) {
+  Start(MakeFile("run1.txt"));
+  const Termination termination([this] { session->End(); });
+  SetText("tmin", "31");
+  ::raise(SIGTERM);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return session->HasEnded(); }));
+  Start();
+  session->Values().notices.Waiting().at(0).buttons.at(0).action();
+  EXPECT_EQ(TextOf("tmin"), "31");
+}
+
+TEST_F(SessionTest, ALastRunThatCannotBeShownIsToldAfterTheIntroductionAndTruly) {
+  std::filesystem::remove(Installed("Polefit.ini"));
+  std::string bytes = FileBytes(MakeFile("run1.txt"));
+  bytes.replace(bytes.find("-999\t\t! 11. "), 4, "1 2");
+  WriteBytes(Installed("last-run.ini"), bytes);
+  std::set<std::string> titles;
+  answers.Do([&](QDialog& dialog) {
+    titles = Titles();
+    dialog.reject();
+  });
+  Start();
+  Click("cmdCreateIntro");
+  EXPECT_THAT(titles, ::testing::Not(::testing::Contains(StartsWith("Introduction"))));
+  EXPECT_THAT(answers.said.back(), HasSubstr("last-run.ini\n\nThe form shows what could be read."));
+}
+
+TEST_F(SessionTest, RecentFilesOpenFromTheirMenuAndOnesThatAreGoneAreGrey) {
+  const std::string gone = MakeFile("gone & away.txt", "5");
+  Start(gone);
+  answers.Choose(MakeFile("run1.txt", "6"));
+  Choose("mnuFileOpen");
+  answers.Choose("run2.txt");
+  Choose("mnuFileSaveAs");
+  std::filesystem::remove(gone);
+  auto* const recent = &The<QMenu>("mnuFileRecent");
+  Q_EMIT recent->aboutToShow();
+  const QList<QAction*> entries = recent->actions();
+  ASSERT_EQ(entries.size(), 3);
+  EXPECT_THAT(entries[2]->text().toStdString(), ::testing::EndsWith("User/gone && away.txt"));
+  EXPECT_FALSE(entries[2]->isEnabled());
+  SetText("tmin", "7");
+  answers.Press(QMessageBox::No);
+  entries[1]->trigger();
+  EXPECT_EQ(TextOf("tmin"), "6");
+  Choose("mnuEditUndo");
+  EXPECT_EQ(TextOf("tmin"), "7");
 }
 
 TEST_F(SessionTest, ABrokenInstallationEndsTheProgramWithItsMessage) {
@@ -264,7 +340,13 @@ TEST_F(SessionTest, ExamplesManualAndMailGoToTheDesktopsPrograms) {
   WriteBytes(Installed("manual.rtf"), "{\\rtf1 x}");
   Choose("mnuHelpManual");
   EXPECT_EQ(opened(), "--open " + Installed("manual.rtf"));
+  bool isDrawn = false;
+  QTimer::singleShot(10, &The("CVX_Tabs"), [&] {
+    isDrawn = true;
+    EXPECT_FALSE(The("CVX_Tabs").window()->close());
+  });
   Choose("mnuHelpEmail");
+  EXPECT_TRUE(isDrawn);
   // The program has waited for the end of the mail client.
   EXPECT_EQ(FileBytes(words),
             "--open mailto:support@polefit.example?subject=Polefit%204.12%20questions/problems");
