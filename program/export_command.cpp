@@ -20,7 +20,7 @@ struct ExportWords {
 };
 
 /// Options may stand anywhere; behind "--" none does.
-std::optional<ExportWords> ReadWords(std::span<const std::string> words) {
+std::optional<ExportWords> ReadExportWords(std::span<const std::string> words) {
   ExportWords read;
   bool areNames = false;
   for (std::size_t i = 0; i < words.size(); ++i) {
@@ -49,7 +49,7 @@ int UnknownFormat(const std::string& word) {
 }  // namespace
 
 int ExportCommand(Host& host, std::span<const std::string> words) {
-  const std::optional<ExportWords> read = ReadWords(words);
+  const std::optional<ExportWords> read = ReadExportWords(words);
   if (!read) return WrongUsage();
   const std::string& path = read->names[1];
   const std::optional<ExportFormat> format = ExportFormatOf(read->names[0]);

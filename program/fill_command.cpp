@@ -54,7 +54,7 @@ std::optional<Fill> ReadFill(const std::string& word) {
 
 /// The first word belongs to the --fill before it. Options may stand anywhere; behind "--" none
 /// does.
-std::optional<FillWords> ReadWords(std::span<const std::string> words) {
+std::optional<FillWords> ReadFillWords(std::span<const std::string> words) {
   FillWords read;
   std::string option = "--fill";
   for (const std::string& word : words) {
@@ -114,7 +114,7 @@ int CheckRows(const ResponseRecord& record) {
 }  // namespace
 
 int FillCommand(Host& host, std::span<const std::string> words) {
-  const std::optional<FillWords> read = ReadWords(words);
+  const std::optional<FillWords> read = ReadFillWords(words);
   if (!read) return WrongUsage();
   const std::string& path = read->names[0];
   const std::string& out = read->names[1];

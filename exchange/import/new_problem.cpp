@@ -4,13 +4,13 @@
 #include <cmath>
 
 #include "base/number.h"
+#include "exchange/import/samples.h"
 #include "record/question_catalogue.h"
 
 namespace polefit {
 
 namespace {
 
-const double kThreeDecibels = std::pow(10, 3.0 / 20);
 const double kTenDecibels = std::pow(10, 10.0 / 20);
 constexpr int kMostNulls = 3;
 

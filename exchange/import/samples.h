@@ -7,6 +7,9 @@
 
 namespace polefit {
 
+/// 3 dB as a ratio of magnitudes, 10^(3/20).
+inline constexpr double kThreeDecibels = 1.4125375446227544;
+
 /// A number with the text that it was in the file; the text is empty once it was calculated.
 struct Amount {
   double value = 0;

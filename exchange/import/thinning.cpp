@@ -9,8 +9,6 @@ namespace polefit {
 
 namespace {
 
-const double kThreeDecibels = std::pow(10, 3.0 / 20);
-
 /// The interval, from 0, of `count` that a frequency falls into.
 int IntervalOf(double frequency, double first, double last, int count, bool logarithmic) {
   const double part = logarithmic ? std::log(frequency / first) / std::log(last / first)
@@ -18,8 +16,8 @@ int IntervalOf(double frequency, double first, double last, int count, bool loga
   return std::clamp(static_cast<int>(part * count), 0, count - 1);
 }
 
-using Rows = std::vector<Sample>;
-using Iterator = Rows::const_iterator;
+using SampleRows = std::vector<Sample>;
+using Iterator = SampleRows::const_iterator;
 
 Amount MeanOf(Iterator begin, Iterator end, Amount Sample::*member) {
   double sum = 0;
@@ -45,7 +43,7 @@ struct Interval {
   Sample mean;
 };
 
-std::vector<Interval> IntervalsOf(const Rows& rows, int count, bool logarithmic) {
+std::vector<Interval> IntervalsOf(const SampleRows& rows, int count, bool logarithmic) {
   // A logarithm needs a first frequency above 0: a row at 0 then is an interval of its own.
   const auto firstAbove =
       logarithmic ? std::find_if(rows.begin(), rows.end(),
@@ -70,13 +68,13 @@ std::vector<Interval> IntervalsOf(const Rows& rows, int count, bool logarithmic)
 }
 
 /// Whether the row is lower than the rows beside it.
-bool IsMinimum(const Rows& rows, Iterator row) {
+bool IsMinimum(const SampleRows& rows, Iterator row) {
   if (row == rows.begin() || row + 1 == rows.end()) return false;
   return row->value.value < (row - 1)->value.value && row->value.value < (row + 1)->value.value;
 }
 
 /// A magnitude of 0 has no decibels: it stays, and the others are smoothed without it.
-void SmoothColumn(Rows& rows, int points, Amount Sample::*member, bool inDecibels) {
+void SmoothColumn(SampleRows& rows, int points, Amount Sample::*member, bool inDecibels) {
   std::vector<std::size_t> chosen;
   std::vector<double> x;
   std::vector<double> y;

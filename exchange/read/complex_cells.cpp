@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kDegree = "\xC2\xB0";
 /// So many lines are looked at for the first complex cell.
-constexpr std::size_t kLinesLookedAt = 60;
+constexpr std::size_t kLinesForShape = 60;
 
 struct ComplexCell {
   std::string_view first;
@@ -57,7 +57,7 @@ std::vector<std::string_view> CellsOfTabs(std::string_view line) {
 
 /// The first line with a complex cell, cell by cell: nothing where the number is a plain one.
 std::vector<std::optional<ComplexCell>> Pattern(const std::vector<std::string_view>& lines) {
-  for (std::size_t i = 0; i < std::min(lines.size(), kLinesLookedAt); ++i) {
+  for (std::size_t i = 0; i < std::min(lines.size(), kLinesForShape); ++i) {
     if (lines[i].find('\t') == std::string_view::npos) continue;
     std::vector<std::optional<ComplexCell>> pattern;
     bool found = false;

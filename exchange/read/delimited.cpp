@@ -14,7 +14,7 @@ namespace polefit {
 namespace {
 
 /// No file of ours has longer lines; one without line ends would be one cell after the other.
-constexpr std::size_t kLongestLine = 1U << 20U;
+constexpr std::size_t kLongestTextLine = 1U << 20U;
 constexpr std::size_t kMostColumns = 4096;
 /// So many lines between rows are looked at for other headings.
 constexpr int kMostHeadings = 1000;
@@ -217,7 +217,7 @@ SourceTable ReadDelimited(std::string_view text, const TextChoices& choices, Tex
   const std::string rewritten = ComplexCellsAsColumns(text);
   const Lines lines = LinesOf(rewritten.empty() ? text : std::string_view(rewritten));
   const bool tooLong = std::any_of(
-      lines.begin(), lines.end(), [](std::string_view line) { return line.size() > kLongestLine; });
+      lines.begin(), lines.end(), [](std::string_view line) { return line.size() > kLongestTextLine; });
   if (tooLong) return NoTable("a line is longer than 1 MB");
   Layout wanted = choices.layout;
   const char told = ToldSeparator(lines);

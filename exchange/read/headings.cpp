@@ -14,9 +14,9 @@ namespace {
 constexpr std::string_view kCommentMarks = "#!%;";
 constexpr std::string_view kBracketMarks = "([";
 /// So far above the first row headings are looked for.
-constexpr std::size_t kLinesLookedAt = 60;
+constexpr std::size_t kHeadingLines = 60;
 /// A longer line is no heading.
-constexpr std::size_t kLongestLine = 20'000;
+constexpr std::size_t kLongestHeading = 20'000;
 
 std::string_view WithoutMark(std::string_view line, char separator) {
   line = TrimWhite(line);
@@ -165,10 +165,10 @@ Headings FindHeadings(const std::vector<std::string_view>& lines, std::size_t fi
   Headings units;
   Headings near;
   std::size_t looked = 0;
-  for (std::size_t at = firstRow; at-- > 0 && looked < kLinesLookedAt;) {
+  for (std::size_t at = firstRow; at-- > 0 && looked < kHeadingLines;) {
     if (WithoutMark(lines[at], separator).empty() || IsRuler(lines[at])) continue;
     ++looked;
-    if (lines[at].size() > kLongestLine) continue;
+    if (lines[at].size() > kLongestHeading) continue;
     std::vector<std::string> cells = HeadingCells(lines[at], separator, columns);
     if (!AreNames(cells)) continue;
     const std::size_t found = cells.size();

@@ -95,7 +95,7 @@ class NetworkLines {
 };
 
 /// Frequencies with more numbers stand on several lines.
-constexpr std::size_t kLongestLine = 9;
+constexpr std::size_t kNumbersOnALine = 9;
 
 /// A frequency and pairs are an odd number of numbers, the pairs on a further line an even one. So
 /// the lines alone tell where a frequency begins, and with that how many ports there are.
@@ -161,7 +161,7 @@ class FrequencyCollector {
  private:
   /// Pairs without a frequency go with one that was broken where frequencies have several lines.
   void TakeStrayRest(const Numbers& line) {
-    if (!isBroken_ || wanted_ <= kLongestLine) table_.skippedLines.push_back(line.line);
+    if (!isBroken_ || wanted_ <= kNumbersOnALine) table_.skippedLines.push_back(line.line);
   }
 
   void Break(const Numbers& line) {

@@ -14,8 +14,6 @@ namespace polefit {
 
 namespace {
 
-constexpr std::size_t kChunkSize = 1U << 19U;
-
 /// What a missing file is called: its folder may be missing too.
 int MissingNumber(const std::string& path) {
   const bool folderIsThere = ::access(FolderOf(path).c_str(), F_OK) == 0;

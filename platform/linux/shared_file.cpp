@@ -9,12 +9,6 @@
 
 namespace polefit {
 
-namespace {
-
-constexpr std::size_t kChunkSize = 1U << 19U;
-
-}  // namespace
-
 void SharedFile::RequireClosed() const {
   if (input_.IsOpen() || output_.IsOpen()) throw MakeRunTimeError(error_number::kFileAlreadyOpen);
 }

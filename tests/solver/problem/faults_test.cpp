@@ -27,14 +27,14 @@ std::string NotANumber(const std::string& name, const std::string& text) {
 }
 
 /// Answers of an example changed, and all that the user reads.
-struct Case {
+struct FaultsCase {
   const char* answers;
   std::vector<std::string> faults;
   const char* example = "Ex-Yzero.101";
 };
 
 TEST(Faults, AreToldWithQuestionOrSettingAndValue) {
-  const Case cases[] = {
+  const FaultsCase cases[] = {
       {"5=; 8=.5 .4 .3; 9=; 12=-inf; 13=abc; 14=1e-400",
        {"Question 5 (Freq Norm): the answer is empty; one number is needed.",
         "Question 8 (pole pairs, real): 3 values given, question 6 asks for 4.",
@@ -96,7 +96,7 @@ TEST(Faults, AreToldWithQuestionOrSettingAndValue) {
         "Solver setting 9 (ACCURACY): 0 must be greater than 0."}},
       {"S1=0 1 1", {"Solver setting 1 (REMAX): \"0\" is not a whole number of 1 or more."}},
   };
-  for (const Case& one : cases) {
+  for (const FaultsCase& one : cases) {
     EXPECT_EQ(FaultsOf(ExampleRecord(one.example, one.answers)), one.faults);
   }
 }
