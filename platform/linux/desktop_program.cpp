@@ -106,7 +106,7 @@ std::optional<std::vector<std::string>> WordsOfEntry(const std::string& id,
 }
 
 /// What the backslashes of a desktop entry's text stand for.
-std::string Unescaped(std::string_view text) {
+std::string UnescapedEntry(std::string_view text) {
   std::string plain;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '\\' && i + 1 < text.size()) {
@@ -176,7 +176,7 @@ bool FillFields(std::string& word, const std::string& target) {
 std::vector<std::string> ExecWords(std::string_view exec, const std::string& target) {
   std::vector<std::string> words;
   bool placed = false;
-  for (std::string& word : QuotedWords(Unescaped(exec))) {
+  for (std::string& word : QuotedWords(UnescapedEntry(exec))) {
     const bool single = word.size() == 2 && word[0] == '%' && word[1] != '%';
     const bool takes = FillFields(word, target);
     const bool again = takes && single && placed;

@@ -34,7 +34,7 @@ std::string Escaped(std::string_view bytes) {
   return text;
 }
 
-std::string Unescaped(std::string_view text) {
+std::string WithoutCodes(std::string_view text) {
   std::string bytes;
   while (!text.empty()) {
     unsigned char byte = static_cast<unsigned char>(text.front());
@@ -60,7 +60,7 @@ std::map<std::string, std::string> UserSettings::Load() const {
     const std::string_view line = rest.substr(0, rest.find('\n'));
     const std::size_t equals = line.find('=');
     if (equals != std::string_view::npos) {
-      settings[Unescaped(line.substr(0, equals))] = Unescaped(line.substr(equals + 1));
+      settings[WithoutCodes(line.substr(0, equals))] = WithoutCodes(line.substr(equals + 1));
     }
     rest.remove_prefix(std::min(rest.size(), line.size() + 1));
   }

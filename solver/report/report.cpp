@@ -68,7 +68,7 @@ double HighestQuality(const std::vector<LocationFigures>& locations) {
 }
 
 /// What the answer is, and what to look at before it is built.
-void WriteSize(const SolvedProblem& solved, ReportText& text) {
+void WriteResultSize(const SolvedProblem& solved, ReportText& text) {
   const Problem& problem = solved.problem;
   const Figures& figures = solved.figures;
   const double quality = HighestQuality(figures.locations);
@@ -115,7 +115,7 @@ void WriteQuality(const SolvedProblem& solved, ReportText& text) {
   text.Line(Format("  cost F                     %.6e   (typed values: %.6e)", fit.cost,
                    solved.summary.typedCost));
   if (problem.wantsDelay) WriteBalance(problem, fit, text);
-  WriteSize(solved, text);
+  WriteResultSize(solved, text);
   text.Line(Format("  model evaluations          %d of %d at most", solved.summary.evaluations,
                    problem.options.maxEvaluations));
 }

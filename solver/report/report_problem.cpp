@@ -133,7 +133,7 @@ void WriteOmegaZeros(const Constellation& constellation, ReportText& text) {
                4);
 }
 
-void WriteSize(const SolvedProblem& solved, ReportText& text) {
+void WriteProblemSize(const SolvedProblem& solved, ReportText& text) {
   const Problem& problem = solved.problem;
   const int delayPoints = solved.record.nDelayPoints;
   text.Line(Format("  %zu passband points, %d delay points", problem.passband.size(), delayPoints) +
@@ -205,7 +205,7 @@ void ReportProblem(const SolvedProblem& solved, ReportText& text) {
   text.Heading("THE PROBLEM AS READ");
   WriteAnswers(solved, text);
   text.Line();
-  WriteSize(solved, text);
+  WriteProblemSize(solved, text);
   text.Line();
   text.Line("Solver settings");
   WriteSettings(solved, text);
