@@ -194,8 +194,8 @@ void Session::Replace(const QString& name, const std::function<void()>& action) 
 }
 
 void Session::AddRecentMenu() {
-  auto* const file = frmMain_.findChild<QMenu*>("mnuFile");
-  auto* const recent = new RecentMenu(program_.host, file);
+  auto* file = frmMain_.findChild<QMenu*>("mnuFile");
+  auto* recent = new RecentMenu(program_.host, file);
   const qsizetype open = file->actions().indexOf(frmMain_.findChild<QAction*>("mnuFileOpen"));
   file->insertMenu(file->actions().value(open + 1), recent);
   QObject::connect(recent, &RecentMenu::chosen, recent, [this](const QString& path) {

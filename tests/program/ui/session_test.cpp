@@ -271,7 +271,7 @@ TEST_F(SessionTest, RecentFilesOpenFromTheirMenuAndOnesThatAreGoneAreGrey) {
   answers.Choose("run2.txt");
   Choose("mnuFileSaveAs");
   std::filesystem::remove(gone);
-  auto* const recent = &The<QMenu>("mnuFileRecent");
+  auto* recent = &The<QMenu>("mnuFileRecent");
   Q_EMIT recent->aboutToShow();
   const QList<QAction*> entries = recent->actions();
   ASSERT_EQ(entries.size(), 3);
