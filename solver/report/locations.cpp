@@ -13,19 +13,18 @@ constexpr FactorKind kReportOrder[] = {FactorKind::sigmaPole, FactorKind::polePa
                                        FactorKind::sigmaZero, FactorKind::omegaZero,
                                        FactorKind::zeroPair,  FactorKind::zeroQuad};
 
-/// Where an omega-axis zero leaves no room for the equalised ones, which stand above it and keep
-/// it from the bound itself.
+/// Where an omega-axis zero leaves no room for equalised ones or for a sidelobe; these keep it from
+/// the bound itself.
 constexpr double kRangeEnd = 1 - 1e-5;
 
 Bound BoundOf(const Problem& problem, const Factor& factor, int parameter, double value) {
   const Constellation& constellation = problem.constellation;
   if (parameter >= constellation.MovedCount()) return Bound::held;
+  const bool isAtEnd = factor.kind == FactorKind::omegaZero && problem.Equalises() &&
+                       value > kRangeEnd * problem.largest;
+  if (isAtEnd) return Bound::rangeEnd;
   if (parameter >= constellation.orcaCount) return Bound::none;
   if (value <= problem.lower[parameter]) return Bound::lower;
-  if (factor.kind == FactorKind::omegaZero && problem.Equalises() &&
-      value > kRangeEnd * problem.largest) {
-    return Bound::rangeEnd;
-  }
   return value >= problem.upper[parameter] ? Bound::upper : Bound::none;
 }
 

@@ -108,7 +108,7 @@ void WriteQuality(const SolvedProblem& solved, ReportText& text) {
   const Extreme& decibels = solved.figures.passband.largestDecibels;
   if (decibels.row > 0) {
     text.Line("      in dB                  " + Rounded(decibels.size, 4) + " dB at " +
-              Fitted(decibels.frequency, 9, 15) + " MHz");
+              Fitted(decibels.frequency, 9, 15) + Format(" MHz, row %d", decibels.row));
   }
   text.Line(Format("  gain H(0)                  %.9g", fit.gain));
   if (solved.figures.delay) WriteDelayQuality(solved, text);

@@ -69,6 +69,46 @@ void WriteRows(const std::vector<LocationFigures>& locations, double freqNorm, R
   table.Write(text);
 }
 
+std::string RootText(double real, double imaginary) {
+  return imaginary == 0 ? Format("%.9g", real) : Format("%.9g%+.9gj", real, imaginary);
+}
+
+/// All roots that a location stands for.
+std::vector<std::string> RootsOf(const LocationFigures& location) {
+  const double real = location.real.value;
+  const double imaginary = location.imaginary.value;
+  const bool isSingle =
+      location.kind == FactorKind::sigmaPole || location.kind == FactorKind::sigmaZero;
+  std::vector<double> reals;
+  if (location.side != Side::right) reals.push_back(real == 0 ? 0 : -real);
+  if (location.side != Side::left) reals.push_back(real);
+  if (location.isLossless && location.isDoublet) reals.push_back(reals.front());
+  std::vector<std::string> roots;
+  for (const double part : reals) {
+    roots.push_back(RootText(part, imaginary));
+    if (!isSingle) roots.push_back(RootText(part, -imaginary));
+  }
+  return roots;
+}
+
+/// The roots as Python, MATLAB and Octave all read them: from column 0, since Python minds the
+/// indent, and each in a line, since marks of continuation are not alike.
+void WriteForPasting(const Figures& figures, ReportText& text) {
+  text.Line("  to paste into Python, MATLAB or Octave, for normalised s:");
+  text.Line();
+  for (const bool wantsPoles : {false, true}) {
+    text.Line(wantsPoles ? "p = [" : "z = [");
+    for (const LocationFigures& location : figures.locations) {
+      const bool isPole = location.kind == FactorKind::sigmaPole ||
+                          location.kind == FactorKind::polePair || location.isOwnPole;
+      if (isPole != wantsPoles) continue;
+      for (const std::string& root : RootsOf(location)) text.Line("  " + root + ",");
+    }
+    text.Line("]");
+  }
+  text.Line(Format("k = %.9g", figures.constant));
+}
+
 /// "+-.0012", or why there is no deviation; empty where the part is 0 by its kind.
 std::string DeviationText(const LocationFigures& location, const LocationPart& part) {
   constexpr int kDigits = 2;
@@ -180,6 +220,8 @@ void ReportLocations(const SolvedProblem& solved, ReportText& text) {
   text.Line(Format("  gain      H(0) = %.9g", solved.figures.gain));
   text.Line(Format("  constant  K    = %.9g", solved.figures.constant));
   text.Line("            of H(s) = K prod(s-z)/prod(s-p) with normalised s");
+  text.Line();
+  WriteForPasting(solved.figures, text);
   text.Line();
   WriteDeviations(solved.figures, text);
 }

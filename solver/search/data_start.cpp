@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <limits>
 
+#include "solver/search/lynx.h"
 #include "solver/search/rational_fit.h"
 #include "solver/search/root_allotment.h"
 
@@ -19,6 +21,9 @@ namespace {
 constexpr Index kEnoughRows = 2000;
 /// Rows on a null of the known factors tell nothing.
 constexpr double kLeastBase = 1e-12;
+/// When equal sidelobes and poles have been fitted in turn so often without gain, that is all.
+constexpr int kMisses = 3;
+constexpr double kEqualised = 1e-9;
 
 bool IsMoved(const Problem& problem, const Factor& factor) {
   return factor.parameter < problem.constellation.orcaCount;
@@ -30,21 +35,21 @@ int DegreeOf(const Factor& factor) {
   return factor.kind == FactorKind::omegaZero ? 2 : factor.IsPair() ? 2 * count : count;
 }
 
-/// |H|^2 of the omega-axis zeros that are not fitted, where they start.
-ArrayXd BaseAt(const Problem& problem, const ArrayXd& x) {
+/// |H|^2 of the omega-axis zeros that are not fitted.
+ArrayXd BaseAt(const Problem& problem, const VectorXd& parameters, const ArrayXd& x) {
   ArrayXd base = ArrayXd::Ones(x.size());
   for (const Factor& factor : problem.constellation.factors) {
     if (IsMoved(problem, factor)) continue;
-    const double zero = problem.typedParameters[factor.parameter];
+    const double zero = parameters[factor.parameter];
     base *= (1 - x / (zero * zero)).square();
   }
   return base;
 }
 
 /// The rows that tell something, at most kEnoughRows.
-SquaredMagnitude RowsOf(const Problem& problem) {
+SquaredMagnitude RowsOf(const Problem& problem, const VectorXd& parameters) {
   const ArrayXd& frequencies = problem.rows.frequencies;
-  const ArrayXd base = BaseAt(problem, frequencies.square());
+  const ArrayXd base = BaseAt(problem, parameters, frequencies.square());
   std::vector<Index> taken;
   const Index each = (frequencies.size() + kEnoughRows - 1) / kEnoughRows;
   for (Index i = 0; i < frequencies.size(); i += each) {
@@ -57,9 +62,9 @@ SquaredMagnitude RowsOf(const Problem& problem) {
 /// Hands the roots of |H|^2 out to the factors.
 class Placement {
  public:
-  Placement(const Problem& problem, const RationalFit& fit)
+  Placement(const Problem& problem, const VectorXd& parameters, const RationalFit& fit)
       : problem_(problem), poles_(PolesOf(problem, fit)), zeros_(ZerosOf(problem, fit)) {
-    start_.parameters = problem.typedParameters;
+    start_.parameters = parameters;
     start_.isPlaced.assign(problem.constellation.factors.size(), false);
   }
 
@@ -132,22 +137,54 @@ class Placement {
   std::size_t quads_ = 0;
 };
 
-}  // namespace
-
-std::optional<DataStart> FindDataStart(const Problem& problem) {
+/// Fits all locations but the zeros that are held or equalised, which stay as they are.
+std::optional<DataStart> FitFrom(const Problem& problem, const VectorXd& parameters) {
   int zeroDegree = 0;
   int poleDegree = 0;
   for (const Factor& factor : problem.constellation.factors) {
     if (!IsMoved(problem, factor)) continue;
     (factor.logCount < 0 ? poleDegree : zeroDegree) += DegreeOf(factor);
   }
-  const SquaredMagnitude rows = RowsOf(problem);
+  const SquaredMagnitude rows = RowsOf(problem, parameters);
   if (rows.x.size() < zeroDegree + poleDegree + 2 || !(rows.x.maxCoeff() > 0)) return std::nullopt;
   const RationalFit fit = FitRational(rows, zeroDegree, poleDegree);
   if (!std::isfinite(fit.meanSquare)) return std::nullopt;
-  DataStart start = Placement(problem, fit).Place();
+  DataStart start = Placement(problem, parameters, fit).Place();
   if (!start.parameters.allFinite()) return std::nullopt;
   return start;
+}
+
+/// Equal sidelobes for the poles and poles for the zeros of the sidelobes, in turn, until the zeros
+/// stay or the fit no longer gets better.
+DataStart WithEqualSidelobes(const Problem& problem, const DataStart& first) {
+  Listener nobody;
+  Lynx lynx(problem.constellation, problem.largest, problem.options, nobody);
+  Objective objective(problem.constellation, problem.rows);
+  Fit fit;
+  DataStart best = first;
+  double least = std::numeric_limits<double>::infinity();
+  std::optional<DataStart> next = first;
+  for (int misses = 0; next && misses < kMisses; next = FitFrom(problem, next->parameters)) {
+    const VectorXd former = next->parameters;
+    if (!lynx.Equalise(next->parameters)) break;
+    if (!objective.EvaluateErrors(next->parameters, fit)) break;
+    misses = fit.cost < least ? 0 : misses + 1;
+    if (misses == 0) {
+      best = *next;
+      least = fit.cost;
+    }
+    const double moved = (next->parameters - former).cwiseAbs().maxCoeff();
+    if (moved < kEqualised) break;
+  }
+  return best;
+}
+
+}  // namespace
+
+std::optional<DataStart> FindDataStart(const Problem& problem) {
+  const std::optional<DataStart> start = FitFrom(problem, problem.typedParameters);
+  if (!start || !problem.Equalises()) return start;
+  return WithEqualSidelobes(problem, *start);
 }
 
 void FillFromPoints(Problem& problem, std::vector<Finding>& findings) {

@@ -18,8 +18,9 @@ struct DataStart {
 };
 
 /// Fits |H|^2, which is a quotient of polynomials in w^2, to the points, and takes poles and zeros
-/// from its roots. Nothing where there are fewer points with weight than coefficients, or where
-/// nothing finite comes out. Delay points are not used. Deterministic; under 1 ms at 60 points.
+/// from its roots; in turn with equal sidelobes where these are wanted. Nothing where there are
+/// fewer points with weight than coefficients, or where nothing finite comes out. Delay points are
+/// not fitted. Deterministic; under 1 ms at 60 points without equal sidelobes.
 std::optional<DataStart> FindDataStart(const Problem& problem);
 
 /// Gives the locations that are not typed their starting values: from the points, or, with a

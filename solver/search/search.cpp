@@ -135,7 +135,6 @@ class Search {
   }
 
   void TryOtherStructures() {
-    summary_.isLastZeroAtBound = IsLastZeroAtBound(problem_, Best());
     if (evaluator_.Stopped() || summary_.IsExact()) return;
     SplitPairs();
     JoinMetZeros();

@@ -60,8 +60,6 @@ struct Summary {
   /// Omega-axis zeros that have met and did not part, with a zero pair or quad in their place.
   bool hasMetZeros = false;
   std::optional<OtherStructure> joinedZeros;
-  /// The last equalised zero stands at question 14.
-  bool isLastZeroAtBound = false;
 
   bool IsExact() const { return best.Cost() <= negligible; }
   /// How many starts ended, or were cut short, within 0.1 % of an F.

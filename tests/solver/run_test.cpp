@@ -183,7 +183,7 @@ TEST_F(Run, StopsWhereItIsTold) {
   EXPECT_THAT(Report(), HasSubstr("Result: stopped at STEPSLIM; best point found is given"));
   EXPECT_EQ(Solve(0, 1), Exit::stopped);
   EXPECT_THAT(out_.str(), HasSubstr(", 1 evaluations\npfit-end: exit=1 F="));
-  EXPECT_EQ(Solve(30, 1), Exit::stopped);
+  EXPECT_EQ(Solve(20, 1), Exit::stopped);
   EXPECT_THAT(out_.str(), HasSubstr("pfit: stopped on request; best point found is given; rms"));
   EXPECT_THAT(Report(), EndsWith("End of report.\r\n"));
 }

@@ -89,6 +89,29 @@ ResponseRecord Rescaled(double megahertz, double size) {
   return record;
 }
 
+/// The roots of a list that can be pasted.
+std::vector<std::complex<double>> Pasted(const Report& report, const std::string& name) {
+  std::vector<std::complex<double>> roots;
+  for (auto line = std::find(report.lines.begin(), report.lines.end(), name + " = [") + 1;
+       *line != "]"; ++line) {
+    std::size_t end = 0;
+    const double real = std::stod(*line, &end);
+    roots.emplace_back(real, line->ends_with("j,") ? std::stod(line->substr(end)) : 0);
+  }
+  return roots;
+}
+
+/// Whether both have the same roots, in any order.
+void CheckSame(const std::vector<std::complex<double>>& roots,
+               const std::vector<std::complex<double>>& others) {
+  ASSERT_EQ(roots.size(), others.size());
+  for (const std::complex<double>& root : roots) {
+    EXPECT_TRUE(std::any_of(others.begin(), others.end(), [&root](const auto& other) {
+      return std::abs(root - other) < 2e-6 * std::abs(root);
+    })) << root;
+  }
+}
+
 /// The poles and zeros make the passband table, and the tables' columns fit each other.
 void CheckTables(const Report& report, double megahertz, double size) {
   std::vector<std::complex<double>> poles;
@@ -106,6 +129,8 @@ void CheckTables(const Report& report, double megahertz, double size) {
   }
   ASSERT_THAT(poles, SizeIs(7));
   ASSERT_THAT(zeros, SizeIs(3));
+  CheckSame(poles, Pasted(report, "p"));
+  CheckSame(zeros, Pasted(report, "z"));
   const double constant = std::stod(report.text.substr(report.text.find("K    =") + 6, 20));
   int rows = 0;
   for (const std::string& line : report.Section("PASSBAND FIT")) {

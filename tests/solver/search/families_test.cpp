@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 
+#include "base/text_format.h"
 #include "solver/example_problem.h"
 #include "solver/search/search.h"
 
@@ -94,6 +96,30 @@ TEST(Families, TellWhatAnotherStructureReaches) {
     EXPECT_LT(summary.splitPairs->cost, 1e-13);
     EXPECT_GT(summary.best.Cost(), 1e-6);
   }
+}
+
+TEST(Families, PartZerosThatHaveMetAndTellWhatTheyWant) {
+  families::Filter filter = families::Butterworth(4);
+  filter.zeros = {{-.05, 1.4}, {.05, 1.4}};  // a quad
+  ResponseRecord record;
+  for (const FamilyProblem& family : families::TextbookProblems()) {
+    if (family.name == "Butterworth 4") record = family.record;
+  }
+  for (int row = 1; row <= record.nFreqPoints; ++row) {
+    const double w = ParseNumber(record.passband.At(row, 1)).value() / 10;
+    record.passband.At(row, 3) = Format("%.14g", filter.MagnitudeAt(w));
+  }
+  record.Slot(slot::kZeroCounts) = "2 0 0";
+  record.Slot(slot::kYzero) = "1.2 2";
+  Problem problem;
+  const Summary summary = Solved(record, problem);
+  EXPECT_TRUE(summary.hasMetZeros);
+  EXPECT_TRUE(std::any_of(summary.starts.begin(), summary.starts.end(),
+                          [](const auto& start) { return start.kind == StartKind::parted; }));
+  ASSERT_TRUE(summary.joinedZeros);
+  EXPECT_EQ(summary.joinedZeros->zeroCounts, (std::array<int, 3>{0, 0, 1}));
+  EXPECT_LT(summary.joinedZeros->cost, 1e-13);
+  EXPECT_GT(summary.best.Cost(), 1e-8);
 }
 
 }  // namespace

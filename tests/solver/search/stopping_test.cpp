@@ -95,6 +95,20 @@ TEST(Endings, JudgeTheErrorByTheUnitsOfThePoints) {
   EXPECT_EQ(JudgedEnding(EndReason::evalMax, iterate, 0), EndReason::tinyError);
 }
 
+TEST(Endings, TellALastEqualisedZeroAtTheBound) {
+  const Problem problem = GoodProblem(ExampleRecord("Ex-Yzero.101"));
+  Iterate point;
+  point.parameters = problem.typedParameters;
+  double& last = point.parameters[problem.constellation.MovedCount() - 1];
+  for (const auto& [share, isAtBound] : {std::pair{.999999, true}, std::pair{.9999, false}}) {
+    last = share * problem.largest;
+    EXPECT_EQ(IsLastZeroAtBound(problem, point), isAtBound) << share;
+  }
+  const Problem fitted = GoodProblem(ExampleRecord("Ex-Zpair.1"));
+  point.parameters = fitted.upper;
+  EXPECT_FALSE(IsLastZeroAtBound(fitted, point)) << "nothing is equalised";
+}
+
 TEST(Endings, FindWhatHasMetAndPutItApart) {
   ResponseRecord record =
       ExampleRecord("Ex-Delay.101", "11=3 0 0; 11a=1.2 1.2001 2; 10=N; 14=5; 9=.3 .000001 1.1");
