@@ -103,7 +103,9 @@ class Search {
       StartKind kind = StartKind::standard;
       const VectorXd start =
           further.Next(Best().isFinite ? Best().parameters : problem_.typedParameters, kind);
+      const std::size_t former = summary_.chosen;
       RunStart(kind, start, steps);
+      if (summary_.chosen != former) GoOn(Chosen());
     }
   }
 

@@ -178,7 +178,7 @@ TEST_F(Run, StopsWhereItIsTold) {
   EXPECT_EQ(Solve(), Exit::stopped);
   EXPECT_THAT(Report(), HasSubstr("Result: stopped at EVALMAX; best point found is given"));
   EXPECT_THAT(Report(), HasSubstr("evaluations          20 of 20 at most"));
-  Use(ExampleRecord("Ex-Yzero.101", "S1=2 10 7; S4=1; S6=60"));
+  Use(ExampleRecord("Ex-Zpair.1", "S1=2 10 7; S4=1; S6=60"));
   EXPECT_EQ(Solve(), Exit::stopped);
   EXPECT_THAT(Report(), HasSubstr("Result: stopped at STEPSLIM; best point found is given"));
   EXPECT_EQ(Solve(0, 1), Exit::stopped);
