@@ -9,6 +9,7 @@
 
 #include "exchange/read/number_text.h"
 #include "exchange/ui/import_dialog_parts.h"
+#include "record/response_record.h"
 
 namespace polefit {
 
