@@ -69,12 +69,20 @@ void TakeOther(const ImportPlan& plan, const FormCells& form, Points& points) {
   if (plan.otherSource == OtherSource::file) TakeYout(plan.otherFile, points);
 }
 
+Points DelaysOf(const ImportPlan& plan) {
+  Points points;
+  points.notes = plan.source.table.notes;
+  ImportChoices choices = plan.choices;
+  choices.value = {};
+  TakeDelays(plan.source.table, choices, points);
+  return points;
+}
+
 Points PointsOf(const ImportPlan& plan, const FormCells& form) {
+  if (plan.isOnlyDelay) return DelaysOf(plan);
   ImportChoices choices = plan.choices;
   const bool hasDelay = choices.delaySource != DelaySource::none;
   choices.delaySource = DelaySource::none;
-  // Without a column of values the rows are there for their frequencies alone.
-  if (plan.isOnlyDelay) choices.value = choices.other = {};
   Points points = MakePoints(plan.source.table, choices);
   TakeOther(plan, form, points);
   if (!hasDelay) return points;
@@ -228,14 +236,12 @@ bool AreFrequenciesOpen(const ImportPlan& plan, const ImportPreview& preview,
 ImportPreview PreviewOf(const ImportPlan& plan, const FormCells& form) {
   ImportPreview preview;
   preview.points = PointsOf(plan, form);
-  const std::vector<PassbandRow>& points = preview.points.passband;
   preview.reason = preview.points.fault;
   if (preview.reason.empty() && plan.isKindUnsure) {
     preview.reason = "All values are above 3: choose what they are.";
   }
   SayWhatIsProposed(plan, preview.points);
-  if (points.empty()) return preview;
-  if (!plan.isOnlyDelay) PreviewRows(plan, form, preview);
+  if (!preview.points.passband.empty()) PreviewRows(plan, form, preview);
   if (!preview.points.delays.empty()) PreviewDelays(plan, form, preview);
   return preview;
 }

@@ -47,7 +47,8 @@ std::vector<DelayRow> DelayRows(const std::vector<Sample>& samples, Role role) {
   rows.reserve(samples.size());
   for (const Sample& sample : samples) {
     rows.push_back({sample.frequency,
-                    role == Role::equalise ? sample.delay : Amount{largest - sample.delay.value}});
+                    role == Role::equalise ? sample.delay : Amount{largest - sample.delay.value},
+                    sample.line});
   }
   return rows;
 }
@@ -118,7 +119,9 @@ void TakeDelays(const SourceTable& table, ImportChoices choices, Points& points)
   choices.weight = kNoColumn;
   const Samples samples =
       table.fault.empty() ? ChosenSamples(table, choices) : Samples{{}, {}, {}, table.fault};
-  if (samples.skippedLines != points.skippedLines && !samples.skippedLines.empty()) {
+  if (points.passband.empty()) {
+    points.skippedLines = samples.skippedLines;
+  } else if (samples.skippedLines != points.skippedLines && !samples.skippedLines.empty()) {
     points.notes.push_back("delay: " + SkippedText(samples.skippedLines));
   }
   for (const std::string& note : samples.notes) {

@@ -22,6 +22,8 @@ struct PassbandRow {
 struct DelayRow {
   Amount frequency;
   Amount tx;
+  /// As of a passband point.
+  int line = 0;
 };
 
 /// What a file gives, ready for the two tables.
@@ -41,7 +43,8 @@ struct Points {
 Points MakePoints(const SourceTable& table, const ImportChoices& choices);
 
 /// Takes the delay points from a table, this one or another, by the frequency, the delay and, where
-/// the values have a say in the thinning, the value columns of `choices`.
+/// the values have a say in the thinning, the value columns of `choices`. Where there are no
+/// passband points, the skipped lines are those of the delay.
 void TakeDelays(const SourceTable& table, ImportChoices choices, Points& points);
 
 /// "3 lines skipped: 1, 2, 44", or "".

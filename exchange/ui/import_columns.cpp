@@ -27,6 +27,8 @@ enum Entry {
   kOtherDelayFile = -4
 };
 
+constexpr int kUnitCharacters = 3;
+
 template <typename Value>
 Value DataOf(const QComboBox& box) {
   return static_cast<Value>(box.currentData().toInt());
@@ -68,6 +70,7 @@ ImportColumnsGroup::ImportColumnsGroup() : QGroupBox(tr("What")), rows_(new QFor
   unit_ = MakeChoice("cboImportUnit", tr("The unit of the frequencies"));
   AddUnits(*unit_, {FrequencyUnit::hertz, FrequencyUnit::kilohertz, FrequencyUnit::megahertz,
                     FrequencyUnit::gigahertz});
+  unit_->setMinimumContentsLength(kUnitCharacters);
   AddChoice(*rows_, tr("&Frequency:"), frequency_, unit_);
   value_ = MakeChoice("cboImportValue", tr("The column or the parameter of the values"));
   kind_ = MakeChoice("cboImportKind", tr("What the values are"));
@@ -116,6 +119,7 @@ void ImportColumnsGroup::BuildDelay() {
   delayUnit_ = MakeChoice("cboImportDelayUnit", tr("The unit of the delay"));
   AddUnits(*delayUnit_, {DelayUnit::seconds, DelayUnit::milliseconds, DelayUnit::microseconds,
                          DelayUnit::nanoseconds, DelayUnit::picoseconds});
+  delayUnit_->setMinimumContentsLength(kUnitCharacters);
   AddChoice(*rows_, tr("&Delay:"), delay_, delayUnit_);
   Follow(delay_, &ImportColumnsGroup::TakeDelay);
   Follow(delayUnit_, &ImportColumnsGroup::TakeDelayUnit);

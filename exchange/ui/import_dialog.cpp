@@ -29,6 +29,8 @@ namespace {
 constexpr QSize kUsualSize(760, 520);
 /// The height of the letters that this is for, in pixels.
 constexpr double kUsualLetters = 17;
+/// Left and right of the text in a cell of the table.
+constexpr int kCellMargins = 8;
 /// Of the screen; the rest is for the window's frame.
 constexpr double kLargestPart = .92;
 
@@ -59,7 +61,9 @@ ImportDialog::ImportDialog(ImportPlan plan, const FormCells& form, ImportFiles f
   text_->Unfold(!plan_.source.layout.isSure);
   ShowPlan();
   FitScreen();
-  ok_->setFocus();
+  // What waits for a choice gets the keys; else Enter is enough.
+  QWidget* const first = plan_.isKindUnsure ? findChild<QWidget*>("cboImportKind") : ok_;
+  first->setFocus();
 }
 
 QWidget* ImportDialog::BuildChoices() {
@@ -85,7 +89,7 @@ QWidget* ImportDialog::BuildChoices() {
   rows_ = new ImportRowsGroup;
   connect(rows_, &ImportRowsGroup::changed, this, [this] {
     plan_.choices.rows = rows_->Choices();
-    rows_->Show(plan_.choices.rows);
+    rows_->Show(plan_);
     ShowPreview();
   });
   text_ = new ImportTextGroup;
@@ -119,7 +123,8 @@ QWidget* ImportDialog::BuildPreview() {
   table_->setTabKeyNavigation(false);
   table_->setWordWrap(false);
   table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-  table_->horizontalHeader()->setMinimumSectionSize(fontMetrics().horizontalAdvance("0.00000000"));
+  table_->horizontalHeader()->setMinimumSectionSize(fontMetrics().horizontalAdvance("0.00000000") +
+                                                    kCellMargins);
   table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
   table_->verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
   skipped_ = MakeLine("lblImportSkipped");
@@ -143,6 +148,7 @@ QWidget* ImportDialog::BuildStart() {
   frequencies_->addItem(tr("frequencies of the table"), static_cast<int>(Frequencies::table));
   frequencies_->addItem(tr("frequencies of the file"), static_cast<int>(Frequencies::file));
   frequencies_->addItem(tr("add to the table"), static_cast<int>(Frequencies::both));
+  frequencies_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   frequencies_->setAccessibleName(tr("Frequencies"));
   setsFreqNorm_ = new QCheckBox;
   setsFreqNorm_->setObjectName("chkImportFreqNorm");
@@ -216,7 +222,7 @@ void ImportDialog::TakeYoutFile() {
 void ImportDialog::ShowPlan() {
   Choose(*role_, static_cast<int>(plan_.choices.role));
   columns_->Fill(plan_);
-  rows_->Show(plan_.choices.rows);
+  rows_->Show(plan_);
   text_->setVisible(plan_.source.table.kind == FileKind::delimited);
   text_->Show(plan_.source.layout);
   ShowPreview();
@@ -225,6 +231,9 @@ void ImportDialog::ShowPlan() {
 void ImportDialog::ShowPreview() {
   preview_ = PreviewOf(plan_, form_);
   model_->Show(preview_, plan_);
+  const bool hasWeights =
+      plan_.choices.weight != kNoColumn || form_.typed.Slot(slot::kUseWeights) == "Y";
+  table_->setColumnHidden(PointsModel::kWeightColumn, !plan_.isOnlyDelay && !hasWeights);
   table_->clearSpans();
   for (const int row : model_->SkippedRows()) table_->setSpan(row, 0, 1, model_->columnCount());
   diagram_->Show(preview_, plan_);

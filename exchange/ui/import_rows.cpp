@@ -60,11 +60,11 @@ ImportRowsGroup::ImportRowsGroup() : QGroupBox(tr("Rows")) {
   smooth_->setSingleStep(2);
   smooth_->setSpecialValueText(tr("none"));
   smooth_->setToolTip(tr("So many rows, an odd number, a quadratic is fitted to"));
-  AddChoice(*rows, tr("&Smooth:"), smooth_);
   normalise_ = new QCheckBox(tr("&largest Yout is 1"));
   normalise_->setObjectName("chkImportNormalise");
   normalise_->setToolTip(tr("Divide Yout by its largest value"));
-  rows->addRow(QString(), normalise_);
+  AddChoice(*rows, tr("&Smooth:"), smooth_, normalise_);
+  normalise_->setAccessibleName({});
   connect(thinning_, &QComboBox::activated, this, &ImportRowsGroup::StartThinning);
   for (QSpinBox* const box : {thinningCount_, smooth_}) {
     connect(box, &QSpinBox::valueChanged, this, &ImportRowsGroup::changed);
@@ -84,7 +84,8 @@ void ImportRowsGroup::StartThinning() {
   Q_EMIT changed();
 }
 
-void ImportRowsGroup::Show(const RowChoices& rows) {
+void ImportRowsGroup::Show(const ImportPlan& plan) {
+  const RowChoices& rows = plan.choices.rows;
   const QSignalBlocker quietCount(thinningCount_);
   const QSignalBlocker quietSmooth(smooth_);
   Choose(*thinning_, rows.points == 0   ? (rows.every > 1 ? kEveryNth : kAllRows)
@@ -95,6 +96,7 @@ void ImportRowsGroup::Show(const RowChoices& rows) {
   thinningCount_->setEnabled(!isAll);
   smooth_->setValue(std::max(1, rows.smooth));
   normalise_->setChecked(rows.normalise);
+  normalise_->setVisible(!plan.isOnlyDelay);
 }
 
 RowChoices ImportRowsGroup::Choices() const {

@@ -2,7 +2,7 @@
 
 #include <QGroupBox>
 
-#include "exchange/import/choices.h"
+#include "exchange/import/import_plan.h"
 
 class QCheckBox;
 class QComboBox;
@@ -19,7 +19,7 @@ class ImportRowsGroup final : public QGroupBox {
   ImportRowsGroup();
 
   /// The limits stay as they are typed.
-  void Show(const RowChoices& rows);
+  void Show(const ImportPlan& plan);
   RowChoices Choices() const;
 
  Q_SIGNALS:

@@ -44,11 +44,15 @@ void PointsModel::Arrange(const ImportPreview& preview, const ImportPlan& plan) 
         FirstCharacters(lines[std::min(line, lines.size()) - 1], kLongestMark);
     entries_.push_back({0, tr("line %1 skipped: %2").arg(line).arg(ToQString(text).simplified())});
   };
-  const std::vector<PassbandRow>& points = preview.points.passband;
-  // Rows that were merged into the table have no line of their own.
-  const bool haveLines = rows_.size() == points.size();
+  const Points& points = preview.points;
+  const auto lineOf = [&](std::size_t row) {
+    if (plan.isOnlyDelay) return points.delays[row].line;
+    // Rows that were merged into the table have no line of their own.
+    const bool hasLine = rows_.size() == points.passband.size() && row < rows_.size();
+    return hasLine ? points.passband[row].line : 0;
+  };
   for (std::size_t row = 0; row < std::max(rows_.size(), delays_.size()); ++row) {
-    while (haveLines && next < marked && skipped[next] < points[row].line) mark();
+    while (next < marked && skipped[next] < lineOf(row)) mark();
     entries_.push_back({row});
   }
   while (next < marked) mark();

@@ -14,6 +14,9 @@ class PointsModel final : public QAbstractTableModel {
   Q_OBJECT
 
  public:
+  /// Where a passband table stands.
+  static constexpr int kWeightColumn = 3;
+
   using QAbstractTableModel::QAbstractTableModel;
 
   void Show(const ImportPreview& preview, const ImportPlan& plan);

@@ -151,9 +151,9 @@ TEST_F(ImportDialogTest, AnOlderFormAsksWhatStays) {
 
 TEST_F(ImportDialogTest, ADelayComesAloneOrFromAnotherFile) {
   isOnlyDelay_ = true;
-  Open("MHz,dB,gd (ns)\n1,20,3\n2,30,5\n");
+  Open("MHz,dB,gd (ns)\n1,20,3\n1.5,25,x\n2,30,5\n");
   EXPECT_EQ(Line(), "2 delay rows, 1 to 2 MHz, TX 0 to 2 ns");
-  EXPECT_EQ(Cell(0, 0) + " " + Cell(0, 1), "1 2");
+  EXPECT_EQ(Cell(0, 0) + " " + Cell(0, 1) + " " + Cell(1, 0), "1 2 line 3 skipped: 1.5,25,x");
   Choose("cboImportRole", "what I have, to be equalised");
   EXPECT_EQ(Cell(0, 1), "3");
   isOnlyDelay_ = false;
