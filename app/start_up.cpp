@@ -2,6 +2,7 @@
 
 #include <variant>
 
+#include "app/own_folders.h"
 #include "app/settings_file.h"
 #include "base/number.h"
 #include "base/text.h"
@@ -65,6 +66,7 @@ void Start_Path(Program& program) {
     program.host.EndProgram();
   }
   program.folders.ProgramFolder = ProgramFolderIn(program.folders.BaseFolder);
+  PrepareOwnFolders(program);
 }
 
 void Start_INI(Program& program) {

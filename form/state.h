@@ -52,8 +52,7 @@ struct Program {
 
 /// Where this program's things are, as its folders stand now.
 inline Places PlacesOf(const Program& program) {
-  return {program.folders.BaseFolder, program.folders.ProgramFolder,
-          program.host.ConfigurationFolder(), program.host.StateFolder()};
+  return Places::Of(program.host, program.folders.BaseFolder, program.folders.ProgramFolder);
 }
 
 }  // namespace polefit

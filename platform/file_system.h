@@ -37,6 +37,14 @@ struct FileState {
   bool isLink = false;
 };
 
+/// Where the files lie that users share. Folders have no trailing separator.
+struct Installation {
+  /// The folder of the executables.
+  std::string programs;
+  /// The base folder as it was shipped.
+  std::string shipped;
+};
+
 /// A lock that is held as long as this lives, and no longer than the process.
 class HeldLock {
  public:
@@ -106,8 +114,15 @@ class FileSystem : public LineSource {
   /// The short (8.3) form of an existing folder, or the folder itself where there is none.
   virtual std::string ShortPath(const std::string& folder) = 0;
 
-  /// The folder of the running executable, without a trailing separator.
+  /// Makes `path` a link to `target`, in place of another link; a file of that name
+  /// stays.
+  virtual void MakeLink(const std::string& target, const std::string& path) = 0;
+
+  /// The program's own folder, without a trailing separator: that of the running executable, or
+  /// one in the user's own folders, which need not exist, when users share the installation.
   virtual std::string OwnFolder() = 0;
+  /// The installation when users share it; nothing when all is in the program's own folder.
+  virtual std::optional<Installation> SharedInstallation() = 0;
   /// Where the user's settings of this program lie, and what it remembers for the user. Neither
   /// need exist.
   virtual std::string ConfigurationFolder() = 0;

@@ -3,7 +3,14 @@
 namespace polefit {
 
 Places Places::Below(const std::string& base) {
-  return {base, JoinPath(base, "Tessel.hz"), {}, {}};
+  const std::string program = JoinPath(base, "Tessel.hz");
+  return {base, program, {}, {}, program, base};
+}
+
+Places Places::Of(Host& host, const std::string& base, const std::string& program) {
+  const Installation files = host.SharedInstallation().value_or(Installation{program, base});
+  return {base,           program,      host.ConfigurationFolder(), host.StateFolder(),
+          files.programs, files.shipped};
 }
 
 }  // namespace polefit

@@ -16,9 +16,17 @@ struct Places {
   /// The user's settings of this program, and what it remembers for the user. Neither need exist.
   std::string configuration;
   std::string state;
+  /// The folder of the executables, and the base folder as it was shipped. These are the two above,
+  /// unless users share an installation and each has base and program folder of his own.
+  std::string programs = {};
+  std::string shipped = {};
 
   /// The places of an installation in this base folder.
   static Places Below(const std::string& base);
+  /// The places of the running program with these folders.
+  static Places Of(Host& host, const std::string& base, const std::string& program);
+  /// Where what was shipped stands.
+  Places Shipped() const { return Below(shipped); }
 
   std::string StartFile() const { return JoinPath(base, "DOSstart.cvx"); }
   std::string StartFileCopy() const { return JoinPath(base, "DOSstart.tmp"); }
@@ -29,12 +37,12 @@ struct Places {
   std::string Report() const { return JoinPath(program, "~pft-out.txt"); }
   std::string Manual() const { return JoinPath(program, "manual.rtf"); }
   /// The examples as they were shipped.
-  std::string Examples() const { return JoinPath(program, "Examples"); }
+  std::string Examples() const { return JoinPath(Shipped().program, "Examples"); }
   /// The examples, and the first place for data.
   std::string User() const { return JoinPath(program, "User"); }
 
-  std::string FrontEnd() const { return JoinPath(program, "polefit"); }
-  std::string Solver() const { return JoinPath(program, kSolverName); }
+  std::string FrontEnd() const { return JoinPath(programs, "polefit"); }
+  std::string Solver() const { return JoinPath(programs, kSolverName); }
   /// What the solver's start names in place of the solver itself.
   std::string SolverStart() const { return JoinPath(program, "run-Freq.pif"); }
 

@@ -25,7 +25,7 @@ std::string ClosingWords(const std::string& line) {
 }  // namespace
 
 long RunWatch::Start(const Command& command) {
-  const Places places{.base = {}, .program = command.object, .configuration = {}, .state = {}};
+  const Places places = Places::Of(host_, {}, command.object);
   // One program at a time looks for a run and starts one.
   const std::unique_ptr<HeldLock> lock = host_.TakeLock(places.program, kPatienceWithLock);
   if (lock == nullptr) throw HeldFolder(places.program);

@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -29,6 +30,13 @@ void MakeFoldersTo(const std::string& folder, Readers readers) {
     }
     if (cut == std::string::npos) return;
   }
+}
+
+void LinkTo(const std::string& target, const std::string& path) {
+  struct stat status {};
+  if (::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) ::unlink(path.c_str());
+  if (::symlink(target.c_str(), path.c_str()) == 0 || errno == EEXIST) return;
+  throw FromSystemError(errno, error_number::kPathNotFound);
 }
 
 std::vector<std::string> RegularFilesIn(const std::string& folder) {

@@ -19,6 +19,7 @@
 #include "platform/linux/file_lock.h"
 #include "platform/linux/file_reading.h"
 #include "platform/linux/folders.h"
+#include "platform/linux/installation.h"
 #include "platform/linux/restart_entry.h"
 #include "platform/linux/safe_file.h"
 #include "platform/linux/user_folders.h"
@@ -196,12 +197,16 @@ std::string LinuxHost::ShortPath(const std::string& folder) {
   throw error;
 }
 
+void LinuxHost::MakeLink(const std::string& target, const std::string& path) {
+  LinkTo(target, path);
+}
+
 std::string LinuxHost::OwnFolder() {
-  std::array<char, PATH_MAX> buffer{};
-  const ssize_t length = ::readlink("/proc/self/exe", buffer.data(), buffer.size());
-  if (length < 0) throw FromSystemError(errno, error_number::kPathNotFound);
-  const std::string executable(buffer.data(), static_cast<std::size_t>(length));
-  return CutPath(executable).folder.value_or(executable);
+  return OwnFolderFor(ExecutableFolder());
+}
+
+std::optional<Installation> LinuxHost::SharedInstallation() {
+  return SharedInstallationWith(ExecutableFolder());
 }
 
 std::string LinuxHost::ConfigurationFolder() {

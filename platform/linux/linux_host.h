@@ -48,7 +48,9 @@ class LinuxHost : public Host {
   void ChangeFolder(const std::string& path) override;
   void ChangeDrive(const std::string& path) override;
   std::string ShortPath(const std::string& folder) override;
+  void MakeLink(const std::string& target, const std::string& path) override;
   std::string OwnFolder() override;
+  std::optional<Installation> SharedInstallation() override;
   std::string ConfigurationFolder() override;
   std::string StateFolder() override;
 

@@ -79,7 +79,7 @@ void QtHost::ShowSave(CommonDialog& dialog) {
 long QtHost::StartProgram(const Command& command) {
   switch (command.kind) {
     case CommandKind::importRegistryScript:
-      WriteAutostartEntry(Places{{}, OwnFolder(), {}, {}}.FrontEnd());
+      WriteAutostartEntry(Places::Of(*this, {}, OwnFolder()).FrontEnd());
       return kNoProcess;
     case CommandKind::copyFile:
       ReplaceFile(command.target, ReadFile(command.object), Readers::usual);

@@ -50,6 +50,8 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   /// The last file dialog as it was asked for.
   CommonDialog lastDialog;
   std::string ownFolder;
+  /// Nothing: all is in the program's own folder.
+  std::optional<Installation> installation;
   /// What the clock shows.
   std::string time = "2004-03-03 09:05:00";
   std::uint32_t version = 4U | (10U << 8U);
@@ -96,7 +98,11 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   void MakeFolder(Text path) override { Do(__func__, path).Real::MakeFolder(path); }
   void ChangeFolder(Text path) override { Do(__func__, path).Real::ChangeFolder(path); }
   void ChangeDrive(Text path) override { Do(__func__, path); }
+  void MakeLink(Text target, Text path) override {
+    Do(__func__, target + " " + path).Real::MakeLink(target, path);
+  }
   std::string OwnFolder() override { return ownFolder; }
+  std::optional<Installation> SharedInstallation() override { return installation; }
   std::string ConfigurationFolder() override { return File("configuration"); }
   std::string StateFolder() override { return File("state"); }
 
