@@ -1,8 +1,11 @@
 #include "program/console.h"
 
 #include <algorithm>
+#include <exception>
 #include <iostream>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 #include "base/text.h"
 #include "base/text_format.h"
@@ -22,22 +25,31 @@ namespace polefit {
 
 namespace {
 
+/// One way to call the program, and what it does then.
+struct Usage {
+  std::string_view words;
+  std::string_view effect;
+  bool needsWindow = false;
+};
+
+constexpr Usage kUsages[] = {
+    {"[FILE...]", "open a window for each FILE", true},
+    {"--check [--json] FILE...", "tell what Response Input Files say"},
+    {"--rewrite IN OUT", "write IN again, in the layout of a saved file"},
+    {"--import FILE OUT [...]", "make OUT of the points of a measured FILE"},
+    {"--export FORMAT FILE OUT [--points data]", "write poles, zeros and gain for another program"},
+    {"--fill COLUMN=EXPRESSION [--grid A:B:N] FILE OUT", "fill a column by a formula"},
+    {"--plot FILE OUT", "draw the curves; OUT ends in .png, .svg or .pdf", true},
+    {"--version", ""},
+    {"--help", ""},
+};
+
 constexpr const char* kHelp =
-    "Usage: polefit [FILE]                   open the window, with FILE in it\n"
-    "       polefit --check [--json] FILE    tell what a Response Input File says\n"
-    "       polefit --rewrite IN OUT         write IN again, in the layout of a saved file\n"
-    "       polefit --import FILE OUT [...]  make OUT of the points of a measured FILE\n"
-    "       polefit --export FORMAT FILE OUT [--points data]\n"
-    "                                        write poles, zeros and gain for another program\n"
-    "       polefit --fill COLUMN=EXPRESSION [--grid A:B:N] FILE OUT\n"
-    "                                        fill a column of the points by a formula\n"
-    "       polefit --plot FILE OUT          draw the curves of FILE; OUT ends in .png, .svg or "
-    ".pdf\n"
-    "       polefit --version\n"
-    "       polefit --help\n"
+    "Behind '--' every word is a file's name.\n"
     "\n"
     "--check ends with 0 when nothing was found, 1 with findings, 2 when the file could not be\n"
-    "read to its end, 3 when there is no such file, 4 when its output cannot be written.\n"
+    "read to its end, 3 when there is no such file, 4 when its output cannot be written; with the\n"
+    "highest of several files'. A wrong command line is 64.\n"
     "\n"
     "--import reads Touchstone and delimited text and Response Input Files; OUT may be '-'.\n"
     "  --as model|equalise|want         what the points are for (model)\n"
@@ -65,10 +77,24 @@ constexpr const char* kHelp =
 
 using Words = std::span<const std::string>;
 
+/// The words as files' names, behind "--" whatever they are; nothing when one is an option.
+std::optional<std::vector<std::string>> NamesIn(Words words) {
+  std::vector<std::string> names;
+  bool areNames = false;
+  for (const std::string& word : words) {
+    const bool isOption = !areNames && word.starts_with('-');
+    if (isOption && word != "--") return std::nullopt;
+    if (!isOption) names.push_back(word);
+    areNames = areNames || isOption;
+  }
+  return names;
+}
+
 int Rewrite(Host& host, Words words) {
-  if (words.size() != 2) return WrongUsage();
-  const std::string& from = words[0];
-  const std::string& to = words[1];
+  const auto names = NamesIn(words);
+  if (!names || names->size() != 2) return WrongUsage();
+  const std::string& from = names->front();
+  const std::string& to = names->back();
   if (HasControlCharacters(CutPath(to).name)) {
     return Fail(kCannotWrite, "cannot write '" + to +
                                   "': a file's name stands in its first line, which can hold no "
@@ -88,10 +114,7 @@ int Rewrite(Host& host, Words words) {
   return 0;
 }
 
-int CheckFile(Host& host, Words words) {
-  const bool asJson = words.size() == 2 && words[0] == "--json";
-  if (words.size() != 1 && !asJson) return WrongUsage();
-  const std::string& path = words.back();
+int CheckFile(Host& host, const std::string& path, bool asJson) {
   try {
     const CheckedFile checked = CheckResponseFile(host, path);
     std::cout << (asJson ? CheckAsJson(checked) : Printable(CheckAsTable(checked)));
@@ -100,6 +123,15 @@ int CheckFile(Host& host, Words words) {
   } catch (const RunTimeError& error) {
     return FailReading(path, error);
   }
+}
+
+int Check(Host& host, Words words) {
+  const bool asJson = !words.empty() && words[0] == "--json";
+  const auto names = NamesIn(words.subspan(asJson ? 1 : 0));
+  if (!names || names->empty()) return WrongUsage();
+  int highest = 0;
+  for (const std::string& name : *names) highest = std::max(highest, CheckFile(host, name, asJson));
+  return highest;
 }
 
 /// Told before anything is read, so that a wrong name leaves nothing half done.
@@ -115,7 +147,20 @@ int PrintVersion(Host& /*host*/, Words words) {
 }
 
 int PrintHelp(Host& /*host*/, Words words) {
+  constexpr std::size_t kEffectColumn = 41;
   if (!words.empty()) return WrongUsage();
+  std::string head = "Usage: ";
+  for (const Usage& usage : kUsages) {
+    if (usage.needsWindow && !Speaker().hasWindow) continue;
+    std::string line = head + Speaker().name + ' ' + std::string(usage.words);
+    head = "       ";
+    if (!usage.effect.empty()) {
+      if (line.size() + 1 > kEffectColumn) line += '\n' + std::string(kEffectColumn, ' ');
+      line.resize(std::max(line.size(), kEffectColumn), ' ');
+      line += usage.effect;
+    }
+    std::cout << line << '\n';
+  }
   std::cout << kHelp;
   return 0;
 }
@@ -126,27 +171,36 @@ struct ConsoleCommand {
   int (*run)(Host&, Words);
 };
 
-constexpr ConsoleCommand kCommands[] = {{"--check", CheckFile},      {"--rewrite", Rewrite},
+constexpr ConsoleCommand kCommands[] = {{"--check", Check},          {"--rewrite", Rewrite},
                                         {"--import", ImportCommand}, {"--export", ExportCommand},
                                         {"--fill", FillCommand},     {"--version", PrintVersion},
                                         {"--help", PrintHelp}};
 
 CommandLineResult CarryOut(Host& host, std::span<const std::string> arguments) {
-  const std::size_t count = arguments.size();
-  const std::string first = count > 0 ? arguments[0] : "";
+  const std::string first = arguments.empty() ? "" : arguments[0];
   for (const ConsoleCommand& command : kCommands) {
     if (first == command.name) return {command.run(host, arguments.subspan(1)), {}};
   }
-  if (first == "--plot") {
-    if (count != 3 || !IsPictureName(arguments[2])) return {WrongUsage(), {}};
-    return {std::nullopt, {{}, arguments[1], arguments[2]}};
-  }
-  if (first == "--" && count == 2) return {std::nullopt, {arguments[1], {}, {}}};
-  if (count <= 1 && !first.starts_with('-')) return {std::nullopt, {first, {}, {}}};
-  return {WrongUsage(), {}};
+  if (!Speaker().hasWindow) return {WrongUsage(), {}};
+  const bool isPlot = first == "--plot";
+  const auto names = NamesIn(arguments.subspan(isPlot ? 1 : 0));
+  if (!names) return {WrongUsage(), {}};
+  if (!isPlot) return {std::nullopt, {*names, {}, {}}};
+  if (names->size() != 2 || !IsPictureName(names->back())) return {WrongUsage(), {}};
+  return {std::nullopt, {{}, names->front(), names->back()}};
 }
 
 }  // namespace
+
+int RunGuarded(const std::function<int()>& body) {
+  try {
+    return body();
+  } catch (const RunTimeError& error) {
+    return Fail(kUncaught, "error " + std::to_string(error.number) + ": " + error.description);
+  } catch (const std::exception& error) {
+    return Fail(kUncaught, error.what());
+  }
+}
 
 CommandLineResult RunCommandLine(Host& host, std::span<const std::string> arguments) {
   CommandLineResult result = CarryOut(host, arguments);

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "platform/host.h"
 
@@ -10,8 +12,8 @@ namespace polefit {
 
 /// What a command line asks for when it does not end in the console.
 struct WindowStart {
-  /// A file to open once the window is up, or empty.
-  std::string fileToOpen;
+  /// The first one is opened once the window is up; each other gets a window of its own.
+  std::vector<std::string> filesToOpen;
   /// Instead of windows a picture of this file's curves is made; with `fileToPlot` empty none is.
   std::string fileToPlot = {};
   std::string picture = {};
@@ -26,5 +28,8 @@ struct CommandLineResult {
 /// Carries out the commands that need no window, on standard output and standard error. `arguments`
 /// are those behind the program's name. A wrong command line is exit code 64.
 CommandLineResult RunCommandLine(Host& host, std::span<const std::string> arguments);
+
+/// The body of a main program: what nobody catches is told on standard error and is exit code 1.
+int RunGuarded(const std::function<int()>& body);
 
 }  // namespace polefit

@@ -18,8 +18,13 @@ std::string ReasonOf(const RunTimeError& error) {
 
 }  // namespace
 
+ConsoleProgram& Speaker() {
+  static ConsoleProgram program;
+  return program;
+}
+
 int Fail(int exitCode, const std::string& message) {
-  std::cerr << "polefit: " << Printable(message) << '\n';
+  std::cerr << Speaker().name << ": " << Printable(message) << '\n';
   return exitCode;
 }
 
@@ -31,7 +36,8 @@ int FailReading(const std::string& path, const RunTimeError& error) {
 }
 
 int WrongUsage() {
-  return Fail(kWrongUsage, "unknown option or wrong arguments; 'polefit --help' tells them");
+  return Fail(kWrongUsage,
+              "unknown option or wrong arguments; '" + Speaker().name + " --help' tells them");
 }
 
 ResponseTarget TargetOf(const std::string& path) {

@@ -8,11 +8,21 @@
 namespace polefit {
 
 /// How the commands of the console end; 0 is done.
+inline constexpr int kUncaught = 1;
 inline constexpr int kNothingUsable = 1;
 inline constexpr int kCannotRead = 2;
 inline constexpr int kNoSuchFile = 3;
 inline constexpr int kCannotWrite = 4;
 inline constexpr int kWrongUsage = 64;
+
+/// The program that the console's commands are called by.
+struct ConsoleProgram {
+  std::string name = "polefit";
+  bool hasWindow = true;
+};
+
+/// What is set is kept for the whole process.
+ConsoleProgram& Speaker();
 
 /// Says on standard error why a command ends, and gives its exit code.
 int Fail(int exitCode, const std::string& message);

@@ -176,8 +176,9 @@ class Import {
 
   void TellNotes() const {
     const std::string skipped = SkippedText(points_.skippedLines);
-    if (!skipped.empty()) std::cerr << "polefit: " << skipped << '\n';
-    for (const std::string& note : points_.notes) std::cerr << "polefit: " << note << '\n';
+    if (!skipped.empty()) std::cerr << Speaker().name << ": " << skipped << '\n';
+    for (const std::string& note : points_.notes)
+      std::cerr << Speaker().name << ": " << note << '\n';
   }
 
   std::string reading;

@@ -1,7 +1,5 @@
 #include <QApplication>
 #include <QIcon>
-#include <exception>
-#include <iostream>
 #include <string>
 #include <vector>
 
@@ -9,6 +7,7 @@
 #include "platform/linux/process_start.h"
 #include "platform/linux/restart_entry.h"
 #include "platform/paths.h"
+#include "platform/places.h"
 #include "platform/ui/termination.h"
 #include "program/console.h"
 #include "program/ui/plot_command.h"
@@ -35,6 +34,17 @@ int RunWindows(int argc, char** argv, const std::string& fileToOpen) {
   return session.HasEnded() ? 0 : QApplication::exec();
 }
 
+/// A window shows one file: each other one gets a program of its own. Start-up changes the current
+/// folder, so a relative name is made whole before it.
+std::string FirstOf(polefit::Host& host, const std::vector<std::string>& files) {
+  if (files.empty()) return {};
+  const std::string program = polefit::Places::Of(host, {}, host.OwnFolder()).FrontEnd();
+  for (std::size_t i = 1; i < files.size(); ++i) {
+    host.StartProcess({.words = {program, "--", polefit::WholePath(host, files[i])}});
+  }
+  return polefit::WholePath(host, files.front());
+}
+
 int Run(int argc, char** argv) {
   polefit::ConsoleHost console;
   const std::vector<std::string> arguments(argv + 1, argv + argc);
@@ -46,25 +56,12 @@ int Run(int argc, char** argv) {
     QApplication::setStyle(new polefit::ProgramStyle);
     return polefit::PlotFile(console, result.window.fileToPlot, result.window.picture);
   }
-  // Start-up changes the current folder, so a relative name is made whole before it.
-  const std::string& file = result.window.fileToOpen;
-  return RunWindows(argc, argv, file.empty() ? file : polefit::WholePath(console, file));
-}
-
-int Fail(const std::string& reason) {
-  std::cerr << "polefit: " << reason << '\n';
-  return 1;
+  return RunWindows(argc, argv, FirstOf(console, result.window.filesToOpen));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   polefit::PrepareProcess();
-  try {
-    return Run(argc, argv);
-  } catch (const polefit::RunTimeError& error) {
-    return Fail("error " + std::to_string(error.number) + ": " + error.description);
-  } catch (const std::exception& error) {
-    return Fail(error.what());
-  }
+  return polefit::RunGuarded([&] { return Run(argc, argv); });
 }

@@ -86,6 +86,8 @@ void Session::ConnectMainForm() {
   On(&MainWindow::mnuViewOutput, ViewLastOutput);
   On(&MainWindow::mnuHelpManual, OpenManual);
   On(&MainWindow::mnuHelpEmail, EmailSupport);
+  QObject::connect(&frmMain_, &MainWindow::mnuHelpPage, &frmMain_,
+                   [this] { help_.ShowHelpFor(frmMain_); });
   On(&MainWindow::unloaded, EndProgram);
   QObject::connect(&frmMain_, &MainWindow::settled, &frmMain_, [this] { ShowFindings(); });
   const auto submit = [this] { Submit(); };

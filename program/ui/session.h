@@ -6,6 +6,7 @@
 
 #include "app/file_commands.h"
 #include "app/import_points.h"
+#include "app/ui/help_keys.h"
 #include "check/ui/findings_panel.h"
 #include "demos/ui/demo_dialog.h"
 #include "demos/ui/intro_dialog.h"
@@ -68,6 +69,7 @@ class Session {
   CurvesDock* curves_ = nullptr;  ///< the main window's
   IntroDialog frmIntro_;
   DemoDialog frmDemo_;
+  HelpKeys help_;
   std::string fileToOpen_;
   /// What the form's data belong to while the demo dialog is in the main form's place.
   std::optional<Files> beforeDemos_;

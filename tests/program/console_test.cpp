@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "platform/linux/console_host.h"
 #include "platform/scripted_host.h"
+#include "program/console_exit.h"
 
 namespace polefit::testing {
 namespace {
@@ -154,19 +155,44 @@ TEST_F(ConsoleTest, RewriteLosesNoFormerFile) {
 
 TEST_F(ConsoleTest, OtherCommandLines) {
   EXPECT_THAT(Run({"--version"}), Pair(0, "Polefit 4.12\n"));
-  EXPECT_THAT(Run({"--help"}), Pair(0, StartsWith("Usage: polefit [FILE]")));
-  const std::vector<std::string> wrong[] = {
-      {"--what"},        {"-x"}, {"a", "b"}, {"--check"}, {"--check", "a", "b"}, {"--rewrite", "a"},
-      {"--version", "x"}};
+  EXPECT_THAT(Run({"--help"}), Pair(0, StartsWith("Usage: polefit [FILE...]")));
+  const std::vector<std::string> wrong[] = {{"--what"},         {"-x"},
+                                            {"a", "-b"},        {"--check"},
+                                            {"--check", "-a"},  {"--rewrite", "a"},
+                                            {"--version", "x"}, {"--plot", "a", "b.txt"}};
   for (const auto& arguments : wrong) {
     EXPECT_THAT(Run(arguments), Pair(64, "")) << arguments[0];
     EXPECT_EQ(std::count(error_.begin(), error_.end(), '\n'), 1);
   }
-  const std::pair<std::vector<std::string>, const char*> opened[] = {
-      {{}, ""}, {{"Run 1.txt"}, "Run 1.txt"}, {{"--", "-run.txt"}, "-run.txt"}};
-  for (const auto& [arguments, file] : opened) {
-    EXPECT_EQ(RunCommandLine(host_, arguments).window.fileToOpen, file);
+  const std::pair<std::vector<std::string>, std::vector<std::string>> opened[] = {
+      {{}, {}},
+      {{"Run 1.txt", "b"}, {"Run 1.txt", "b"}},
+      {{"--", "-run.txt", "--"}, {"-run.txt", "--"}}};
+  for (const auto& [arguments, files] : opened) {
+    EXPECT_EQ(RunCommandLine(host_, arguments).window.filesToOpen, files);
   }
+}
+
+TEST_F(ConsoleTest, OfSeveralFilesTheHighestCodeCounts) {
+  WriteBytes("-torn", "name\nY\n");
+  const std::string good = File(GoodFile());
+  EXPECT_THAT(Run({"--check", good, good}), Pair(0, HasSubstr("Run1.txt")));
+  EXPECT_THAT(Run({"--check", "--json", "--", good, "-torn", good}),
+              Pair(2, AllOf(HasSubstr("'number': 62"), HasSubstr("'error': null"))));
+  EXPECT_THAT(Run({"--check", "gone", good}), Pair(3, HasSubstr("Run1.txt")));
+}
+
+TEST_F(ConsoleTest, WithoutWindowsOnlyTheirCommandsAreMissing) {
+  Speaker() = {"polefit-cli", false};
+  const auto [exitCode, help] = Run({"--help"});
+  EXPECT_THAT(help, AllOf(StartsWith("Usage: polefit-cli --check"), Not(HasSubstr("--plot"))));
+  EXPECT_THAT(Run({"--check", File(GoodFile())}), Pair(0, HasSubstr("Run1.txt")));
+  const std::vector<std::string> wrong[] = {{}, {"x"}, {"--plot", "x", "y.png"}};
+  for (const auto& arguments : wrong) {
+    EXPECT_THAT(Run(arguments), Pair(64, ""));
+    EXPECT_THAT(error_, AllOf(StartsWith("polefit-cli: "), HasSubstr("'polefit-cli --help'")));
+  }
+  Speaker() = {};
 }
 
 }  // namespace
