@@ -81,6 +81,7 @@ class MainWindow final : public QMainWindow, public FormView {
   void mnuDemosRun();
   void mnuDemosRestore();
   void mnuHelpManual();
+  void mnuHelpPage();
   void mnuHelpEmail();
   void mnuHelpAbout();
   void cmdSubmit();

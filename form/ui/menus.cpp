@@ -40,10 +40,12 @@ std::span<const MenuContents> MainMenus() {
        "document-revert", &MainWindow::mnuDemosRestore},
   };
   static constexpr MenuEntry kHelp[] = {
-      {"mnuHelpManual", QT_TRANSLATE_NOOP("MainWindow", "&Manual"), "F1", "help-contents",
+      {"mnuHelpManual", QT_TRANSLATE_NOOP("MainWindow", "&Manual"), "", "help-contents",
        &MainWindow::mnuHelpManual},
       {"mnuHelpEmail", QT_TRANSLATE_NOOP("MainWindow", "&E-mail Support"), "", "mail-message-new",
        &MainWindow::mnuHelpEmail},
+      {"mnuHelpPage", QT_TRANSLATE_NOOP("MainWindow", "This &Page"), "F1", "help-contextual",
+       &MainWindow::mnuHelpPage, true},
       {"mnuHelpAbout", QT_TRANSLATE_NOOP("MainWindow", "&About ..."), "", "help-about",
        &MainWindow::mnuHelpAbout, true},
   };
