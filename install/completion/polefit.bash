@@ -1,0 +1,2 @@
+_completion_loader polefit-cli
+complete -F _polefit polefit
