@@ -29,6 +29,8 @@ namespace {
 constexpr QSize kUsualSize(760, 520);
 /// The height of the letters that this is for, in pixels.
 constexpr double kUsualLetters = 17;
+/// What the points can be is read whole.
+constexpr int kRoleCharacters = 24;
 /// Left and right of the text in a cell of the table.
 constexpr int kCellMargins = 8;
 /// Of the screen; the rest is for the window's frame.
@@ -71,6 +73,7 @@ QWidget* ImportDialog::BuildChoices() {
   auto* rows = new QVBoxLayout(choices);
   rows->setContentsMargins(0, 0, 0, 0);
   role_ = MakeChoice("cboImportRole", tr("What the points are for"));
+  role_->setMinimumContentsLength(kRoleCharacters);
   role_->addItem(tr("the response to be modelled"), static_cast<int>(Role::model));
   role_->addItem(tr("what I have, to be equalised"), static_cast<int>(Role::equalise));
   role_->addItem(tr("what I want"), static_cast<int>(Role::want));
