@@ -164,10 +164,10 @@ TEST(StepResponse, IsTheInverseTransformOfEveryKindOfFactor) {
     const Problem problem = GoodProblem(EveryKind(zero));
     const TransferFunction h(problem);
     const double second = 1000 / (2 * std::acos(-1.0) * h.FreqNorm());  // normalised, in ns
-    const StepResponse step = StepResponseOf(h, .5 * second, 30);
+    const StepResponse step = StepResponseOf(h, .2 * second, 75);
     EXPECT_EQ(step.jump, 0);
     for (std::size_t i = 1; i < step.values.size(); ++i) {
-      EXPECT_NEAR(step.values[i] / h.Gain(), InverseAt(h, .5 * static_cast<double>(i)) / h.Gain(),
+      EXPECT_NEAR(step.values[i] / h.Gain(), InverseAt(h, .2 * static_cast<double>(i)) / h.Gain(),
                   2e-5)
           << "step " << i;
     }
