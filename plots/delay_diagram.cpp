@@ -37,28 +37,28 @@ void DiagramParts::DrawDelay(Diagram& diagram) const {
     diagram.sentence = "group delay of H, " + CountSentence();
   } else {
     for (Series& series : diagram.series) series.name += ", H";
-    const auto add = [&](const char* name, SeriesRole role, const std::vector<double>& values) {
+    const auto add = [&](const std::string& name, SeriesRole role,
+                         const std::vector<double>& values) {
       Series series = {name, role, InUnit(last.delayPoints.frequency), values};
       for (double& value : series.y) value *= unit.factor;
       diagram.series.push_back(std::move(series));
     };
-    add("TX", SeriesRole::input, last.delayPoints.tx);
-    add("total", SeriesRole::wanted, last.delayPoints.total);
-    const double constant = last.h->DelayConstant() * unit.factor;
-    diagram.series.push_back(
-        {"T0", SeriesRole::constant, {diagram.x.from, diagram.x.to}, {constant, constant}});
     const auto& total = last.delayPoints.total;
     const auto [least, most] = std::minmax_element(total.begin(), total.end());
-    diagram.note = "T0 " + TimeText(last.h->DelayConstant()) + ", ripple " +
-                   TimeText(*most - *least) + " peak to peak";
-    diagram.sentence = "group delay, " + diagram.note;
+    const std::string ripple = "ripple " + TimeText(*most - *least);
+    const std::string level = "T0 " + TimeText(last.h->DelayConstant());
+    add("TX", SeriesRole::input, last.delayPoints.tx);
+    add("total, " + ripple, SeriesRole::wanted, total);
+    const double constant = last.h->DelayConstant() * unit.factor;
+    diagram.series.push_back(
+        {level, SeriesRole::constant, {diagram.x.from, diagram.x.to}, {constant, constant}});
+    diagram.sentence = "group delay, " + level + ", " + ripple + " peak to peak";
     for (std::size_t i = 0; i < total.size(); ++i) {
       diagram.stops.push_back(
           {last.delayPoints.frequency[i] * unit_.factor, total[i] * unit.factor, i});
     }
   }
   FitAxis(diagram.series, diagram.y);
-  MakeRoomForNote(diagram);
 }
 
 void DiagramParts::DrawPhase(Diagram& diagram) const {

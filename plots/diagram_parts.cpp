@@ -40,11 +40,6 @@ std::string LegendText(const FitCurves& curves) {
   return curves.name + ", rms " + Figure(curves.h->RmsError(), 3);
 }
 
-void MakeRoomForNote(Diagram& diagram) {
-  constexpr double kShare = .14;
-  if (!diagram.note.empty()) diagram.y.to += kShare * (diagram.y.to - diagram.y.from);
-}
-
 void MarkResults(Diagram& diagram) {
   constexpr int kMarks = 24;
   if (diagram.kind == DiagramKind::error) return;

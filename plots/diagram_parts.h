@@ -52,9 +52,6 @@ std::string LegendText(const FitCurves& curves);
 
 SeriesRole RoleOf(CurveRole role);
 
-/// Room for the note over the curves.
-void MakeRoomForNote(Diagram& diagram);
-
 /// Round marks along the lines of results, evenly over the axis: so they can be told in grey too.
 void MarkResults(Diagram& diagram);
 

@@ -30,7 +30,9 @@ void DiagramParts::DrawErrors(Diagram& diagram) const {
   }
   diagram.sentence = diagram.note.empty() ? "no error" : "worst error " + diagram.note;
   FitAxis(diagram.series, diagram.y);
-  const double size = std::max(std::abs(diagram.y.from), std::abs(diagram.y.to));
+  // Room for the mark of the worst row.
+  constexpr double kRoom = 1.15;
+  const double size = kRoom * std::max(std::abs(diagram.y.from), std::abs(diagram.y.to));
   diagram.y.from = -size;
   diagram.y.to = size;
   const std::vector<double>& errors = ErrorsOf(last);

@@ -8,7 +8,7 @@ namespace polefit {
 
 namespace {
 
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNoLevel = std::numeric_limits<double>::quiet_NaN();
 /// The deepest dB axis, and how far it goes below the smallest wanted value.
 constexpr double kDeepest = 120;
 constexpr double kBelowSmallest = 10;
@@ -25,7 +25,7 @@ void DiagramParts::AddWanted(Diagram& diagram) const {
     const bool isBelow = !choices_.isLinear && points.yout[i] <= 0;
     Series& series = isBelow ? below : points.weight[i] == 0 ? notCounted : wanted;
     series.x.push_back(x);
-    series.y.push_back(isBelow ? kNone : Level(points.yout[i]));
+    series.y.push_back(isBelow ? kNoLevel : Level(points.yout[i]));
     diagram.stops.push_back({x, series.y.back(), i});
   }
   diagram.series.push_back(std::move(wanted));

@@ -13,6 +13,12 @@ StepResponse OverTime(const FitCurves& curves, double nanoseconds) {
   return StepResponseOf(*curves.h, nanoseconds / static_cast<double>(steps - 1), steps);
 }
 
+/// Room for the note over the curves.
+void MakeRoomForNote(Diagram& diagram) {
+  constexpr double kShare = .14;
+  if (!diagram.note.empty()) diagram.y.to += kShare * (diagram.y.to - diagram.y.from);
+}
+
 }  // namespace
 
 void DiagramParts::DrawStep(Diagram& diagram) const {

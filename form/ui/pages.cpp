@@ -96,22 +96,44 @@ QLabel* MakeKeysHint(std::string_view name) {
   return MakeText(name, QObject::tr("Enter keeps what was typed, Esc drops it."));
 }
 
-/// The grid at its own width, beside it what belongs to it.
-QHBoxLayout* BesideGrid(GridWidget* grid, std::initializer_list<QWidget*> column) {
-  const int line = grid->fontMetrics().height();
-  auto* row = new QHBoxLayout;
-  row->setSpacing(line);
-  row->addWidget(grid);
-  auto* side = new QVBoxLayout;
-  side->setSpacing(line);
-  for (QWidget* widget : column) {
-    const bool isButton = qobject_cast<QPushButton*>(widget) != nullptr;
-    side->addWidget(widget, 0, isButton ? Qt::AlignLeft : Qt::Alignment());
+/// The grid at its own width, and what belongs to it beside it, or under it where the page is
+/// narrow.
+class GridAndHints final : public QWidget {
+ public:
+  GridAndHints(GridWidget* grid, std::initializer_list<QWidget*> column)
+      : both_(new QBoxLayout(QBoxLayout::LeftToRight, this)) {
+    const int line = grid->fontMetrics().height();
+    both_->setContentsMargins(0, 0, 0, 0);
+    both_->setSpacing(line);
+    both_->addWidget(grid);
+    auto* side = new QVBoxLayout;
+    side->setSpacing(line);
+    for (QWidget* widget : column) {
+      const bool isButton = qobject_cast<QPushButton*>(widget) != nullptr;
+      side->addWidget(widget, 0, isButton ? Qt::AlignLeft : Qt::Alignment());
+    }
+    side->addStretch();
+    both_->addLayout(side);
+    Place(false);
   }
-  side->addStretch();
-  row->addLayout(side, 1);
-  return row;
-}
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QWidget::resizeEvent(event);
+    constexpr int kNarrow = 700;
+    Place(width() < kNarrow);
+  }
+
+ private:
+  void Place(bool isUnder) {
+    both_->setDirection(isUnder ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    // The spare room is the grid's height, or the width of what stands beside it.
+    both_->setStretch(0, isUnder ? 1 : 0);
+    both_->setStretch(1, isUnder ? 0 : 1);
+  }
+
+  QBoxLayout* both_;
+};
 
 }  // namespace
 
@@ -163,7 +185,7 @@ Page* MakePassbandPage(GridWidget* passData, TableNote* note) {
   AddQuestions(*page, Tab::passbandData);
   Describe(*passData, QObject::tr("Passband data"), kPassbandUnits);
   page->AddWhole(
-      BesideGrid(
+      new GridAndHints(
           passData,
           {MakeText("lblGridHint1",
                     QObject::tr("Use Up && Down Arrow keys to enter/edit X && Y data values.")),
@@ -181,8 +203,9 @@ Page* MakeDelayPage(GridWidget* delayData, TableNote* note) {
   auto* page = new Page;
   Describe(*delayData, QObject::tr("Delay data"), kDelayUnits);
   page->AddWhole(
-      BesideGrid(delayData, {MakeKeysHint("lblDelayHint"),
-                             MakeButton("cmdClearDelayData", QObject::tr("Cle&ar Columns")), note}),
+      new GridAndHints(delayData,
+                       {MakeKeysHint("lblDelayHint"),
+                        MakeButton("cmdClearDelayData", QObject::tr("Cle&ar Columns")), note}),
       1);
   return page;
 }

@@ -50,8 +50,9 @@ QPen PenOf(const Series& series, const QPalette& palette) {
   if (series.isPale) color = Pale(color, palette);
   switch (series.role) {
     case SeriesRole::preview:
+      return {color, 1.8, Qt::DotLine};
     case SeriesRole::input:
-      return {color, 1.6, Qt::DotLine};
+      return {color, 1, Qt::DotLine};
     case SeriesRole::other:
     case SeriesRole::plainMagnitude:
       return {color, 1.4, Qt::DashLine};

@@ -1,6 +1,7 @@
 #include "plots/ui/curves_dock.h"
 
 #include <QEvent>
+#include <QTimer>
 #include <algorithm>
 #include <utility>
 
@@ -31,6 +32,9 @@ CurvesDock::CurvesDock(MainWindow& form, Program& program)
   setObjectName("dockCurves");
   setWidget(pane_);
   setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
+  // The findings below take their height from the tabs, not from the pane.
+  form.setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+  form.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
   setFeatures(DockWidgetClosable | DockWidgetMovable);
   pane_->setMinimumWidth(kLeastWidth);
   connect(pane_, &CurvesPane::choicesChanged, this, &CurvesDock::SaveChoices);
@@ -63,7 +67,7 @@ void CurvesDock::SaveChoices() const {
     host_.KeepUserSetting(kOwnWindow, saveGeometry().toStdString());
   } else {
     kept.isShown = isVisible();
-    kept.width = width();
+    if (isVisible() && isPlaced_) kept.width = width();
     kept.isLeft = form_.dockWidgetArea(const_cast<CurvesDock*>(this)) == Qt::LeftDockWidgetArea;
   }
   KeepChoices(host_, kept);
@@ -71,10 +75,14 @@ void CurvesDock::SaveChoices() const {
 
 void CurvesDock::showEvent(QShowEvent* event) {
   QDockWidget::showEvent(event);
-  if (wasNarrow_ || !std::exchange(isFirstShow_, false)) return;
-  const int kept = ReadChoices(host_).width;
-  const int width = kept > 0 ? kept : form_.width() * kFirstShare / 100;
-  form_.resizeDocks({this}, {std::max(kLeastWidth, width)}, Qt::Horizontal);
+  if (wasNarrow_ || isPlaced_) return;
+  // Once the window has its size.
+  QTimer::singleShot(0, this, [this] {
+    if (wasNarrow_ || std::exchange(isPlaced_, true)) return;
+    const int kept = ReadChoices(host_).width;
+    const int width = kept > 0 ? kept : form_.width() * kFirstShare / 100;
+    form_.resizeDocks({this}, {std::max(kLeastWidth, width)}, Qt::Horizontal);
+  });
 }
 
 bool CurvesDock::IsNarrow() const {

@@ -42,7 +42,8 @@ class CurvesDock final : public QDockWidget {
   CurvesPane* pane_;
   LiveCurves* live_;
   bool wasNarrow_ = false;
-  bool isFirstShow_ = true;
+  /// Whether it has had its width.
+  bool isPlaced_ = false;
 };
 
 }  // namespace polefit

@@ -186,11 +186,11 @@ void CurvesPane::ToggleWhole(DiagramView* view) {
 
 /// The text in the legend begins with the curve's name; without a text the last curve is meant.
 void CurvesPane::ToggleCurve(const QString& legendText) {
-  if (shown_.empty()) return;
-  std::string name = shown_.back()->name;
+  std::string name;
   for (const FitCurves* const curves : shown_) {
-    if (legendText.startsWith(ToQString(curves->name))) name = curves->name;
+    if (legendText.isEmpty() || legendText.startsWith(ToQString(curves->name))) name = curves->name;
   }
+  if (name.empty()) return;
   auto& hidden = choices_.hidden;
   const auto found = std::find(hidden.begin(), hidden.end(), name);
   if (found == hidden.end()) {
@@ -217,9 +217,8 @@ void CurvesPane::ApplyRoom() {
   show(errors_, isUpper && room != PaneRoom::upperAlone);
   show(lower_, isLower);
   lowerChoices_->setVisible(room != PaneRoom::upperAlone);
-  // The names of the frequencies stand below the last of the diagrams that share them.
-  upper_->SetCompact(false);
-  errors_->SetCompact(true);
+  // Showing and hiding lays the pane out, which may give it another height.
+  if (RoomOf(height()) != room) return ApplyRoom();
   Redraw();
 }
 

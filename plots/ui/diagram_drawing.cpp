@@ -153,12 +153,11 @@ void DiagramView::AddNote() {
     text->setPositionAlignment(Qt::AlignCenter);
     return text->position->setCoords(.5, .5);
   }
-  text->setPositionAlignment(isWorst ? Qt::AlignLeft | Qt::AlignTop
-                                     : Qt::AlignHCenter | Qt::AlignTop);
-  text->position->setCoords(isWorst ? .01 : .5, .02);
+  text->setPositionAlignment(Qt::AlignHCenter | Qt::AlignTop);
+  text->position->setCoords(.5, .02);
 }
 
-Obstacles DiagramView::LegendObstacles() const {
+Obstacles DiagramView::DrawnObstacles() const {
   Obstacles obstacles;
   for (const Series& series : diagram_.series) {
     std::vector<QPointF> points;
@@ -178,33 +177,53 @@ Obstacles DiagramView::LegendObstacles() const {
       obstacles.marks.insert(obstacles.marks.end(), points.begin(), points.end());
     }
   }
-  for (int i = 0; i < itemCount(); ++i) {
-    auto* text = qobject_cast<QCPItemText*>(item(i));
-    if (text == nullptr) continue;
-    const QSize size = QFontMetrics(text->font()).size(0, text->text());
-    const QRect room = axisRect()->rect();
-    obstacles.texts.emplace_back(room.center().x() - size.width() / 2, room.top(), size.width(),
-                                 size.height() * 1.3);
-  }
   return obstacles;
+}
+
+/// The worst error's figures, off the errors themselves where there is room.
+void DiagramView::PlaceNote() {
+  QCPItemText* note = nullptr;
+  for (int i = 0; i < itemCount() && note == nullptr; ++i) {
+    note = qobject_cast<QCPItemText*>(item(i));
+  }
+  if (note == nullptr || diagram_.kind != DiagramKind::error) return;
+  const QSizeF size = QFontMetrics(note->font()).size(0, note->text()) + QSize(8, 0);
+  const Qt::Alignment usual = Qt::AlignLeft | Qt::AlignTop;
+  const Qt::Alignment place =
+      FreeLegendPlace(axisRect()->rect(), size, DrawnObstacles(), usual).value_or(usual);
+  note->setPositionAlignment(place);
+  note->position->setCoords(place & Qt::AlignRight     ? .99
+                            : place & Qt::AlignHCenter ? .5
+                                                       : .01,
+                            place & Qt::AlignBottom ? .98 : .02);
 }
 
 /// Where it covers nothing. Where no place is free, the axis goes on above the curves to make one.
 void DiagramView::PlaceLegend() {
+  PlaceNote();
   legend->setVisible(showsLegend_ && !isCompact_ && legend->itemCount() > 0);
   if (!legend->visible()) return;
   constexpr int kGap = 8;
   const QRectF room = QRectF(axisRect()->rect()).adjusted(kGap, kGap, -kGap, -kGap);
   const QSize size = legend->minimumOuterSizeHint();
   auto* inset = axisRect()->insetLayout();
+  const auto obstacles = [this, &room] {
+    Obstacles all = DrawnObstacles();
+    if (diagram_.note.empty()) return all;
+    // It stands in the middle of the upper edge.
+    const QSizeF note = fontMetrics().size(0, ToQString(diagram_.note));
+    all.texts.emplace_back(room.center().x() - note.width() / 2, room.top(), note.width(),
+                           note.height());
+    return all;
+  };
   std::optional<Qt::Alignment> place =
-      FreeLegendPlace(room, size, LegendObstacles(), inset->insetAlignment(0));
+      FreeLegendPlace(room, size, obstacles(), inset->insetAlignment(0));
   const double share = (size.height() + kGap) / std::max(1.0, room.height());
   constexpr double kMost = .5;
   if (!place && !isZoomed_ && share < kMost && !diagram_.y.isLogarithmic) {
     yAxis->setRange(diagram_.y.from,
                     diagram_.y.to + share / (1 - share) * (diagram_.y.to - diagram_.y.from));
-    place = FreeLegendPlace(room, size, LegendObstacles(), Qt::AlignRight | Qt::AlignTop);
+    place = FreeLegendPlace(room, size, obstacles(), Qt::AlignRight | Qt::AlignTop);
   }
   inset->setInsetAlignment(0, place.value_or(Qt::AlignRight | Qt::AlignTop));
 }

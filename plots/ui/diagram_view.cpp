@@ -147,7 +147,7 @@ void DiagramView::changeEvent(QEvent* event) {
 
 void DiagramView::resizeEvent(QResizeEvent* event) {
   QCustomPlot::resizeEvent(event);
-  replot();  // lays the axis rectangle out
+  replot(rpQueuedRefresh);  // lays the axis rectangle out
   FitFigures();
   if (isZoomed_) return;
   PlaceAxes();

@@ -73,7 +73,8 @@ class DiagramView final : public QCustomPlot {
   void AddFrame(const Frame& frame);
   void AddEllipse(const Ellipse& ellipse);
   void AddNote();
-  Obstacles LegendObstacles() const;
+  Obstacles DrawnObstacles() const;
+  void PlaceNote();
   void PlaceLegend();
   void PlaceAxes();
   void FitFigures();

@@ -46,6 +46,8 @@ QTableWidget* MakeTable() {
   table->setSelectionMode(QAbstractItemView::SingleSelection);
   table->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table->setTabKeyNavigation(false);
+  table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() * 3 / 2);
+  table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
   table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   table->horizontalHeader()->setStretchLastSection(true);
   return table;
@@ -99,12 +101,13 @@ void OrdersDialog::Build() {
   range->addWidget(new QLabel(tr("poles, each fitted from the points alone")));
   range->addStretch();
   auto* both = new QHBoxLayout;
-  both->addWidget(table_, 3);
-  both->addWidget(diagram_, 2);
+  both->addWidget(table_);
+  both->addWidget(diagram_, 1);
   auto* close = MakeButton("cmdCloseOrders", tr("&Close"));
   connect(close, &QPushButton::clicked, this, &QDialog::reject);
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(progress_, 1);
+  buttons->addStretch();
   for (QPushButton* button : {stop_, take_, close}) buttons->addWidget(button);
   auto* rows = new QVBoxLayout(this);
   rows->addLayout(range);
@@ -113,7 +116,8 @@ void OrdersDialog::Build() {
   rows->addLayout(buttons);
   take_->setDefault(true);
   const int line = fontMetrics().height();
-  resize(line * 50, line * 26);
+  table_->setMinimumWidth(line * 27);
+  resize(line * 52, line * 26);
 }
 
 void OrdersDialog::Start() {

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QClipboard>
-#include <QFileDialog>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrintDialog>
@@ -89,6 +88,15 @@ QByteArray AsPdf(QWidget& widget) {
   return bytes;
 }
 
+/// Empty when the dialog was given up.
+QString ChosenName(Host& host, const char* title, const char* filter) {
+  CommonDialog dialog;
+  dialog.title = title;
+  dialog.filter = filter;
+  host.ShowSave(dialog);
+  return ToQString(dialog.fileName);
+}
+
 void Save(Host& host, const QString& name, const QByteArray& bytes) {
   try {
     host.ReplaceFile(name.toStdString(), bytes.toStdString());
@@ -109,19 +117,19 @@ QByteArray PictureOf(QWidget& widget, const QString& name) {
 }
 
 void SavePicture(Host& host, CurvesPane& pane) {
-  QString name = QFileDialog::getSaveFileName(&pane, QObject::tr("Save Picture"), {},
-                                              QObject::tr("Pictures (*.png *.svg *.pdf)"));
+  QString name = ChosenName(host, "Save Picture", "Pictures|*.png;*.svg;*.pdf");
   if (name.isEmpty()) return;
-  if (PictureOf(pane, name).isEmpty()) name += ".png";
-  Save(host, name, PictureOf(pane, name));
+  QByteArray picture = PictureOf(pane, name);
+  if (picture.isEmpty()) picture = PictureOf(pane, name += ".png");
+  Save(host, name, picture);
 }
 
 void SaveData(Host& host, CurvesPane& pane) {
-  QString name =
-      QFileDialog::getSaveFileName(&pane, QObject::tr("Save Data"), {}, QObject::tr("CSV (*.csv)"));
+  const QString name = ChosenName(host, "Save Data", "CSV|*.csv");
   if (name.isEmpty()) return;
-  if (!name.contains('.')) name += ".csv";
-  Save(host, name, QByteArray::fromStdString(CurvesAsCsv(pane.Curves())));
+  const bool hasEnding = name.section('/', -1).contains('.');
+  Save(host, hasEnding ? name : name + ".csv",
+       QByteArray::fromStdString(CurvesAsCsv(pane.Curves())));
 }
 
 void CopyPicture(CurvesPane& pane) {

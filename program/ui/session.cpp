@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QDateTime>
+#include <QLocale>
 #include <QMenu>
 #include <QTabWidget>
 #include <utility>
@@ -163,6 +164,7 @@ void Session::LoadMainFormOnce() {
   guard_.Run([this] { LoadMainForm(program_); }, ShownInPart());
   frmMain_.ForgetSteps();
   if (HasEnded()) return;
+  ShowRunResult();  // of a run before this start
   recovery_.Start();
   programFolder_ = ClaimProgramFolder(program_);
   guard_.Run([this] { OfferRecovered(program_, [this] { ShowVersions(); }); });
@@ -300,8 +302,11 @@ void Session::ShowRunResult() {
   }
   constexpr std::int64_t kNanosecondsPerMillisecond = 1'000'000;
   const auto state = program_.host.StateOfFile(program_.folders.LastRunPath);
-  const auto written = state ? state->modified / kNanosecondsPerMillisecond : 0;
-  curves_->Live().ShowResult(record, QDateTime::fromMSecsSinceEpoch(written).toString("HH:mm"));
+  const auto written = QDateTime::fromMSecsSinceEpoch(
+      state ? state->modified / kNanosecondsPerMillisecond : 0);
+  const bool isOfToday = written.date() == QDate::currentDate();
+  curves_->Live().ShowResult(
+      record, QLocale::c().toString(written, isOfToday ? "HH:mm" : "d MMM HH:mm"));
 }
 
 void Session::TakeImproved() {

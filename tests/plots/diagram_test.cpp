@@ -90,7 +90,7 @@ TEST(DelayDiagram, ShowsTotalAndConstant) {
   const Diagram diagram = MakeDiagram(DiagramKind::delay, {&curves}, {});
   EXPECT_EQ(SeriesOf(diagram, SeriesRole::wanted).x.size(), 17U);
   EXPECT_NEAR(SeriesOf(diagram, SeriesRole::constant).y[0], curves.h->DelayConstant(), 1e-9);
-  EXPECT_THAT(diagram.note, StartsWith("T0 172.61 ns, ripple 22.8"));
+  EXPECT_THAT(diagram.sentence, StartsWith("group delay, T0 172.61 ns, ripple 22.8"));
 }
 
 TEST(PoleDiagram, NamesEachLocationAndItsBounds) {

@@ -1,60 +1,18 @@
 #include "plots/ui/curves_dock.h"
 
-#include <QAction>
-#include <QLabel>
 #include <QMenuBar>
 #include <QSignalSpy>
 #include <QWheelEvent>
 
-#include "form/ui/main_form.h"
-#include "plots/ui/curves_menu.h"
-#include "plots/ui/curves_pane.h"
-#include "plots/ui/diagram_view.h"
-#include "plots/ui/picture_files.h"
-#include "plots/ui/plot_page.h"
-#include "solver/example_problem.h"
+#include "plots/ui/curves_form.h"
+#include "solver/problem/answers.h"
 
 namespace polefit::testing {
 namespace {
 
-/// The real main form with the dock beside it, showing an example.
-class CurvesDockTest : public MainForm {
- protected:
-  CurvesDockTest() : dock(*new CurvesDock(form, program)) {
-    AddCurvesMenu(form, dock);
-    form.resize(1400, 800);
-    Open("Ex-Delay.101");
-    dock.Pane().ChooseLower(DiagramKind::poles, true);
-    QTest::qWait(20);
-  }
-
-  void Open(const std::string& name) {
-    program.document.record = ExampleRecord(name);
-    GetAnswers(program);
-    dock.show();
-    QApplication::processEvents();
-    dock.Live().Update();
-    QApplication::processEvents();
-  }
-
-  QString ReadOut() { return Find<QLabel>("lblReadOut").text(); }
-  QString State() { return Find<QLabel>("CurvesState").text(); }
-  DiagramView& Upper() { return dock.Pane().UpperView(); }
-  DiagramView& Lower() { return dock.Pane().LowerView(); }
-
-  /// A move with a button down, which the test library does not send.
-  static void Drag(QWidget& view, const QPoint& to) {
-    QMouseEvent move(QEvent::MouseMove, to, view.mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
-    QApplication::sendEvent(&view, &move);
-  }
-
-  CurvesDock& dock;
-};
-
 TEST_F(CurvesDockTest, ReadsOutTheCircleUnderThePointerAndSelectsItsCell) {
   const QPoint at = Upper().PositionOf(11).toPoint();
-  QMouseEvent hover(QEvent::MouseMove, at, Upper().mapToGlobal(at), Qt::NoButton, {}, {});
-  QApplication::sendEvent(&Upper(), &hover);
+  Hover(Upper(), at);
   EXPECT_TRUE(ReadOut().startsWith("row 12: 5.5 MHz, wanted -5.85 dB")) << ReadOut().toStdString();
   QTest::mouseClick(&Upper(), Qt::LeftButton, {}, at);
   EXPECT_EQ(form.PassData().CurrentRow(), 12);
@@ -163,16 +121,145 @@ TEST_F(CurvesDockTest, KeepsTheGivenMenusInTheirOrder) {
   EXPECT_FALSE(dock.isVisible());
 }
 
-TEST_F(CurvesDockTest, MakesPicturesOfEveryKind) {
-  for (const auto& [name, start] :
-       {std::pair("a.png", "\x89PNG"), {"a.svg", "<?xml"}, {"a.pdf", "%PDF"}}) {
-    EXPECT_TRUE(PictureOf(dock.Pane(), name).startsWith(start)) << name;
+TEST_F(CurvesDockTest, MovesAPoleInOneStepOfUndo) {
+  const std::string real = form.Text("poleReal");
+  const QPoint at = Lower().PositionOf(1).toPoint();
+  QTest::mousePress(&Lower(), Qt::LeftButton, {}, at);
+  for (int i = 5; i <= 20; i += 5) Drag(Lower(), at + QPoint(-i, -i));
+  QTest::mouseRelease(&Lower(), Qt::LeftButton, {}, at + QPoint(-20, -20));
+  EXPECT_NE(form.Text("poleReal"), real);
+  EXPECT_EQ(Find<QAction>("mnuEditUndo").text(), "&Undo Move");
+  Find<QAction>("mnuEditUndo").trigger();
+  EXPECT_EQ(form.Text("poleReal"), real);
+  EXPECT_EQ(form.Text("poleImag"), ".3 .7 1.1");
+  EXPECT_EQ(Find<QAction>("mnuEditUndo").text(), "&Undo") << "one step";
+}
+
+TEST_F(CurvesDockTest, DragsATenthOfTheWayWithShift) {
+  const QPoint at = Lower().PositionOf(1).toPoint();
+  const double perPixel = Lower().xAxis->range().size() / Lower().axisRect()->width();
+  QTest::mousePress(&Lower(), Qt::LeftButton, {}, at);
+  QMouseEvent move(QEvent::MouseMove, at + QPoint(-50, 0), Lower().mapToGlobal(at), Qt::NoButton,
+                   Qt::LeftButton, Qt::ShiftModifier);
+  QApplication::sendEvent(&Lower(), &move);
+  const double moved = std::stod(form.Text("poleReal").substr(3));
+  EXPECT_NEAR(moved, .4 + 5 * perPixel, 1.5 * perPixel);
+  QTest::mouseRelease(&Lower(), Qt::LeftButton, Qt::ShiftModifier, at + QPoint(-50, 0));
+}
+
+TEST_F(CurvesDockTest, AddsAndRemovesLocationsInOneStep) {
+  const auto choose = [&](const char* entry, const QPoint& at) {
+    Q_EMIT Lower().customContextMenuRequested(at);
+    auto* action = Lower().findChild<QAction*>(entry);
+    ASSERT_NE(action, nullptr) << entry;
+    action->trigger();
+    QWidget* menu = Lower().findChild<QWidget*>("mnuDiagram");
+    menu->close();
+    QCoreApplication::sendPostedEvents(menu, QEvent::DeferredDelete);
+    delete menu;
+  };
+  const QPoint ground = Lower().PositionOf(0).toPoint() + QPoint(-30, 0);
+  const QPointF place = Lower().ValuesAt(ground);
+  choose("actAddPolePair", ground);
+  EXPECT_EQ(form.Text("nPoles"), "0 4");
+  EXPECT_NEAR(std::stod(form.Text("poleReal").substr(9)), -place.x(), 1e-3);
+  EXPECT_NEAR(std::stod(form.Text("poleImag").substr(10)), place.y(), 1e-3);
+  choose("actAddZeroPair", ground);
+  EXPECT_EQ(form.Text("nZpairs"), "1");
+  EXPECT_TRUE(form.IsEnabled("zReal")) << "the boxes that are needed wake up";
+  choose("actRemoveLocation", Lower().PositionOf(1).toPoint());
+  EXPECT_EQ(form.Text("nPoles"), "0 3");
+  EXPECT_TRUE(form.Text("poleReal").starts_with(".5 .3 ")) << form.Text("poleReal");
+  for (int i = 0; i < 3; ++i) Find<QAction>("mnuEditUndo").trigger();
+  EXPECT_EQ(form.Text("nPoles"), "0 3");
+  EXPECT_EQ(form.Text("poleReal"), ".5 .4 .3");
+  EXPECT_EQ(form.Text("nZpairs"), "0");
+}
+
+TEST_F(CurvesDockTest, SuggestsStartValuesAndOffersToReplaceTypedOnes) {
+  form.SetText("poleReal", "");
+  Find<QAction>("mnuFitSuggest").trigger();
+  EXPECT_EQ(Words(form.Text("poleReal")).size(), 3U);
+  EXPECT_TRUE(program.notices.Waiting().empty());
+  Find<QAction>("mnuEditUndo").trigger();
+  EXPECT_EQ(form.Text("poleReal"), "") << "one step";
+  form.SetText("poleReal", ".9 .9 .9");
+  Find<QAction>("mnuFitSuggest").trigger();
+  EXPECT_EQ(form.Text("poleReal"), ".9 .9 .9");
+  ASSERT_EQ(program.notices.Waiting().size(), 1U);
+  program.notices.Waiting().front().buttons.front().action();
+  EXPECT_NE(form.Text("poleReal"), ".9 .9 .9");
+  form.SetText("freqNorm", "x");
+  Find<QAction>("mnuFitSuggest").trigger();
+  EXPECT_TRUE(ReadOut().contains("findings")) << ReadOut().toStdString();
+}
+
+TEST_F(CurvesDockTest, TellsOfEachPairInBoxesEightAndNine) {
+  for (const char* const name : {"poleReal", "poleImag"}) {
+    EXPECT_TRUE(Find<QLineEdit>(name).toolTip().contains("pair 2: -0.4 + j0.7, 8.062 MHz, Q 1.01"))
+        << name;
   }
-  std::vector<Finding> findings;
-  const auto curves = CurvesOf(ExampleRecord("Ex-Zpair.1"), CurveRole::typed, "typed", findings);
-  const QImage page = QImage::fromData(PlotPage(*curves, "Ex-Zpair.1", "x.png"));
-  EXPECT_EQ(page.size(), QSize(1600, 2000));
-  EXPECT_EQ(page.pixelColor(2, 2), QColor(Qt::white));
+  form.SetText("poleReal", "x");
+  dock.Live().Update();
+  EXPECT_FALSE(Find<QLineEdit>("poleReal").toolTip().contains("pair"));
+}
+
+TEST_F(CurvesDockTest, IsAWindowOfItsOwnBesideANarrowOne) {
+  form.resize(1000, 700);
+  QApplication::processEvents();
+  EXPECT_FALSE(dock.isFloating());
+  EXPECT_GE(form.width() - dock.width(), 560) << "the tabs keep their least width";
+  EXPECT_GE(dock.width(), 340);
+  form.resize(860, 700);
+  QApplication::processEvents();
+  EXPECT_TRUE(dock.isFloating());
+  EXPECT_FALSE(dock.isVisible()) << "until it is called for";
+  Find<QAction>("mnuViewCurves").trigger();
+  EXPECT_TRUE(dock.isVisible());
+  form.resize(1200, 700);
+  QApplication::processEvents();
+  EXPECT_FALSE(dock.isFloating());
+  EXPECT_TRUE(dock.isVisible());
+}
+
+TEST_F(CurvesDockTest, RemembersWhatWasChosen) {
+  dock.Pane().ChooseLinear(true);
+  dock.Pane().ChooseLower(DiagramKind::step, true);
+  dock.Pane().SetLogFrequency(true);
+  Find<QAction>("actHideCurves").trigger();
+  const CurvesDock next(form, program);
+  EXPECT_FALSE(next.isVisible());
+  auto* pane = next.findChild<CurvesPane*>("CurvesPane");
+  EXPECT_TRUE(pane->Choices().isLinear);
+  EXPECT_TRUE(pane->Choices().isLogFrequency);
+  EXPECT_EQ(pane->Lower(), DiagramKind::step);
+}
+
+TEST_F(CurvesDockTest, DrawsWhatThereIsInEachRoom) {
+  const auto seen = [&] {
+    QApplication::processEvents();
+    return std::array{Upper().isVisible(), dock.Pane().ErrorView().isVisible(),
+                      Lower().isVisible()};
+  };
+  EXPECT_EQ(seen(), (std::array{true, true, true}));
+  dock.Pane().setFixedHeight(450);
+  EXPECT_EQ(seen(), (std::array{true, true, false}));
+  Click("optPhase");
+  EXPECT_EQ(seen(), (std::array{false, false, true}));
+  EXPECT_EQ(Lower().Shown().kind, DiagramKind::phase);
+  Click("optLinear");
+  EXPECT_EQ(seen(), (std::array{true, true, false}));
+  dock.Pane().setFixedHeight(300);
+  EXPECT_EQ(seen(), (std::array{true, false, false}));
+}
+
+TEST_F(CurvesDockTest, SaysAllInOneSentence) {
+  const QString sentence =
+      "wanted and typed, 0 to 10 MHz, worst error 6.66 dB at 9.5 MHz, 7 poles, 3 zeros";
+  EXPECT_EQ(Upper().accessibleName(), sentence);
+  EXPECT_EQ(dock.Pane().accessibleName(), "Curves, typed values: " + sentence);
+  EXPECT_EQ(ReadOut(), sentence);
+  EXPECT_EQ(Lower().accessibleName(), "7 poles, 3 zeros");
 }
 
 }  // namespace

@@ -1,0 +1,100 @@
+#include "plots/change_structure.h"
+
+#include <gmock/gmock.h>
+
+#include "solver/example_problem.h"
+
+namespace polefit::testing {
+namespace {
+
+FitCurves TypedCurves(const ResponseRecord& record) {
+  std::vector<Finding> findings;
+  std::optional<FitCurves> curves = CurvesOf(record, CurveRole::typed, "typed", findings);
+  EXPECT_TRUE(curves) << "no curves";
+  return std::move(*curves);
+}
+
+std::string Text(const std::optional<std::vector<ChangedAnswer>>& answers) {
+  if (!answers) return "none";
+  std::string all;
+  for (const ChangedAnswer& answer : *answers) {
+    all += std::string(QuestionNumber(answer.slot)) + "=" + answer.text + "; ";
+  }
+  return all;
+}
+
+TEST(AddLocation, ChangesCountAndListsTogether) {
+  // Two pole pairs, one zero pair and one quad would be too many zeros: three pole pairs more.
+  const ResponseRecord record = ExampleRecord(
+      "Ex-Zpair.1", "6=0 5; 8=.5 .5 .4 .3 .2; 9=.1 .3 .5 .7 .9; 11=0 1 1; 11b=.05 .3; 11c=1.1 2");
+  struct Case {
+    FactorKind kind;
+    double real;
+    double imaginary;
+    const char* answers;
+  };
+  const Case cases[] = {
+      {FactorKind::polePair, -.25, .66, "6=0 6; 8=.5 .5 .4 .3 .2 .25; 9=.1 .3 .5 .7 .9 .66; "},
+      {FactorKind::polePair, .25, -1, "6=0 6; 8=.5 .5 .4 .3 .2 .25; 9=.1 .3 .5 .7 .9 0; "},
+      {FactorKind::polePair, -1e-9, 99, "6=0 6; 8=.5 .5 .4 .3 .2 .005; 9=.1 .3 .5 .7 .9 4; "},
+      {FactorKind::sigmaPole, -.123456, 0, "6=1 5; 7=.1235; "},
+      {FactorKind::zeroPair, .2, .9, "11=0 2 1; 11b=.05 -.2 .3; 11c=1.1 .9 2; "},
+      {FactorKind::omegaZero, -.2, 1, "11=1 1 1; 11a=1.001; "},
+      {FactorKind::sigmaZero, .2, 1, "10=Y; 10a=-.2; "},
+      {FactorKind::zeroQuad, .2, .9, "11=0 1 2; 11b=.05 .3 .2; 11c=1.1 2 .9; "},
+  };
+  for (const Case& each : cases) {
+    EXPECT_EQ(Text(AddLocation(record, each.kind, each.real, each.imaginary)), each.answers);
+  }
+}
+
+TEST(AddLocation, RefusesWhatHCannotBe) {
+  const ResponseRecord record = ExampleRecord("Ex-Delay.101");
+  EXPECT_EQ(Text(AddLocation(record, FactorKind::zeroQuad, -.2, .5)), "11=1 0 1; 11b=.2; 11c=.5; ");
+  const ResponseRecord full = ExampleRecord("Ex-Delay.101", "11=3 0 0; 11a=1 2 3");
+  EXPECT_EQ(Text(AddLocation(full, FactorKind::omegaZero, 0, 2)), "none") << "8 zeros, 7 poles";
+  EXPECT_EQ(Text(AddLocation(record, FactorKind::sigmaZero, -.2, 0)), "none") << "there is one";
+}
+
+TEST(RemoveLocation, TakesTheWordOutOfEachList) {
+  const ResponseRecord record =
+      ExampleRecord("Ex-Delay.101", "6=1 3; 7=.8; 10c=N; 11=2 0 0; 11a=1.5 1");
+  const FitCurves curves = TypedCurves(record);
+  const auto without = [&](std::size_t location) {
+    return Text(RemoveLocation(record, curves, location));
+  };
+  // In the order of the questions; the omega-axis zeros ascending.
+  EXPECT_EQ(without(0), "6=0 3; 7=; ");
+  EXPECT_EQ(without(2), "6=1 2; 8=.5 .3; 9=.3 1.1; ");
+  EXPECT_EQ(without(4), "10=N; ");
+  EXPECT_EQ(without(5), "11=1 0 0; 11a=1.5; ") << "the held one is typed second";
+  const ResponseRecord last = ExampleRecord("Ex-Zpair.1", "6=0 1; 8=.5; 9=.3; 11=0 0 0");
+  EXPECT_EQ(Text(RemoveLocation(last, TypedCurves(last), 0)), "none") << "H(s) needs a pole";
+  const ResponseRecord quads = ExampleRecord("Ex-Zpair.1", "11=0 1 1; 11b=.05 .3; 11c=1.1 2");
+  EXPECT_EQ(Text(RemoveLocation(quads, TypedCurves(quads), 5)), "11=0 1 0; 11b=.05; 11c=1.1; ");
+}
+
+TEST(AddLocation, GivesWhatIsThenDrawn) {
+  const ResponseRecord record = ExampleRecord("Ex-Delay.101");
+  for (const FactorKind kind : {FactorKind::polePair, FactorKind::sigmaPole, FactorKind::zeroPair,
+                                FactorKind::omegaZero, FactorKind::zeroQuad}) {
+    const auto answers = AddLocation(record, kind, -.3, 1.2);
+    ASSERT_TRUE(answers);
+    const FitCurves curves = TypedCurves(WithAnswers(record, *answers));
+    ASSERT_EQ(curves.locations.size(), TypedCurves(record).locations.size() + 1);
+    std::size_t location = 0;
+    while (curves.locations[location].kind != kind) ++location;
+    while (location + 1 < curves.locations.size() && curves.locations[location + 1].kind == kind) {
+      ++location;
+    }
+    const auto back = RemoveLocation(WithAnswers(record, *answers), curves, location);
+    ASSERT_TRUE(back);
+    const ResponseRecord again = WithAnswers(WithAnswers(record, *answers), *back);
+    EXPECT_EQ(again.Slot(slot::kNPoles), record.Slot(slot::kNPoles));
+    EXPECT_EQ(again.Slot(slot::kZeroCounts), record.Slot(slot::kZeroCounts));
+    EXPECT_EQ(again.Slot(slot::kPoleReal), record.Slot(slot::kPoleReal));
+  }
+}
+
+}  // namespace
+}  // namespace polefit::testing

@@ -1,0 +1,268 @@
+// What stands where in each diagram, in pixels, and what mouse and keys do to it.
+
+#include "plots/ui/diagram_view.h"
+
+#include <QNativeGestureEvent>
+#include <QPointingDevice>
+#include <QSignalSpy>
+#include <QWheelEvent>
+
+#include "plots/ui/curve_style.h"
+#include "plots/ui/curves_form.h"
+#include "plots/ui/plot_page.h"
+#include "widgets/program_style.h"
+
+namespace polefit::testing {
+namespace {
+
+/// Every kind of diagram alone in a window, of a typed set and a result.
+class DiagramViewTest : public ::testing::Test {
+ protected:
+  DiagramViewTest() {
+    std::vector<Finding> findings;
+    typed = *CurvesOf(ExampleRecord("Ex-Delay.101"), CurveRole::typed, "typed", findings);
+    result = *CurvesOf(ExampleRecord("Ex-Delay.101", "8=.23 .3 .34; 9=.95 .67 .3; 10a=.6"),
+                       CurveRole::result, "result 19:40", findings);
+    view.resize(600, 400);
+    view.SetLegend(true);
+    view.show();
+  }
+
+  void Show(DiagramKind kind) {
+    diagram = MakeDiagram(kind, {&typed, &result}, choices);
+    view.Show(diagram);
+    view.replot();
+    image = view.grab().toImage();
+  }
+
+  /// Where the axes put a value, reckoned from their ends.
+  QPoint Pixel(double x, double y) const {
+    const QRect room = view.axisRect()->rect();
+    const QCPRange across = view.xAxis->range();
+    const QCPRange up = view.yAxis->range();
+    const auto at = [](double value, const QCPRange& range) {
+      return (value - range.lower) / range.size();
+    };
+    return {room.left() + static_cast<int>(at(x, across) * room.width()),
+            room.bottom() - static_cast<int>(at(y, up) * room.height())};
+  }
+
+  /// Whether a colour stands within `reach` pixels of a place.
+  bool HasColor(const QPoint& at, const QColor& color, int reach = 3) const {
+    for (int y = -reach; y <= reach; ++y) {
+      for (int x = -reach; x <= reach; ++x) {
+        if (!image.valid(at + QPoint(x, y))) continue;
+        const QColor here = image.pixelColor(at + QPoint(x, y));
+        const int far = std::abs(here.red() - color.red()) +
+                        std::abs(here.green() - color.green()) +
+                        std::abs(here.blue() - color.blue());
+        if (far < 90) return true;
+      }
+    }
+    return false;
+  }
+
+  QColor ColorOfRole(SeriesRole role) const { return ColorOf(role, view.palette()); }
+
+  FitCurves typed;
+  FitCurves result;
+  DiagramChoices choices;
+  Diagram diagram;
+  DiagramView view;
+  QImage image;
+};
+
+TEST_F(DiagramViewTest, PutsEachCurveWhereItsValuesAre) {
+  struct Case {
+    DiagramKind kind;
+    std::vector<double> x;
+    std::vector<double> y;
+  };
+  std::vector<double> levels = typed.passband.obtained;
+  for (double& level : levels) level = 20 * std::log10(level);
+  const StepResponse step = StepResponseOf(*typed.h, 10, 20);
+  const Case cases[] = {
+      {DiagramKind::magnitude, typed.passband.frequency, levels},
+      {DiagramKind::error, typed.passband.frequency, typed.passband.decibels},
+      {DiagramKind::delay, typed.delayPoints.frequency, typed.delayPoints.own},
+      {DiagramKind::phase, typed.passband.frequency, typed.h->Phases(typed.passband.frequency)},
+      {DiagramKind::step, step.nanoseconds, step.values}};
+  for (const Case& each : cases) {
+    Show(each.kind);
+    int seen = 0;
+    for (std::size_t i = 1; i + 2 < each.x.size(); ++i) {
+      if (!std::isfinite(each.y[i])) continue;
+      // A result or a mark may lie over it.
+      if (HasColor(Pixel(each.x[i], each.y[i]), ColorOfRole(SeriesRole::typed))) ++seen;
+    }
+    EXPECT_GT(seen, static_cast<int>(each.x.size()) - 7) << static_cast<int>(each.kind);
+  }
+}
+
+TEST_F(DiagramViewTest, RingsWhatIsWanted) {
+  Show(DiagramKind::magnitude);
+  int seen = 0;
+  for (std::size_t i = 0; i + 1 < typed.passband.yout.size(); ++i) {
+    const QPoint at = Pixel(typed.passband.frequency[i], 20 * std::log10(typed.passband.yout[i]));
+    if (HasColor(at, view.palette().color(QPalette::Text), 6)) ++seen;
+  }
+  EXPECT_EQ(seen, 20);
+  choices.isLinear = true;
+  Show(DiagramKind::magnitude);
+  EXPECT_TRUE(HasColor(Pixel(10, 0), view.palette().color(QPalette::Text), 6)) << "0 has a place";
+}
+
+TEST_F(DiagramViewTest, PutsPolesZerosAndGhostsIntoEqualScales) {
+  Show(DiagramKind::poles);
+  const double across = view.xAxis->range().size() / view.axisRect()->width();
+  const double up = view.yAxis->range().size() / view.axisRect()->height();
+  EXPECT_NEAR(across / up, 1, .01);
+  for (const Location& at : result.locations) {
+    const SeriesRole role = at.IsPole() ? SeriesRole::poles : SeriesRole::zeros;
+    EXPECT_TRUE(HasColor(Pixel(at.real, at.imaginary), ColorOfRole(role), 8));
+  }
+  const Location& ghost = typed.locations[2];
+  EXPECT_TRUE(HasColor(Pixel(ghost.real, ghost.imaginary), ColorOfRole(SeriesRole::ghostPoles), 3));
+  view.resize(300, 400);
+  QApplication::processEvents();
+  EXPECT_NEAR(view.xAxis->range().size() / view.axisRect()->width() /
+                  (view.yAxis->range().size() / view.axisRect()->height()),
+              1, .01);
+}
+
+TEST_F(DiagramViewTest, DrawsDeviationsAsEllipses) {
+  result.deviations.assign(result.locations.size(), {});
+  result.deviations[1] = {.05, .1};
+  Show(DiagramKind::poles);
+  ASSERT_EQ(diagram.ellipses.size(), 1U);
+  const Location& at = result.locations[1];
+  for (const auto& [x, y] : {std::pair(.05, 0.0), {-.05, 0.0}, {0.0, .1}, {0.0, -.1}}) {
+    EXPECT_TRUE(HasColor(Pixel(at.real + x, at.imaginary + y), ColorOfRole(SeriesRole::poles), 2));
+  }
+}
+
+TEST_F(DiagramViewTest, HasNoFiguresWhereItShowsNothing) {
+  view.Show(MakeDiagram(DiagramKind::magnitude, {}, {}));
+  EXPECT_FALSE(view.xAxis->tickLabels());
+  EXPECT_EQ(view.xAxis->label(), "frequency");
+  EXPECT_EQ(view.accessibleName(), "no curve");
+  typed.isPointsAlone = true;
+  const ShownCurves points = {&typed};
+  EXPECT_TRUE(MakeDiagram(DiagramKind::magnitude, points, {}).hasFigures);
+  EXPECT_FALSE(MakeDiagram(DiagramKind::step, points, {}).hasFigures);
+}
+
+TEST_F(DiagramViewTest, KeepsTheLegendOffTheCurves) {
+  for (const QSize size : {QSize(600, 400), QSize(340, 260), QSize(500, 180), QSize(900, 300)}) {
+    for (const DiagramKind kind : {DiagramKind::magnitude, DiagramKind::delay}) {
+      view.resize(size);
+      QApplication::processEvents();
+      Show(kind);
+      const QRectF legend = view.legend->outerRect();
+      for (const Series& series : diagram.series) {
+        for (std::size_t i = 0; i < series.x.size(); ++i) {
+          if (std::isnan(series.y[i])) continue;
+          const QPointF at(view.xAxis->coordToPixel(series.x[i]),
+                           view.yAxis->coordToPixel(series.y[i]));
+          ASSERT_FALSE(legend.contains(at)) << size.width() << "x" << size.height() << " "
+                                            << series.name << " at " << series.x[i];
+        }
+      }
+    }
+  }
+}
+
+TEST_F(DiagramViewTest, ZoomsByWheelPinchAndBoxAtThePointer) {
+  Show(DiagramKind::magnitude);
+  const QPoint at = view.axisRect()->rect().center() + QPoint(60, 0);
+  const QCPRange whole = view.xAxis->range();
+  const auto expectZoomedAt = [&](const char* by) {
+    EXPECT_LT(view.xAxis->range().size(), whole.size()) << by;
+    view.FitView();
+    EXPECT_EQ(view.xAxis->range(), whole) << by;
+  };
+  const double under = view.xAxis->pixelToCoord(at.x());
+  QWheelEvent wheel(at, view.mapToGlobal(at), {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase,
+                    false);
+  QApplication::sendEvent(&view, &wheel);
+  EXPECT_NEAR(view.xAxis->pixelToCoord(at.x()), under, 1e-9) << "what is under the pointer stays";
+  expectZoomedAt("wheel");
+  QNativeGestureEvent pinch(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2, at,
+                            at, view.mapToGlobal(at), .25, {});
+  QApplication::sendEvent(&view, &pinch);
+  EXPECT_NEAR(view.xAxis->range().size() / whole.size(), .8, 1e-9);
+  EXPECT_NEAR(view.xAxis->pixelToCoord(at.x()), under, 1e-9);
+  expectZoomedAt("pinch");
+  Show(DiagramKind::poles);
+  const QCPRange across = view.xAxis->range();
+  QTest::mousePress(&view, Qt::LeftButton, Qt::NoModifier, at);
+  QMouseEvent move(QEvent::MouseMove, at + QPoint(90, 60), view.mapToGlobal(at), Qt::NoButton,
+                   Qt::LeftButton, {});
+  QApplication::sendEvent(&view, &move);
+  QTest::mouseRelease(&view, Qt::LeftButton, Qt::NoModifier, at + QPoint(90, 60));
+  EXPECT_LT(view.xAxis->range().size(), across.size());
+  EXPECT_NEAR(view.xAxis->range().size() / view.axisRect()->width() /
+                  (view.yAxis->range().size() / view.axisRect()->height()),
+              1, .01)
+      << "equal scales stay";
+}
+
+TEST_F(DiagramViewTest, PansByMiddleButtonAndShift) {
+  Show(DiagramKind::phase);
+  const QPoint from = view.axisRect()->rect().center();
+  for (const auto& [button, modifier] : {std::pair(Qt::MiddleButton, Qt::KeyboardModifiers()),
+                                         {Qt::LeftButton, Qt::ShiftModifier}}) {
+    view.FitView();
+    const double before = view.xAxis->pixelToCoord(from.x());
+    QTest::mousePress(&view, button, modifier, from);
+    QMouseEvent move(QEvent::MouseMove, from + QPoint(40, 0), view.mapToGlobal(from), Qt::NoButton,
+                     button, modifier);
+    QApplication::sendEvent(&view, &move);
+    QTest::mouseRelease(&view, button, modifier, from + QPoint(40, 0));
+    EXPECT_NEAR(view.xAxis->pixelToCoord(from.x() + 40), before, 1e-9) << "it follows the hand";
+  }
+}
+
+TEST_F(DiagramViewTest, TellsTheStopUnderThePointerInEachDiagram) {
+  for (const DiagramKind kind :
+       {DiagramKind::magnitude, DiagramKind::error, DiagramKind::delay, DiagramKind::poles}) {
+    Show(kind);
+    QSignalSpy reached(&view, &DiagramView::stopReached);
+    const std::size_t stop = 3;
+    QMouseEvent move(QEvent::MouseMove, view.PositionOf(stop).toPoint(),
+                     view.mapToGlobal(view.PositionOf(stop).toPoint()), Qt::NoButton, {}, {});
+    QApplication::sendEvent(&view, &move);
+    ASSERT_EQ(reached.count(), 1);
+    const auto found = reached[0][0].value<std::optional<std::size_t>>();
+    ASSERT_TRUE(found) << static_cast<int>(kind);
+    EXPECT_EQ(view.PositionOf(*found), view.PositionOf(stop));
+  }
+}
+
+TEST(CurveStyle, CanBeToldByTheColourBlindAndInGrey) {
+  QPalette light;
+  light.setColor(QPalette::Base, Qt::white);
+  light.setColor(QPalette::Text, Qt::black);
+  QPalette dark;
+  dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
+  dark.setColor(QPalette::Text, Qt::white);
+  for (const QPalette& palette : {light, dark}) {
+    for (int role = 0; role <= static_cast<int>(SeriesRole::ghostZeros); ++role) {
+      const QColor color = ColorOf(static_cast<SeriesRole>(role), palette);
+      EXPECT_GE(ContrastOf(color, palette.color(QPalette::Base)), 3) << role;
+    }
+    // Lines differ in more than their colour.
+    const auto pen = [&](SeriesRole role) {
+      Series series;
+      series.role = role;
+      return PenOf(series, palette);
+    };
+    EXPECT_EQ(pen(SeriesRole::typed).style(), Qt::SolidLine);
+    EXPECT_EQ(pen(SeriesRole::preview).style(), Qt::DotLine);
+    EXPECT_EQ(pen(SeriesRole::other).style(), Qt::DashLine);
+    EXPECT_GT(pen(SeriesRole::result).widthF(), pen(SeriesRole::typed).widthF());
+  }
+}
+
+}  // namespace
+}  // namespace polefit::testing

@@ -1,0 +1,54 @@
+#include "plots/ui/picture_files.h"
+
+#include <QApplication>
+#include <QClipboard>
+
+#include "plots/ui/curves_form.h"
+#include "plots/ui/plot_page.h"
+
+namespace polefit::testing {
+namespace {
+
+using PictureFiles = CurvesDockTest;
+
+TEST_F(PictureFiles, AreOfEveryKind) {
+  for (const auto& [name, start] :
+       {std::pair("a.png", "\x89PNG"), {"a.svg", "<?xml"}, {"a.pdf", "%PDF"}}) {
+    EXPECT_TRUE(PictureOf(dock.Pane(), name).startsWith(start)) << name;
+  }
+  std::vector<Finding> findings;
+  const auto curves = CurvesOf(ExampleRecord("Ex-Zpair.1"), CurveRole::typed, "typed", findings);
+  const QImage page = QImage::fromData(PlotPage(*curves, "Ex-Zpair.1", "x.png"));
+  EXPECT_EQ(page.size(), QSize(1600, 2000));
+  EXPECT_EQ(page.pixelColor(2, 2), QColor(Qt::white));
+}
+
+TEST_F(PictureFiles, AreSavedUnderTheChosenNameWithAnEnding) {
+  const auto save = [&](const char* name, auto command) {
+    host.AnswerDialog(name[0] == '\0' ? "" : host.Path(name));
+    host.TakeTranscript();
+    command(host, dock.Pane());
+  };
+  save("fit.svg", SavePicture);
+  EXPECT_TRUE(host.ReadFile(host.Path("fit.svg")).starts_with("<?xml"));
+  save("fit", SavePicture);
+  EXPECT_TRUE(host.ReadFile(host.Path("fit.png")).starts_with("\x89PNG"));
+  save("fit", SaveData);
+  EXPECT_TRUE(host.ReadFile(host.Path("fit.csv")).starts_with("MHz,typed |H|"));
+  save("", SavePicture);
+  EXPECT_EQ(host.FilesIn(host.Root()).size(), 3U) << "given up";
+  host.ReplyToBox(Reply::ok);
+  save("no/such/folder.png", SavePicture);
+  EXPECT_THAT(host.transcript.back(), ::testing::HasSubstr("folder.png' cannot be written"));
+}
+
+TEST_F(PictureFiles, AreCopiedAsPictureAndAsData) {
+  CopyPicture(dock.Pane());
+  const QImage picture = QApplication::clipboard()->image();
+  EXPECT_EQ(picture.size(), dock.Pane().size() * 2);
+  CopyData(dock.Pane());
+  EXPECT_TRUE(QApplication::clipboard()->text().startsWith("MHz,typed |H|"));
+}
+
+}  // namespace
+}  // namespace polefit::testing
