@@ -17,6 +17,7 @@
 #include "base/number.h"
 #include "form/transfer.h"
 #include "grids/ui/grid_widget.h"
+#include "program/ui/program_host.h"
 #include "program/ui/session.h"
 #include "responsefile/writer.h"
 
@@ -46,7 +47,7 @@ int RunEmptyWindow() {
 }
 
 int RunForm() {
-  QtHost host;
+  ProgramHost host;
   Session session(host, {});
   session.Start();
   return QApplication::exec();
@@ -122,7 +123,7 @@ void PressKeys(MainWindow& form, const char* name, Tab tab) {
 }
 
 void MeasureLargestFile() {
-  QtHost host;
+  ProgramHost host;
   Session session(host, {});
   session.Start();
   Program& program = session.Values();
