@@ -207,7 +207,17 @@ void CurvesPane::resizeEvent(QResizeEvent* event) {
 }
 
 void CurvesPane::ApplyRoom() {
-  const PaneRoom room = RoomOf(height());
+  // Showing and hiding lays the pane out, which may give it another height.
+  constexpr int kMostTries = 3;
+  for (int i = 0; i < kMostTries; ++i) {
+    const PaneRoom room = RoomOf(height());
+    ShowFor(room);
+    if (RoomOf(height()) == room) break;
+  }
+  Redraw();
+}
+
+void CurvesPane::ShowFor(PaneRoom room) {
   const bool isLower = room == PaneRoom::all || (room == PaneRoom::upperOrLower && prefersLower_);
   const bool isUpper = room != PaneRoom::upperOrLower || !prefersLower_;
   const auto show = [this](DiagramView* view, bool fits) {
@@ -217,9 +227,6 @@ void CurvesPane::ApplyRoom() {
   show(errors_, isUpper && room != PaneRoom::upperAlone);
   show(lower_, isLower);
   lowerChoices_->setVisible(room != PaneRoom::upperAlone);
-  // Showing and hiding lays the pane out, which may give it another height.
-  if (RoomOf(height()) != room) return ApplyRoom();
-  Redraw();
 }
 
 void CurvesPane::TellReadOut(DiagramView* view, std::optional<std::size_t> stop) {

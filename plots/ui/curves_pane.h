@@ -59,6 +59,7 @@ class CurvesPane final : public QWidget {
   void Connect(DiagramView* view);
   void Redraw();
   void ApplyRoom();
+  void ShowFor(PaneRoom room);
   void ToggleWhole(DiagramView* view);
   void ToggleCurve(const QString& legendText);
   void TellReadOut(DiagramView* view, std::optional<std::size_t> stop);

@@ -219,7 +219,7 @@ void DiagramView::PlaceLegend() {
   std::optional<Qt::Alignment> place =
       FreeLegendPlace(room, size, obstacles(), inset->insetAlignment(0));
   const double share = (size.height() + kGap) / std::max(1.0, room.height());
-  constexpr double kMost = .5;
+  constexpr double kMost = .6;
   if (!place && !isZoomed_ && share < kMost && !diagram_.y.isLogarithmic) {
     yAxis->setRange(diagram_.y.from,
                     diagram_.y.to + share / (1 - share) * (diagram_.y.to - diagram_.y.from));

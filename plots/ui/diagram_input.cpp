@@ -222,7 +222,7 @@ void DiagramView::focusInEvent(QFocusEvent* event) {
   axisRect()->setupFullAxesBox();
   for (QCPAxis* axis : {xAxis, yAxis, xAxis2, yAxis2}) {
     axis->setBasePen(QPen(palette().color(QPalette::Highlight), 2));
-    axis->setTickLabels(axis == xAxis || axis == yAxis);
+    axis->setTickLabels((axis == xAxis || axis == yAxis) && diagram_.hasFigures);
     axis->setVisible(true);
   }
   xAxis2->setTicks(false);

@@ -50,6 +50,9 @@ void DiagramView::Show(const Diagram& diagram) {
   if (keepsView) {
     xAxis->setRange(x);
     yAxis->setRange(y);
+  } else if (diagram_.hasEqualScales) {
+    replot(rpQueuedRefresh);  // names and figures may have changed the room
+    PlaceAxes();
   }
   PlaceLegend();
   setAccessibleName(ToQString(diagram.sentence));

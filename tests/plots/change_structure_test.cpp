@@ -52,7 +52,7 @@ TEST(AddLocation, RefusesWhatHCannotBe) {
   const ResponseRecord record = ExampleRecord("Ex-Delay.101");
   EXPECT_EQ(Text(AddLocation(record, FactorKind::zeroQuad, -.2, .5)), "11=1 0 1; 11b=.2; 11c=.5; ");
   const ResponseRecord full = ExampleRecord("Ex-Delay.101", "11=3 0 0; 11a=1 2 3");
-  EXPECT_EQ(Text(AddLocation(full, FactorKind::omegaZero, 0, 2)), "none") << "8 zeros, 7 poles";
+  EXPECT_EQ(Text(AddLocation(full, FactorKind::omegaZero, 0, 2)), "none") << "9 zeros, 7 poles";
   EXPECT_EQ(Text(AddLocation(record, FactorKind::sigmaZero, -.2, 0)), "none") << "there is one";
 }
 

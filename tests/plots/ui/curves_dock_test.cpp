@@ -153,10 +153,7 @@ TEST_F(CurvesDockTest, AddsAndRemovesLocationsInOneStep) {
     auto* action = Lower().findChild<QAction*>(entry);
     ASSERT_NE(action, nullptr) << entry;
     action->trigger();
-    QWidget* menu = Lower().findChild<QWidget*>("mnuDiagram");
-    menu->close();
-    QCoreApplication::sendPostedEvents(menu, QEvent::DeferredDelete);
-    delete menu;
+    delete Lower().findChild<QWidget*>("mnuDiagram");
   };
   const QPoint ground = Lower().PositionOf(0).toPoint() + QPoint(-30, 0);
   const QPointF place = Lower().ValuesAt(ground);
@@ -166,7 +163,7 @@ TEST_F(CurvesDockTest, AddsAndRemovesLocationsInOneStep) {
   EXPECT_NEAR(std::stod(form.Text("poleImag").substr(10)), place.y(), 1e-3);
   choose("actAddZeroPair", ground);
   EXPECT_EQ(form.Text("nZpairs"), "1");
-  EXPECT_TRUE(form.IsEnabled("zReal")) << "the boxes that are needed wake up";
+  EXPECT_TRUE(form.IsEnabled(BoxName(slot::kZreal))) << "the boxes that are needed wake up";
   choose("actRemoveLocation", Lower().PositionOf(1).toPoint());
   EXPECT_EQ(form.Text("nPoles"), "0 3");
   EXPECT_TRUE(form.Text("poleReal").starts_with(".5 .3 ")) << form.Text("poleReal");
@@ -190,6 +187,7 @@ TEST_F(CurvesDockTest, SuggestsStartValuesAndOffersToReplaceTypedOnes) {
   program.notices.Waiting().front().buttons.front().action();
   EXPECT_NE(form.Text("poleReal"), ".9 .9 .9");
   form.SetText("freqNorm", "x");
+  form.SetText("poleReal", "");
   Find<QAction>("mnuFitSuggest").trigger();
   EXPECT_TRUE(ReadOut().contains("findings")) << ReadOut().toStdString();
 }

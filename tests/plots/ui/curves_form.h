@@ -26,6 +26,7 @@ class CurvesDockTest : public MainForm {
   void Open(const std::string& name) {
     program.document.record = ExampleRecord(name);
     GetAnswers(program);
+    form.ForgetSteps();
     dock.show();
     QApplication::processEvents();
     dock.Live().Update();

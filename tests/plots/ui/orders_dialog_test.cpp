@@ -1,6 +1,7 @@
 #include "plots/ui/orders_dialog.h"
 
 #include <QProgressBar>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTableWidget>
@@ -29,7 +30,7 @@ TEST_F(OrdersDialogTest, FillsQuestionsSixToNineInOneStep) {
   EXPECT_FALSE(dialog.findChild<QProgressBar*>()->isVisible());
   table.selectRow(2);
   EXPECT_EQ(In<DiagramView>(dialog, "DiagramOrders").Marked(), 2U);
-  QTest::mouseClick(&In<QWidget>(dialog, "cmdTakeOrder"), Qt::LeftButton);
+  In<QPushButton>(dialog, "cmdTakeOrder").click();
   EXPECT_EQ(form.Text("nPoles"), table.item(2, 1)->text().toStdString());
   EXPECT_NE(form.Text("poleReal"), ".5 .4 .3");
   Find<QAction>("mnuEditUndo").trigger();
@@ -40,7 +41,7 @@ TEST_F(OrdersDialogTest, FillsQuestionsSixToNineInOneStep) {
 TEST_F(OrdersDialogTest, StopsAndCloses) {
   OrdersDialog dialog(dock.Live(), &form);
   In<QSpinBox>(dialog, "numMostPoles").setValue(40);
-  QTest::mouseClick(&In<QWidget>(dialog, "cmdStopOrders"), Qt::LeftButton);
+  In<QPushButton>(dialog, "cmdStopOrders").click();
   EXPECT_EQ(In<QLabel>(dialog, "lblOrders").text(), "Stopped.");
   EXPECT_FALSE(In<QWidget>(dialog, "cmdTakeOrder").isEnabled());
   In<QSpinBox>(dialog, "numMostPoles").setValue(30);  // and away while it tries
