@@ -9,12 +9,6 @@
 namespace polefit::testing {
 namespace {
 
-struct Case {
-  const char* name;
-  const char* example;
-  const char* answers;
-};
-
 Fit FitOf(const Problem& problem, const Eigen::VectorXd& parameters) {
   Listener nobody;
   Evaluator evaluator(problem, nobody, [] { return false; });
@@ -25,6 +19,11 @@ Fit FitOf(const Problem& problem, const Eigen::VectorXd& parameters) {
 }
 
 TEST(Derivatives, AgreeWithCentralDifferences) {
+  struct Case {
+    const char* name;
+    const char* example;
+    const char* answers;
+  };
   const Case cases[] = {
       {"EqualisedSidelobes", "Ex-Yzero.102", ""},
       {"FirstZeroFreeToo", "Ex-Yzero.101", "11=4 0 0; 11a=1.05 1.3 1.8 2.5"},
