@@ -12,6 +12,7 @@
 #include <QSplitter>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextTable>
 #include <QToolButton>
 #include <QTreeWidget>
 
@@ -21,7 +22,7 @@ namespace {
 
 /// The source of manual.rtf, with its pictures beside it.
 constexpr const char* kFolder = "qrc:/help/docs/";
-constexpr int kWidestPicture = 640;
+constexpr int kWidestPicture = 540;
 
 /// The name by which links know a heading.
 QString LinkName(const QString& heading) {
@@ -48,6 +49,7 @@ HelpWindow::HelpWindow(QWidget* parent)
   page_->setOpenLinks(false);
   LoadManual();
   FitPictures();
+  SpaceOut();
   ListHeadings();
   auto* parts = new QSplitter;
   parts->addWidget(contents_);
@@ -94,6 +96,28 @@ void HelpWindow::FitPictures() {
       cursor.setCharFormat(picture);
       break;  // the change has made the fragments anew; a picture stands alone
     }
+  }
+}
+
+/// Markdown has no say in distances.
+void HelpWindow::SpaceOut() {
+  const int line = fontMetrics().height();
+  for (QTextBlock block = page_->document()->begin(); block.isValid(); block = block.next()) {
+    QTextBlockFormat format = block.blockFormat();
+    if (format.headingLevel() == 0) continue;
+    format.setTopMargin(1.2 * line);
+    format.setBottomMargin(0.4 * line);
+    QTextCursor(block).setBlockFormat(format);
+  }
+  for (QTextFrame* const frame : page_->document()->rootFrame()->childFrames()) {
+    auto* table = qobject_cast<QTextTable*>(frame);
+    if (table == nullptr) continue;
+    QTextTableFormat format = table->format();
+    format.setCellPadding(0.25 * line);
+    format.setCellSpacing(0);
+    format.setBorderCollapse(true);
+    format.setBottomMargin(0.6 * line);
+    table->setFormat(format);
   }
 }
 

@@ -37,6 +37,7 @@ class HelpWindow final : public QWidget {
 
   void LoadManual();
   void FitPictures();
+  void SpaceOut();
   void ListHeadings();
   QWidget* MakeBar();
   void GoTo(int position);
