@@ -93,7 +93,14 @@ QString ChosenName(Host& host, const char* title, const char* filter) {
   CommonDialog dialog;
   dialog.title = title;
   dialog.filter = filter;
+  const std::string folder = host.CurrentFolder();
   host.ShowSave(dialog);
+  try {
+    // An accepted dialog leaves the process in its folder; Save looks for the current file in this.
+    if (!dialog.fileName.empty()) host.ChangeFolder(folder);
+  } catch (const RunTimeError&) {
+    // That folder has gone meanwhile; a save will say so.
+  }
   return ToQString(dialog.fileName);
 }
 

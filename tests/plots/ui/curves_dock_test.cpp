@@ -199,7 +199,7 @@ TEST_F(CurvesDockTest, TellsOfEachPairInBoxesEightAndNine) {
   }
   form.SetText("poleReal", "x");
   dock.Live().Update();
-  EXPECT_FALSE(Find<QLineEdit>("poleReal").toolTip().contains("pair"));
+  EXPECT_FALSE(Find<QLineEdit>("poleReal").toolTip().contains("pair 2"));
 }
 
 TEST_F(CurvesDockTest, IsAWindowOfItsOwnBesideANarrowOne) {

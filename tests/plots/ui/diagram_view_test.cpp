@@ -137,7 +137,7 @@ TEST_F(DiagramViewTest, DrawsDeviationsAsEllipses) {
   ASSERT_EQ(diagram.ellipses.size(), 1U);
   const Location& at = result.locations[1];
   for (const auto& [x, y] : {std::pair(.05, 0.0), {-.05, 0.0}, {0.0, .1}, {0.0, -.1}}) {
-    EXPECT_TRUE(HasColor(Pixel(at.real + x, at.imaginary + y), ColorOfRole(SeriesRole::poles), 2));
+    EXPECT_TRUE(HasColor(Pixel(at.real + x, at.imaginary + y), ColorOfRole(SeriesRole::poles), 4));
   }
 }
 

@@ -37,10 +37,14 @@ TEST_F(PictureFiles, AreSavedUnderTheChosenNameWithAnEnding) {
   EXPECT_TRUE(host.ReadFile(host.Path("fit.csv")).starts_with("MHz,typed |H|"));
   save("", SavePicture);
   EXPECT_EQ(host.transcript.size(), 1U) << "the dialog was given up";
+  constexpr int kPathFileAccess = 75;
+  host.Fail("ReplaceFile", kPathFileAccess);
   host.ReplyToBox(Reply::ok);
-  save("no/such/folder.png", SavePicture);
+  const std::string folder = host.CurrentFolder();
+  save("lost.png", SavePicture);
   EXPECT_THAT(host.transcript,
-              ::testing::Contains(::testing::HasSubstr("folder.png' cannot be written")));
+              ::testing::Contains(::testing::HasSubstr("lost.png' cannot be written")));
+  EXPECT_EQ(host.CurrentFolder(), folder) << "where Save looks for the current file";
 }
 
 TEST_F(PictureFiles, AreCopiedAsPictureAndAsData) {
