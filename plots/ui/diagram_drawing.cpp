@@ -235,7 +235,7 @@ void DiagramView::FitFigures() {
   const int wide = metrics.horizontalAdvance("-0.00005");
   xAxis->ticker()->setTickCount(std::clamp(axisRect()->width() / wide, 2, kMostFigures));
   yAxis->ticker()->setTickCount(
-      std::clamp(axisRect()->height() / (2 * metrics.height()), 2, kMostFigures));
+      std::clamp(axisRect()->height() / (2 * metrics.height()), 3, kMostFigures));
   const QString label = ToQString(diagram_.y.label);
   const bool fits = QFontMetrics(yAxis->labelFont()).horizontalAdvance(label) < height();
   yAxis->setLabel(fits ? label : QString());
