@@ -57,7 +57,7 @@ struct Places {
   std::string Recovery() const { return JoinPath(state, "recovery"); }
   std::string Versions() const { return JoinPath(state, "versions"); }
   std::string Recent() const { return JoinPath(state, "recent"); }
-  std::string History() const { return JoinPath(state, "history"); }
+  std::string Runs() const { return JoinPath(state, "runs"); }
 
   static constexpr const char* kSettingsName = "Polefit.ini";
   static constexpr const char* kLastRunName = "last-run.ini";

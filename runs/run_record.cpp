@@ -3,29 +3,11 @@
 #include <algorithm>
 #include <sstream>
 
+#include "runs/record_line.h"
+
 namespace polefit {
 
 namespace {
-
-/// A name may hold a line break, which the record's lines may not.
-std::string Escaped(const std::string& word) {
-  std::string line;
-  for (const char c : word) {
-    if (c == '\n' || c == '\\') line += '\\';
-    line += c == '\n' ? 'n' : c;
-  }
-  return line;
-}
-
-std::string Unescaped(const std::string& line) {
-  std::string word;
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    const bool isEscape = line[i] == '\\' && i + 1 < line.size();
-    if (isEscape) ++i;
-    word += isEscape && line[i] == 'n' ? '\n' : line[i];
-  }
-  return word;
-}
 
 /// A script stands behind its interpreter in the words of its process.
 bool EndsWith(const std::vector<std::string>& all, const std::vector<std::string>& end) {
@@ -48,7 +30,7 @@ std::optional<RunRecord> ReadRunRecord(Host& host, const Places& places) {
   RunRecord run;
   lines >> run.process.id >> run.process.start >> run.started >> run.stamp >> run.stops;
   const bool isWhole = lines && lines.get() == '\n' && text.ends_with('\n');
-  for (std::string line; std::getline(lines, line);) run.words.push_back(Unescaped(line));
+  for (std::string line; std::getline(lines, line);) run.words.push_back(UnescapedLine(line));
   return isWhole && run.words.size() > 1 ? std::optional(run) : std::nullopt;
 }
 
@@ -56,7 +38,7 @@ void WriteRunRecord(Host& host, const Places& places, const RunRecord& run) {
   std::ostringstream text;
   text << run.process.id << ' ' << run.process.start << ' ' << run.started << ' ' << run.stamp
        << ' ' << run.stops << '\n';
-  for (const std::string& word : run.words) text << Escaped(word) << '\n';
+  for (const std::string& word : run.words) text << EscapedLine(word) << '\n';
   host.ReplaceFile(places.RunRecord(), text.str());
 }
 

@@ -77,11 +77,22 @@ bool RunWatch::Find(const Places& places) {
   return true;
 }
 
+bool RunWatch::Recall(const Places& places) {
+  const std::optional<RunRecord> run = ReadRunRecord(host_, places);
+  if (!run || ProcessOf(host_, *run, places)) return false;
+  Watch(*run, places);
+  isRecalled_ = true;
+  over_ = 0;  // whatever word of its end there is has come
+  Poll();
+  return end_.has_value();
+}
+
 void RunWatch::Watch(const RunRecord& run, const Places& places) {
   run_ = run;
   places_ = places;
   log_ = {};
   end_.reset();
+  isRecalled_ = false;
   over_.reset();
 }
 
@@ -118,7 +129,7 @@ bool RunWatch::WaitsForEnding() {
 void RunWatch::Judge(const std::optional<ProcessEnding>& ending,
                      const std::optional<MachineLine>& figures) {
   // What the solver started may have outlived it.
-  if (run_->stops > 0 && !host_.StateOfProcess(run_->process.id)) {
+  if (run_->stops > 0 && !isRecalled_ && !host_.StateOfProcess(run_->process.id)) {
     host_.EndGroup(run_->process.id, true);
   }
   EndOfRun end{.ending = ending,

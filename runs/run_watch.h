@@ -36,6 +36,9 @@ class RunWatch {
   /// Watches the run that is on in this installation; false when there is none, or when it is the
   /// one that is watched already.
   bool Find(const Places& places);
+  /// Judges the last run of this installation once more; false when there is none, or one that is
+  /// on.
+  bool Recall(const Places& places);
   /// Reads what is new. The run has an end once the process is over and all is read.
   RunLog::News Poll();
   /// Asks the run to end with its best values; the second time it is ended at once.
@@ -63,6 +66,8 @@ class RunWatch {
   std::optional<RunRecord> run_;
   RunLog log_;
   std::optional<RunEnd> end_;
+  /// Its processes are long gone, and their numbers may be others' by now.
+  bool isRecalled_ = false;
   /// When the process was first seen to be over, in milliseconds since 1970.
   std::optional<std::int64_t> over_;
 };

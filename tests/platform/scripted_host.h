@@ -39,6 +39,9 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   /// Lets `operation` fail with the error `number`, from its n-th call from now on, `times` times.
   void Fail(Text operation, int number, int call = 1, int times = 1);
 
+  /// Lets no operation fail any more.
+  void ForgetFaults() { faults_.clear(); }
+
   /// The temporary folder, and a path in it.
   const std::string& Root() const { return TemporaryFolder::Path(); }
   std::string Path(Text name) const { return File(name); }
