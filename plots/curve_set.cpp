@@ -45,6 +45,15 @@ void CurveSet::SetResult(const ResponseRecord& record, const std::string& time) 
   result_ = CurvesOf(record, CurveRole::result, "result " + time, findings);
 }
 
+void CurveSet::SetOthers(const std::vector<NamedAnswers>& others) {
+  others_.clear();
+  for (const NamedAnswers& other : others) {
+    std::vector<Finding> findings;
+    auto curves = CurvesOf(other.record, CurveRole::other, other.name, findings);
+    if (curves) others_.push_back(std::move(*curves));
+  }
+}
+
 bool CurveSet::SetPreview(Preview preview) {
   if (!isGood_ || !preview.curves || !StateSameProblem(preview.record, record_)) return false;
   preview_ = std::move(preview);
@@ -76,6 +85,7 @@ ShownCurves CurveSet::Shown() {
     shown.push_back(&*result_);
     state_ = result_->isPale ? PaneState::resultChanged : PaneState::result;
   }
+  for (const FitCurves& other : others_) shown.push_back(&other);
   return shown;
 }
 

@@ -2,12 +2,19 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "plots/diagram.h"
 #include "plots/pane_state.h"
 #include "plots/preview_worker.h"
 
 namespace polefit {
+
+/// Answers to be drawn under a name.
+struct NamedAnswers {
+  std::string name;
+  ResponseRecord record;
+};
 
 /// The curves that belong to a form: what is typed, what the last run has found and what a preview
 /// has found. What `Shown` gives lives until the set is changed.
@@ -20,6 +27,8 @@ class CurveSet {
   void ReadFault();
 
   void SetResult(const ResponseRecord& record, const std::string& time);
+  /// Answers of earlier runs that are shown too, under their names.
+  void SetOthers(const std::vector<NamedAnswers>& others);
   /// False when the preview is not of what is typed now.
   bool SetPreview(Preview preview);
   void DropPreview() { preview_.reset(); }
@@ -44,6 +53,7 @@ class CurveSet {
   std::optional<FitCurves> result_;
   ResponseRecord resultRecord_;
   std::string resultTime_;
+  std::vector<FitCurves> others_;
   std::optional<Preview> preview_;
   PaneState state_ = PaneState::nothing;
 };

@@ -10,7 +10,7 @@ namespace polefit {
 
 namespace {
 
-constexpr const char* kMark = "polefit-run-1";
+constexpr const char* kRunMark = "polefit-run-1";
 constexpr std::size_t kLongestText = 2000;
 
 /// The first line: the numbers, and how long each content behind the head is.
@@ -39,7 +39,7 @@ std::optional<FirstLine> ReadFirstLine(std::string_view line) {
   words >> mark >> first.started >> first.ended >> first.outcome >> first.isPinned;
   for (std::uint64_t& size : first.sizes) words >> size;
   const bool isOutcome = first.outcome >= 0 && first.outcome <= static_cast<int>(Outcome::failed);
-  return words && mark == kMark && isOutcome ? std::optional(first) : std::nullopt;
+  return words && mark == kRunMark && isOutcome ? std::optional(first) : std::nullopt;
 }
 
 std::optional<Head> ReadHead(std::string_view bytes) {
@@ -68,7 +68,7 @@ std::string LineOf(const std::string& text) {
 
 std::string BytesOf(const KeptRun& run, const RunContents& contents) {
   std::ostringstream bytes;
-  bytes << kMark << ' ' << run.started << ' ' << run.ended << ' '
+  bytes << kRunMark << ' ' << run.started << ' ' << run.ended << ' '
         << static_cast<int>(run.verdict.outcome) << ' ' << static_cast<int>(run.isPinned) << ' '
         << contents.input.size() << ' ' << contents.report.size() << ' ' << contents.values.size()
         << '\n';

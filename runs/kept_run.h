@@ -23,15 +23,15 @@ struct RunContents {
 /// A run that has ended, as the history tells it.
 struct KeptRun {
   /// Names the run for good: when it was started, and its process.
-  std::string id;
+  std::string id = {};
   /// In milliseconds since 1970.
   std::int64_t started = 0;
   std::int64_t ended = 0;
   /// The data file and its folder.
-  std::string file;
-  std::string folder;
-  Verdict verdict;
-  MachineLine figures;
+  std::string file = {};
+  std::string folder = {};
+  Verdict verdict = {};
+  MachineLine figures = {};
   std::string note = {};
   /// A pinned run stays, however many follow.
   bool isPinned = false;

@@ -26,6 +26,15 @@ std::optional<int> WholeNumber(std::string_view word) {
   return whole ? std::optional(number) : std::nullopt;
 }
 
+std::optional<double> NumberBehind(std::string_view line, std::string_view name) {
+  const std::size_t at = line.find(name);
+  if (at == std::string_view::npos) return std::nullopt;
+  const std::string_view text = line.substr(at + name.size());
+  double number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() ? std::optional(number) : std::nullopt;
+}
+
 /// The solver writes single-byte text, but the names in it may come from the shell as UTF-8.
 std::string TextOfLine(std::string_view bytes) {
   if (bytes.ends_with('\r')) bytes.remove_suffix(1);
@@ -47,7 +56,7 @@ std::optional<RunProgress> ProgressOf(std::string_view line) {
     const std::string_view rest = line.substr(at + kOf.size());
     const auto used = WholeNumber(WordBefore(line.substr(0, at)));
     const auto limit = WholeNumber(rest.substr(0, rest.find_first_of(" ,;:")));
-    if (used && limit && *limit > 0) return RunProgress{*used, *limit};
+    if (used && limit && *limit > 0) return RunProgress{*used, *limit, NumberBehind(rest, " rms ")};
   }
   return std::nullopt;
 }

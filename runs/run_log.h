@@ -11,15 +11,18 @@
 
 namespace polefit {
 
-/// How far a run is: evaluations used, of how many at most.
+/// How far a run is: evaluations used, of how many at most, and the error by then in parts of the
+/// largest Yout.
 struct RunProgress {
   int evaluations = 0;
   int limit = 0;
+  std::optional<double> rms = {};
 
   bool operator==(const RunProgress&) const = default;
 };
 
-/// The progress that a line of the solver's output tells ("... 120 of 2000 ..."), if any.
+/// The progress that a line of the solver's output tells ("... 120 of 2000, rms 1.5e-03 ..."), if
+/// any.
 std::optional<RunProgress> ProgressOf(std::string_view line);
 
 /// Reads the solver's output as it grows, never more at once than can be shown at once: of what

@@ -20,7 +20,10 @@ const std::map<QString, QString>& Chapters() {
   static const std::map<QString, QString> kChapters = {
       {"frmIntro", "Start the program"},
       {"frmDemo", "The seven examples"},
-      {"frmRun", "The run window"},
+      {"frmRun", "The run panel"},
+      {"runsPane", "The runs so far"},
+      {"frmCompare", "The runs so far"},
+      {"reportViewer", "The report"},
       {"frmImport", "Modelling a measured response"},
       {"frmExport", "Taking the result along"},
       {"frmFill", "Fill Column"},

@@ -3,41 +3,14 @@
 #include <QAction>
 #include <QListWidget>
 #include <QMenu>
-#include <QStyle>
 
 #include "check/finding_place.h"
+#include "check/ui/finding_item.h"
 #include "form/ui/main_window.h"
+#include "form/ui/panel_entry.h"
 #include "widgets/status_line.h"
 
 namespace polefit {
-
-namespace {
-
-QStyle::StandardPixmap IconOf(Severity severity) {
-  switch (severity) {
-    case Severity::fault:
-      return QStyle::SP_MessageBoxCritical;
-    case Severity::warning:
-      return QStyle::SP_MessageBoxWarning;
-    case Severity::open:
-      break;
-  }
-  return QStyle::SP_MessageBoxInformation;
-}
-
-QString KindOf(Severity severity) {
-  switch (severity) {
-    case Severity::fault:
-      return QObject::tr("Fault");
-    case Severity::warning:
-      return QObject::tr("Warning");
-    case Severity::open:
-      break;
-  }
-  return QObject::tr("Open");
-}
-
-}  // namespace
 
 FindingsPanel::FindingsPanel(MainWindow& form)
     : QDockWidget(tr("Findings"), &form), form_(form), list_(new QListWidget) {
@@ -51,19 +24,14 @@ FindingsPanel::FindingsPanel(MainWindow& form)
   hide();
   connect(list_, &QListWidget::itemActivated, this, [this] { GoTo(list_->currentRow()); });
   connect(list_, &QListWidget::itemClicked, this, [this] { GoTo(list_->currentRow()); });
-  connect(&form_.Status(), &StatusLine::findingsClicked, this,
-          [this] { setVisible(!isVisible()); });
+  connect(&form_.Status(), &StatusLine::findingsClicked, this, [this] { TogglePanel(*this); });
   AddEntries();
 }
 
 void FindingsPanel::AddEntries() {
   auto* menu = form_.findChild<QMenu*>("mnuView");
   menu->addSeparator();
-  QAction* show = toggleViewAction();
-  show->setObjectName("mnuViewFindings");
-  show->setText(tr("&Findings"));
-  show->setShortcut(QKeySequence("F7"));
-  menu->addAction(show);
+  AddPanelEntry(*menu, *this, "mnuViewFindings", tr("&Findings"), "F7");
   for (const auto& [name, caption, key, step] :
        {std::tuple("mnuViewNextFinding", tr("&Next Finding"), "F8", 1),
         {"mnuViewPreviousFinding", tr("Pre&vious Finding"), "Shift+F8", -1}}) {
@@ -83,11 +51,7 @@ void FindingsPanel::ShowFindings(const std::vector<Finding>& findings) {
   }
   visited_ = std::min(visited_, static_cast<int>(findings_.size()) - 1);
   list_->clear();
-  for (const Finding& finding : findings_) {
-    auto* item = new QListWidgetItem(style()->standardIcon(IconOf(finding.severity)),
-                                     QString::fromStdString(finding.text), list_);
-    item->setData(Qt::AccessibleTextRole, KindOf(finding.severity) + ": " + item->text());
-  }
+  for (const Finding& finding : findings_) AddFinding(*list_, finding);
   const QString counts = QString::fromStdString(CountText(findings_));
   form_.Status().ShowFindings(findings_.empty()
                                   ? tr("No findings")

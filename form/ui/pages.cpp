@@ -256,7 +256,11 @@ Page* MakeRunPage() {
       "lblRunHint",
       QObject::tr("The run goes on in a program of its own. When it has ended, View > Last "
                   "Output shows its report.")));
-  page->AddStretch();
+  auto* runs = new QWidget;  // filled by who keeps the runs
+  runs->setObjectName("runsPlace");
+  new QVBoxLayout(runs);
+  runs->layout()->setContentsMargins(0, 0, 0, 0);
+  page->AddWhole(runs, 1);
   return page;
 }
 

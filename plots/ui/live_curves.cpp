@@ -114,6 +114,11 @@ void LiveCurves::ShowResult(const ResponseRecord& record, const QString& time) {
   timer_.start(0);
 }
 
+void LiveCurves::ShowOthers(const std::vector<NamedAnswers>& others) {
+  curves_.SetOthers(others);
+  timer_.start(0);
+}
+
 void LiveCurves::SetPreview(bool isWanted) {
   wantsPreview_ = isWanted;
   if (!isWanted) {

@@ -34,6 +34,8 @@ class LiveCurves final : public QObject {
 
   /// Shows the answers that a run has found beside what is typed; `time` is the run's.
   void ShowResult(const ResponseRecord& record, const QString& time);
+  /// Shows answers of earlier runs too.
+  void ShowOthers(const std::vector<NamedAnswers>& others);
   void SetPreview(bool isWanted);
   /// Puts the preview's values into the boxes.
   void TakePreview();

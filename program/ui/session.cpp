@@ -1,8 +1,6 @@
 #include "program/ui/session.h"
 
 #include <QAction>
-#include <QDateTime>
-#include <QLocale>
 #include <QMenu>
 #include <QTabWidget>
 #include <utility>
@@ -26,7 +24,6 @@
 #include "form/ui/edit_menu.h"
 #include "grids/cell_editor.h"
 #include "plots/ui/curves_menu.h"
-#include "responsefile/reader.h"
 #include "widgets/controls.h"
 #include "widgets/file_drop.h"
 
@@ -47,12 +44,15 @@ Session::Session(ProgramHost& host, std::string fileToOpen)
       frmMain_([this](const std::function<void()>& action) { guard_.Run(action); }),
       program_{host, frmMain_},
       recovery_(program_, frmMain_),
-      console_(host.Runs()),
       fileToOpen_(std::move(fileToOpen)) {
   guard_.atRisk = [this] { recovery_.KeepNow(); };
   frmMain_.Attach(program_);
   curves_ = new CurvesDock(frmMain_, program_);
   AddCurvesMenu(frmMain_, *curves_);
+  run_.emplace(host, program_, frmMain_, *curves_,
+               [this](const std::function<void()>& action) { guard_.Run(action); });
+  run_->takeImproved = [this] { TakeImproved(); };
+  run_->formChanged = [this] { recovery_.FollowCommand(); };
   ConnectMainForm();
   ConnectDialogs();
 }
@@ -104,6 +104,7 @@ void Session::ShowFindings() {
   guard_.Run([this] {
     try {
       findings_.ShowFindings(FindingsIn(RecordOf(program_)));
+      run_->FollowForm();
     } catch (const RunTimeError&) {
       // More rows than can be saved: the save says so.
     }
@@ -132,20 +133,13 @@ void Session::ConnectDialogs() {
     guard_.Run([this] {
       if (!MayStart()) return;
       RunDemo(program_);
-      console_.ShowRun();
+      run_->ShowRun(true);
     });
   });
   QObject::connect(&frmDemo_, &DemoDialog::cmdCancelDemo, &frmDemo_, [this] {
     PutFileBack();
     ShowMainForm();
   });
-  QObject::connect(&console_, &RunWindow::reportWanted, &console_,
-                   [this] { guard_.Run([this] { ViewLastOutput(program_); }); });
-  QObject::connect(&console_, &RunWindow::runEnded, curves_, [this](bool hasValues) {
-    if (hasValues) ShowRunResult();
-  });
-  QObject::connect(&console_, &RunWindow::improvedValuesWanted, &console_,
-                   [this] { TakeImproved(); });
   QObject::connect(curves_, &CurvesDock::improvedValuesWanted, curves_, [this] { TakeImproved(); });
 }
 
@@ -164,8 +158,8 @@ void Session::LoadMainFormOnce() {
   guard_.Run([this] { LoadMainForm(program_); }, ShownInPart());
   frmMain_.ForgetSteps();
   if (HasEnded()) return;
-  ShowRunResult();  // of a run before this start
   recovery_.Start();
+  run_->KeepFormerRun();
   programFolder_ = ClaimProgramFolder(program_);
   guard_.Run([this] { OfferRecovered(program_, [this] { ShowVersions(); }); });
 }
@@ -239,7 +233,10 @@ void Session::ShowMainForm() {
   frmMain_.show();
   frmMain_.activateWindow();
   frmMain_.SetFocus(BoxName(slot::kEqualDelay));
-  if (first && runs_.Find(PlacesOf(program_))) console_.ShowRun();
+  if (first && runs_.Find(PlacesOf(program_))) {
+    run_->ShowRun();
+    run_->Open();
+  }
   // What is asked about a file comes up over the form that it goes into.
   const std::string file = std::exchange(fileToOpen_, {});
   if (file.empty()) return;
@@ -263,8 +260,8 @@ void Session::PutFileBack() {
 bool Session::MayStart() {
   if (MayStartRun(program_.host, PlacesOf(program_))) return true;
   runs_.Find(PlacesOf(program_));
-  console_.ShowRun();
-  console_.ShowInFront();
+  run_->ShowRun();
+  run_->Open();
   return false;
 }
 
@@ -273,7 +270,7 @@ void Session::Submit() {
     if (!MayStart()) return;
     program_.document.RunMode = "*";
     SubmitRun(program_);
-    console_.ShowRun();
+    run_->ShowRun();
   });
   recovery_.FollowCommand();
 }
@@ -290,23 +287,6 @@ void Session::ShowVersions() {
 void Session::ExportResult() {
   const ErrorGuard guard = [this](const std::function<void()>& action) { guard_.Run(action); };
   guard_.Run([&] { ExportLastResult(program_, guard, &frmMain_); });
-}
-
-/// A result that cannot be read is no reason for a box: the run's report tells.
-void Session::ShowRunResult() {
-  ResponseRecord record;
-  try {
-    record = ReadResponseFile(program_.host, program_.folders.LastRunPath);
-  } catch (const RunTimeError&) {
-    return;
-  }
-  constexpr std::int64_t kNanosecondsPerMillisecond = 1'000'000;
-  const auto state = program_.host.StateOfFile(program_.folders.LastRunPath);
-  const auto written = QDateTime::fromMSecsSinceEpoch(
-      state ? state->modified / kNanosecondsPerMillisecond : 0);
-  const bool isOfToday = written.date() == QDate::currentDate();
-  curves_->Live().ShowResult(
-      record, QLocale::c().toString(written, isOfToday ? "HH:mm" : "d MMM HH:mm"));
 }
 
 void Session::TakeImproved() {

@@ -16,7 +16,7 @@
 #include "program/ui/event_guard.h"
 #include "program/ui/program_host.h"
 #include "program/ui/recovery_timer.h"
-#include "runs/ui/run_window.h"
+#include "program/ui/run_commands.h"
 
 namespace polefit {
 
@@ -47,7 +47,6 @@ class Session {
   void PutFileBack();
   void Submit();
   bool MayStart();
-  void ShowRunResult();
   void TakeImproved();
   void ShowVersions();
   AskForPlan Asker();
@@ -65,8 +64,8 @@ class Session {
   RecoveryTimer recovery_;
   std::unique_ptr<HeldLock> programFolder_;
   FindingsPanel findings_{frmMain_};
-  RunWindow console_;
   CurvesDock* curves_ = nullptr;  ///< the main window's
+  std::optional<RunCommands> run_;
   IntroDialog frmIntro_;
   DemoDialog frmDemo_;
   HelpKeys help_;

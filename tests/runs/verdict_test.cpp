@@ -5,8 +5,11 @@
 #include <filesystem>
 #include <sstream>
 
+#include "check/check.h"
 #include "platform/linux/console_host.h"
 #include "platform/temporary_folder.h"
+#include "responsefile/reader.h"
+#include "responsefile/writer.h"
 #include "solver/run.h"
 
 namespace polefit::testing {
@@ -105,27 +108,60 @@ TEST(VerdictTest, AFitIsJudgedByTheRowsThatCount) {
   }
 }
 
+/// What the window would say of a run of this file.
+Verdict VerdictOnFile(const std::filesystem::path& file) {
+  ConsoleHost host;
+  const TemporaryFolder outputs;
+  std::ostringstream out;
+  RunFiles files;
+  files.dataFile = file.filename();
+  files.dataFolder = file.parent_path();
+  files.outputFolder = outputs.Path();
+  files.report = outputs.File("report");
+  files.lastRun = outputs.File("values");
+  files.lock = outputs.File("lock");
+  const std::string lines = ClosingLines(SolveFile(host, files, {out, out, [] { return 0; }}));
+  const auto figures = ReadMachineLine(lines.substr(lines.find("pfit-end")));
+  return VerdictOn({.figures = figures, .hasReport = true});
+}
+
 TEST(VerdictTest, NoneOfTheExamplesIsPoor) {
   int count = 0;
-  ConsoleHost host;
   for (const auto& example : std::filesystem::directory_iterator(EXAMPLES)) {
-    const TemporaryFolder outputs;
-    std::ostringstream out;
-    RunFiles files;
-    files.dataFile = example.path().filename();
-    files.dataFolder = EXAMPLES;
-    files.outputFolder = outputs.Path();
-    files.report = outputs.File("report");
-    files.lastRun = outputs.File("values");
-    files.lock = outputs.File("lock");
-    const RunOutcome outcome = SolveFile(host, files, {out, out, [] { return 0; }});
-    const std::string lines = ClosingLines(outcome);
-    const std::string last = lines.substr(lines.find("pfit-end"));
-    const Verdict verdict = VerdictOn({.figures = ReadMachineLine(last), .hasReport = true});
-    EXPECT_EQ(verdict.outcome, Outcome::good) << files.dataFile << verdict.text;
+    const Verdict verdict = VerdictOnFile(example.path());
+    EXPECT_EQ(verdict.outcome, Outcome::good) << example.path() << verdict.text;
     ++count;
   }
   EXPECT_EQ(count, 7);
+}
+
+TEST(VerdictTest, WrongAnswersAreSaidByTheVerdictOrTheFindings) {
+  ConsoleHost host;
+  const TemporaryFolder folder;
+  const auto example = [&] { return ReadResponseFile(host, EXAMPLES "/Ex-Yzero.101"); };
+  ResponseRecord comma = example();
+  comma.Slot(slot::kLowestXY) = "0,005";
+  ResponseRecord one = example();
+  one.Slot(slot::kLowestXY) = "1";
+  ResponseRecord hertz = example();
+  ResponseRecord falling = example();
+  for (int row = 1; row <= hertz.nFreqPoints; ++row) {
+    hertz.passband.At(row, 1) += "e6";
+    for (int column = 1; column <= 4; ++column) {
+      falling.passband.At(row, column) =
+          example().passband.At(falling.nFreqPoints + 1 - row, column);
+    }
+  }
+  const std::tuple<ResponseRecord, const char*, bool> cases[] = {
+      {comma, "Failed: 1 fault in the answers", true},
+      {one, "Poor, 4 warnings: ", true},
+      {hertz, "Poor: ", false},
+      {falling, "Good: ", true}};
+  for (auto [record, verdict, hasFindings] : cases) {
+    EXPECT_EQ(FindingsIn(record).empty(), !hasFindings) << verdict;
+    WriteResponseFile(host, record, {folder.Path(), "x.dat"});
+    EXPECT_THAT(VerdictOnFile(folder.File("x.dat")).text, StartsWith(verdict));
+  }
 }
 
 TEST(VerdictTest, WithoutAnExitStatusTheMachineLineAndThenTheResultsDecide) {

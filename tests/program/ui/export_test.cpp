@@ -7,7 +7,6 @@ namespace polefit::testing {
 namespace {
 
 using ::testing::AllOf;
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 class ExportTest : public InstalledProgram {
@@ -19,9 +18,10 @@ class ExportTest : public InstalledProgram {
 
 TEST_F(ExportTest, ThereIsNothingToExportBeforeTheFirstRun) {
   Start();
-  answers.Press(QMessageBox::Ok);
-  Choose("mnuFileExport");
-  EXPECT_THAT(answers.said, ElementsAre(HasSubstr("There is no result yet.")));
+  EXPECT_FALSE(The<QAction>("mnuFileExport").isEnabled());
+  InstallResult();
+  Start();
+  EXPECT_TRUE(The<QAction>("mnuFileExport").isEnabled());
 }
 
 TEST_F(ExportTest, TheLastResultIsSavedUnderTheChosenName) {

@@ -58,8 +58,10 @@ TEST_F(SessionTest, ADemoRunsFromTheIntroductionAndCancelLeadsToTheMainForm) {
   QTest::keyClick(&The("Exam5"), Qt::Key_Return);
   EXPECT_THAT(Verdict(), StartsWith("Good: "));
   EXPECT_EQ(FileBytes(Installed("words")), "\nEx-Delay.111\nEx-Delay.111\n");
+  EXPECT_THAT(Titles(), ElementsAre("Ex-Delay.111 - Polefit Run", kDemoTitle));
   The("cmdRunDemo").window()->close();
-  EXPECT_THAT(Titles(), ElementsAre("Ex-Delay.111 - Polefit Run", kFreshTitle));
+  EXPECT_THAT(Titles(), ElementsAre(kFreshTitle)) << "the run's panel has its place again";
+  EXPECT_TRUE(The("frmRun").isVisible());
   EXPECT_TRUE(HasFocus("chkEqualDelay"));
 }
 

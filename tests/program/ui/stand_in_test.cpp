@@ -113,7 +113,6 @@ TEST_F(StandInTest, SingleByteOutputIsShownAsItsLetters) {
 
 TEST_F(StandInTest, ARunThatIsOnRefusesASecondOneAndIsFoundByALaterStart) {
   Submit("echo first; exec sleep 60", "first");
-  The("cmdStop").window()->close();
   const std::string before = FileBytes(Installed("User/run1.txt"));
   SetText("tmin", "changed");
   answers.Press(QMessageBox::Ok);
@@ -154,14 +153,6 @@ TEST_F(StandInTest, OfRunsThatStartAtTheSameMomentOneGoesOnAndTheOthersAreRefuse
   WaitForOutput("run");
   EXPECT_EQ(Output(), TextOf("lblDataFile"));
   StopAndVerdict();
-}
-
-TEST_F(StandInTest, AClosedConsoleComesBackWithItsVerdict) {
-  Submit("until test -e go; do sleep .02; done; say converged");
-  The("cmdStop").window()->close();
-  WriteBytes(Installed("go"), "");
-  EXPECT_TRUE(Comes([] { return Titles().size() == 2; }));
-  EXPECT_THAT(Verdict(), StartsWith("Good: "));
 }
 
 TEST_F(StandInTest, ImprovedValuesThatCannotBeOpenedAreNamedAndTheFormStays) {

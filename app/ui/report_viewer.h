@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <string>
+
+class QBoxLayout;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+
+namespace polefit {
+
+/// A report in a window of its own, to be read, searched, printed and saved. It deletes itself when
+/// it is closed.
+class ReportViewer final : public QWidget {
+  Q_OBJECT
+
+ public:
+  struct Report {
+    /// The data file.
+    std::string file;
+    /// Windows-1252, as the solver wrote it.
+    std::string bytes;
+    /// The form asks for something else by now.
+    bool isOutdated = false;
+  };
+  /// Saves the report's bytes as the user wishes.
+  using Saver = std::function<void(const Report& report)>;
+
+  ReportViewer(Report report, Saver save);
+
+ private:
+  void BuildBar(QBoxLayout* rows);
+  void AddKeys();
+  /// Lists the headings, each with the block it stands in.
+  void FillSections();
+  void Find(bool isBackward);
+  void Zoom(int steps);
+  void Print();
+
+  Report report_;
+  Saver save_;
+  QPlainTextEdit* text_;
+  QComboBox* sections_;
+  QLineEdit* find_;
+  QLabel* found_;
+};
+
+}  // namespace polefit

@@ -1,0 +1,294 @@
+#include "program/ui/run_commands.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QDateTime>
+#include <QGuiApplication>
+#include <QInputDialog>
+#include <QLayout>
+#include <QLocale>
+#include <QMenu>
+#include <utility>
+
+#include "app/file_commands.h"
+#include "app/form_replacement.h"
+#include "app/ui/report_viewer.h"
+#include "base/line_source.h"
+#include "check/check.h"
+#include "exchange/ui/copy_as.h"
+#include "form/transfer.h"
+#include "form/ui/main_window.h"
+#include "grids/cell_editor.h"
+#include "platform/file_checks.h"
+#include "plots/ui/curves_dock.h"
+#include "record/same_problem.h"
+#include "responsefile/reader.h"
+#include "runs/compare_runs.h"
+#include "runs/ui/compare_dialog.h"
+
+namespace polefit {
+
+namespace {
+
+/// The place on tab 7, which has the table of runs from here on.
+RunsPane& PutTable(MainWindow& form) {
+  auto* pane = new RunsPane;
+  form.findChild<QWidget*>("runsPlace")->layout()->addWidget(pane);
+  return *pane;
+}
+
+ResponseRecord RecordIn(const std::string& bytes) {
+  ResponseRecord record;
+  ByteLines lines(bytes);
+  lines.ReadLine();
+  ReadAnswers(lines, record);
+  return record;
+}
+
+QString ClockText(std::int64_t milliseconds) {
+  return QDateTime::fromMSecsSinceEpoch(milliseconds).toString("HH:mm");
+}
+
+QString TitleOf(const char* letter, const KeptRun& run) {
+  return QString("%1: %2, %3 %4")
+      .arg(letter, QString::fromStdString(run.file),
+           QDateTime::fromMSecsSinceEpoch(run.started).toString("yyyy-MM-dd HH:mm:ss"),
+           QString::fromStdString(run.note));
+}
+
+/// Asks where, and writes the report there.
+void SaveCopy(Host& host, const ReportViewer::Report& report) {
+  CommonDialog dialog;
+  dialog.title = "Save a Copy of the Report";
+  dialog.filter = "Text Files (*.txt)|*.txt|All Files (*.*)|*.*";
+  dialog.fileName = report.file + ".out.txt";
+  host.ShowSave(dialog);
+  if (!dialog.fileName.empty()) host.ReplaceFile(dialog.fileName, report.bytes);
+}
+
+}  // namespace
+
+RunCommands::RunCommands(ProgramHost& host, Program& program, MainWindow& form, CurvesDock& curves,
+                         Guard guard)
+    : host_(host),
+      program_(program),
+      form_(form),
+      curves_(curves),
+      guard_(std::move(guard)),
+      panel_(form, host.Runs()),
+      table_(PutTable(form)) {
+  host_.History().onFailure = [this](const RunTimeError& error) {
+    program_.notices.Post({"runs", Urgency::worthKnowing,
+                           "Runs cannot be kept in the history: " + error.description + "."});
+  };
+  ConnectPanel();
+  ConnectTable();
+}
+
+void RunCommands::ConnectPanel() {
+  QObject::connect(&panel_, &RunPanel::reportWanted, &panel_,
+                   [this] { guard_([this] { ShowReport(); }); });
+  QObject::connect(&panel_, &RunPanel::improvedValuesWanted, &panel_, [this] { takeImproved(); });
+  QObject::connect(&panel_, &RunPanel::runEnded, &panel_,
+                   [this](bool hasValues) { TakeEnd(hasValues); });
+  QObject::connect(&panel_, &RunPanel::copyAsWanted, &panel_,
+                   [this](const ExportFormatName& format) {
+                     guard_([&] {
+                       Copy(format, host_.ReadFile(PlacesOf(program_).LastRun()),
+                            host_.Runs().Run()->DataFile());
+                     });
+                   });
+}
+
+void RunCommands::ConnectTable() {
+  QObject::connect(form_.findChild<QMenu*>("mnuFile"), &QMenu::aboutToShow, &panel_,
+                   [this] { AllowExport(); });
+  QObject::connect(&table_, &RunsPane::seen, &table_, [this] { ShowRuns(); });
+  QObject::connect(&table_, &RunsPane::wanted, &table_,
+                   [this](RunAction action, const std::vector<KeptRun>& runs) {
+                     guard_([&] { Do(action, runs); });
+                   });
+  QObject::connect(
+      &table_, &RunsPane::copyAsWanted, &table_,
+      [this](const ExportFormatName& format, const KeptRun& run) {
+        guard_([&] { Copy(format, host_.History().ContentsOf(run).values, run.file); });
+      });
+  QObject::connect(&table_, &RunsPane::ticked, &table_,
+                   [this](const std::vector<KeptRun>& runs) { guard_([&] { DrawTicked(runs); }); });
+}
+
+void RunCommands::KeepFormerRun() {
+  host_.History().KeepLast(PlacesOf(program_));
+  ShowResult();
+  AllowExport();
+}
+
+void RunCommands::AllowExport() {
+  const bool hasResult = !host_.LookUpFile(PlacesOf(program_).LastRun()).empty();
+  form_.findChild<QAction*>("mnuFileExport")->setEnabled(hasResult);
+}
+
+void RunCommands::ShowRun(bool isDemo) {
+  if (!host_.Runs().IsOn()) return;
+  given_.reset();
+  std::vector<Finding> findings;
+  try {
+    const RunRecord& run = *host_.Runs().Run();
+    const CheckedFile checked = CheckResponseFile(
+        host_, JoinPath(run.words.size() > 2 ? run.words[2] : "", run.DataFile()));
+    findings = checked.findings;
+    given_ = checked.record;
+  } catch (const RunTimeError&) {
+    given_.reset();  // the solver tells what is wrong with the file
+  }
+  panel_.ShowRun(findings, isDemo);
+}
+
+void RunCommands::TakeEnd(bool hasValues) {
+  host_.History().Keep(*host_.Runs().Run(), *host_.Runs().End(), PlacesOf(program_));
+  if (hasValues) guard_([this] { ShowResult(); });
+  if (table_.isVisible()) ShowRuns();
+  AllowExport();
+  FollowForm();
+}
+
+/// A result that cannot be read is no reason for a box: the run's report tells.
+void RunCommands::ShowResult() {
+  ResponseRecord record;
+  try {
+    record = ReadResponseFile(host_, program_.folders.LastRunPath);
+  } catch (const RunTimeError&) {
+    return;
+  }
+  constexpr std::int64_t kNanosecondsPerMillisecond = 1'000'000;
+  const auto state = host_.StateOfFile(program_.folders.LastRunPath);
+  const auto written =
+      QDateTime::fromMSecsSinceEpoch(state ? state->modified / kNanosecondsPerMillisecond : 0);
+  const bool isOfToday = written.date() == QDate::currentDate();
+  curves_.Live().ShowResult(record,
+                            QLocale::c().toString(written, isOfToday ? "HH:mm" : "d MMM HH:mm"));
+}
+
+void RunCommands::FollowForm() {
+  if (!given_ || !host_.Runs().End()) return;
+  try {
+    panel_.SetOutdated(!StateSameProblem(*given_, RecordOf(program_)));
+  } catch (const RunTimeError&) {
+    panel_.SetOutdated(true);  // more rows than a file holds
+  }
+}
+
+void RunCommands::ShowReport() {
+  const std::string path = PlacesOf(program_).Report();
+  const std::string file = host_.Runs().Run() ? host_.Runs().Run()->DataFile() : std::string();
+  const bool isOutdated = given_ && !StateSameProblem(*given_, RecordOf(program_));
+  auto* viewer = new ReportViewer(
+      {file, host_.ReadFile(path), isOutdated},
+      [this](const ReportViewer::Report& report) { guard_([&] { SaveCopy(host_, report); }); });
+  viewer->show();
+}
+
+void RunCommands::ShowRuns() {
+  table_.ShowRuns(host_.History().All());
+}
+
+void RunCommands::Do(RunAction action, const std::vector<KeptRun>& runs) {
+  if (action == RunAction::copyTable) {
+    return QGuiApplication::clipboard()->setText(table_.TableText());
+  }
+  if (runs.empty()) return;
+  switch (action) {
+    case RunAction::report:
+      return ShowKeptReport(runs.front());
+    case RunAction::compare:
+      return Compare(runs.front(), runs.back());
+    case RunAction::takeValues:
+    case RunAction::openInput:
+      return TakeOnForm(runs.front(), action == RunAction::openInput);
+    case RunAction::pin:
+      host_.History().SetPinned(runs.front(), !runs.front().isPinned);
+      return ShowRuns();
+    case RunAction::note:
+      return EditNote(runs.front());
+    case RunAction::remove:
+      return Delete(runs);
+    case RunAction::copyTable:
+      break;
+  }
+}
+
+bool RunCommands::IsOutdated(const std::string& input) const {
+  try {
+    return !StateSameProblem(RecordIn(input), RecordOf(program_));
+  } catch (const RunTimeError&) {
+    return true;
+  }
+}
+
+void RunCommands::ShowKeptReport(const KeptRun& run) {
+  if (!run.hasReport) return;
+  const RunContents contents = host_.History().ContentsOf(run);
+  auto* viewer = new ReportViewer(
+      {run.file, contents.report, IsOutdated(contents.input)},
+      [this](const ReportViewer::Report& report) { guard_([&] { SaveCopy(host_, report); }); });
+  viewer->show();
+}
+
+void RunCommands::Compare(const KeptRun& one, const KeptRun& other) {
+  // The older one is A.
+  const auto& [a, b] = one.started <= other.started ? std::tie(one, other) : std::tie(other, one);
+  const std::vector<ComparedTable> tables =
+      CompareRuns({a, host_.History().ContentsOf(a)}, {b, host_.History().ContentsOf(b)});
+  CompareDialog(tables, {TitleOf("A", a), TitleOf("B", b)}, &form_).exec();
+}
+
+void RunCommands::TakeOnForm(const KeptRun& run, bool isInput) {
+  const RunContents contents = host_.History().ContentsOf(run);
+  HideCellEditor(program_.windows.grids, false);
+  form_.RecordStep(QObject::tr("Typing"));
+  if (AskBeforeReplacing(program_) == kStop) return;
+  ShowAsNew(program_, isInput ? contents.input : contents.values);
+  program_.document.nameForSaveAs = run.file;
+  form_.RecordStep(isInput ? QObject::tr("Open Its Input") : QObject::tr("Take These Values"),
+                   StepKind::replacesDocument);
+  form_.ShowState();
+  formChanged();
+}
+
+void RunCommands::EditNote(const KeptRun& run) {
+  bool isTaken = false;
+  const QString note =
+      QInputDialog::getText(&form_, QObject::tr("Note"), QObject::tr("&Note on this run:"),
+                            QLineEdit::Normal, QString::fromStdString(run.note), &isTaken);
+  if (!isTaken) return;
+  host_.History().SetNote(run, note.toStdString());
+  ShowRuns();
+}
+
+void RunCommands::Delete(const std::vector<KeptRun>& runs) {
+  const std::string what = runs.size() == 1 ? "the run of '" + runs.front().file + "'"
+                                            : std::to_string(runs.size()) + " runs";
+  const Choice choice{"Delete " + what + " from the history?", {"Delete", "Keep"}};
+  if (host_.Ask(choice) != 0) return;
+  for (const KeptRun& run : runs) host_.History().Delete(run);
+  ShowRuns();
+}
+
+void RunCommands::DrawTicked(const std::vector<KeptRun>& runs) {
+  std::vector<NamedAnswers> answers;
+  for (const KeptRun& run : runs) {
+    answers.push_back({run.file + ' ' + ClockText(run.started).toStdString(),
+                       RecordIn(host_.History().ContentsOf(run).values)});
+  }
+  curves_.Live().ShowOthers(answers);
+}
+
+void RunCommands::Copy(const ExportFormatName& format, const std::string& values,
+                       const std::string& file) {
+  const std::vector<std::string> faults =
+      CopyAs(RecordIn(values), {format.format, false, file, host_.FormatNow("%Y-%m-%d %H:%M")});
+  if (faults.empty()) return;
+  host_.MessageBox(faults.front(), message_style::kExclamation, "Copy As");
+}
+
+}  // namespace polefit

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "form/state.h"
+#include "program/ui/program_host.h"
+#include "runs/ui/run_panel.h"
+#include "runs/ui/runs_pane.h"
+
+namespace polefit {
+
+class CurvesDock;
+class MainWindow;
+
+/// The run that is on or was last, and those before it: carries out what the run panel and the
+/// table of runs ask for.
+class RunCommands {
+ public:
+  using Guard = std::function<void(const std::function<void()>&)>;
+
+  RunCommands(ProgramHost& host, Program& program, MainWindow& form, CurvesDock& curves,
+              Guard guard);
+
+  /// Called when the improved values of the last run are to be taken.
+  std::function<void()> takeImproved;
+  /// Called when a command has changed the form.
+  std::function<void()> formChanged;
+
+  /// Takes up the last run of before this start: its curve, and its place in the history if no
+  /// window was open at its end.
+  void KeepFormerRun();
+  /// Shows the run that is on, if any.
+  void ShowRun(bool isDemo = false);
+  void Open() { panel_.Open(); }
+  /// Says where the results are older than the form.
+  void FollowForm();
+
+ private:
+  void ConnectPanel();
+  void ConnectTable();
+  /// There is something to export once a run has left a result.
+  void AllowExport();
+  void TakeEnd(bool hasValues);
+  void ShowResult();
+  void ShowReport();
+  void ShowRuns();
+  void Do(RunAction action, const std::vector<KeptRun>& runs);
+  void ShowKeptReport(const KeptRun& run);
+  void Compare(const KeptRun& one, const KeptRun& other);
+  void TakeOnForm(const KeptRun& run, bool isInput);
+  void EditNote(const KeptRun& run);
+  void Delete(const std::vector<KeptRun>& runs);
+  void DrawTicked(const std::vector<KeptRun>& runs);
+  void Copy(const ExportFormatName& format, const std::string& values, const std::string& file);
+  bool IsOutdated(const std::string& input) const;
+
+  ProgramHost& host_;
+  Program& program_;
+  MainWindow& form_;
+  CurvesDock& curves_;
+  Guard guard_;
+  RunPanel panel_;
+  RunsPane& table_;
+  /// What the run that is shown was given; nothing when that cannot be read.
+  std::optional<ResponseRecord> given_;
+};
+
+}  // namespace polefit
