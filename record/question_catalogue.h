@@ -41,8 +41,6 @@ struct Question {
   /// The number as the user sees it, and what the answer is in two or three words.
   std::string_view number;
   std::string_view subject;
-  /// Empty for a flag or a plain number.
-  std::string_view unit;
   AnswerKind kind;
   Tab tab;
   /// The caption as the label takes it: "&&" is a literal ampersand.
@@ -50,7 +48,7 @@ struct Question {
   std::array<AnswerBox, 3> boxes;
   /// Whether the box selects its whole text when it receives the focus.
   bool selectsAll;
-  /// What the answer is measured in and may be, for who rests the mouse on its box.
+  /// Unit and range of the answer, for who rests the mouse on its box.
   std::string_view tip = {};
 
   std::span<const AnswerBox> Boxes() const {

@@ -211,11 +211,7 @@ void MainWindow::Run(const std::function<void(Program&)>& action) {
 }
 
 void MainWindow::Choose(const MenuEntry& entry) {
-  const bool isNewDocument =
-      entry.chosen == &MainWindow::mnuFileNew || entry.chosen == &MainWindow::mnuFileOpen ||
-      entry.chosen == &MainWindow::mnuFileVersions || entry.chosen == &MainWindow::mnuFileImport;
-  Command(entry.chosen, PlainName(tr(entry.caption)),
-          isNewDocument ? StepKind::replacesDocument : StepKind::takesForm);
+  Command(entry.chosen, PlainName(tr(entry.caption)), entry.kind);
 }
 
 void MainWindow::Command(Signal signal, const QString& name, StepKind kind) {

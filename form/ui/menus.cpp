@@ -7,9 +7,9 @@ namespace polefit {
 std::span<const MenuContents> MainMenus() {
   static constexpr MenuEntry kFile[] = {
       {"mnuFileNew", QT_TRANSLATE_NOOP("MainWindow", "&New"), "Ctrl+N", "document-new",
-       &MainWindow::mnuFileNew},
+       &MainWindow::mnuFileNew, false, StepKind::replacesDocument},
       {"mnuFileOpen", QT_TRANSLATE_NOOP("MainWindow", "&Open ..."), "Ctrl+O", "document-open",
-       &MainWindow::mnuFileOpen},
+       &MainWindow::mnuFileOpen, false, StepKind::replacesDocument},
       {"mnuFileSave", QT_TRANSLATE_NOOP("MainWindow", "&Save"), "Ctrl+S", "document-save",
        &MainWindow::mnuFileSave, true},
       {"mnuFileSaveAs", QT_TRANSLATE_NOOP("MainWindow", "Save &As ..."), "Ctrl+Shift+S",
@@ -17,9 +17,9 @@ std::span<const MenuContents> MainMenus() {
       {"mnuFileDelete", QT_TRANSLATE_NOOP("MainWindow", "&Delete ..."), "", "edit-delete",
        &MainWindow::mnuFileDelete},
       {"mnuFileVersions", QT_TRANSLATE_NOOP("MainWindow", "Former &Versions ..."), "",
-       "document-revert", &MainWindow::mnuFileVersions},
+       "document-revert", &MainWindow::mnuFileVersions, false, StepKind::replacesDocument},
       {"mnuFileImport", QT_TRANSLATE_NOOP("MainWindow", "&Import Points ..."), "Ctrl+I",
-       "document-import", &MainWindow::mnuFileImport, true},
+       "document-import", &MainWindow::mnuFileImport, true, StepKind::replacesDocument},
       {"mnuFileExport", QT_TRANSLATE_NOOP("MainWindow", "&Export Result ..."), "Ctrl+Shift+E",
        "document-export", &MainWindow::mnuFileExport},
       {"mnuFileSubmit", QT_TRANSLATE_NOOP("MainWindow", "Submit &Run"), "F5", "system-run",

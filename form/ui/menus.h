@@ -2,11 +2,14 @@
 
 #include <span>
 
+#include "form/history.h"
+
 namespace polefit {
 
 class MainWindow;
 
-/// One entry of a menu; `chosen` goes out when it is chosen.
+/// One entry of a menu; `chosen` goes out when it is chosen. `kind` says what undoing it gives
+/// back.
 struct MenuEntry {
   const char* name;
   const char* caption;
@@ -14,6 +17,7 @@ struct MenuEntry {
   const char* icon;
   void (MainWindow::*chosen)();
   bool isSeparated = false;
+  StepKind kind = StepKind::takesForm;
 };
 
 struct MenuContents {
