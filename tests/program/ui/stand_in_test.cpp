@@ -104,7 +104,7 @@ TEST_F(StandInTest, ASolverThatIgnoresTheSignalIsEndedAtOnce) {
   WaitForOutput("heard");
   EXPECT_EQ(TextOf("lblVerdict"), "");
   EXPECT_EQ(StopAndVerdict(), "Stopped: by you, before the solver could write its results.");
-  EXPECT_EQ(TextOf("cmdStop"), "&Stop");
+  EXPECT_EQ(TextOf("cmdStop"), "Stop");
 }
 
 TEST_F(StandInTest, SingleByteOutputIsShownAsItsLetters) {
