@@ -59,7 +59,7 @@ std::string_view TakeCell(std::string_view& line, char separator) {
 }
 
 /// The lines that may be rows, or an even choice of them where there are many.
-std::vector<std::string_view> Sample(const std::vector<std::string_view>& lines) {
+std::vector<std::string_view> SampleOf(const std::vector<std::string_view>& lines) {
   std::vector<std::string_view> sample;
   const std::size_t step = std::max<std::size_t>(1, lines.size() / kSample);
   for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -141,7 +141,7 @@ bool HasNumbers(const std::vector<std::string_view>& cells, char decimalMark) {
 }
 
 std::optional<RowShape> FindShape(const std::vector<std::string_view>& lines, Layout wanted) {
-  const std::vector<std::string_view> sample = Sample(lines);
+  const std::vector<std::string_view> sample = SampleOf(lines);
   if (const auto shape = BestShape(sample, wanted, IsRowOfNumbers)) return shape;
   auto shape = BestShape(sample, wanted, HasNumbers);
   if (shape) shape->hasWords = true;
