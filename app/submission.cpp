@@ -70,8 +70,9 @@ void SubmitRun(Program& program) {
   if (program.document.RunMode == "Demo") {
     EnterUserFolder(program);
     files.currentFolder = UserFolder(program);
-  } else if (!SaveForRun(program)) {
-    return;
+  } else {
+    program.document.isSubmitted = true;
+    if (!SaveForRun(program)) return;
   }
   if (files.lastUsedName.empty()) {
     AskForName(program);

@@ -7,6 +7,7 @@
 #include "platform/host.h"
 #include "record/finding.h"
 #include "record/response_record.h"
+#include "responsefile/reader.h"
 
 namespace polefit {
 
@@ -20,14 +21,16 @@ struct CheckedFile {
   /// The error that ended the reading before its end, and the line it came at (from 1).
   std::optional<RunTimeError> error;
   int errorLine = 0;
-  /// What would make a run fail or surprise; the faults first.
+  /// What would make a run fail or surprise, in the order of the questions.
   std::vector<Finding> findings;
 };
 
 /// Reads and judges the file. Throws RunTimeError when it cannot be opened.
 CheckedFile CheckResponseFile(Host& host, const std::string& path);
 
-/// Judges a record: what would make a run fail or surprise, the faults first.
-std::vector<Finding> FindingsIn(const ResponseRecord& record);
+/// Judges a record, which may come from a file with these rows: what would make a run fail or
+/// surprise, in the order of the questions.
+std::vector<Finding> FindingsIn(const ResponseRecord& record,
+                                const std::vector<LongRow>& longRows = {});
 
 }  // namespace polefit

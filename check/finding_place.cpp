@@ -15,6 +15,10 @@ FormPlace PlaceOfQuestion(const std::string& number) {
   return {};
 }
 
+FormPlace PlaceOfNote(int number) {
+  return {std::string(kNoteBoxes.at(static_cast<std::size_t>(std::max(1, number) - 1)).name)};
+}
+
 void AddCount(std::string& text, const std::vector<Finding>& findings, Severity severity,
               const char* one, const char* many) {
   const auto count = std::count_if(findings.begin(), findings.end(), [&](const Finding& finding) {
@@ -40,7 +44,8 @@ FormPlace PlaceOnForm(const FindingPlace& place) {
     case FindingTable::none:
       break;
   }
-  return PlaceOfQuestion(place.question);
+  return place.question == kNotesQuestion ? PlaceOfNote(place.row)
+                                          : PlaceOfQuestion(place.question);
 }
 
 std::string CountText(const std::vector<Finding>& findings) {

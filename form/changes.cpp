@@ -91,6 +91,7 @@ bool HasUnsavedCells(const Program& program, const FormCells& cells) {
 }
 
 void NoteShown(Program& program) {
+  program.document.isSubmitted = false;
   program.document.left = {SaveDigest(program), CellsDigest(CellsOf(program))};
 }
 

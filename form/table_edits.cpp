@@ -4,6 +4,7 @@
 #include <limits>
 #include <numeric>
 #include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -261,6 +262,22 @@ void SortByFrequency(FormCells& cells, Table table) {
   });
 }
 
+void DropRepeatedRows(FormCells& cells, Table table) {
+  With(cells, table, [&](auto& points, std::int16_t& count) {
+    std::set<double> seen;
+    std::vector<int> kept;
+    int pointsLeft = 0;
+    for (const int row : Numbers(1, RowCount(points))) {
+      const auto frequency = ParseNumber(points.At(row, 1));
+      if (frequency && !seen.insert(*frequency).second) continue;
+      kept.push_back(row);
+      if (row <= count) ++pointsLeft;
+    }
+    points = Reordered(points, kept);
+    count = Count(pointsLeft);
+  });
+}
+
 std::string Paste(FormCells& cells, Table table, int row, int column, std::string_view text) {
   const PastedRows rows = PastedRowsOf(text);
   const bool isOneCell = rows.size() == 1 && rows.front().size() == 1;
@@ -287,24 +304,40 @@ void KeepTypedRows(FormCells& cells, Table table) {
        [&](auto&, std::int16_t& count) { count = Count(std::max<int>(count, rows)); });
 }
 
+void GiveWeights(FormCells& cells) {
+  PassbandLists& points = cells.typed.passband;
+  for (int row = 1; row <= RowCount(points); ++row) {
+    if (EmptyColumn(points, row, false) == kWeightColumn) points.At(row, kWeightColumn) = "1";
+  }
+  KeepTypedRows(cells, Table::passband);
+}
+
 bool CanKeepRows(const FormCells& cells, Table table) {
   const int count = With(cells, table, [](const auto&, int points) { return points; });
   const int saved = count < 1 ? 0 : FullRows(cells, table);
   return FullRows(cells, table, true) > saved;
 }
 
+std::optional<CellPlace> FirstUnsaved(const FormCells& cells, Table table) {
+  return With(cells, table, [&](const auto& points, int count) -> std::optional<CellPlace> {
+    const int saved = count < 1 ? 0 : FullRowsOf(points, false);
+    if (saved >= RowCount(points)) return std::nullopt;
+    if (count < 1) return CellPlace{};
+    return CellPlace{saved + 1, EmptyColumn(points, saved + 1, false)};
+  });
+}
+
 std::string UnsavedRows(const FormCells& cells, Table table) {
+  const std::optional<CellPlace> place = FirstUnsaved(cells, table);
+  if (!place) return {};
   return With(cells, table, [&](const auto& points, int count) -> std::string {
     const int typed = RowCount(points);
-    const int saved = count < 1 ? 0 : FullRowsOf(points, false);
-    if (saved >= typed) return {};
     if (count < 1) {
       return std::to_string(typed) + (typed == 1 ? " row" : " rows") + " typed, no points yet.";
     }
-    const int column = EmptyColumn(points, saved + 1, false);
-    const bool isHidden = column == kWeightColumn && !HasWeights(cells);
-    return RowsText(saved + 1, typed) + " not saved: row " + std::to_string(saved + 1) +
-           " has no " + ColumnName(table, column) + (isHidden ? " (column hidden)." : ".");
+    const bool isHidden = place->column == kWeightColumn && !HasWeights(cells);
+    return RowsText(place->row, typed) + " not saved: row " + std::to_string(place->row) +
+           " has no " + ColumnName(table, place->column) + (isHidden ? " (column hidden)." : ".");
   });
 }
 

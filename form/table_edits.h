@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -42,6 +43,9 @@ void FillDown(FormCells& cells, Table table, const CellBlock& block);
 /// end. Rows of the same frequency keep their order.
 void SortByFrequency(FormCells& cells, Table table);
 
+/// Takes the rows out whose frequency is that of a row above.
+void DropRepeatedRows(FormCells& cells, Table table);
+
 /// Puts a text as other programs copy cells over the cells from `row`, `column` on: one cell as it
 /// stands, or a block of numbers, and of empty cells. The table's points then reach at least as far
 /// down as its full rows. Nothing is changed unless all of the text can be taken: otherwise the
@@ -51,8 +55,19 @@ std::string Paste(FormCells& cells, Table table, int row, int column, std::strin
 /// Makes every full row from the top a point; a hidden empty weight becomes 1.
 void KeepTypedRows(FormCells& cells, Table table);
 
-/// Whether that would make more of the rows points than a save would write now.
+/// Gives the weight 1 to every passband row that has all but its weight, and keeps the typed rows.
+void GiveWeights(FormCells& cells);
+
+/// Whether KeepTypedRows would make more of the rows points than a save would write now.
 bool CanKeepRows(const FormCells& cells, Table table);
+
+/// The cell that keeps a save from writing all rows: the first empty one, or the table's first
+/// where it has no points yet. Nothing when all typed rows are saved.
+struct CellPlace {
+  int row = 1;
+  int column = 1;
+};
+std::optional<CellPlace> FirstUnsaved(const FormCells& cells, Table table);
 
 /// What a save would leave out of a table, or "": "Rows 3 to 5 are not saved: row 3 has no Weight
 /// (column hidden)."

@@ -38,6 +38,8 @@ struct Document {
   /// What was last said of characters that a file could not hold.
   std::string lastToldLoss = {};
   LeftState left = {};
+  /// Whether these data have been submitted since they were opened: what is open is then missing.
+  bool isSubmitted = false;
   KnownFile known = {};
   /// The path of the last save when it failed part way, else "".
   std::string tornPath = {};

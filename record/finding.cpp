@@ -25,12 +25,13 @@ int RankOf(const FindingPlace& place) {
     case FindingTable::delay:
       return slot::kDelayPointCount;
     case FindingTable::solverSettings:
-      return slot::kDelayPointCount + 1;
+      return slot::kDelayPointCount + 2;
     case FindingTable::none:
       break;
   }
+  if (place.question == kNotesQuestion) return slot::kDelayPointCount + 1;
   while (slot <= slot::kFreqPointCount && QuestionNumber(slot) != place.question) ++slot;
-  return place.question.empty() || slot > slot::kFreqPointCount ? slot::kDelayPointCount + 2 : slot;
+  return place.question.empty() || slot > slot::kFreqPointCount ? slot::kDelayPointCount + 3 : slot;
 }
 
 }  // namespace

@@ -21,11 +21,27 @@ struct FindingPlace {
   /// problem.
   std::string question = {};
   FindingTable table = FindingTable::none;
-  /// The row of the table or the solver setting, and the column; from 1, 0 for all of them.
+  /// The row of the table, the solver setting or the note, and the column; from 1, 0 for all.
   int row = 0;
   int column = 0;
 
   bool operator==(const FindingPlace&) const = default;
+};
+
+/// The one obvious way to put right what a finding is about. Those that are about rows work on the
+/// finding's table, the others on its question.
+enum class Cure {
+  none,
+  commasToPoints,  ///< of numbers with a decimal comma, in the whole table or answer
+  hertzToMegahertz,
+  kilohertzToMegahertz,
+  gigahertzToMegahertz,
+  decibelsToRatios,  ///< of the finding's column
+  sortRows,
+  dropRepeatedRows,  ///< all but the first of each frequency
+  weightOne,         ///< where a row has all but its weight
+  keepTypedRows,
+  fitList  ///< cuts or fills a list to the count that another question asks for
 };
 
 /// Something that stands out in a problem.
@@ -34,6 +50,7 @@ struct Finding {
   Severity severity = Severity::fault;
   /// The whole sentence, for eyes only.
   std::string text;
+  Cure cure = Cure::none;
 
   bool IsFault() const { return severity != Severity::warning; }
   bool operator==(const Finding&) const = default;

@@ -110,6 +110,9 @@ struct NoteBox {
 
 extern const std::array<NoteBox, 2> kNoteBoxes;
 
+/// The number of the question for the notes.
+inline constexpr std::string_view kNotesQuestion = "20";
+
 /// The box that shows the name that the data were last saved under.
 inline constexpr std::string_view kLastFileNameBox = "LastFileName";
 

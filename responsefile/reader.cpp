@@ -26,28 +26,37 @@ std::int16_t SizeLists(const std::string& answer, PointLists<Columns>& points) {
   return static_cast<std::int16_t>(rows - 1);
 }
 
-/// Stores the cells of a normalised row, further ones ignored. The cells before a missing one
-/// are stored.
+/// Stores the cells of a normalised row; what is left of it is the result. The cells before a
+/// missing one are stored.
 template <std::size_t Columns>
-void StoreRow(std::string_view row, int rowNumber, PointLists<Columns>& points, ShortRow shortRow) {
+std::string_view StoreRow(std::string_view row, int rowNumber, PointLists<Columns>& points,
+                          ShortRow shortRow) {
   for (int column = 1; column <= points.kColumns; ++column) {
     if (row.empty()) {
-      if (shortRow == ShortRow::isKept) return;
+      if (shortRow == ShortRow::isKept) return {};
       throw MakeRunTimeError(error_number::kSubscriptOutOfRange);
     }
     const std::string_view cell = row.substr(0, row.find(' '));
     points.At(rowNumber, column) = cell;
     row.remove_prefix(std::min(row.size(), cell.size() + 1));
   }
+  return row;
 }
 
 template <std::size_t Columns>
 void ReadBlock(LineSource& lines, const std::string& countAnswer, PointLists<Columns>& points,
-               std::int16_t& count, ShortRow shortRow) {
+               std::int16_t& count, const ReadingWay& way) {
   count = SizeLists(countAnswer, points);
   SkipBlockHeader(lines);
   for (int row = 1; row <= count; ++row) {
-    StoreRow(NormalizeList(ReadValueLine(lines)), row, points, shortRow);
+    const std::string text = ReadValueLine(lines);
+    const std::string cells = NormalizeList(text);
+    const std::string_view rest = StoreRow(cells, row, points, way.shortRow);
+    if (rest.empty() || way.longRows == nullptr) continue;
+    const auto further = static_cast<int>(std::count(rest.begin(), rest.end(), ' ')) + 1;
+    constexpr bool kIsPassband = Columns == PassbandLists::kColumns;
+    way.longRows->push_back({kIsPassband ? FindingTable::passband : FindingTable::delay, row,
+                             points.kColumns + further, text});
   }
 }
 
@@ -60,10 +69,10 @@ void ReadSolverValues(LineSource& lines, ResponseRecord& record) {
 }  // namespace
 
 void ReadResponse(Host& host, ResponseRecord& record, std::string& name,
-                  std::string& lastUsedFolder, ShortRow shortRow) {
+                  std::string& lastUsedFolder, const ReadingWay& way) {
   name = ReadValueLine(host);
   record.LastFileName = SplitPath(host, name, lastUsedFolder);
-  ReadAnswers(host, record, shortRow);
+  ReadAnswers(host, record, way);
 }
 
 ResponseRecord ReadResponseFile(Host& host, const std::string& path) {
@@ -81,16 +90,14 @@ ResponseRecord ReadResponseFile(Host& host, const std::string& path) {
   return record;
 }
 
-void ReadAnswers(LineSource& lines, ResponseRecord& record, ShortRow shortRow) {
+void ReadAnswers(LineSource& lines, ResponseRecord& record, const ReadingWay& way) {
   for (int number = slot::kEqualDelay; number <= slot::kMaxXY; ++number) {
     record.Slot(number) = ReadValueLine(lines);
   }
   record.Slot(slot::kFreqPointCount) = ReadValueLine(lines);
-  ReadBlock(lines, record.Slot(slot::kFreqPointCount), record.passband, record.nFreqPoints,
-            shortRow);
+  ReadBlock(lines, record.Slot(slot::kFreqPointCount), record.passband, record.nFreqPoints, way);
   record.Slot(slot::kDelayPointCount) = ReadValueLine(lines);
-  ReadBlock(lines, record.Slot(slot::kDelayPointCount), record.delay, record.nDelayPoints,
-            shortRow);
+  ReadBlock(lines, record.Slot(slot::kDelayPointCount), record.delay, record.nDelayPoints, way);
   record.Note1 = ReadValueLine(lines);
   record.Note2 = ReadValueLine(lines);
   ReadSolverValues(lines, record);

@@ -2,9 +2,11 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/host.h"
 #include "platform/paths.h"
+#include "record/finding.h"
 #include "record/response_record.h"
 
 namespace polefit {
@@ -13,17 +15,32 @@ namespace polefit {
 /// and judges the row by its empty cells.
 enum class ShortRow { fails, isKept };
 
+/// A row with more cells than its table has columns, of which the further ones are left out.
+struct LongRow {
+  FindingTable table = FindingTable::passband;
+  int row = 1;
+  int cells = 0;
+  std::string text;
+};
+
+/// How a file is read.
+struct ReadingWay {
+  ShortRow shortRow = ShortRow::fails;
+  /// Where the long rows go; nowhere without it.
+  std::vector<LongRow>* longRows = nullptr;
+};
+
 /// Reads a Response Input File from the shared file, which is open for reading, into `record`.
 /// `name` becomes the value of line 1, `lastUsedFolder` its folder part or the current folder.
 /// Throws RunTimeError where the text ends or cannot be taken; what was read before stays.
 void ReadResponse(Host& host, ResponseRecord& record, std::string& name,
-                  std::string& lastUsedFolder, ShortRow shortRow = ShortRow::fails);
+                  std::string& lastUsedFolder, const ReadingWay& way = {});
 
 /// The Response Input File at `path`: opened, read as above, and closed, after an error too.
 ResponseRecord ReadResponseFile(Host& host, const std::string& path);
 
 /// Reads what follows line 1 into `record`. Errors as for ReadResponse.
-void ReadAnswers(LineSource& lines, ResponseRecord& record, ShortRow shortRow = ShortRow::fails);
+void ReadAnswers(LineSource& lines, ResponseRecord& record, const ReadingWay& way = {});
 
 /// Says that a file is missing.
 void ReportMissingFile(Host& host, const std::string& name);

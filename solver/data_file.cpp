@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "base/run_time_error.h"
-#include "responsefile/reader.h"
 #include "solver/problem/answers.h"
 
 namespace polefit {
@@ -84,7 +83,8 @@ Failure Refusal(std::vector<Finding> findings) {
           std::move(findings)};
 }
 
-std::optional<Failure> ReadDataFile(Host& host, const std::string& path, ResponseRecord& record) {
+std::optional<Failure> ReadDataFile(Host& host, const std::string& path, ResponseRecord& record,
+                                    std::vector<LongRow>* longRows) {
   try {
     host.OpenForReading(path);
   } catch (const RunTimeError& error) {
@@ -94,7 +94,7 @@ std::optional<Failure> ReadDataFile(Host& host, const std::string& path, Respons
   try {
     std::string name;
     std::string folder;
-    ReadResponse(host, record, name, folder, ShortRow::isKept);
+    ReadResponse(host, record, name, folder, {ShortRow::isKept, longRows});
     record.LastFileName = name;
   } catch (const RunTimeError& error) {
     failure = error;

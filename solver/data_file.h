@@ -7,6 +7,7 @@
 #include "platform/host.h"
 #include "record/finding.h"
 #include "record/response_record.h"
+#include "responsefile/reader.h"
 #include "solver/outcome.h"
 
 namespace polefit {
@@ -21,7 +22,9 @@ struct Failure {
 
 /// Reads the problem at `path` into `record`, rows with too few cells as they are. The record's
 /// LastFileName is the value of line 1. Returns what made the file unreadable, if anything.
-std::optional<Failure> ReadDataFile(Host& host, const std::string& path, ResponseRecord& record);
+/// Rows with too many cells go to `longRows`.
+std::optional<Failure> ReadDataFile(Host& host, const std::string& path, ResponseRecord& record,
+                                    std::vector<LongRow>* longRows = nullptr);
 
 /// The failure of a run that was given no file.
 Failure NoDataFile();

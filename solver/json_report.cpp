@@ -123,14 +123,15 @@ const char* NameOf(Severity severity) {
 
 Json FindingArray(const std::vector<Finding>& findings) {
   Json array = Json::array();
-  for (const auto& [place, severity, text] : findings) {
+  for (const Finding& finding : findings) {
+    const FindingPlace& place = finding.place;
     const auto numberOrNone = [](int number) { return number > 0 ? Json(number) : kNone; };
     array.push_back({{"question", place.question.empty() ? kNone : Json(place.question)},
                      {"table", place.table == FindingTable::none ? kNone : NameOf(place.table)},
                      {"row", numberOrNone(place.row)},
                      {"column", numberOrNone(place.column)},
-                     {"severity", NameOf(severity)},
-                     {"text", text}});
+                     {"severity", NameOf(finding.severity)},
+                     {"text", finding.text}});
   }
   return array;
 }

@@ -12,6 +12,7 @@
 #include "responsefile/writer.h"
 #include "solver/data_file.h"
 #include "solver/problem/problem_reader.h"
+#include "solver/problem/typing_slips.h"
 #include "solver/report/journal.h"
 #include "solver/report/last_run.h"
 #include "solver/report/report.h"
@@ -40,9 +41,13 @@ class SolverRun {
     RemoveFile(host_, files_.report);
     ResponseRecord record;
     if (files_.dataFile.empty()) return Fail(NoDataFile());
-    if (const auto failure = ReadDataFile(host_, files_.InputPath(), record)) return Fail(*failure);
+    std::vector<LongRow> longRows;
+    if (const auto failure = ReadDataFile(host_, files_.InputPath(), record, &longRows)) {
+      return Fail(*failure);
+    }
     std::vector<Finding> findings;
     Problem problem = ReadProblem(record, findings);
+    FindTypingSlips(record, longRows, findings);
     if (HasFault(findings)) return Fail(Refusal(std::move(findings)));
     FillFromPoints(problem, findings);
     Journal journal(problem, console_.out);

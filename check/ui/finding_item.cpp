@@ -19,24 +19,23 @@ QStyle::StandardPixmap IconOf(Severity severity) {
   return QStyle::SP_MessageBoxInformation;
 }
 
-QString KindOf(Severity severity) {
-  switch (severity) {
-    case Severity::fault:
-      return QObject::tr("Fault");
-    case Severity::warning:
-      return QObject::tr("Warning");
-    case Severity::open:
-      break;
-  }
-  return QObject::tr("Open");
-}
-
 }  // namespace
 
+QIcon FindingIcon(const QStyle& style, Severity severity) {
+  return style.standardIcon(IconOf(severity));
+}
+
+QString SpokenFinding(const Finding& finding) {
+  const QString text = QString::fromStdString(finding.text);
+  if (finding.severity == Severity::fault) return QObject::tr("Fault: %1").arg(text);
+  if (finding.severity == Severity::open) return QObject::tr("Open: %1").arg(text);
+  return text;
+}
+
 void AddFinding(QListWidget& list, const Finding& finding) {
-  auto* item = new QListWidgetItem(list.style()->standardIcon(IconOf(finding.severity)),
+  auto* item = new QListWidgetItem(FindingIcon(*list.style(), finding.severity),
                                    QString::fromStdString(finding.text), &list);
-  item->setData(Qt::AccessibleTextRole, KindOf(finding.severity) + ": " + item->text());
+  item->setData(Qt::AccessibleTextRole, SpokenFinding(finding));
 }
 
 }  // namespace polefit

@@ -24,8 +24,8 @@ FormTables::FormTables(ProgramGuard run)
   editor_->setParent(passData_->viewport());
   ConnectGrid(*passData_);
   ConnectGrid(*delayData_);
-  ConnectNote(*passNote_, Table::passband);
-  ConnectNote(*delayNote_, Table::delay);
+  connect(passNote_, &TableNote::keepWanted, this, [this] { Q_EMIT keepWanted(Table::passband); });
+  connect(delayNote_, &TableNote::keepWanted, this, [this] { Q_EMIT keepWanted(Table::delay); });
   connect(editor_, &CellEditorBox::keyPressed, this, [this](EditorKey key) {
     RunInTable([key](Program& program) { CellEditorKeyPressed(program.windows.grids, key); });
   });
@@ -43,19 +43,6 @@ void FormTables::ConnectGrid(GridWidget& grid) {
     RunInTable([&](Program& program) {
       GridCharacterTyped(program.windows.grids, grid, character.toStdString());
     });
-  });
-}
-
-void FormTables::ConnectNote(TableNote& note, Table table) {
-  connect(&note, &TableNote::keepWanted, this, [this, table] {
-    Q_EMIT stepMade(tr("Typing"));
-    run_([table](Program& program) {
-      FormCells cells = CellsOf(program);
-      KeepTypedRows(cells, table);
-      ShowCells(program, cells);
-    });
-    Q_EMIT stepMade(tr("Keep Typed Rows"));
-    ShowNotes();
   });
 }
 

@@ -51,12 +51,13 @@ class FormTables final : public QObject {
   void ShowMarks(const std::vector<FormMark>& marks);
 
  Q_SIGNALS:
+  /// The button beside a table.
+  void keepWanted(polefit::Table table);
   /// What has changed since the last step is one of this name.
   void stepMade(const QString& name);
 
  private:
   void ConnectGrid(GridWidget& grid);
-  void ConnectNote(TableNote& note, Table table);
   void RunInTable(const std::function<void(Program&)>& action);
 
   ProgramGuard run_;

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 #include <stdexcept>
 
+#include "form/changes.h"
 #include "form/field_rules.h"
 #include "form/solver_settings.h"
 #include "form/ui/edit_menu.h"
@@ -72,9 +73,13 @@ MainWindow::MainWindow(Guard guard)
   ConnectControls();
   ConnectFocus();
   connect(&tables_, &FormTables::stepMade, this, [this](const QString& name) { RecordStep(name); });
+  connect(&tables_, &FormTables::keepWanted, this, [this](Table table) {
+    ChangeCells(tr("Keep Typed Rows"), [table](FormCells& cells) { KeepTypedRows(cells, table); });
+  });
   notesDue_.setSingleShot(true);
   notesDue_.setInterval(kNotesMilliseconds);
   connect(&notesDue_, &QTimer::timeout, &tables_, &FormTables::ShowNotes);
+  connect(&notesDue_, &QTimer::timeout, this, &MainWindow::ShowTitle);
   connect(&notesDue_, &QTimer::timeout, this, &MainWindow::settled);
 }
 
@@ -230,9 +235,16 @@ void MainWindow::Decide(const std::function<void()>& action) {
   ShowState();
 }
 
-std::string MainWindow::FocusedBox() const {
-  const auto* box = qobject_cast<const AnswerEdit*>(QApplication::focusWidget());
-  return box == nullptr || box->window() != this ? "" : box->objectName().toStdString();
+FormPlace MainWindow::TypingPlace() const {
+  const QWidget* focus = QApplication::focusWidget();
+  if (focus == nullptr || focus->window() != this) return {};
+  if (program_ != nullptr && tables_.Editor().IsVisible()) {
+    const GridState& grids = program_->windows.grids;
+    return {grids.CurrentGrid == &tables_.PassData() ? "PassData" : "DelayData", grids.editedRow,
+            grids.editedColumn};
+  }
+  const auto* box = qobject_cast<const AnswerEdit*>(focus);
+  return {box == nullptr ? "" : box->objectName().toStdString()};
 }
 
 void MainWindow::ShowMarks(const std::vector<FormMark>& marks) {
@@ -253,6 +265,18 @@ void MainWindow::RecordStep(const QString& name, StepKind kind) {
   notesDue_.start();
 }
 
+void MainWindow::ChangeCells(const QString& name, const std::function<void(FormCells&)>& change) {
+  Run([](Program& program) { HideCellEditor(program.windows.grids, false); });
+  RecordStep(tr("Typing"));
+  Run([&change](Program& program) {
+    FormCells cells = CellsOf(program);
+    change(cells);
+    ShowCells(program, cells);
+  });
+  RecordStep(name);
+  tables_.ShowNotes();
+}
+
 void MainWindow::ForgetSteps() {
   Run([this](Program&) { edit_->ForgetSteps(); });
 }
@@ -265,14 +289,23 @@ void MainWindow::ShowPlace(const FormPlace& place) {
 }
 
 void MainWindow::ShowState() {
+  ShowTitle();
   Run([this](Program& program) {
-    // The current file, which Save writes; the file's own line 1 may give another name.
     const QString file = ToQString(program.files.currentFileName);
-    setWindowTitle(file.isEmpty() ? tr("Polefit") : tr("%1 - Polefit").arg(file));
     Find<QLabel>("RunFileName")->setText(file);
     Find<QLabel>("RunFolder")->setText(ToQString(program.files.currentFolder));
     Find<QLabel>("RunChanges")->setText(program.document.DataChanged != 0 ? tr("Yes") : tr("No"));
     notesDue_.start();
+  });
+}
+
+/// The current file, which Save writes; the file's own line 1 may give another name. The star is
+/// there while a save would write something else than stands in the file.
+void MainWindow::ShowTitle() {
+  Run([this](Program& program) {
+    const QString file = ToQString(program.files.currentFileName);
+    const QString star = Differs(program) ? "*" : "";
+    setWindowTitle(file.isEmpty() ? tr("Polefit") : tr("%1%2 - Polefit").arg(file, star));
   });
 }
 

@@ -44,8 +44,11 @@ class MainWindow final : public QMainWindow, public FormView {
   StatusLine& Status() const { return *status_; }
   /// Undo does not reach behind the form as it stands.
   void ForgetSteps();
-  /// The name of the answer box that has the focus in this window, or "".
-  std::string FocusedBox() const;
+  /// Does something to what is typed, as one step of this name.
+  void ChangeCells(const QString& name, const std::function<void(FormCells&)>& change);
+  /// Where something is being typed: the answer box with the focus or the cell with the open
+  /// editor; no control elsewhere.
+  FormPlace TypingPlace() const;
   /// Underlines these places and no others.
   void ShowMarks(const std::vector<FormMark>& marks);
   /// Brings a control, or a cell of a table, to the front and gives it the focus.
@@ -108,6 +111,7 @@ class MainWindow final : public QMainWindow, public FormView {
   /// Does what a notice offers, as one step.
   void Decide(const std::function<void()>& action);
   void Command(Signal signal, const QString& name, StepKind kind);
+  void ShowTitle();
   void RestorePlace();
   /// Every control that the routines know by name is there; a missing one ends the start.
   void RequireControls() const;

@@ -14,11 +14,12 @@
 #include "app/ui/recent_menu.h"
 #include "app/ui/versions_command.h"
 #include "app/viewers.h"
-#include "check/check.h"
+#include "check/form_findings.h"
 #include "demos/demo_runner.h"
 #include "demos/introduction.h"
 #include "demos/restore_examples.h"
 #include "exchange/ui/export_command.h"
+#include "exchange/ui/fill_dialog.h"
 #include "exchange/ui/import_dialog.h"
 #include "form/transfer.h"
 #include "form/ui/edit_menu.h"
@@ -53,6 +54,7 @@ Session::Session(ProgramHost& host, std::string fileToOpen)
                [this](const std::function<void()>& action) { guard_.Run(action); });
   run_->takeImproved = [this] { TakeImproved(); };
   run_->formChanged = [this] { recovery_.FollowCommand(); };
+  AddFillEntry(frmMain_, program_);
   ConnectMainForm();
   ConnectDialogs();
 }
@@ -103,7 +105,7 @@ void Session::ShowFindings() {
   if (!loaded_) return;
   guard_.Run([this] {
     try {
-      findings_.ShowFindings(FindingsIn(RecordOf(program_)));
+      findings_.ShowFindings(FindingsOf(program_), program_.document.isSubmitted);
       run_->FollowForm();
     } catch (const RunTimeError&) {
       // More rows than can be saved: the save says so.

@@ -22,6 +22,10 @@ std::errc Parse(std::string_view text, double& value) {
   return error;
 }
 
+Cure CureOf(const std::string& text) {
+  return WithDecimalPoint(text) ? Cure::commasToPoints : Cure::none;
+}
+
 std::string NotANumber(const std::string& text) {
   if (IsOutOfRange(text)) return ": \"" + text + "\" is out of range (1e-308 to 1e308).";
   return ": \"" + text + "\" is not a number (decimal point, no comma).";
@@ -56,6 +60,13 @@ bool IsOutOfRange(std::string_view text) {
   return Parse(text, value) == std::errc::result_out_of_range;
 }
 
+std::optional<std::string> WithDecimalPoint(const std::string& text) {
+  if (std::count(text.begin(), text.end(), ',') != 1) return std::nullopt;
+  std::string meant = text;
+  std::replace(meant.begin(), meant.end(), ',', '.');
+  return ParseNumber(meant) ? std::optional(meant) : std::nullopt;
+}
+
 std::vector<std::string> Words(std::string_view text) {
   std::vector<std::string> words;
   while (true) {
@@ -76,7 +87,7 @@ std::optional<double> AnswerReader::Number(const Topic& topic, const std::string
   } else if (words.size() > 1 && std::all_of(words.begin(), words.end(), ParseNumber)) {
     Fault(topic, ": " + std::to_string(words.size()) + " values given, one needed.");
   } else {
-    Fault(topic, NotANumber(answer));
+    Fault(topic, NotANumber(answer), CureOf(answer));
   }
   return std::nullopt;
 }
@@ -92,7 +103,7 @@ std::vector<double> AnswerReader::Numbers(const Topic& topic, const std::string&
   for (const std::string& word : Words(answer)) {
     const std::optional<double> value = ParseNumber(word);
     if (!value) {
-      Fault(topic, NotANumber(word));
+      Fault(topic, NotANumber(word), CureOf(word));
       isClean = false;
     }
     values.push_back(value.value_or(0));
@@ -100,9 +111,11 @@ std::vector<double> AnswerReader::Numbers(const Topic& topic, const std::string&
   if (values.empty()) {
     Open(topic, ": the answer is empty; " + std::to_string(count) + " numbers are needed.");
   } else if (values.size() != static_cast<std::size_t>(count)) {
-    Fault(topic, ": " + std::to_string(values.size()) +
-                     (values.size() == 1 ? " value given, " : " values given, ") + wantedBy +
-                     " asks for " + std::to_string(count) + ".");
+    Fault(topic,
+          ": " + std::to_string(values.size()) +
+              (values.size() == 1 ? " value given, " : " values given, ") + wantedBy +
+              " asks for " + std::to_string(count) + ".",
+          isClean ? Cure::fitList : Cure::none);
     isClean = false;
   }
   return isClean ? values : std::vector<double>();

@@ -33,6 +33,9 @@ std::optional<double> ParseNumber(std::string_view text);
 /// Whether a text is a number, but too large or too close to 0 to be worked with.
 bool IsOutOfRange(std::string_view text);
 
+/// The number that a text with a decimal comma is meant to be, with a point: "0.92" for "0,92".
+std::optional<std::string> WithDecimalPoint(const std::string& text);
+
 /// The words of a text, separated by blanks.
 std::vector<std::string> Words(std::string_view text);
 
@@ -56,15 +59,15 @@ class AnswerReader {
   bool Counts(const Topic& topic, const std::string& answer, std::span<int> counts);
 
   /// `rest` is what the sentence says behind the topic's name.
-  void Fault(const Topic& topic, const std::string& rest) {
-    findings_.push_back({topic.place, Severity::fault, topic.name + rest});
+  void Fault(const Topic& topic, const std::string& rest, Cure cure = Cure::none) {
+    findings_.push_back({topic.place, Severity::fault, topic.name + rest, cure});
   }
   /// An answer is missing.
   void Open(const Topic& topic, const std::string& rest) {
     findings_.push_back({topic.place, Severity::open, topic.name + rest});
   }
-  void Warn(const Topic& topic, const std::string& rest) {
-    findings_.push_back({topic.place, Severity::warning, "Warning: " + topic.name + rest});
+  void Warn(const Topic& topic, const std::string& rest, Cure cure = Cure::none) {
+    findings_.push_back({topic.place, Severity::warning, "Warning: " + topic.name + rest, cure});
   }
 
  private:

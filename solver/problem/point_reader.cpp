@@ -1,11 +1,14 @@
 #include "solver/problem/point_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <iterator>
 #include <limits>
 #include <map>
 #include <string>
+
+#include "base/text.h"
 
 namespace polefit {
 
@@ -34,15 +37,17 @@ class RowFaults {
       const std::vector<int>& rows = rows_[entry.kind];
       const bool isToldOnce = rows.size() > kMostTold;
       if (isToldOnce && entry.topic.place.row != rows.front()) continue;
-      answers_.Fault(entry.topic, entry.rest + (isToldOnce ? Others(rows) : std::string()));
+      answers_.Fault(entry.topic, entry.rest + (isToldOnce ? Others(rows) : std::string()),
+                     entry.cure);
     }
   }
   RowFaults(const RowFaults&) = delete;
   RowFaults& operator=(const RowFaults&) = delete;
 
   /// `kind` is the same for what is wrong in the same way.
-  void Add(const Topic& topic, const std::string& rest, const std::string& kind) {
-    entries_.push_back({topic, rest, kind});
+  void Add(const Topic& topic, const std::string& rest, const std::string& kind,
+           Cure cure = Cure::none) {
+    entries_.push_back({topic, rest, kind, cure});
     rows_[kind].push_back(topic.place.row);
   }
 
@@ -52,6 +57,7 @@ class RowFaults {
     Topic topic;
     std::string rest;
     std::string kind;
+    Cure cure;
   };
 
   static std::string Others(const std::vector<int>& rows) {
@@ -64,10 +70,33 @@ class RowFaults {
   std::map<std::string, std::vector<int>> rows_;
 };
 
+/// Whether the numbers of a column are decibels, as a level never is: some below 0, none above.
+template <std::size_t Columns>
+bool LooksLikeDecibels(const PointLists<Columns>& points, int column, int count) {
+  int negative = 0;
+  for (int row = 1; row <= count; ++row) {
+    const std::optional<double> value = ParseNumber(points.At(row, column));
+    if (!value || *value > 0) return false;
+    if (*value < 0) ++negative;
+  }
+  return negative > 1;
+}
+
+/// What a file makes of a cell with a comma or a blank in it: "0 and 92" of "0,92".
+std::string CellsOfText(std::string text) {
+  std::replace(text.begin(), text.end(), ',', ' ');
+  std::string cells;
+  for (const std::string& word : Words(text)) cells += (cells.empty() ? "" : " and ") + word;
+  return cells;
+}
+
 /// Reads the needed cells of one row.
 class RowReader {
  public:
   RowReader(RowFaults& faults, FindingTable table) : faults_(faults), table_(table) {}
+
+  /// Nothing is said about the sign of the numbers in this column.
+  void PassOverSign(int column) { isDecibels_.at(static_cast<std::size_t>(column - 1)) = true; }
 
   template <std::size_t Columns>
   std::vector<double> Read(const PointLists<Columns>& points, int row, int needed,
@@ -87,19 +116,36 @@ class RowReader {
         values[index] = *value;
         continue;
       }
-      const std::string fault = value                ? " is negative."
-                                : IsOutOfRange(text) ? " is out of range (1e-308 to 1e308)."
-                                                     : " is not a number.";
-      const std::string name = names.at(index);
-      faults_.Add(PointTopic(table_, row, column),
-                  ": " + name + " " + (value ? text : "\"" + text + "\"") + fault, name + fault);
+      if (value && isDecibels_[index]) continue;
+      AddFault(row, column, names.at(index), text);
     }
     return values;
   }
 
  private:
+  void AddFault(int row, int column, const std::string& name, const std::string& text) {
+    const Topic topic = PointTopic(table_, row, column);
+    const std::string begin = ": " + name + " ";
+    if (ParseNumber(text)) {
+      return faults_.Add(topic, begin + text + " is negative.", name + " negative");
+    }
+    const std::string quoted = begin + '"' + text + '"';
+    if (IsOutOfRange(text)) {
+      return faults_.Add(topic, quoted + " is out of range (1e-308 to 1e308).", name + " range");
+    }
+    if (TrimBlanks(text).find_first_of(", ") == std::string_view::npos) {
+      return faults_.Add(topic, quoted + " is not a number.", name);
+    }
+    const std::optional<std::string> meant = WithDecimalPoint(text);
+    faults_.Add(topic,
+                quoted + " is read as " + CellsOfText(text) +
+                    (meant ? "; type " + *meant + "." : "; a cell holds one number."),
+                name + " cells", meant ? Cure::commasToPoints : Cure::none);
+  }
+
   RowFaults& faults_;
   FindingTable table_;
+  std::array<bool, PassbandLists::kColumns> isDecibels_ = {};
 };
 
 /// The unit of a number's last decimal; trailing zeros count, and an exponent does.
@@ -157,6 +203,8 @@ class PointReader {
   void ReadPassband() {
     RowFaults faults(answers_);
     RowReader rows(faults, FindingTable::passband);
+    TellDecibels(2, "Yin", rows);
+    TellDecibels(3, "Yout", rows);
     const int needed = problem_.usesWeights ? 4 : 3;
     for (int row = 1; row <= record_.nFreqPoints; ++row) {
       const auto values =
@@ -165,6 +213,14 @@ class PointReader {
       problem_.passband.push_back({values[0], values[1], values[2], weight});
       if (values[2] == 0 && problem_.inputPower > 0) RefuseDivision(row, faults);
     }
+  }
+
+  void TellDecibels(int column, const char* name, RowReader& rows) {
+    if (!LooksLikeDecibels(record_.passband, column, record_.nFreqPoints)) return;
+    rows.PassOverSign(column);
+    answers_.Fault({PointTopic(FindingTable::passband, 1, column).place, "Passband points"},
+                   ": no " + std::string(name) + " is above 0. Are they in dB? Ratios are wanted.",
+                   Cure::decibelsToRatios);
   }
 
   void RefuseDivision(int row, RowFaults& faults) {

@@ -71,14 +71,16 @@ TEST_F(ConsoleTest, AWholePathNeedsNoCurrentFolder) {
 TEST_F(ConsoleTest, JsonHoldsWhatTheReaderUnderstood) {
   EXPECT_THAT(
       Run({"--check", "--json", File(GoodFile("2,.9,.8,1,extra"))}),
-      Pair(0, "{'name': 'Run1.txt',\n 'folder': '" + host_.Root() +
+      Pair(1, "{'name': 'Run1.txt',\n 'folder': '" + host_.Root() +
                   "',\n 'slots': ['N', '76.7', '-2', '-2', 'N', '10', '10', '0 1', '', '.5', "
                   "'.15', 'N', '.05', 'N', 'N', '0 0 0', '', '', '', '1', '.005', '4', '5', "
                   "'0'],\n 'note1': 'say \\'hi\\'\\\\',\n 'note2': '',\n 'solver': ['', '', '', "
                   "'', '', '', '', '', ''],\n 'solverCount': 0,\n 'nFreqPoints': 5,\n "
                   "'nDelayPoints': 0,\n 'passband': [['1', '1', '1', '1'], ['2', '.9', '.8', '1'], "
                   "['3', '.8', '.7', '1'], ['4', '.7', '.5', '1'], ['5', '.6', '.3', '1']],\n "
-                  "'delay': [],\n 'findings': [],\n 'error': null}\n"));
+                  "'delay': [],\n 'findings': [{'question': '23', 'text': 'Warning: Passband point "
+                  "2: 5 "
+                  "cells for 4 columns.'}],\n 'error': null}\n"));
 }
 
 TEST_F(ConsoleTest, FindingsNameTheirQuestion) {
@@ -88,12 +90,12 @@ TEST_F(ConsoleTest, FindingsNameTheirQuestion) {
   text.replace(text.find(".5\t\t"), 2, ".5 .4");
   const auto [exitCode, out] = Run({"--check", "--json", File(text)});
   EXPECT_EQ(exitCode, 1);
-  for (const char* const finding : {"{'question': '1', 'text': 'Question 1: \\'yes\\'",
+  for (const char* const finding : {"{'question': '1', 'text': 'Warning: Question 1: \\'yes\\'",
                                     "{'question': '5', 'text': 'Question 5 (Freq Norm): \\'0,5\\' "
                                     "is not a number (decimal point, no comma).'}",
                                     "{'question': '8', 'text': 'Question 8",
-                                    "{'question': '23', 'text': 'Passband point 2: frequency 1 "
-                                    "does not lie above 1 of the point before.'}"}) {
+                                    "{'question': '23', 'text': 'Warning: Passband point 2: "
+                                    "frequency 1 stands in point 1 already.'}"}) {
     EXPECT_THAT(out, HasSubstr(finding));
   }
 }

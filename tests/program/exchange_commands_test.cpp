@@ -49,10 +49,10 @@ TEST_F(ExchangeCommands, AnExportGoesToAFileOrToStandardOutput) {
 }
 
 TEST_F(ExchangeCommands, FilledColumnsReadBack) {
-  EXPECT_EQ(Run({"--fill", "Yin=2*yin", "--fill", "delay=10*f", "--grid", "0:4:8", "in", "out"}), 0)
+  EXPECT_EQ(Run({"--fill", "Yin=2*yin", "--fill", "delay=10*f", "--grid", "0:8:16", "in", "out"}), 0)
       << error_;
   EXPECT_THAT(FileBytes("out"), AllOf(HasSubstr("out\t\t!"), HasSubstr("0.5  1.99794  1  1\t"),
-                                      HasSubstr("\r\n 9\t\t! 23."), HasSubstr("\r\n4  40\t")));
+                                      HasSubstr("\r\n 17\t\t! 23."), HasSubstr("\r\n8  80\t")));
   EXPECT_EQ(Run({"--check", "out"}), 0) << out_;
   EXPECT_EQ(Run({"--fill", "Weight=1/(1+x)", "--", "in", "-"}), 0);
   EXPECT_THAT(out_, HasSubstr("10  0.63662  0  0.5\t"));

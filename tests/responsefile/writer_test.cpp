@@ -39,7 +39,7 @@ struct WriterTest : ::testing::Test {
     std::string name;
     std::string folder;
     host.OpenForReading(path);
-    ReadResponse(host, record, name, folder, ShortRow::isKept);
+    ReadResponse(host, record, name, folder, {ShortRow::isKept});
     host.CloseFile();
   }
 

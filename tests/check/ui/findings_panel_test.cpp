@@ -1,7 +1,7 @@
 #include "check/ui/findings_panel.h"
 
-#include <QListWidget>
 #include <QPushButton>
+#include <QTableWidget>
 
 #include "form/ui/main_form.h"
 
@@ -20,9 +20,9 @@ class FindingsPanelTest : public MainForm {
 
 TEST_F(FindingsPanelTest, TheStatusBarCountsAndTheKeysGoRoundTheFindings) {
   ShowPoints(5);
-  panel->ShowFindings({});
+  panel->ShowFindings({}, true);
   EXPECT_EQ(count.text(), "No findings");
-  panel->ShowFindings(findings);
+  panel->ShowFindings(findings, true);
   EXPECT_TRUE(count.text().startsWith("1 fault, 1 warning, 1 open: Question 2"));
   EXPECT_FALSE(panel->isVisible());
   Press(Qt::Key_F7);
@@ -40,19 +40,49 @@ TEST_F(FindingsPanelTest, TheStatusBarCountsAndTheKeysGoRoundTheFindings) {
   EXPECT_EQ(FocusName(), "poleReal");
 }
 
-TEST_F(FindingsPanelTest, WhatIsBeingTypedIsNotJudgedAndWhatIsOpenNotUnderlined) {
+TEST_F(FindingsPanelTest, WhatIsBeingTypedIsNotJudgedAndWhatIsOpenOnlyCountedBeforeASubmit) {
   ShowPoints(5);
   form.SetFocus("iPower");
-  panel->ShowFindings(findings);
-  EXPECT_EQ(Find<QListWidget>("lstFindings").count(), 2);
+  panel->ShowFindings(findings, true);
+  EXPECT_EQ(Find<QTableWidget>("lstFindings").rowCount(), 2);
   form.SetFocus("freqNorm");
-  panel->ShowFindings(findings);
+  panel->ShowFindings(findings, true);
   EXPECT_EQ(Find<QLineEdit>("iPower").accessibleDescription(), "Question 2: no number.");
+  EXPECT_EQ(Find<QLineEdit>("poleReal").accessibleDescription(), "Question 8: empty.");
+  panel->ShowFindings(findings, false);
   EXPECT_EQ(Find<QLineEdit>("poleReal").accessibleDescription(), "");
+  EXPECT_TRUE(count.text().startsWith("1 fault, 1 warning, 1 open: "));
+  EXPECT_EQ(Find<QTableWidget>("lstFindings").rowCount(), 2);
   const QAbstractItemModel& cells = *Find<GridWidget>("PassData").model();
   EXPECT_EQ(cells.index(2, 1).data(Qt::ToolTipRole).toString(), "Row 3.");
-  panel->ShowFindings({});
+  panel->ShowFindings({}, true);
   EXPECT_EQ(Find<QLineEdit>("iPower").accessibleDescription(), "");
+}
+
+TEST_F(FindingsPanelTest, ACureIsAButtonInTheListAndAnEntryAtItsCellAndOneStep) {
+  ShowPoints(5);
+  form.ForgetSteps();
+  form.PassData().SetText(3, 2, "0,5");
+  const Finding comma = {{.table = FindingTable::passband, .row = 3, .column = 2},
+                         Severity::fault,
+                         "a comma",
+                         Cure::commasToPoints};
+  panel->ShowFindings({findings[0], comma}, true);
+  auto& entry = Find<QAction>("curePassData");
+  EXPECT_FALSE(entry.isVisible());
+  Press(Qt::Key_F8, Qt::Key_F8);
+  ASSERT_TRUE(entry.isVisible());
+  entry.trigger();
+  EXPECT_EQ(form.PassData().Text(3, 2), "0.5");
+  EXPECT_EQ(Find<QAction>("mnuEditUndo").text(), "&Undo Commas to Points");
+  Press(Qt::CTRL | Qt::Key_Z);
+  EXPECT_EQ(form.PassData().Text(3, 2), "0,5");
+  panel->show();
+  auto* button = qobject_cast<QPushButton*>(Find<QTableWidget>("lstFindings").cellWidget(1, 1));
+  ASSERT_NE(button, nullptr);
+  button->click();
+  QApplication::processEvents();
+  EXPECT_EQ(form.PassData().Text(3, 2), "0.5");
 }
 
 }  // namespace

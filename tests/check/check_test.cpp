@@ -1,12 +1,13 @@
-#include "check/typing_slips.h"
+#include "check/check.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
 
-#include "check/check.h"
 #include "check/finding_place.h"
 #include "platform/scripted_host.h"
+#include "record/question_catalogue.h"
+#include "solver/problem/typing_slips.h"
 
 namespace polefit::testing {
 namespace {
@@ -16,6 +17,9 @@ using ::testing::HasSubstr;
 /// Three passband points that are as they should be, Freq Norm 10 MHz.
 ResponseRecord Good() {
   ResponseRecord record;
+  for (const Question& question : kQuestions) {
+    if (question.kind == AnswerKind::flag) record.Slot(question.slot) = "N";
+  }
   record.Slot(slot::kFreqNorm) = "10";
   record.nFreqPoints = 3;
   record.passband.Resize(4);
@@ -29,7 +33,7 @@ ResponseRecord Good() {
 /// What is found once a column, or a slot, has other contents.
 std::string FoundIn(const ResponseRecord& record) {
   std::vector<Finding> findings;
-  FindTypingSlips(record, findings);
+  FindTypingSlips(record, {}, findings);
   std::string texts;
   for (const Finding& finding : findings) texts += finding.text + "\n";
   return texts;
@@ -45,13 +49,45 @@ TEST(TypingSlips, OtherUnitsAndDecibelsAreOneFindingEach) {
   EXPECT_EQ(FoundIn(Good()), "");
   EXPECT_THAT(WithColumn(1, {"1e6", "2e6", "3e6"}), HasSubstr("in Hz or kHz?"));
   EXPECT_THAT(WithColumn(1, {".001", ".002", ".003"}), HasSubstr("in GHz?"));
-  EXPECT_EQ(WithColumn(1, {"0", "2e6", "3e6"}), "") << "a stopband may reach far";
+  EXPECT_EQ(WithColumn(1, {"0", "50", "100"}), "") << "a stopband may reach far";
   EXPECT_EQ(WithColumn(1, {"1e6", "x", "3e6"}), "") << "a fault of its own";
-  EXPECT_THAT(WithColumn(3, {"-1", "-3", "-40"}), HasSubstr("every Yout is negative"));
-  EXPECT_EQ(WithColumn(2, {"-1", "0", "-3"}), "");
+  EXPECT_THAT(WithColumn(1, {"0", "2", "101"}),
+              HasSubstr("Question 5: Freq Norm, the upper passband limit, is 10 MHz, and the "
+                        "points end at 101 MHz."));
+  EXPECT_THAT(WithColumn(1, {"0", "2", "4.9"}), HasSubstr("the points end at 4.9 MHz."));
+}
+
+TEST(TypingSlips, AZeroOnAPointThatWantsMoreThan0IsNamed) {
+  ResponseRecord record = Good();
+  record.Slot(slot::kZeroCounts) = "2 0 0";
+  record.Slot(slot::kYzero) = "1.2 1.3";
+  EXPECT_EQ(FoundIn(record),
+            "Warning: Question 11a: the zero 1.2 lies on passband point 3, whose "
+            "Yout is 1, not 0.\n");
+  record.passband.At(3, 3) = "0";
+  EXPECT_EQ(FoundIn(record), "");
+  record.passband.At(3, 3) = "1";
+  record.Slot(slot::kZeroCounts) = "0 0 0";
+  EXPECT_EQ(FoundIn(record), "") << "a list that is not in use";
+}
+
+TEST(TypingSlips, AFileWithMoreCellsThanColumnsSaysWhatBecameOfThem) {
+  std::vector<Finding> findings;
+  FindTypingSlips(Good(), {{FindingTable::passband, 2, 5, "8  0,92  1  1"}}, findings);
+  ASSERT_EQ(findings.size(), 1U);
+  EXPECT_EQ(findings[0].text,
+            "Warning: Passband point 2: 5 cells for 4 columns: \"0,92\" is read as 0 and 92; type "
+            "0.92.");
+  findings.clear();
+  const LongRow long3 = {FindingTable::delay, 3, 3, "1 2 extra"};
+  FindTypingSlips(Good(), {long3, long3}, findings);
+  EXPECT_EQ(findings.at(0).text, "Warning: Delay point 3: 3 cells for 2 columns, and 1 more such.");
 }
 
 TEST(TypingSlips, AnswersThatAFileWillNotGiveBackAreNamed) {
+  ResponseRecord noted = Good();
+  noted.Note2 = "steep!";
+  EXPECT_THAT(FoundIn(noted), HasSubstr("Note 2: the file will not give \"steep!\" back"));
   for (const auto& [answer, text] : {std::pair("-9990", "is read as empty"),
                                      {"1 ! two", "ends at a \"!\""},
                                      {"1\t2", "tabs fall out"},
@@ -82,6 +118,7 @@ TEST(FindingPlace, LeadsToTheBoxOrTheCell) {
             (FormPlace{"DelayData", 3, 2}));
   EXPECT_EQ(PlaceOnForm({.table = FindingTable::passband}), (FormPlace{"PassData", 0, 1}));
   EXPECT_EQ(PlaceOnForm({.table = FindingTable::solverSettings, .row = 6}), (FormPlace{"EvalMax"}));
+  EXPECT_EQ(PlaceOnForm({.question = "20", .row = 2}), (FormPlace{"Note2"}));
   EXPECT_EQ(PlaceOnForm({}), FormPlace{});
 }
 
