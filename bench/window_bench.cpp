@@ -1,8 +1,10 @@
 // How long the window takes: from the start of the process to its first paint, against an empty
-// window of the same toolkit; to show a file with as many points as there can be; and for a key
-// press in the grids that are then filled.
+// window of the same toolkit; to show a file with as many points as there can be; for a key press
+// in the grids that are then filled; to judge them, and to paste and undo as many rows.
 
+#include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMainWindow>
@@ -15,7 +17,11 @@
 
 #include "app/form_load.h"
 #include "base/number.h"
+#include "check/form_findings.h"
+#include "form/history.h"
+#include "form/table_edits.h"
 #include "form/transfer.h"
+#include "grids/grid_routines.h"
 #include "grids/ui/grid_widget.h"
 #include "program/ui/program_host.h"
 #include "program/ui/session.h"
@@ -122,6 +128,41 @@ void PressKeys(MainWindow& form, const char* name, Tab tab) {
   press(Qt::Key_Escape)();
 }
 
+/// From a key to its findings, and the steps of a block as large as the table.
+void EditTable(Session& session, MainWindow& form) {
+  Program& program = session.Values();
+  auto* grid = form.findChild<GridWidget*>("PassData");
+  std::string block;
+  for (int row = 1; row <= kPoints; ++row) {
+    const std::string number = std::to_string(row * 0.001);
+    block += number + "\t" + number + "\t" + number + "\t1\r\n";
+  }
+  QApplication::clipboard()->setText(QString::fromStdString(block));
+  form.SelectTab(Tab::passbandData);
+  form.SetChecked("chkUseWeights", true);
+  const auto choose = [&form](const char* entry) {
+    return [&form, entry] { form.findChild<QAction*>(entry)->trigger(); };
+  };
+  std::printf("Edit\n");
+  Print("judge the form", 9, [&] { FindingsOf(program); });
+  for (int i = 0; i < 5; ++i) {
+    grid->setFocus();
+    grid->SetCurrentCell(1, 1);
+    ClearGrid(program.windows.grids, *grid);
+    form.RecordStep("Clear");
+    Print("paste all rows", 1, choose("mnuEditPaste"));
+    Print("undo it", 1, choose("mnuEditUndo"));
+    Print("redo it", 1, choose("mnuEditRedo"));
+  }
+  History history(program);
+  FormCells cells = CellsOf(program);
+  ClearBlock(cells, Table::passband, {1, kPoints, 1, 4});
+  ShowCells(program, cells);
+  history.Record("clear");
+  std::printf("  %-28s %6.2f MB\n", "a step of all cells takes",
+              static_cast<double>(history.Bytes()) / 1e6);
+}
+
 void MeasureLargestFile() {
   ProgramHost host;
   Session session(host, {});
@@ -136,6 +177,7 @@ void MeasureLargestFile() {
   Print("show the record", 9, [&] { GetAnswers(program); });
   PressKeys(form, "PassData", Tab::passbandData);
   PressKeys(form, "DelayData", Tab::delayData);
+  EditTable(session, form);
 }
 
 /// Installs the running program in a folder of its own and measures it there.

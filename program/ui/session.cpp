@@ -93,6 +93,9 @@ void Session::ConnectMainForm() {
                    [this] { help_.ShowHelpFor(frmMain_); });
   On(&MainWindow::unloaded, EndProgram);
   QObject::connect(&frmMain_, &MainWindow::settled, &frmMain_, [this] { ShowFindings(); });
+  QObject::connect(&frmMain_, &MainWindow::settled, &frmMain_, [this] { FollowFile(); });
+  QObject::connect(&fileWatch_, &FileWatch::changed, &frmMain_,
+                   [this] { guard_.Run([this] { currentFile_.Look(); }); });
   const auto submit = [this] { Submit(); };
   QObject::connect(&frmMain_, &MainWindow::mnuFileSubmit, &frmMain_, submit);
   QObject::connect(&frmMain_, &MainWindow::cmdSubmit, &frmMain_, submit);
@@ -111,6 +114,11 @@ void Session::ShowFindings() {
       // More rows than can be saved: the save says so.
     }
   });
+}
+
+void Session::FollowFile() {
+  if (!loaded_) return;
+  guard_.Run([this] { fileWatch_.Watch(ToQString(currentFile_.Follow())); });
 }
 
 void Session::ConnectDialogs() {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "app/current_file.h"
 #include "app/file_commands.h"
 #include "app/import_points.h"
 #include "app/ui/help_keys.h"
@@ -12,6 +13,7 @@
 #include "demos/ui/intro_dialog.h"
 #include "form/state.h"
 #include "form/ui/main_window.h"
+#include "platform/ui/file_watch.h"
 #include "plots/ui/curves_dock.h"
 #include "program/ui/event_guard.h"
 #include "program/ui/program_host.h"
@@ -40,6 +42,7 @@ class Session {
   void ConnectMainForm();
   void ConnectDialogs();
   void ShowFindings();
+  void FollowFile();
   void On(void (MainWindow::*signal)(), Routine routine);
   void ShowMainForm();
   void LoadMainFormOnce();
@@ -64,6 +67,8 @@ class Session {
   RecoveryTimer recovery_;
   std::unique_ptr<HeldLock> programFolder_;
   FindingsPanel findings_{frmMain_};
+  CurrentFile currentFile_{program_};
+  FileWatch fileWatch_;
   CurvesDock* curves_ = nullptr;  ///< the main window's
   std::optional<RunCommands> run_;
   IntroDialog frmIntro_;

@@ -6,6 +6,7 @@
 #include <QTest>
 #include <string>
 
+#include "form/changes.h"
 #include "form/field_rules.h"
 #include "form/transfer.h"
 #include "form/ui/main_window.h"
@@ -32,6 +33,7 @@ class MainForm : public ::testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
     form.SetFocus("chkEqualDelay");
     program.document.DataChanged = 0;
+    NoteShown(program);
   }
 
   template <typename W>

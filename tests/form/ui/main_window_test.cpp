@@ -235,6 +235,21 @@ TEST_F(FrmMainTest, TheRunTabAndTheTitleNameTheFile) {
   EXPECT_EQ(Find<QLabel>("RunChanges").text(), "No");
 }
 
+TEST_F(FrmMainTest, AStarInTheTitleStandsForWhatASaveWouldChange) {
+  program.files.currentFileName = "vna.1";
+  const auto waitFor = [this](const QString& title) {
+    return QTest::qWaitFor([&] { return form.windowTitle() == title; }, 2000);
+  };
+  form.SetText("iPower", "3");
+  EXPECT_TRUE(waitFor("vna.1* - Polefit"));
+  form.SetText("iPower", "-2");
+  EXPECT_TRUE(waitFor("vna.1 - Polefit")) << "as it was opened";
+  form.SetText("iPower", "3");
+  NoteSaved(program);
+  form.ShowState();
+  EXPECT_EQ(form.windowTitle(), "vna.1 - Polefit");
+}
+
 TEST_F(FrmMainTest, SizeAndPlaceAreKept) {
   form.resize(900, 640);
   form.close();
