@@ -54,7 +54,7 @@ int SlotOf(const FindingPlace& place) {
   return 0;
 }
 
-std::string Joined(const std::vector<std::string>& words) {
+std::string ListText(const std::vector<std::string>& words) {
   std::string text;
   for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
   return text;
@@ -70,7 +70,7 @@ void PutPointsInto(FormCells& cells, const FindingPlace& place) {
   if (slot == 0) return;
   std::vector<std::string> words = Words(cells.typed.Slot(slot));
   for (std::string& word : words) PutPoints(word);
-  cells.typed.Slot(slot) = Joined(words);
+  cells.typed.Slot(slot) = ListText(words);
 }
 
 /// How many numbers a list must have; 0 when the counts are none.
@@ -113,7 +113,7 @@ void FitList(ResponseRecord& typed, int slot) {
   if (words.empty()) return;
   if (words.size() > wanted) words.resize(wanted);
   while (words.size() < wanted) words.push_back(Next(words));
-  typed.Slot(slot) = Joined(words);
+  typed.Slot(slot) = ListText(words);
 }
 
 }  // namespace

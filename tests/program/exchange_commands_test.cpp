@@ -49,7 +49,8 @@ TEST_F(ExchangeCommands, AnExportGoesToAFileOrToStandardOutput) {
 }
 
 TEST_F(ExchangeCommands, FilledColumnsReadBack) {
-  EXPECT_EQ(Run({"--fill", "Yin=2*yin", "--fill", "delay=10*f", "--grid", "0:8:16", "in", "out"}), 0)
+  EXPECT_EQ(Run({"--fill", "Yin=2*yin", "--fill", "delay=10*f", "--grid", "0:8:16", "in", "out"}),
+            0)
       << error_;
   EXPECT_THAT(FileBytes("out"), AllOf(HasSubstr("out\t\t!"), HasSubstr("0.5  1.99794  1  1\t"),
                                       HasSubstr("\r\n 17\t\t! 23."), HasSubstr("\r\n8  80\t")));

@@ -42,7 +42,8 @@ struct ReaderTest : ::testing::Test {
   int Read(const std::string& text, ShortRow shortRow = ShortRow::fails) {
     WriteBytes("x", text);
     host.OpenForReading("x");
-    const int error = ErrorOf([&] { ReadResponse(host, record, name, lastUsedFolder, {shortRow}); });
+    const int error =
+        ErrorOf([&] { ReadResponse(host, record, name, lastUsedFolder, {shortRow}); });
     host.CloseFile();
     return error;
   }
