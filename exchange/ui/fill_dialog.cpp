@@ -224,8 +224,10 @@ void FillDialog::Preview() {
   const bool isGood = filled_.fault.empty();
   diagram_->Show(filled_);
   fill_->setEnabled(isGood);
-  const QString text = isGood ? tr("%n row(s).", nullptr, static_cast<int>(filled_.values.size()))
-                              : QString::fromStdString(filled_.fault);
+  const auto rows = filled_.values.size();
+  const QString text = !isGood    ? QString::fromStdString(filled_.fault)
+                       : rows > 1 ? tr("%1 rows.").arg(rows)
+                                  : tr("1 row.");
   message_->setText(text);
   expression_->setAccessibleDescription(isGood ? QString() : text);
 }

@@ -52,7 +52,7 @@ TEST_F(CurrentFileTest, WhatAnotherProgramWritesIsReloadedOrPassedOver) {
   program.notices.Remove("changed file");
   file.Look();
   EXPECT_EQ(Said(), "") << "decided";
-  host.AnswerBox(Reply::cancel);
+  host.ReplyToBox(Reply::cancel);
   form.SetText("tmin", "5");
   WriteBytes(user + "/run1", other + "! another one");
   file.Look();

@@ -52,7 +52,7 @@ TEST_F(FillDialogTest, ANewTableIsMadeFromATemplateAtNewFrequenciesAsOneStep) {
   Fill([](FillDialog& dialog) {
     EXPECT_EQ(In<QComboBox>(dialog, "fillColumn").currentText(), "Yout");
     EXPECT_TRUE(In<QGroupBox>(dialog, "fillGrid").isChecked()) << "the table has no rows";
-    EXPECT_EQ(Said(dialog), "21 row(s).");
+    EXPECT_EQ(Said(dialog), "21 rows.");
     In<QComboBox>(dialog, "fillTemplate").setCurrentText("Butterworth low-pass");
     In<QDoubleSpinBox>(dialog, "fillNumber1").setValue(3);
     EXPECT_EQ(In<QLineEdit>(dialog, "fillExpression").text(), "1/sqrt(1 + x^6)");
@@ -72,7 +72,7 @@ TEST_F(FillDialogTest, ANewTableIsMadeFromATemplateAtNewFrequenciesAsOneStep) {
   EXPECT_EQ(grid.Text(11, 2), "1");
   EXPECT_EQ(program.document.record.nFreqPoints, 11);
   EXPECT_EQ(Find<QAction>("mnuEditUndo").text(), "&Undo Fill Column");
-  Press(Qt::CTRL | Qt::Key_Z, Qt::CTRL | Qt::Key_Z);
+  for (int step = 0; step < 2; ++step) Find<QAction>("mnuEditUndo").trigger();
   EXPECT_EQ(grid.Text(1, 1), "");
 }
 
