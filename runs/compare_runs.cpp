@@ -22,7 +22,7 @@ ResponseRecord RecordIn(const std::string& bytes) {
   try {
     ByteLines lines(bytes);
     lines.ReadLine();
-    ReadAnswers(lines, record, ShortRow::isKept);
+    ReadAnswers(lines, record, {ShortRow::isKept});
   } catch (const RunTimeError&) {
     return record;  // the answers up to there are compared
   }
