@@ -81,6 +81,7 @@ void EditMenu::Record(const QString& name, StepKind kind) {
   if (!history_) return;
   history_->Record(name.toStdString(), kind);
   ShowStepNames();
+  Q_EMIT recorded();
 }
 
 void EditMenu::ShowStepNames() {

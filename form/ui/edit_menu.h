@@ -38,6 +38,8 @@ class EditMenu final : public QObject {
  Q_SIGNALS:
   /// A step was undone or done again; this is where.
   void stepShown(const polefit::FormPlace& place);
+  /// The form may be another than at the last step.
+  void recorded();
 
  private:
   enum class Entry {

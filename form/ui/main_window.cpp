@@ -113,6 +113,7 @@ void MainWindow::BuildMenus() {
   edit->setObjectName("mnuEdit");
   edit_ = new EditMenu(edit, tables_,
                        [this](const std::function<void(Program&)>& action) { Run(action); });
+  connect(edit_, &EditMenu::recorded, &notesDue_, qOverload<>(&QTimer::start));
   connect(edit_, &EditMenu::stepShown, this, [this](const FormPlace& place) {
     ShowPlace(place);
     ShowState();
@@ -262,7 +263,6 @@ void MainWindow::ShowMarks(const std::vector<FormMark>& marks) {
 
 void MainWindow::RecordStep(const QString& name, StepKind kind) {
   Run([&](Program&) { edit_->Record(name, kind); });
-  notesDue_.start();
 }
 
 void MainWindow::ChangeCells(const QString& name, const std::function<void(FormCells&)>& change) {

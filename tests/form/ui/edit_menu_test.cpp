@@ -2,6 +2,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenuBar>
+#include <QSignalSpy>
 
 #include "form/ui/main_form.h"
 
@@ -76,6 +77,19 @@ TEST_F(EditMenuTest, AClipboardWithABlockClosesTheEditorAndARefusedOneChangesNot
   form.SetFocus("iPower");
   Press(Qt::CTRL | Qt::Key_V);
   EXPECT_EQ(form.Text("iPower"), "0,5 1 0,6 2");
+}
+
+TEST_F(EditMenuTest, WhatFollowsTheCellsFollowsThemAfterEveryCommand) {
+  const auto settles = [this](auto... keys) {
+    QSignalSpy settled(&form, &MainWindow::settled);
+    while (settled.wait(500)) settled.clear();
+    Press(keys...);
+    return settled.wait(2000);
+  };
+  Copied("7\t8\r\n");
+  EXPECT_TRUE(settles(Qt::CTRL | Qt::Key_V));
+  EXPECT_TRUE(settles(Qt::Key_Delete));
+  EXPECT_TRUE(settles(Qt::CTRL | Qt::Key_Z));
 }
 
 TEST_F(EditMenuTest, ABoxUndoesItsOwnTypingFirstAndThenTheFormItsSteps) {

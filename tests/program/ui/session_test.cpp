@@ -75,7 +75,7 @@ TEST_F(SessionTest, DemosFromTheMenuTakeItsPlaceAndGiveItBack) {
   SetText("tmin", "1");
   answers.Press(QMessageBox::Cancel);
   Choose("mnuDemosRun");
-  EXPECT_THAT(Titles(), ElementsAre(kFreshTitle));
+  EXPECT_THAT(Titles(), ElementsAre("Start Up Values* - Polefit"));
   answers.Press(QMessageBox::No);
   Choose("mnuDemosRun");
   EXPECT_FALSE(The<QAbstractButton>("Exam2").isChecked());
