@@ -18,8 +18,8 @@ namespace polefit {
 
 namespace {
 
-constexpr const char* kColumns[] = {"exit",      "F",     "rms",    "maxdb", "dbat",
-                                    "ripple_ns", "agree", "starts", "evals"};
+constexpr const char* kSummaryColumns[] = {"exit",      "F",     "rms",    "maxdb", "dbat",
+                                           "ripple_ns", "agree", "starts", "evals"};
 constexpr int kWidths[] = {4, 12, 9, 8, 12, 10, 5, 6, 6};
 
 /// The cells behind the file's name; what is unknown is empty.
@@ -35,7 +35,7 @@ std::vector<std::string> CellsOf(const RunOutcome& outcome) {
                   std::to_string(figures.agreeing), std::to_string(figures.starts),
                   std::to_string(figures.evaluations)});
   }
-  cells.resize(std::size(kColumns));
+  cells.resize(std::size(kSummaryColumns));
   return cells;
 }
 
@@ -54,7 +54,7 @@ class LineWriter {
     for (const std::string& name : request.names) {
       nameWidth_ = std::max(nameWidth_, CharacterCount(name));
     }
-    Write("file", {std::begin(kColumns), std::end(kColumns)});
+    Write("file", {std::begin(kSummaryColumns), std::end(kSummaryColumns)});
   }
 
   void Write(const std::string& name, const std::vector<std::string>& cells) {

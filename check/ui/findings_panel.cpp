@@ -20,7 +20,7 @@ namespace polefit {
 
 namespace {
 
-enum Column { kText, kCure };
+enum PanelColumn { kText, kCure };
 
 QTableWidget* MakeList() {
   auto* list = new QTableWidget(0, 2);

@@ -10,7 +10,7 @@ namespace polefit {
 
 namespace {
 
-enum Column : std::size_t { kFrequency, kYin, kYout, kWeight };
+enum PointColumn : std::size_t { kFrequency, kYin, kYout, kWeight };
 
 bool AreEqual(double a, double b) {
   constexpr double kTolerance = 1e-12;

@@ -216,8 +216,9 @@ char ToldSeparator(const Lines& lines) {
 SourceTable ReadDelimited(std::string_view text, const TextChoices& choices, TextLayout* found) {
   const std::string rewritten = ComplexCellsAsColumns(text);
   const Lines lines = LinesOf(rewritten.empty() ? text : std::string_view(rewritten));
-  const bool tooLong = std::any_of(
-      lines.begin(), lines.end(), [](std::string_view line) { return line.size() > kLongestTextLine; });
+  const bool tooLong = std::any_of(lines.begin(), lines.end(), [](std::string_view line) {
+    return line.size() > kLongestTextLine;
+  });
   if (tooLong) return NoTable("a line is longer than 1 MB");
   Layout wanted = choices.layout;
   const char told = ToldSeparator(lines);

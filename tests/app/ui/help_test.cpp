@@ -35,7 +35,7 @@ TEST(HelpTest, EveryTabPanelAndDialogHasItsChapterInTheManual) {
   const std::pair<const char*, const char*> windows[] = {
       {"frmIntro", "Start the program"},
       {"frmDemo", "The seven examples"},
-      {"frmRun", "The run window"},
+      {"frmRun", "The run panel"},
       {"frmImport", "Modelling a measured response"},
       {"frmExport", "Taking the result along"},
       {"frmFill", "Fill Column"},
