@@ -161,13 +161,18 @@ void OrdersDialog::AddFit(const OrderFit& fit) {
   progress_->setValue(fit.poles);
 }
 
-/// The one that stands out is chosen; where none does, none is.
 void OrdersDialog::End(OrderTable table) {
   ++round_;
   fits_ = std::move(table);
   progress_->hide();
   stop_->setEnabled(false);
   diagram_->Show(OrderDiagram(fits_));
+  TellWhatStandsOut();
+  Q_EMIT ended();
+}
+
+/// The one that stands out is chosen; where none does, none is.
+void OrdersDialog::TellWhatStandsOut() {
   if (fits_.best) {
     const auto row = static_cast<int>(*fits_.best);
     QFont bold = table_->font();
@@ -186,7 +191,6 @@ void OrdersDialog::End(OrderTable table) {
   } else {
     verdict_->setText(tr("No number of poles was tried."));
   }
-  Q_EMIT ended();
 }
 
 void OrdersDialog::Choose() {

@@ -34,6 +34,7 @@ class OrdersDialog final : public QDialog {
   void Start();
   void AddFit(const OrderFit& fit);
   void End(OrderTable table);
+  void TellWhatStandsOut();
   void Choose();
   void Take();
 

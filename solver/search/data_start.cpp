@@ -182,7 +182,7 @@ DataStart WithEqualSidelobes(const Problem& problem, const DataStart& first) {
 }  // namespace
 
 std::optional<DataStart> FindDataStart(const Problem& problem) {
-  const std::optional<DataStart> start = FitFrom(problem, problem.typedParameters);
+  std::optional<DataStart> start = FitFrom(problem, problem.typedParameters);
   if (!start || !problem.Equalises()) return start;
   return WithEqualSidelobes(problem, *start);
 }
