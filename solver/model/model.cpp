@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace polefit {
 
@@ -218,14 +219,13 @@ Eigen::ArrayXd Delays(const Constellation& constellation, const Eigen::VectorXd&
 
 Eigen::ArrayXd Phases(const Constellation& constellation, const Eigen::VectorXd& parameters,
                       const Eigen::ArrayXd& w) {
-  constexpr double kPi = 3.141592653589793;
   Eigen::ArrayXd phases = Eigen::ArrayXd::Zero(w.size());
   for (const Factor& factor : constellation.factors) {
     const PlacedFactor placed(factor, parameters);
     const double a = placed.location;
     const double count = factor.delayCount;
     if (factor.kind == FactorKind::omegaZero) {
-      phases += (w > a).cast<double>() * kPi;
+      phases += (w > a).cast<double>() * std::numbers::pi;
     } else if (count != 0 && factor.IsPair()) {
       // z1 z2 = a^2 + b^2 - w^2 + 2jaw stays in the upper half-plane, so that one arc does.
       const double b = placed.imaginary;

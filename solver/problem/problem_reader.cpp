@@ -1,6 +1,7 @@
 #include "solver/problem/problem_reader.h"
 
 #include <cmath>
+#include <numbers>
 
 #include "solver/problem/location_reader.h"
 #include "solver/problem/option_reader.h"
@@ -9,8 +10,6 @@
 namespace polefit {
 
 namespace {
-
-constexpr double kPi = 3.141592653589793;
 
 /// Reads a number that must be above 0, or may be 0 too.
 double Positive(AnswerReader& answers, const ResponseRecord& record, int slot,
@@ -59,7 +58,7 @@ void WarnOfFewRows(AnswerReader& answers, const Problem& problem) {
 }  // namespace
 
 double Problem::DelayUnit() const {
-  return 1000 / (2 * kPi * freqNorm);
+  return 1000 / (2 * std::numbers::pi * freqNorm);
 }
 
 Problem ReadProblem(const ResponseRecord& record, std::vector<Finding>& findings) {
