@@ -26,7 +26,7 @@ QIcon FindingIcon(const QStyle& style, Severity severity) {
 }
 
 QString SpokenFinding(const Finding& finding) {
-  const QString text = QString::fromStdString(finding.text);
+  QString text = QString::fromStdString(finding.text);
   if (finding.severity == Severity::fault) return QObject::tr("Fault: %1").arg(text);
   if (finding.severity == Severity::open) return QObject::tr("Open: %1").arg(text);
   return text;

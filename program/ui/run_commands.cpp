@@ -276,6 +276,7 @@ void RunCommands::Delete(const std::vector<KeptRun>& runs) {
 
 void RunCommands::DrawTicked(const std::vector<KeptRun>& runs) {
   std::vector<NamedAnswers> answers;
+  answers.reserve(runs.size());
   for (const KeptRun& run : runs) {
     answers.push_back({run.file + ' ' + ClockText(run.started).toStdString(),
                        RecordIn(host_.History().ContentsOf(run).values)});
