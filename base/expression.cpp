@@ -100,7 +100,7 @@ class ExpressionParser {
       : text_(text), variables_(variables), steps_(expression.steps_) {}
 
   void Parse() {
-    if (text_.size() > Expression::kLongest) {
+    if (CharacterCount(text_) > Expression::kLongest) {
       throw ExpressionError(Expression::kLongest + 1, "the expression is too long");
     }
     Comparison();

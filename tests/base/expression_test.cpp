@@ -90,6 +90,7 @@ TEST(Expression, AnErrorSaysItsPlace) {
       {deep, 101, "nested too deeply"},
       {std::string(200, '-') + "1", 101, "nested too deeply"},
       {std::string(1001, '1'), 1001, "too long"},
+      {"1" + std::string(998, ' ') + "\u00b5", 1000, "is not expected here"},
   };
   for (const auto& [text, place, says] : cases) {
     try {
