@@ -6,6 +6,7 @@
 #include "app/form_replacement.h"
 #include "exchange/import/remembered.h"
 #include "platform/file_checks.h"
+#include "platform/file_choice.h"
 
 namespace polefit {
 
@@ -73,9 +74,8 @@ void TakePlan(Program& program, const std::string& folder, const ImportPlan& pla
   host.KeepUserSetting(kChoices, Remember(host.UserSetting(kChoices), plan));
 }
 
-/// Asks for a file with points, which leaves the current folder as it is; "" when none is chosen.
+/// Asks for a file with points; "" when none is chosen.
 std::string ChooseFile(Program& program) {
-  const std::string folder = program.host.CurrentFolder();
   CommonDialog dialog;
   dialog.initialFolder = program.windows.CMDialog1.initialFolder;
   dialog.title = "Import Points";
@@ -84,10 +84,7 @@ std::string ChooseFile(Program& program) {
   dialog.filterIndex = 1;
   dialog.fileName = "*.*";
   dialog.cancelIsError = false;
-  program.host.ShowOpen(dialog);
-  // Save looks for the current file in the current folder, which a chosen file must not move.
-  if (!dialog.fileName.empty()) program.host.ChangeFolder(folder);
-  return dialog.fileName;
+  return ChooseOtherFile(program.host, std::move(dialog), &Host::ShowOpen);
 }
 
 std::optional<SourceFile> ChooseOther(Program& program) {

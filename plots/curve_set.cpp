@@ -6,6 +6,13 @@
 
 namespace polefit {
 
+namespace {
+
+/// Beside what is typed and its preview or result: more could not be told apart.
+constexpr std::size_t kMostOthers = 2;
+
+}  // namespace
+
 void CurveSet::Read(const ResponseRecord& typed) {
   if (preview_ && !(typed == record_)) preview_.reset();
   record_ = typed;
@@ -47,11 +54,24 @@ void CurveSet::SetResult(const ResponseRecord& record, const std::string& time) 
 
 void CurveSet::SetOthers(const std::vector<NamedAnswers>& others) {
   others_.clear();
+  leftOut_ = 0;
   for (const NamedAnswers& other : others) {
+    if (others_.size() == kMostOthers) {
+      ++leftOut_;
+      continue;
+    }
     std::vector<Finding> findings;
-    auto curves = CurvesOf(other.record, CurveRole::other, other.name, findings);
+    const CurveRole role = others_.empty() ? CurveRole::other : CurveRole::another;
+    auto curves = CurvesOf(other.record, role, other.name, findings);
     if (curves) others_.push_back(std::move(*curves));
   }
+}
+
+std::string CurveSet::StateInWords() const {
+  const std::string text = StateText(state_, resultTime_);
+  if (leftOut_ == 0) return text;
+  return text + ", " + std::to_string(kMostOthers) + " of " +
+         std::to_string(kMostOthers + leftOut_) + " ticked runs";
 }
 
 bool CurveSet::SetPreview(Preview preview) {

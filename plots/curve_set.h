@@ -27,7 +27,7 @@ class CurveSet {
   void ReadFault();
 
   void SetResult(const ResponseRecord& record, const std::string& time);
-  /// Answers of earlier runs that are shown too, under their names.
+  /// Answers of earlier runs that are shown too, under their names: the first two of them.
   void SetOthers(const std::vector<NamedAnswers>& others);
   /// False when the preview is not of what is typed now.
   bool SetPreview(Preview preview);
@@ -36,7 +36,8 @@ class CurveSet {
   /// A preview takes the place of the result; the result of another problem is not shown.
   ShownCurves Shown();
   PaneState State() const { return state_; }
-  const std::string& ResultTime() const { return resultTime_; }
+  /// The state for the pane: "result 19:40, form changed since".
+  std::string StateInWords() const;
 
   const ResponseRecord& Record() const { return record_; }
   /// The typed curves, or null while the answers have a fault.
@@ -54,6 +55,7 @@ class CurveSet {
   ResponseRecord resultRecord_;
   std::string resultTime_;
   std::vector<FitCurves> others_;
+  std::size_t leftOut_ = 0;  ///< of the others
   std::optional<Preview> preview_;
   PaneState state_ = PaneState::nothing;
 };

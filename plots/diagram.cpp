@@ -15,6 +15,7 @@ bool Series::IsLine() const {
     case SeriesRole::preview:
     case SeriesRole::result:
     case SeriesRole::other:
+    case SeriesRole::another:
     case SeriesRole::plainMagnitude:
     case SeriesRole::constant:
       return true;
@@ -58,6 +59,17 @@ Diagram EmptyDiagram(DiagramKind kind, const DiagramChoices& choices) {
   return diagram;
 }
 
+/// From left to right, without those that a logarithmic axis has no place for. Locations keep the
+/// order of the answers.
+void OrderStops(Diagram& diagram) {
+  if (diagram.kind == DiagramKind::poles) return;
+  if (diagram.x.isLogarithmic) {
+    std::erase_if(diagram.stops, [](const Stop& stop) { return stop.x <= 0; });
+  }
+  std::stable_sort(diagram.stops.begin(), diagram.stops.end(),
+                   [](const Stop& one, const Stop& other) { return one.x < other.x; });
+}
+
 }  // namespace
 
 Diagram MakeDiagram(DiagramKind kind, const ShownCurves& shown, const DiagramChoices& choices) {
@@ -88,6 +100,7 @@ Diagram MakeDiagram(DiagramKind kind, const ShownCurves& shown, const DiagramCho
       parts.DrawStep(diagram);
       break;
   }
+  OrderStops(diagram);
   MarkResults(diagram);
   return diagram;
 }
@@ -106,7 +119,7 @@ std::string PointText(std::size_t row, const ShownCurves& shown, const DiagramCh
                      FrequencyText(points.frequency[row]) + ", wanted " +
                      Level(points.yout[row], choices.isLinear);
   for (const FitCurves* const curves : shown) {
-    if (curves->isPointsAlone || curves->passband.frequency.size() <= row) continue;
+    if (curves->isPointsAlone || !HasRow(*curves, row, points.frequency[row])) continue;
     text += ", " + curves->name + " " + Level(curves->passband.obtained[row], choices.isLinear);
     const double error =
         choices.isLinear ? curves->passband.weighted[row] : curves->passband.decibels[row];
@@ -118,7 +131,7 @@ std::string PointText(std::size_t row, const ShownCurves& shown, const DiagramCh
 }
 
 std::string DelayText(std::size_t row, const ShownCurves& shown) {
-  const DelayFit& points = shown.front()->delayPoints;
+  const DelayFit& points = shown.back()->delayPoints;
   return "row " + std::to_string(row + 1) + ": " + FrequencyText(points.frequency[row]) + ", TX " +
          TimeText(points.tx[row]) + ", H " + TimeText(points.own[row]) + ", total " +
          TimeText(points.total[row]) + ", error " + TimeText(points.error[row]);
@@ -171,7 +184,7 @@ std::string StopText(const Diagram& diagram, std::size_t stop, const ShownCurves
     case DiagramKind::poles:
       return TextAmongCurves(diagram.stops[stop], shown);
     case DiagramKind::delay:
-      if (!shown.front()->delayPoints.frequency.empty()) return DelayText(index, shown);
+      if (!shown.back()->delayPoints.frequency.empty()) return DelayText(index, shown);
       return CurveText(diagram, stop);
     default:
       return CurveText(diagram, stop);

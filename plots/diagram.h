@@ -20,6 +20,7 @@ enum class SeriesRole {
   result,
   resultMarks,  ///< along the line of a result
   other,
+  another,         ///< a second one of these
   plainMagnitude,  ///< |H| alone
   constant,        ///< T0, or the gain that a step ends at
   worst,

@@ -22,6 +22,11 @@ double Rounded4(double value) {
   return std::round(value * scale) / scale;
 }
 
+bool HasRow(const FitCurves& curves, std::size_t row, double megahertz) {
+  const std::vector<double>& frequencies = curves.passband.frequency;
+  return row < frequencies.size() && frequencies[row] == megahertz;
+}
+
 SeriesRole RoleOf(CurveRole role) {
   switch (role) {
     case CurveRole::typed:
@@ -30,8 +35,10 @@ SeriesRole RoleOf(CurveRole role) {
       return SeriesRole::preview;
     case CurveRole::result:
       return SeriesRole::result;
-    default:
+    case CurveRole::other:
       return SeriesRole::other;
+    default:
+      return SeriesRole::another;
   }
 }
 

@@ -11,6 +11,9 @@ namespace polefit {
 /// A number with four significant digits.
 double Rounded4(double value);
 
+/// Whether the passband point at `row`, from 0, has this frequency.
+bool HasRow(const FitCurves& curves, std::size_t row, double megahertz);
+
 /// Draws each kind of diagram of at least one set of curves; all frequency diagrams on one axis.
 class DiagramParts {
  public:

@@ -37,11 +37,11 @@ void DiagramParts::DrawErrors(Diagram& diagram) const {
   diagram.y.to = size;
   const std::vector<double>& errors = ErrorsOf(last);
   for (std::size_t i = 0; i < errors.size(); ++i) {
+    // A result may have had other rows than the table has now.
+    if (!HasRow(*shown_.front(), i, last.passband.frequency[i])) continue;
     diagram.stops.push_back(
         {last.passband.frequency[i] * unit_.factor, std::isnan(errors[i]) ? 0 : errors[i], i});
   }
-  std::stable_sort(diagram.stops.begin(), diagram.stops.end(),
-                   [](const Stop& one, const Stop& other) { return one.x < other.x; });
 }
 
 }  // namespace polefit

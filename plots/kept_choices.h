@@ -17,6 +17,7 @@ struct KeptChoices {
   /// In pixels; 0 before it was ever shown.
   int width = 0;
   bool isLeft = false;  ///< left of the tabs, not right
+  bool isFloating = false;
 
   bool operator==(const KeptChoices&) const = default;
 };

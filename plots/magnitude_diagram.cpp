@@ -31,8 +31,6 @@ void DiagramParts::AddWanted(Diagram& diagram) const {
   diagram.series.push_back(std::move(wanted));
   if (!notCounted.x.empty()) diagram.series.push_back(std::move(notCounted));
   if (!below.x.empty()) diagram.series.push_back(std::move(below));
-  std::stable_sort(diagram.stops.begin(), diagram.stops.end(),
-                   [](const Stop& one, const Stop& other) { return one.x < other.x; });
 }
 
 void DiagramParts::AddObtained(Diagram& diagram) const {
@@ -139,6 +137,7 @@ void DiagramParts::DrawMagnitude(Diagram& diagram) const {
                         FrequencyText(worst.megahertz);
   }
   if (!last.isPointsAlone) diagram.sentence += ", " + CountSentence();
+  if (!diagram.note.empty()) diagram.sentence += ", " + diagram.note;
 }
 
 }  // namespace polefit

@@ -1,7 +1,10 @@
 #include "exchange/ui/export_command.h"
 
+#include <utility>
+
 #include "exchange/last_result.h"
 #include "exchange/ui/export_dialog.h"
+#include "platform/file_choice.h"
 #include "platform/paths.h"
 
 namespace polefit {
@@ -21,8 +24,8 @@ void SaveExport(Host& host, const std::string& file, const ExportFormatName& for
   dialog.filter = std::string(format.description) + " (*" + std::string(format.suffix) + ")|*" +
                   std::string(format.suffix) + "|All Files (*.*)|*.*";
   dialog.fileName = SuggestedName(file, format);
-  host.ShowSave(dialog);
-  if (!dialog.fileName.empty()) host.ReplaceFile(dialog.fileName, text);
+  const std::string path = ChooseOtherFile(host, std::move(dialog), &Host::ShowSave);
+  if (!path.empty()) host.ReplaceFile(path, text);
 }
 
 }  // namespace

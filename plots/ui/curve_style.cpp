@@ -16,6 +16,15 @@ QColor Pale(const QColor& color, const QPalette& palette) {
 
 }  // namespace
 
+QPalette PaperPalette() {
+  QPalette palette(Qt::white);
+  palette.setColor(QPalette::Base, Qt::white);
+  palette.setColor(QPalette::Window, Qt::white);
+  palette.setColor(QPalette::Text, QColor(0x20, 0x20, 0x20));
+  palette.setColor(QPalette::WindowText, QColor(0x20, 0x20, 0x20));
+  return palette;
+}
+
 // The colours follow M. Okabe and K. Ito, Color Universal Design, 2008; darker on light ground
 // where theirs have too little contrast for a thin line.
 QColor ColorOf(SeriesRole role, const QPalette& palette) {
@@ -33,6 +42,8 @@ QColor ColorOf(SeriesRole role, const QPalette& palette) {
     case SeriesRole::other:
     case SeriesRole::worst:
       return dark ? QColor(0xf0, 0x8c, 0xc0) : QColor(0xb0, 0x2a, 0x78);
+    case SeriesRole::another:
+      return dark ? QColor(0xf0, 0xe4, 0x42) : QColor(0x7a, 0x5c, 0x00);
     case SeriesRole::notCounted:
     case SeriesRole::input:
     case SeriesRole::plainMagnitude:
@@ -56,8 +67,9 @@ QPen PenOf(const Series& series, const QPalette& palette) {
     case SeriesRole::other:
     case SeriesRole::plainMagnitude:
       return {color, 1.4, Qt::DashLine};
+    case SeriesRole::another:
     case SeriesRole::constant:
-      return {color, 1.2, Qt::DashDotLine};
+      return {color, series.role == SeriesRole::another ? 1.6 : 1.2, Qt::DashDotLine};
     case SeriesRole::result:
       return {color, 2.2};
     default:

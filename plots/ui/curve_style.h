@@ -8,6 +8,9 @@
 
 namespace polefit {
 
+/// Dark on white, as pictures are that leave the program.
+QPalette PaperPalette();
+
 /// The colour of a series: told apart without red and green, and 3 : 1 at least on the palette's
 /// base.
 QColor ColorOf(SeriesRole role, const QPalette& palette);

@@ -1,5 +1,6 @@
 #include "plots/ui/curves_dock.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QTimer>
 #include <algorithm>
@@ -35,11 +36,11 @@ CurvesDock::CurvesDock(MainWindow& form, Program& program)
   // The findings below take their height from the tabs, not from the pane.
   form.setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
   form.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
-  setFeatures(DockWidgetClosable | DockWidgetMovable);
   pane_->setMinimumWidth(kLeastWidth);
   connect(pane_, &CurvesPane::choicesChanged, this, &CurvesDock::SaveChoices);
   connect(this, &QDockWidget::visibilityChanged, this, &CurvesDock::SaveChoices);
   connect(this, &QDockWidget::visibilityChanged, live_, [this] { live_->SetSeen(isVisible()); });
+  connect(this, &QDockWidget::topLevelChanged, this, &CurvesDock::ApplyWidth);
   connect(&form, &MainWindow::unloaded, this, &CurvesDock::SaveChoices);
   RestoreChoices();
   form.installEventFilter(this);
@@ -52,7 +53,7 @@ void CurvesDock::RestoreChoices() {
   pane_->SetPlainMagnitude(kept.showsPlainMagnitude);
   if (kept.lower >= 0) pane_->ChooseLower(static_cast<DiagramKind>(kept.lower), true);
   form_.addDockWidget(kept.isLeft ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea, this);
-  setVisible(kept.isShown);
+  setVisible(kept.isShown && !kept.isFloating);
 }
 
 void CurvesDock::SaveChoices() const {
@@ -63,11 +64,11 @@ void CurvesDock::SaveChoices() const {
   kept.isLogFrequency = pane_->Choices().isLogFrequency;
   kept.showsPlainMagnitude = pane_->Choices().showsPlainMagnitude;
   if (pane_->HasChosenLower()) kept.lower = static_cast<int>(pane_->Lower());
-  if (wasNarrow_) {
-    host_.KeepUserSetting(kOwnWindow, saveGeometry().toStdString());
-  } else {
+  if (isFloating()) host_.KeepUserSetting(kOwnWindow, saveGeometry().toStdString());
+  if (!wasNarrow_) {
     kept.isShown = isVisible();
-    if (isVisible() && isPlaced_) kept.width = width();
+    kept.isFloating = isFloating();
+    if (isVisible() && isPlaced_ && !isFloating()) kept.width = width();
     kept.isLeft = form_.dockWidgetArea(const_cast<CurvesDock*>(this)) == Qt::LeftDockWidgetArea;
   }
   KeepChoices(host_, kept);
@@ -92,30 +93,50 @@ bool CurvesDock::IsNarrow() const {
 /// Beside the tabs the pane leaves them their least width. A window that is too narrow for both has
 /// the pane as another window, when it is called for.
 void CurvesDock::ApplyWidth() {
-  const bool isNarrow = IsNarrow();
-  const int room = form_.width() - kLeastTabs;
-  pane_->setMaximumWidth(isNarrow ? QWIDGETSIZE_MAX : std::max(kLeastWidth, room));
-  if (isNarrow == wasNarrow_) return;
-  if (isNarrow) {
+  if (IsNarrow() != wasNarrow_) {
     SaveChoices();
-    wasNarrow_ = true;
-    hide();
-    setFloating(true);
-    restoreGeometry(QByteArray::fromStdString(host_.UserSetting(kOwnWindow)));
-  } else {
-    wasNarrow_ = false;
-    setFloating(false);
-    setVisible(ReadChoices(host_).isShown);
+    wasNarrow_ = !wasNarrow_;
+    if (wasNarrow_ && !isFloating()) {
+      hide();
+      Float();
+    } else if (!wasNarrow_) {
+      ShowAsKept();
+    }
   }
+  const int room = std::max(kLeastWidth, form_.width() - kLeastTabs);
+  pane_->setMaximumWidth(isFloating() ? QWIDGETSIZE_MAX : room);
+}
+
+void CurvesDock::Float() {
+  setFloating(true);
+  restoreGeometry(QByteArray::fromStdString(host_.UserSetting(kOwnWindow)));
+}
+
+void CurvesDock::ShowAsKept() {
+  const KeptChoices kept = ReadChoices(host_);
+  if (!kept.isFloating) {
+    setFloating(false);
+  } else if (!isFloating()) {
+    Float();
+  }
+  setVisible(kept.isShown);
+}
+
+/// A pane that floats comes and goes with the form.
+void CurvesDock::FollowForm(const QEvent& event) {
+  if (event.type() == QEvent::Resize) ApplyWidth();
+  if (event.spontaneous()) return;  // it was only minimised
+  if (event.type() == QEvent::Hide && isFloating()) hide();
+  if (event.type() == QEvent::Show && !IsNarrow() && ReadChoices(host_).isFloating) ShowAsKept();
 }
 
 bool CurvesDock::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == &form_ && event->type() == QEvent::Resize) ApplyWidth();
+  if (watched == &form_) FollowForm(*event);
   return QDockWidget::eventFilter(watched, event);
 }
 
 void CurvesDock::ShowOrLeave() {
-  const QWidget* focus = window()->focusWidget();
+  const QWidget* focus = QApplication::focusWidget();
   if (isVisible() && focus != nullptr && pane_->isAncestorOf(focus)) {
     form_.activateWindow();
     form_.centralWidget()->setFocus();

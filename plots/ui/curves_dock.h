@@ -7,8 +7,8 @@
 
 namespace polefit {
 
-/// The dock with the curves, right or left of the tabs; where the window is too narrow for both, a
-/// window of its own. What the user chose in it is remembered.
+/// The dock with the curves, right or left of the tabs; pulled off by its title, or where the
+/// window is too narrow for both, a window of its own. What the user chose in it is remembered.
 class CurvesDock final : public QDockWidget {
   Q_OBJECT
 
@@ -35,6 +35,9 @@ class CurvesDock final : public QDockWidget {
   void RestoreChoices();
   void SaveChoices() const;
   void ApplyWidth();
+  void Float();
+  void ShowAsKept();
+  void FollowForm(const QEvent& event);
   bool IsNarrow() const;
 
   MainWindow& form_;

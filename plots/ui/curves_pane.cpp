@@ -35,6 +35,7 @@ CurvesPane::CurvesPane(QWidget* parent)
       errors_(new DiagramView),
       lower_(new DiagramView),
       state_(new QLabel),
+      take_(new QToolButton),
       lowerChoices_(new QWidget),
       upperGroup_(new QButtonGroup(this)),
       lowerGroup_(new QButtonGroup(this)) {
@@ -46,6 +47,12 @@ CurvesPane::CurvesPane(QWidget* parent)
   state_->setTextFormat(Qt::PlainText);
   // A long state is cut before it makes the pane wide.
   state_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  take_->setObjectName("cmdTakePreview");
+  take_->setText(tr("Take"));
+  take_->setToolTip(tr("Puts the preview's values into the boxes"));
+  take_->setFocusPolicy(Qt::TabFocus);
+  take_->hide();
+  connect(take_, &QToolButton::clicked, this, &CurvesPane::takeWanted);
   upper_->SetLegend(true);
   lower_->SetLegend(false);
   errors_->SetCompact(true);
@@ -62,6 +69,7 @@ CurvesPane::CurvesPane(QWidget* parent)
   all->addWidget(errors_, 4);
   all->addWidget(lowerChoices_);
   all->addWidget(lower_, 10);
+  OrderTabs();
   for (DiagramView* view : {upper_, errors_, lower_}) {
     view->setMinimumHeight(fontMetrics().height() * 3);
     Connect(view);
@@ -69,7 +77,10 @@ CurvesPane::CurvesPane(QWidget* parent)
 }
 
 void CurvesPane::BuildChoices(QBoxLayout* top, QBoxLayout* middle) {
+  const int gap = fontMetrics().height() / 2;
   top->addWidget(state_, 1);
+  top->addWidget(take_);
+  top->addSpacing(gap);
   top->setSpacing(0);
   middle->setSpacing(0);
   top->addWidget(MakeChoice(tr("dB"), "optDecibels", upperGroup_, 0));
@@ -90,6 +101,15 @@ void CurvesPane::BuildChoices(QBoxLayout* top, QBoxLayout* middle) {
     ChooseLower(kLowerKinds[static_cast<std::size_t>(id)], true);
     ApplyRoom();
   });
+}
+
+/// From diagram to diagram, and then to the choices.
+void CurvesPane::OrderTabs() {
+  QList<QWidget*> order = {upper_, errors_, lower_, take_};
+  for (const QButtonGroup* group : {upperGroup_, lowerGroup_}) {
+    for (QAbstractButton* button : group->buttons()) order << button;
+  }
+  for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
 void CurvesPane::Connect(DiagramView* view) {
@@ -115,13 +135,13 @@ void CurvesPane::Connect(DiagramView* view) {
   connect(view, &DiagramView::dragAbandoned, this, &CurvesPane::dragAbandoned);
 }
 
-void CurvesPane::Show(const ShownCurves& shown, PaneState state, const QString& time) {
+void CurvesPane::Show(const ShownCurves& shown, const QString& words, bool isPreview) {
   shown_ = shown;
-  const QString text = ToQString(StateText(state, time.toStdString()));
-  state_->setText(text);
-  state_->setToolTip(text);
+  state_->setText(words);
+  state_->setToolTip(words);
+  take_->setVisible(isPreview);
   Redraw();
-  setAccessibleName(tr("Curves, %1: %2").arg(text, ToQString(upper_->Shown().sentence)));
+  setAccessibleName(tr("Curves, %1: %2").arg(words, ToQString(upper_->Shown().sentence)));
 }
 
 void CurvesPane::Redraw() {
@@ -169,6 +189,12 @@ void CurvesPane::FitView() {
   for (DiagramView* view : {upper_, errors_, lower_}) view->FitView();
 }
 
+void CurvesPane::MarkLocation(std::optional<std::size_t> location) {
+  if (lower_->Shown().kind != DiagramKind::poles) return;
+  lower_->Mark(location);  // the typed ones are the first stops
+  TellReadOut(lower_, lower_->Marked());
+}
+
 QString CurvesPane::ReadOut() const {
   for (const DiagramView* view : {upper_, errors_, lower_}) {
     if (view->hasFocus() && view->Marked()) {
@@ -184,19 +210,28 @@ void CurvesPane::ToggleWhole(DiagramView* view) {
   view->setFocus();
 }
 
-/// The text in the legend begins with the curve's name; without a text the last curve is meant.
+/// The text in the legend begins with the curve's name.
 void CurvesPane::ToggleCurve(const QString& legendText) {
-  std::string name;
+  if (legendText.isEmpty()) return HideNext();
   for (const FitCurves* const curves : shown_) {
-    if (legendText.isEmpty() || legendText.startsWith(ToQString(curves->name))) name = curves->name;
+    if (curves->isPointsAlone || !legendText.startsWith(ToQString(curves->name))) continue;
+    auto& hidden = choices_.hidden;
+    if (std::erase(hidden, curves->name) == 0) hidden.push_back(curves->name);
+    return Redraw();
   }
-  if (name.empty()) return;
-  auto& hidden = choices_.hidden;
-  const auto found = std::find(hidden.begin(), hidden.end(), name);
-  if (found == hidden.end()) {
-    hidden.push_back(name);
-  } else {
-    hidden.erase(found);
+}
+
+/// By a key: the last curve, then in turn each before it in its place, at last none.
+void CurvesPane::HideNext() {
+  std::vector<std::string>& hidden = choices_.hidden;
+  const auto isHidden = [&hidden](const FitCurves* curves) {
+    return std::find(hidden.begin(), hidden.end(), curves->name) != hidden.end();
+  };
+  const auto present = std::find_if(shown_.begin(), shown_.end(), isHidden);
+  hidden.clear();
+  if (present != shown_.begin()) {
+    const FitCurves* const next = *std::prev(present);
+    if (!next->isPointsAlone) hidden.push_back(next->name);
   }
   Redraw();
 }

@@ -10,6 +10,7 @@
 class QBoxLayout;
 class QButtonGroup;
 class QLabel;
+class QToolButton;
 
 namespace polefit {
 
@@ -23,7 +24,8 @@ class CurvesPane final : public QWidget {
   explicit CurvesPane(QWidget* parent = nullptr);
 
   /// Shows curves, the typed ones first; they must live until others are shown.
-  void Show(const ShownCurves& shown, PaneState state, const QString& time);
+  /// `words` say what they belong to; a preview can be taken.
+  void Show(const ShownCurves& shown, const QString& words, bool isPreview);
 
   const DiagramChoices& Choices() const { return choices_; }
   DiagramKind Lower() const { return lowerKind_; }
@@ -39,6 +41,8 @@ class CurvesPane final : public QWidget {
   DiagramView& LowerView() { return *lower_; }
   const ShownCurves& Curves() const { return shown_; }
   void FitView();
+  /// Rings a typed location and reads it out, where poles are shown.
+  void MarkLocation(std::optional<std::size_t> location);
   /// What is marked in the diagram that has the focus, or else all in one sentence.
   QString ReadOut() const;
 
@@ -49,6 +53,7 @@ class CurvesPane final : public QWidget {
   void locationChosen(std::size_t location);
   void locationDragged(std::size_t location, double real, double imaginary, bool isEnd);
   void dragAbandoned();
+  void takeWanted();
   void choicesChanged();
 
  protected:
@@ -56,12 +61,14 @@ class CurvesPane final : public QWidget {
 
  private:
   void BuildChoices(QBoxLayout* top, QBoxLayout* middle);
+  void OrderTabs();
   void Connect(DiagramView* view);
   void Redraw();
   void ApplyRoom();
   void ShowFor(PaneRoom room);
   void ToggleWhole(DiagramView* view);
   void ToggleCurve(const QString& legendText);
+  void HideNext();
   void TellReadOut(DiagramView* view, std::optional<std::size_t> stop);
   void TellChoice(DiagramView* view, std::size_t stop);
 
@@ -76,6 +83,7 @@ class CurvesPane final : public QWidget {
   DiagramView* lower_;
   DiagramView* whole_ = nullptr;
   QLabel* state_;
+  QToolButton* take_;
   QWidget* lowerChoices_;
   QButtonGroup* upperGroup_;
   QButtonGroup* lowerGroup_;

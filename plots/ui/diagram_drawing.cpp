@@ -51,7 +51,7 @@ void DiagramView::Rebuild() {
     axis->setTickLabels(diagram_.hasFigures);
   }
   if (isCompact_) xAxis->setLabel({});
-  PlaceAxes();
+  if (!isZoomed_) PlaceAxes();
   FitFigures();
   for (const Frame& frame : diagram_.frames) AddFrame(frame);
   for (const double x : diagram_.verticals) AddStraight(x, true);
@@ -239,6 +239,26 @@ void DiagramView::FitFigures() {
   const QString label = ToQString(diagram_.y.label);
   const bool fits = QFontMetrics(yAxis->labelFont()).horizontalAdvance(label) < height();
   yAxis->setLabel(fits ? label : QString());
+}
+
+/// The diagram that the keys act on has a frame.
+void DiagramView::ShowFocus(bool hasFocus) {
+  const QPen frame = hasFocus ? QPen(palette().color(QPalette::Highlight), 2)
+                              : QPen(palette().color(QPalette::Text), 1);
+  for (QCPAxis* axis : {xAxis, yAxis, xAxis2, yAxis2}) axis->setBasePen(frame);
+  for (QCPAxis* axis : {xAxis2, yAxis2}) {
+    axis->setVisible(hasFocus);
+    axis->setTicks(false);
+    axis->setTickLabels(false);
+  }
+  replot(rpQueuedReplot);
+}
+
+void DiagramView::HideState() {
+  ShowFocus(false);
+  for (int i = 0; i < itemCount(); ++i) {
+    if (item(i)->objectName() == "mark") item(i)->setVisible(false);
+  }
 }
 
 void DiagramView::ApplyStyle() {

@@ -219,24 +219,13 @@ void DiagramView::keyPressEvent(QKeyEvent* event) {
 
 void DiagramView::focusInEvent(QFocusEvent* event) {
   QCustomPlot::focusInEvent(event);
-  axisRect()->setupFullAxesBox();
-  for (QCPAxis* axis : {xAxis, yAxis, xAxis2, yAxis2}) {
-    axis->setBasePen(QPen(palette().color(QPalette::Highlight), 2));
-    axis->setTickLabels((axis == xAxis || axis == yAxis) && diagram_.hasFigures);
-    axis->setVisible(true);
-  }
-  xAxis2->setTicks(false);
-  yAxis2->setTicks(false);
+  ShowFocus(true);
   if (marked_) Q_EMIT stopReached(marked_);
-  replot(rpQueuedReplot);
 }
 
 void DiagramView::focusOutEvent(QFocusEvent* event) {
   QCustomPlot::focusOutEvent(event);
-  xAxis2->setVisible(false);
-  yAxis2->setVisible(false);
-  for (QCPAxis* axis : {xAxis, yAxis}) axis->setBasePen(QPen(palette().color(QPalette::Text), 1));
-  replot(rpQueuedReplot);
+  ShowFocus(false);
 }
 
 void DiagramView::leaveEvent(QEvent* event) {

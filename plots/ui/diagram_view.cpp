@@ -40,17 +40,12 @@ void DiagramView::Show(const Diagram& diagram) {
   const bool keepsView = (isZoomed_ || drag_ == Drag::stop) && diagram.kind == diagram_.kind &&
                          (drag_ == Drag::stop || IsSame(diagram.x, diagram_.x)) &&
                          diagram.y.label == diagram_.y.label;
-  const QCPRange x = xAxis->range();
-  const QCPRange y = yAxis->range();
   if (diagram.kind != diagram_.kind) marked_.reset();
   diagram_ = diagram;
   if (marked_ && *marked_ >= diagram_.stops.size()) marked_.reset();
   isZoomed_ = keepsView;
   Rebuild();
-  if (keepsView) {
-    xAxis->setRange(x);
-    yAxis->setRange(y);
-  } else if (diagram_.hasEqualScales) {
+  if (!keepsView && diagram_.hasEqualScales) {
     replot(rpQueuedRefresh);  // names and figures may have changed the room
     PlaceAxes();
   }
@@ -144,6 +139,7 @@ void DiagramView::changeEvent(QEvent* event) {
   if (event->type() != QEvent::PaletteChange && event->type() != QEvent::FontChange) return;
   ApplyStyle();
   Rebuild();
+  ShowFocus(hasFocus());
   PlaceLegend();
   replot(rpQueuedReplot);
 }

@@ -36,6 +36,8 @@ class DiagramView final : public QCustomPlot {
   void SetFrequencies(double from, double to);
   void SetLegend(bool shows) { showsLegend_ = shows; }
   void SetCompact(bool compact) { isCompact_ = compact; }
+  /// Takes the focus frame and the ring away until the palette changes again, for a picture.
+  void HideState();
 
  Q_SIGNALS:
   /// The stop under the pointer or reached by keys has another one; none when there is no value.
@@ -67,6 +69,7 @@ class DiagramView final : public QCustomPlot {
   enum class Drag { none, zoom, pan, stop };
 
   void ApplyStyle();
+  void ShowFocus(bool hasFocus);
   void Rebuild();
   void AddSeries(const Series& series);
   void AddStraight(double at, bool isVertical);

@@ -69,6 +69,7 @@ void LiveCurves::WatchPane() {
   });
   connect(&pane_, &CurvesPane::locationDragged, this, &LiveCurves::MoveTo);
   connect(&pane_, &CurvesPane::dragAbandoned, this, &LiveCurves::GiveDragBack);
+  connect(&pane_, &CurvesPane::takeWanted, this, &LiveCurves::TakePreview);
 }
 
 void LiveCurves::SetSeen(bool isSeen) {
@@ -103,7 +104,7 @@ void LiveCurves::ShowAll() {
   pane_.ChooseLower(IsYes(record.Slot(slot::kEqualDelay)) ? DiagramKind::delay : DiagramKind::poles,
                     false);
   const ShownCurves shown = curves_.Shown();
-  pane_.Show(shown, curves_.State(), ToQString(curves_.ResultTime()));
+  pane_.Show(shown, ToQString(curves_.StateInWords()), curves_.State() == PaneState::preview);
   form_.Status().ShowReadOut(pane_.ReadOut());
   boxes_.ShowPairs(curves_.Typed());
   MarkCurrentCells();
@@ -122,16 +123,18 @@ void LiveCurves::ShowOthers(const std::vector<NamedAnswers>& others) {
 void LiveCurves::SetPreview(bool isWanted) {
   wantsPreview_ = isWanted;
   if (!isWanted) {
-    worker_.reset();
+    if (worker_) worker_->Cancel();
     curves_.DropPreview();
     return ShowAll();
   }
-  worker_ = std::make_unique<PreviewWorker>([this](Preview preview) {
-    // From the worker's thread into this one.
-    auto shared = std::make_shared<Preview>(std::move(preview));
-    QMetaObject::invokeMethod(
-        this, [this, shared] { TakePreviewed(std::move(*shared)); }, Qt::QueuedConnection);
-  });
+  if (!worker_) {
+    worker_ = std::make_unique<PreviewWorker>([this](Preview preview) {
+      // From the worker's thread into this one.
+      auto shared = std::make_shared<Preview>(std::move(preview));
+      QMetaObject::invokeMethod(
+          this, [this, shared] { TakePreviewed(std::move(*shared)); }, Qt::QueuedConnection);
+    });
+  }
   Update();
 }
 
@@ -182,31 +185,51 @@ void LiveCurves::ReplaceStart() {
   }
 }
 
+/// The cell of what is wanted: Yout, or the delay. The focus stays in the diagram.
 void LiveCurves::SelectPoint(bool isDelay, std::size_t row) {
+  constexpr int kDelayColumn = 2;
+  constexpr int kYoutColumn = 3;
   form_.SelectTab(isDelay ? Tab::delayData : Tab::passbandData);
-  (isDelay ? form_.DelayData() : form_.PassData()).SetCurrentRow(static_cast<int>(row) + 1);
+  auto* grid = form_.findChild<GridWidget*>(isDelay ? "DelayData" : "PassData");
+  grid->SetCurrentCell(static_cast<int>(row) + 1, isDelay ? kDelayColumn : kYoutColumn);
 }
 
 void LiveCurves::MoveTo(std::size_t location, double real, double imaginary, bool isEnd) {
-  const FitCurves* typed = curves_.Typed();
-  if (typed == nullptr || location >= typed->locations.size()) return;
-  if (!beforeDrag_) {
+  if (!drag_) {
+    const ResponseRecord& record = Record();
+    const FitCurves* typed = curves_.Typed();
+    if (typed == nullptr || location >= typed->locations.size()) return;
     form_.RecordStep(tr("Typing"));
-    beforeDrag_ = curves_.Record();
+    drag_ = {record, typed->locations[location].kind, typed->words[location]};
   }
-  for (const ChangedAnswer& answer :
-       MoveLocation(curves_.Record(), *typed, location, real, imaginary)) {
-    boxes_.Put(answer.slot, answer.text);
-  }
-  Update();
+  PutDragged(real, imaginary);
   if (!isEnd) return;
-  beforeDrag_.reset();
+  drag_.reset();
   form_.RecordStep(tr("Move"));
 }
 
+/// Locations may change their order on the way: one zero passes another.
+void LiveCurves::PutDragged(double real, double imaginary) {
+  const auto dragged = [this]() -> std::optional<std::size_t> {
+    const FitCurves* typed = curves_.Typed();
+    for (std::size_t i = 0; typed != nullptr && i < typed->locations.size(); ++i) {
+      if (typed->locations[i].kind == drag_->kind && typed->words[i] == drag_->word) return i;
+    }
+    return std::nullopt;
+  };
+  const std::optional<std::size_t> location = dragged();
+  if (!location) return;
+  for (const ChangedAnswer& answer :
+       MoveLocation(curves_.Record(), *curves_.Typed(), *location, real, imaginary)) {
+    boxes_.Put(answer.slot, answer.text);
+  }
+  Update();
+  pane_.MarkLocation(dragged());
+}
+
 void LiveCurves::GiveDragBack() {
-  if (!beforeDrag_) return;
-  boxes_.PutChanges(curves_.Record(), *std::exchange(beforeDrag_, std::nullopt));
+  if (!drag_) return;
+  boxes_.PutChanges(curves_.Record(), std::exchange(drag_, std::nullopt)->before);
   Update();
 }
 

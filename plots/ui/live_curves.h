@@ -61,6 +61,7 @@ class LiveCurves final : public QObject {
   void ReplaceStart();
   void SelectPoint(bool isDelay, std::size_t row);
   void MoveTo(std::size_t location, double real, double imaginary, bool isEnd);
+  void PutDragged(double real, double imaginary);
   void GiveDragBack();
   void MarkCurrentCells();
 
@@ -72,8 +73,13 @@ class LiveCurves final : public QObject {
   bool isSeen_ = false;
   CurveSet curves_;
   bool wantsPreview_ = false;
-  /// The answers as they were before the location that is being dragged was touched.
-  std::optional<ResponseRecord> beforeDrag_;
+  /// The location that is being dragged, by its place in the answers, and these as they were.
+  struct Drag {
+    ResponseRecord before;
+    FactorKind kind;
+    std::size_t word;
+  };
+  std::optional<Drag> drag_;
   /// Last, so that it ends before what it hands its previews to.
   std::unique_ptr<PreviewWorker> worker_;
 };

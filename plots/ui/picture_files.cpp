@@ -3,15 +3,21 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QClipboard>
+#include <QLabel>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QSvgGenerator>
+#include <algorithm>
+#include <utility>
 
-#include "platform/host.h"
+#include "platform/file_checks.h"
+#include "platform/file_choice.h"
 #include "platform/message_style.h"
+#include "platform/paths.h"
 #include "plots/curve_table.h"
+#include "plots/ui/curve_style.h"
 #include "plots/ui/curves_pane.h"
 #include "plots/ui/diagram_view.h"
 #include "widgets/controls.h"
@@ -20,22 +26,44 @@ namespace polefit {
 
 namespace {
 
-/// Draws the widget and its diagrams, these as lines and not as pixels.
+/// The colours of paper for a widget, as long as a picture of it is made.
+class OnPaper {
+ public:
+  explicit OnPaper(QWidget& widget)
+      : widget_(widget),
+        former_(widget.testAttribute(Qt::WA_SetPalette) ? widget.palette() : QPalette()) {
+    widget_.setPalette(PaperPalette());
+  }
+  ~OnPaper() { widget_.setPalette(former_); }
+  OnPaper(const OnPaper&) = delete;
+  OnPaper& operator=(const OnPaper&) = delete;
+
+ private:
+  QWidget& widget_;
+  const QPalette former_;
+};
+
+void DrawDiagram(DiagramView& view, QPainter& painter) {
+  view.HideState();
+  QCPPainter lines;
+  QPicture picture;
+  lines.begin(&picture);
+  view.toPainter(&lines, view.width(), view.height());
+  lines.end();
+  picture.play(&painter);
+}
+
+/// Draws the widget's texts and its diagrams, these as lines and not as pixels; no buttons.
 void Draw(QWidget& widget, QPainter& painter) {
+  const OnPaper paper(widget);
   painter.fillRect(widget.rect(), widget.palette().color(QPalette::Window));
-  for (QObject* child : widget.findChildren<QWidget*>()) {
-    auto* part = static_cast<QWidget*>(child);
-    if (!part->isVisibleTo(&widget) || part->parentWidget() != &widget) continue;
+  for (auto* part : widget.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+    if (!part->isVisibleTo(&widget)) continue;
     painter.save();
     painter.translate(part->pos());
     if (auto* view = qobject_cast<DiagramView*>(part)) {
-      QCPPainter lines;
-      QPicture picture;
-      lines.begin(&picture);
-      view->toPainter(&lines, view->width(), view->height());
-      lines.end();
-      picture.play(&painter);
-    } else {
+      DrawDiagram(*view, painter);
+    } else if (qobject_cast<QLabel*>(part) != nullptr) {
       part->render(&painter, {}, {}, QWidget::DrawChildren);
     }
     painter.restore();
@@ -88,20 +116,30 @@ QByteArray AsPdf(QWidget& widget) {
   return bytes;
 }
 
-/// Empty when the dialog was given up.
-QString ChosenName(Host& host, const char* title, const char* filter) {
+using Endings = std::vector<std::string>;
+
+/// A name without any of the endings gets the first one.
+std::string WithEnding(const std::string& path, const Endings& endings) {
+  const QString name = ToQString(path);
+  const auto ends = [&name](const std::string& ending) {
+    return name.endsWith(ToQString(ending), Qt::CaseInsensitive);
+  };
+  return std::any_of(endings.begin(), endings.end(), ends) ? path : path + endings.front();
+}
+
+/// The name with its ending; empty when the dialog was given up. The dialog asks before it takes
+/// the name of a file; for the name that an ending makes, this does.
+QString ChosenName(Host& host, const char* title, const char* filter, const Endings& endings) {
   CommonDialog dialog;
   dialog.title = title;
   dialog.filter = filter;
-  const std::string folder = host.CurrentFolder();
-  host.ShowSave(dialog);
-  try {
-    // An accepted dialog leaves the process in its folder; Save looks for the current file in this.
-    if (!dialog.fileName.empty()) host.ChangeFolder(folder);
-  } catch (const RunTimeError&) {
-    // That folder has gone meanwhile; a save will say so.
-  }
-  return ToQString(dialog.fileName);
+  dialog.judge = [&](const std::string& path) -> std::optional<Choice> {
+    const std::string whole = WithEnding(path, endings);
+    if (whole == path || !FileExists(host, whole)) return std::nullopt;
+    return Choice{"'" + CutPath(whole).name + "' already exists.", {"Replace", "Back"}};
+  };
+  const std::string path = ChooseOtherFile(host, std::move(dialog), &Host::ShowSave);
+  return path.empty() ? QString() : ToQString(WithEnding(path, endings));
 }
 
 void Save(Host& host, const QString& name, const QByteArray& bytes) {
@@ -124,19 +162,16 @@ QByteArray PictureOf(QWidget& widget, const QString& name) {
 }
 
 void SavePicture(Host& host, CurvesPane& pane) {
-  QString name = ChosenName(host, "Save Picture", "Pictures|*.png;*.svg;*.pdf");
-  if (name.isEmpty()) return;
-  QByteArray picture = PictureOf(pane, name);
-  if (picture.isEmpty()) picture = PictureOf(pane, name += ".png");
-  Save(host, name, picture);
+  const QString name =
+      ChosenName(host, "Save Picture", "Pictures|*.png;*.svg;*.pdf", {".png", ".svg", ".pdf"});
+  if (!name.isEmpty()) Save(host, name, PictureOf(pane, name));
 }
 
 void SaveData(Host& host, CurvesPane& pane) {
-  const QString name = ChosenName(host, "Save Data", "CSV|*.csv");
-  if (name.isEmpty()) return;
-  const bool hasEnding = name.section('/', -1).contains('.');
-  Save(host, hasEnding ? name : name + ".csv",
-       QByteArray::fromStdString(CurvesAsCsv(pane.Curves())));
+  const QString name = ChosenName(host, "Save Data", "Tables|*.csv;*.txt", {".csv", ".txt"});
+  if (!name.isEmpty()) {
+    Save(host, name, QByteArray::fromStdString(CurvesAsCsv(pane.Curves())));
+  }
 }
 
 void CopyPicture(CurvesPane& pane) {

@@ -4,6 +4,7 @@
 #include <QLabel>
 
 #include "plots/diagram.h"
+#include "plots/ui/curve_style.h"
 #include "plots/ui/diagram_view.h"
 #include "plots/ui/picture_files.h"
 #include "widgets/controls.h"
@@ -15,18 +16,8 @@ namespace {
 /// Half of the page's pixels: pictures are saved at twice their size on the screen.
 constexpr QSize kPage(800, 1000);
 
-QPalette LightPalette() {
-  QPalette palette(Qt::white);
-  palette.setColor(QPalette::Base, Qt::white);
-  palette.setColor(QPalette::Window, Qt::white);
-  palette.setColor(QPalette::Text, QColor(0x20, 0x20, 0x20));
-  palette.setColor(QPalette::WindowText, QColor(0x20, 0x20, 0x20));
-  return palette;
-}
-
 DiagramView* MakeView(DiagramKind kind, const ShownCurves& shown, QWidget* parent) {
   auto* view = new DiagramView(parent);
-  view->setPalette(LightPalette());
   view->SetLegend(kind == DiagramKind::magnitude || kind == DiagramKind::delay);
   view->Show(MakeDiagram(kind, shown, {}));
   return view;
@@ -37,7 +28,7 @@ DiagramView* MakeView(DiagramKind kind, const ShownCurves& shown, QWidget* paren
 QByteArray PlotPage(const FitCurves& curves, const QString& title, const QString& name) {
   const ShownCurves shown = {&curves};
   QWidget page;
-  page.setPalette(LightPalette());
+  page.setPalette(PaperPalette());
   auto* grid = new QGridLayout(&page);
   auto* heading = new QLabel(title, &page);
   heading->setAlignment(Qt::AlignHCenter);

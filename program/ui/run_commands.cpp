@@ -20,6 +20,7 @@
 #include "form/ui/main_window.h"
 #include "grids/cell_editor.h"
 #include "platform/file_checks.h"
+#include "platform/file_choice.h"
 #include "plots/ui/curves_dock.h"
 #include "record/same_problem.h"
 #include "responsefile/reader.h"
@@ -62,8 +63,8 @@ void SaveCopy(Host& host, const ReportViewer::Report& report) {
   dialog.title = "Save a Copy of the Report";
   dialog.filter = "Text Files (*.txt)|*.txt|All Files (*.*)|*.*";
   dialog.fileName = report.file + ".out.txt";
-  host.ShowSave(dialog);
-  if (!dialog.fileName.empty()) host.ReplaceFile(dialog.fileName, report.bytes);
+  const std::string path = ChooseOtherFile(host, std::move(dialog), &Host::ShowSave);
+  if (!path.empty()) host.ReplaceFile(path, report.bytes);
 }
 
 }  // namespace

@@ -2,9 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <cmath>
+#include <thread>
 
 #include "plots/location_trust.h"
+#include "plots/move_location.h"
 #include "record/same_problem.h"
 #include "solver/example_problem.h"
 #include "solver/report/deviations.h"
@@ -23,6 +26,41 @@ std::string Shown(CurveSet& set) {
     names += curves->isPale && !curves->isPointsAlone ? "* " : " ";
   }
   return names;
+}
+
+std::string Numbers(int count, double first, double step) {
+  std::string text;
+  for (int i = 0; i < count; ++i) text += TypedNumber(first + step * i) + " ";
+  return text;
+}
+
+TEST(CurveSet, BearsTheLargestProblem) {
+  const ResponseRecord record = ExampleRecord(
+      "Ex-Zpair.1", "6=40 40; 7=" + Numbers(40, .1, .02) + "; 8=" + Numbers(40, .1, .02) + "; 9=" +
+                        Numbers(40, .02, .02) + "; 10=N; 11=40 20 0; 11a=" + Numbers(40, 1.1, .02) +
+                        "; 11b=" + Numbers(20, .1, .02) + "; 11c=" + Numbers(20, .3, .04));
+  CurveSet set;
+  set.Read(record);
+  set.SetResult(record, "19:40");
+  ASSERT_EQ(Shown(set), "typed result 19:40 ");
+  for (int kind = 0; kind <= static_cast<int>(DiagramKind::step); ++kind) {
+    const Diagram diagram = MakeDiagram(static_cast<DiagramKind>(kind), set.Shown(), {});
+    EXPECT_LT(diagram.y.from, diagram.y.to) << kind;
+  }
+  EXPECT_EQ(set.Typed()->h->PoleCount(), 120);
+  PreviewWorker worker([](const Preview&) {});
+  worker.Request(record);
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));  // and away while it solves
+}
+
+TEST(CurveSet, DrawsFourCurvesAtMost) {
+  const ResponseRecord record = ExampleRecord("Ex-Zpair.1");
+  CurveSet set;
+  set.Read(record);
+  set.SetResult(record, "19:40");
+  set.SetOthers({{"a", record}, {"b", record}, {"c", record}});
+  EXPECT_EQ(Shown(set), "typed result 19:40 a b ");
+  EXPECT_EQ(set.StateInWords(), "result 19:40, 2 of 3 ticked runs");
 }
 
 TEST(CurveSet, ShowsWhatBelongsToTheForm) {

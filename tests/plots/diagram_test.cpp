@@ -73,7 +73,8 @@ TEST(MagnitudeDiagram, ShowsWantedAndObtainedInDecibels) {
   choices.hidden = {"typed"};
   const Diagram logarithmic = MakeDiagram(DiagramKind::magnitude, shown, choices);
   EXPECT_GT(logarithmic.x.from, 0);
-  EXPECT_THAT(logarithmic.note, HasSubstr("f = 0"));
+  EXPECT_EQ(logarithmic.stops.front().index, 1U) << "no key leads to f = 0";
+  EXPECT_THAT(logarithmic.sentence, HasSubstr("f = 0 has no place"));
   EXPECT_THAT(SeriesOf(logarithmic, SeriesRole::typed).x, IsEmpty());
 }
 
@@ -83,6 +84,20 @@ TEST(ErrorDiagram, NamesTheWorstRow) {
   EXPECT_EQ(diagram.note, "6.66 dB, 9.5 MHz, row 20");
   EXPECT_THAT(SeriesOf(diagram, SeriesRole::worst).x, ElementsAre(9.5));
   EXPECT_EQ(diagram.y.from, -diagram.y.to);
+}
+
+TEST(ErrorDiagram, LeadsOnlyToRowsThatTheTableStillHas) {
+  const FitCurves result = Curves(ExampleRecord("Ex-Delay.101"));
+  ResponseRecord fewer = ExampleRecord("Ex-Delay.101");
+  fewer.nFreqPoints = 5;
+  fewer.passband.At(2, 1) = ".6";
+  const FitCurves typed = Curves(fewer);
+  const ShownCurves shown = {&typed, &result};
+  const Diagram diagram = MakeDiagram(DiagramKind::error, shown, {});
+  ASSERT_EQ(diagram.stops.size(), 4U) << "but the one that was moved";
+  EXPECT_EQ(diagram.stops[1].index, 2U);
+  for (std::size_t i = 0; i < 4; ++i)
+    EXPECT_THAT(StopText(diagram, i, shown, {}), HasSubstr("row"));
 }
 
 TEST(DelayDiagram, ShowsTotalAndConstant) {

@@ -16,6 +16,7 @@ TEST(KeptChoices, ComeBackAndAreWrittenOnlyWhenTheyDiffer) {
   choices.isShown = false;
   choices.width = 480;
   choices.isLeft = true;
+  choices.isFloating = true;
   KeepChoices(host, choices);
   EXPECT_EQ(ReadChoices(host), choices);
   host.TakeTranscript();

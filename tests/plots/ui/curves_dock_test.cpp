@@ -10,15 +10,67 @@
 namespace polefit::testing {
 namespace {
 
-TEST_F(CurvesDockTest, ReadsOutTheCircleUnderThePointerAndSelectsItsCell) {
-  const QPoint at = Upper().PositionOf(11).toPoint();
-  Hover(Upper(), at);
-  EXPECT_TRUE(ReadOut().startsWith("row 12: 5.5 MHz, wanted -5.85 dB")) << ReadOut().toStdString();
-  QTest::mouseClick(&Upper(), Qt::LeftButton, {}, at);
-  EXPECT_EQ(form.PassData().CurrentRow(), 12);
+TEST_F(CurvesDockTest, ReadsOutThePointUnderThePointerAndSelectsItsCell) {
+  dock.Pane().ChooseLower(DiagramKind::delay, true);
+  QTest::qWait(20);
+  struct Case {
+    DiagramView& view;
+    const char* readOut;
+    GridView& grid;
+    int column;
+  };
+  const Case cases[] = {
+      {Upper(), "row 12: 5.5 MHz, wanted -5.85 dB", form.PassData(), 3},
+      {dock.Pane().ErrorView(), "row 12: 5.5 MHz, wanted -5.85 dB", form.PassData(), 3},
+      {Lower(), "row 12: 6 MHz, TX ", form.DelayData(), 2}};
+  for (const Case& each : cases) {
+    each.grid.SetCurrentRow(1);
+    const QPoint at = each.view.PositionOf(11).toPoint();
+    Hover(each.view, at);
+    EXPECT_TRUE(ReadOut().startsWith(each.readOut)) << ReadOut().toStdString();
+    QTest::mouseClick(&each.view, Qt::LeftButton, {}, at);
+    EXPECT_EQ(each.grid.CurrentRow(), 12);
+    EXPECT_EQ(each.grid.CurrentColumn(), each.column) << "what is wanted";
+  }
   Find<QWidget>("PassData").setFocus();
   form.PassData().SetCurrentRow(6);
   EXPECT_EQ(Upper().Marked(), 5U) << "the current cell is ringed";
+}
+
+TEST_F(CurvesDockTest, LeadsFromDiagramToDiagramByTab) {
+  Find<QAction>("mnuViewCurves").trigger();
+  std::vector<std::string> reached;
+  for (int i = 0; i < 4; ++i) {
+    reached.push_back(FocusName());
+    Press(Qt::Key_Tab);
+  }
+  EXPECT_EQ(reached, (std::vector<std::string>{"DiagramUpper", "DiagramError", "DiagramLower",
+                                               "optDecibels"}));
+  Find<QAction>("mnuViewCurves").trigger();
+  EXPECT_FALSE(dock.Pane().isAncestorOf(QApplication::focusWidget())) << "back to the form";
+}
+
+TEST_F(CurvesDockTest, HidesCurvesByTheLegendAndBySpace) {
+  dock.Live().ShowResult(ExampleRecord("Ex-Delay.101", "8=.23 .3 .34; 9=.95 .67 .3"), "19:40");
+  QTRY_COMPARE(State(), QString("result 19:40"));
+  const auto hidden = [this] { return dock.Pane().Choices().hidden; };
+  using Names = std::vector<std::string>;
+  Upper().replot();
+  for (const Names& expected : {Names{"typed"}, {}}) {
+    for (int i = 0; i < Upper().legend->itemCount(); ++i) {
+      auto* entry = qobject_cast<QCPPlottableLegendItem*>(Upper().legend->item(i));
+      if (!entry->plottable()->name().startsWith("typed")) continue;
+      QTest::mouseClick(&Upper(), Qt::LeftButton, {}, entry->outerRect().center());
+      break;
+    }
+    EXPECT_EQ(hidden(), expected);
+    Upper().replot();
+  }
+  Upper().setFocus();
+  for (const Names& expected : {Names{"result 19:40"}, {"typed"}, {}}) {
+    Press(Qt::Key_Space);
+    EXPECT_EQ(hidden(), expected);
+  }
 }
 
 TEST_F(CurvesDockTest, StepsZoomsAndPansByKeys) {
@@ -76,6 +128,65 @@ TEST_F(CurvesDockTest, MovesAPoleByMouseAndKeysAndGivesItBackOnEscape) {
   EXPECT_EQ(form.Text("poleImag"), ".3 .7081 1.1");
 }
 
+TEST_F(CurvesDockTest, MovesTheZeroThatWasTakenPastAnother) {
+  Open("Ex-Yzero.101", "11=2 0 0; 11a=1.5 1.3; 14=3");
+  const auto& stops = Lower().Shown().stops;
+  const auto low = std::find_if(stops.begin(), stops.end(),
+                                [](const Stop& stop) { return stop.x == 0 && stop.y == 1.3; });
+  ASSERT_NE(low, stops.end());
+  const QPoint at = Lower().PositionOf(static_cast<std::size_t>(low - stops.begin())).toPoint();
+  const double perPixel = Lower().yAxis->range().size() / Lower().axisRect()->height();
+  QTest::mousePress(&Lower(), Qt::LeftButton, {}, at);
+  const int way = static_cast<int>(.4 / perPixel);
+  for (int i = 1; i <= 4; ++i) Drag(Lower(), at - QPoint(0, i * way / 4));
+  QTest::mouseRelease(&Lower(), Qt::LeftButton, {}, at - QPoint(0, way));
+  EXPECT_TRUE(form.Text("Yzero").starts_with("1.5 1.")) << form.Text("Yzero");
+  EXPECT_NEAR(std::stod(form.Text("Yzero").substr(4)), 1.7, 3 * perPixel);
+  Lower().setFocus();
+  Press(Qt::CTRL | Qt::SHIFT | Qt::Key_Up);
+  EXPECT_TRUE(form.Text("Yzero").starts_with("1.5 1.7")) << "the ring goes with it";
+}
+
+TEST_F(CurvesDockTest, BearsWhateverIsTyped) {
+  Find<QAction>("mnuFitPreview").setChecked(true);
+  struct Case {
+    int rows;
+    const char* frequency;
+    const char* yout;
+    const char* state;
+  };
+  const char* const kTyped = "typed values|preview";
+  const char* const kFaulty = "last good curve; see findings";
+  const Case cases[] = {{0, "", "", "typed values, no points yet: H alone"},
+                        {1, "", "", kTyped},
+                        {2, "", "", kTyped},
+                        {21, "", "0", kFaulty},
+                        {21, "2", "", kTyped},
+                        {21, "inf", "", kFaulty},
+                        {21, "nan", "", kFaulty},
+                        {21, "", "-inf", kFaulty}};
+  for (const Case& each : cases) {
+    SCOPED_TRACE(std::to_string(each.rows) + " rows, " + each.frequency + ", " + each.yout);
+    Open("Ex-Zpair.1");
+    ResponseRecord record = ExampleRecord("Ex-Zpair.1");
+    record.Slot(slot::kFreqPointCount) = std::to_string(each.rows);
+    for (int row = 1; row <= each.rows; ++row) {
+      if (each.frequency[0] != '\0') record.passband.At(row, 1) = each.frequency;
+      if (each.yout[0] != '\0') record.passband.At(row, 3) = each.yout;
+    }
+    Open(record);
+    EXPECT_THAT(State().toStdString(), ::testing::MatchesRegex(each.state));
+    for (const char* const lower : {"optDelay", "optPhase", "optStep", "optPoles"}) {
+      Click(lower);
+      for (DiagramView* view : {&Upper(), &Lower()}) {
+        view->setFocus();
+        Press(Qt::Key_Right, Qt::Key_Plus, Qt::Key_Home, Qt::Key_Return, Qt::Key_Return);
+        view->replot();
+      }
+    }
+  }
+}
+
 TEST_F(CurvesDockTest, PutsTheFocusOnTheNumberOfAClickedPole) {
   QTest::mouseClick(&Lower(), Qt::LeftButton, {}, Lower().PositionOf(2).toPoint());
   auto& box = Find<QLineEdit>("poleReal");
@@ -103,8 +214,9 @@ TEST_F(CurvesDockTest, ShowsAPreviewTakesItAndClosesWhileOneRuns) {
   ASSERT_TRUE(shown.wait(20000));
   EXPECT_EQ(State(), "preview");
   const std::string typed = form.Text("poleReal");
-  dock.Live().TakePreview();
+  Click("cmdTakePreview");
   EXPECT_NE(form.Text("poleReal"), typed);
+  EXPECT_EQ(Find<QAction>("mnuEditUndo").text(), "&Undo Take Preview");
   form.SetText("freqNorm", "12");
   dock.Live().Update();  // and away while it is being solved
 }
@@ -218,6 +330,42 @@ TEST_F(CurvesDockTest, IsAWindowOfItsOwnBesideANarrowOne) {
   QApplication::processEvents();
   EXPECT_FALSE(dock.isFloating());
   EXPECT_TRUE(dock.isVisible());
+}
+
+TEST_F(CurvesDockTest, FloatsWhereItWasPutAndGoesWithTheForm) {
+  dock.setFloating(true);
+  dock.resize(500, 600);
+  EXPECT_GT(dock.Pane().maximumWidth(), 2000) << "no tabs beside it";
+  form.resize(860, 700);
+  QApplication::processEvents();
+  EXPECT_TRUE(dock.isVisible()) << "it takes no room from the tabs";
+  form.resize(1200, 700);
+  QApplication::processEvents();
+  EXPECT_TRUE(dock.isFloating() && dock.isVisible());
+  form.hide();
+  EXPECT_FALSE(dock.isVisible());
+  CurvesDock next(form, program);
+  EXPECT_FALSE(next.isVisible());
+  form.show();
+  for (const CurvesDock* each : {&std::as_const(dock), &std::as_const(next)}) {
+    EXPECT_TRUE(each->isVisible() && each->isFloating());
+    EXPECT_EQ(each->size(), QSize(500, 600));
+  }
+}
+
+TEST_F(CurvesDockTest, ChoosesTheDelayByItselfUntilTheUserChooses) {
+  host.KeepUserSetting("curves", "");
+  CurvesDock fresh(form, program);
+  fresh.show();
+  fresh.Live().Update();
+  EXPECT_EQ(fresh.Pane().Lower(), DiagramKind::delay) << "question 1 is ticked";
+  form.SetChecked("chkEqualDelay", false);
+  fresh.Live().Update();
+  EXPECT_EQ(fresh.Pane().Lower(), DiagramKind::poles);
+  fresh.Pane().ChooseLower(DiagramKind::step, true);
+  form.SetChecked("chkEqualDelay", true);
+  fresh.Live().Update();
+  EXPECT_EQ(fresh.Pane().Lower(), DiagramKind::step);
 }
 
 TEST_F(CurvesDockTest, RemembersWhatWasChosen) {

@@ -23,8 +23,11 @@ class CurvesDockTest : public MainForm {
     QTest::qWait(20);
   }
 
-  void Open(const std::string& name) {
-    program.document.record = ExampleRecord(name);
+  void Open(const std::string& name, const std::string& answers = "") {
+    Open(ExampleRecord(name, answers));
+  }
+  void Open(const ResponseRecord& record) {
+    program.document.record = record;
     GetAnswers(program);
     form.ForgetSteps();
     dock.show();

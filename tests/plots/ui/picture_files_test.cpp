@@ -23,6 +23,21 @@ TEST_F(PictureFiles, AreOfEveryKind) {
   EXPECT_EQ(page.pixelColor(2, 2), QColor(Qt::white));
 }
 
+TEST_F(PictureFiles, AreLightAndWithoutButtonsOnADarkDesktopToo) {
+  QPalette dark(Qt::black);
+  dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
+  form.setPalette(dark);
+  Upper().setFocus();
+  Press(Qt::Key_Plus, Qt::Key_Right);
+  const QCPRange zoomed = Upper().xAxis->range();
+  const QImage picture = QImage::fromData(PictureOf(dock.Pane(), "a.png"));
+  const auto at = [&](QPoint point) { return picture.pixelColor(point * 2); };
+  EXPECT_EQ(at(Upper().pos() + QPoint(2, 2)), QColor(Qt::white));
+  EXPECT_EQ(at(Find<QWidget>("optLinear").geometry().center()), QColor(Qt::white));
+  EXPECT_EQ(Upper().xAxis->range(), zoomed) << "what is seen";
+  EXPECT_EQ(Upper().toPixmap().toImage().pixelColor(2, 2), dark.color(QPalette::Base));
+}
+
 TEST_F(PictureFiles, AreSavedUnderTheChosenNameWithAnEnding) {
   const auto save = [&](const char* name, auto command) {
     host.AnswerDialog(name[0] == '\0' ? "" : host.Path(name));
@@ -37,6 +52,10 @@ TEST_F(PictureFiles, AreSavedUnderTheChosenNameWithAnEnding) {
   EXPECT_TRUE(host.ReadFile(host.Path("fit.csv")).starts_with("MHz,typed |H|"));
   save("", SavePicture);
   EXPECT_EQ(host.transcript.size(), 1U) << "the dialog was given up";
+  host.AnswerDialog(host.Path("fit"));
+  host.AnswerChoice("Back");  // "fit.png" is there
+  save("new", SavePicture);
+  EXPECT_TRUE(host.ReadFile(host.Path("new.png")).starts_with("\x89PNG"));
   constexpr int kPathFileAccess = 75;
   host.Fail("ReplaceFile", kPathFileAccess);
   host.ReplyToBox(Reply::ok);

@@ -27,12 +27,14 @@ TEST_F(ExportTest, ThereIsNothingToExportBeforeTheFirstRun) {
 TEST_F(ExportTest, TheLastResultIsSavedUnderTheChosenName) {
   InstallResult();
   Start();
+  const auto folder = std::filesystem::current_path();
   answers.PressIn("cmdExportSave");
   answers.Choose(root.File("filter.py"));
   answers.Cancel();
   Choose("mnuFileExport");
   EXPECT_THAT(FileBytes(root.File("filter.py")),
               AllOf(HasSubstr("# File: Ex-Yzero.102\n"), HasSubstr("sections = np.array([")));
+  EXPECT_EQ(std::filesystem::current_path(), folder) << "where Save looks for the current file";
 }
 
 TEST_F(ExportTest, AResultIsOutdatedWhenTheFormAsksForSomethingElse) {
