@@ -44,7 +44,8 @@ bool FileSaveAs(Program& program);
 void FileDelete(Program& program);
 
 /// Takes the form and writes it under the current name. What the file's character set could not
-/// hold is told, once for each new finding. Errors are passed on.
+/// hold is told, once for each new finding. A name with control characters is refused: line 1 would
+/// become two. Errors are passed on.
 void WriteForm(Program& program);
 
 /// The same where no box of its own tells an error: the error names the file and says what the disk

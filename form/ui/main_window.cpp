@@ -11,7 +11,6 @@
 #include <QScreen>
 #include <QTabWidget>
 #include <QVBoxLayout>
-#include <stdexcept>
 
 #include "form/changes.h"
 #include "form/field_rules.h"
@@ -69,7 +68,6 @@ MainWindow::MainWindow(Guard guard)
   setStatusBar(status_);
   BuildTabs();
   BuildMenus();
-  RequireControls();
   ConnectControls();
   ConnectFocus();
   connect(&tables_, &FormTables::stepMade, this, [this](const QString& name) { RecordStep(name); });
@@ -120,21 +118,6 @@ void MainWindow::BuildMenus() {
   });
 }
 
-void MainWindow::RequireControls() const {
-  for (const Question& question : kQuestions) {
-    for (const AnswerBox& box : question.Boxes()) {
-      if (question.kind == AnswerKind::flag) {
-        Find<QCheckBox>(box.name);
-      } else {
-        Find<AnswerEdit>(box.name);
-      }
-    }
-  }
-  for (const SolverQuestion& question : kSolverQuestions) Find<AnswerEdit>(question.name);
-  for (const NoteBox& note : kNoteBoxes) Find<AnswerEdit>(note.name);
-  Find<QLineEdit>(kLastFileNameBox);
-}
-
 void MainWindow::BuildTabs() {
   tabs_->setObjectName("CVX_Tabs");
   tabs_->setDocumentMode(true);
@@ -154,9 +137,7 @@ void MainWindow::BuildTabs() {
   rows->addWidget(notices_);
   rows->addWidget(tabs_, 1);
   setCentralWidget(content);
-  for (QWidget* widget : findChildren<QWidget*>()) {
-    if (!widget->objectName().isEmpty()) controls_[widget->objectName().toStdString()] = widget;
-  }
+  controls_.Collect(*content);
 }
 
 void MainWindow::ConnectControls() {
@@ -173,7 +154,7 @@ void MainWindow::ConnectControls() {
     connect(box, &QCheckBox::toggled, this, markChanged);
     connect(box, &QCheckBox::clicked, this, [this, box] { RecordStep(StepNameOf(box)); });
   }
-  connect(Find<QCheckBox>(BoxName(slot::kUseWeights)), &QCheckBox::toggled, this,
+  connect(controls_.Find<QCheckBox>(BoxName(slot::kUseWeights)), &QCheckBox::toggled, this,
           [this](bool checked) {
             Run([checked](Program& program) { ShowWeightColumn(program.windows.grids, checked); });
           });
@@ -183,10 +164,11 @@ void MainWindow::ConnectControls() {
           [this](Program& program) { ClearGrid(program.windows.grids, tables_.DelayData()); });
   OnClick("cmdEditSolver", [this](Program&) { EditSolverDefaults(*this); });
   OnClick("cmdUseDefSolver", [this](Program&) { UseSolverDefaults(*this); });
-  connect(Find<QPushButton>("cmdSubmit"), &QPushButton::clicked, this,
+  connect(controls_.Find<QPushButton>("cmdSubmit"), &QPushButton::clicked, this,
           [this] { Command(&MainWindow::cmdSubmit, tr("Submit"), StepKind::takesForm); });
   connect(tabs_, &QTabWidget::currentChanged, this, &MainWindow::ShowState);
-  connect(Find<QLineEdit>(kLastFileNameBox), &QLineEdit::textChanged, this, &MainWindow::ShowState);
+  connect(controls_.Find<QLineEdit>(kLastFileNameBox), &QLineEdit::textChanged, this,
+          &MainWindow::ShowState);
 }
 
 void MainWindow::ConnectFocus() {
@@ -198,7 +180,7 @@ void MainWindow::ConnectFocus() {
 }
 
 void MainWindow::OnClick(const char* button, const std::function<void(Program&)>& action) {
-  auto* widget = Find<QPushButton>(button);
+  auto* widget = controls_.Find<QPushButton>(button);
   connect(widget, &QPushButton::clicked, this, [this, widget, action] {
     RecordStep(tr("Typing"));
     Run(action);
@@ -284,7 +266,7 @@ void MainWindow::ForgetSteps() {
 void MainWindow::ShowPlace(const FormPlace& place) {
   if (place.control.empty()) return;
   SetFocus(place.control);
-  auto* grid = qobject_cast<GridWidget*>(Find<QWidget>(place.control));
+  auto* grid = qobject_cast<GridWidget*>(controls_.Find<QWidget>(place.control));
   if (grid != nullptr && place.row > 0) grid->SetCurrentCell(place.row, place.column);
 }
 
@@ -292,9 +274,10 @@ void MainWindow::ShowState() {
   ShowTitle();
   Run([this](Program& program) {
     const QString file = ToQString(program.files.currentFileName);
-    Find<QLabel>("RunFileName")->setText(file);
-    Find<QLabel>("RunFolder")->setText(ToQString(program.files.currentFolder));
-    Find<QLabel>("RunChanges")->setText(program.document.DataChanged != 0 ? tr("Yes") : tr("No"));
+    controls_.Find<QLabel>("RunFileName")->setText(file);
+    controls_.Find<QLabel>("RunFolder")->setText(ToQString(program.files.currentFolder));
+    controls_.Find<QLabel>("RunChanges")
+        ->setText(program.document.DataChanged != 0 ? tr("Yes") : tr("No"));
     notesDue_.start();
   });
 }
@@ -342,44 +325,34 @@ void MainWindow::RestorePlace() {
   restoreGeometry(QByteArray::fromStdString(program_->host.UserSetting(kPlaceSetting)));
 }
 
-template <typename Widget>
-Widget* MainWindow::Find(std::string_view control) const {
-  const auto found = controls_.find(control);
-  auto* widget = found == controls_.end() ? nullptr : qobject_cast<Widget*>(found->second);
-  if (widget == nullptr) {
-    throw std::logic_error("frmMain has no such control: " + std::string(control));
-  }
-  return widget;
-}
-
 std::string MainWindow::Text(std::string_view control) const {
-  return Find<QLineEdit>(control)->text().toStdString();
+  return controls_.Find<QLineEdit>(control)->text().toStdString();
 }
 
 void MainWindow::SetText(std::string_view control, const std::string& text) {
-  auto* box = Find<QLineEdit>(control);
+  auto* box = controls_.Find<QLineEdit>(control);
   ShowAsItStands(*box, ToQString(text));
   box->setCursorPosition(0);
 }
 
 bool MainWindow::IsChecked(std::string_view control) const {
-  return Find<QCheckBox>(control)->isChecked();
+  return controls_.Find<QCheckBox>(control)->isChecked();
 }
 
 void MainWindow::SetChecked(std::string_view control, bool checked) {
-  Find<QCheckBox>(control)->setChecked(checked);
+  controls_.Find<QCheckBox>(control)->setChecked(checked);
 }
 
 bool MainWindow::IsEnabled(std::string_view control) const {
-  return Find<QWidget>(control)->isEnabled();
+  return controls_.Find<QWidget>(control)->isEnabled();
 }
 
 void MainWindow::SetEnabled(std::string_view control, bool enabled) {
-  Find<QWidget>(control)->setEnabled(enabled);
+  controls_.Find<QWidget>(control)->setEnabled(enabled);
 }
 
 void MainWindow::SetFocus(std::string_view control) {
-  auto* widget = Find<QWidget>(control);
+  auto* widget = controls_.Find<QWidget>(control);
   for (int tab = 0; tab < tabs_->count(); ++tab) {
     if (tabs_->widget(tab)->isAncestorOf(widget)) tabs_->setCurrentIndex(tab);
   }

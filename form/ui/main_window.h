@@ -3,7 +3,6 @@
 #include <QMainWindow>
 #include <QTimer>
 #include <functional>
-#include <map>
 #include <string>
 #include <string_view>
 
@@ -11,6 +10,7 @@
 #include "form/history.h"
 #include "form/state.h"
 #include "form/ui/form_tables.h"
+#include "form/ui/named_controls.h"
 
 class QTabWidget;
 
@@ -113,12 +113,8 @@ class MainWindow final : public QMainWindow, public FormView {
   void Command(Signal signal, const QString& name, StepKind kind);
   void ShowTitle();
   void RestorePlace();
-  /// Every control that the routines know by name is there; a missing one ends the start.
-  void RequireControls() const;
   void Leave(QWidget* control);
   void ApplyRule(QWidget* control);
-  template <typename Widget>
-  Widget* Find(std::string_view control) const;
 
   Guard guard_;
   Program* program_ = nullptr;
@@ -130,7 +126,7 @@ class MainWindow final : public QMainWindow, public FormView {
   /// Shows what follows the cells once they have been left alone for a while.
   QTimer notesDue_;
   EditMenu* edit_ = nullptr;
-  std::map<std::string, QWidget*, std::less<>> controls_;
+  NamedControls controls_;
 };
 
 }  // namespace polefit

@@ -203,13 +203,18 @@ void Lynx::Remez(VectorXd& parameters) {
 }
 
 bool Lynx::Equalise(VectorXd& parameters) {
+  // Mismatches in ln |H|. Newton doubles the digits with each step: what it leaves above the first
+  // did not converge. The second is 1e-5 dB, which no curve shows, and leaves room for the noise
+  // of a peak's level that zeros close to one another make.
+  constexpr double kConverged = 1e-8;
+  constexpr double kEqualEnough = 1e-6;
   if (!(largest_ > FirstZero(parameters))) return false;
   Newton(parameters);
-  if (!(mismatch_ <= std::max(options_.tolerance[1], 1e-8))) {
+  if (!(mismatch_ <= std::max(options_.tolerance[1], kConverged))) {
     Remez(parameters);
     Newton(parameters);
   }
-  return mismatch_ <= std::max(options_.tolerance[1], 1e-6);
+  return mismatch_ <= std::max(options_.tolerance[1], kEqualEnough);
 }
 
 // With Z = [1; u'] and u' = -R_u^-1 R_x the reduced gradient is Z^T F_y. The second derivatives
