@@ -110,7 +110,8 @@ std::string ExportHead(const FilterResult& result, std::string_view prefix) {
   head += begin + "Freq Norm: " + ShortestNumber(result.freqNorm) +
           " MHz = " + ShortestNumber(result.AngularUnit()) + " rad/s\n";
   head += begin + "Rms error: " +
-          (result.rms ? Format("%.9g of the largest Yout (weighted)", *result.rms)
+          (result.rms ? Format("%.9g of the largest Yout", *result.rms) +
+                            (result.isWeighted ? " (weighted)" : "")
                       : std::string("unknown, for the points cannot be used")) +
           "\n";
   return head;

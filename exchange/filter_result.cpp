@@ -7,6 +7,7 @@
 
 #include "solver/model/transfer_function.h"
 #include "solver/problem/answers.h"
+#include "solver/problem/problem.h"
 
 namespace polefit {
 
@@ -63,6 +64,7 @@ void AddRows(const ResponseRecord& record, FilterResult& result) {
         {fit.frequency[i], fit.yin[i], fit.yout[i], fit.obtained[i], fit.decibels[i], delays[i]});
     squares += fit.weighted[i] * fit.weighted[i];
   }
+  result.isWeighted = problem->inputPower != 0 || problem->usesWeights;
   result.rms = std::sqrt(squares / static_cast<double>(fit.frequency.size()));
 }
 

@@ -42,8 +42,10 @@ struct FilterResult {
   std::vector<ResultRow> rows;
   /// What keeps the points from being used; `rows` is then empty.
   std::vector<std::string> pointFaults;
-  /// The weighted rms error at these points with this gain, in parts of the largest Yout.
+  /// The rms error at these points with this gain, in parts of the largest Yout, weighted where
+  /// the answers want that.
   std::optional<double> rms;
+  bool isWeighted = false;
 
   /// What stands at the head of an export.
   std::string file;

@@ -60,15 +60,23 @@ PairSide SideOf(const std::optional<ResultLocation>& location, const FilterResul
   return {std::abs(location->Upper()) * result.freqNorm, PairQuality(*location)};
 }
 
+/// "omega zero", or of two that are each other's nearest "omega zero, zero pair".
+std::string KindsOf(const LocationPair& pair) {
+  if (!pair.one || !pair.other) return KindName(pair.one ? *pair.one : *pair.other);
+  const std::string a = KindName(*pair.one);
+  const std::string b = KindName(*pair.other);
+  return a == b ? a : a + ", " + b;
+}
+
 ComparedTable CompareLocations(const FilterResult& one, const FilterResult& other) {
   ComparedTable table{
       {"Poles and zeros", "f0 (MHz), A", "f0 (MHz), B", "Change", "Q, A", "Q, B", "Change"}, {}};
   for (const LocationPair& pair : PairLocations(one, other)) {
     const PairSide a = SideOf(pair.one, one);
     const PairSide b = SideOf(pair.other, other);
-    table.rows.push_back({KindName(pair.one ? *pair.one : *pair.other), Figure(a.frequency),
-                          Figure(b.frequency), Change(a.frequency, b.frequency), Figure(a.quality),
-                          Figure(b.quality), Change(a.quality, b.quality)});
+    table.rows.push_back({KindsOf(pair), Figure(a.frequency), Figure(b.frequency),
+                          Change(a.frequency, b.frequency), Figure(a.quality), Figure(b.quality),
+                          Change(a.quality, b.quality)});
   }
   return table;
 }
@@ -122,9 +130,9 @@ std::string Result(const KeptRun& run, std::string_view name) {
 
 ComparedTable CompareResults(const KeptRun& one, const KeptRun& other) {
   ComparedTable table{{"Results", "A", "B"}, {}};
-  table.rows.push_back({"Verdict", one.verdict.text, other.verdict.text});
+  table.rows.push_back({"Verdict", WordOf(one.verdict.outcome), WordOf(other.verdict.outcome)});
   table.rows.push_back({"Search", one.verdict.ending, other.verdict.ending});
-  for (const auto& [title, name] : {std::pair("rms error, parts of the largest Yout", "rms"),
+  for (const auto& [title, name] : {std::pair("rms error / largest Yout", "rms"),
                                     {"Cost F", "F"},
                                     {"Worst row, dB", "worstdb"},
                                     {"Worst row, MHz", "worstdbat"},

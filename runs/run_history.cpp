@@ -196,8 +196,9 @@ void RunHistory::Drop() {
   }
   for (std::size_t i = kMostLeftOvers; i < leftOvers.size(); ++i) host_.DeleteFile(leftOvers[i]);
   const std::vector<std::string> inputs = IdsIn(names, kInputSuffix);
-  for (std::size_t i = kMostLeftOvers; i < inputs.size(); ++i) {
-    host_.DeleteFile(InputPathOf(inputs[i]));
+  for (std::size_t i = 0; i < inputs.size(); ++i) {
+    const bool isKept = host_.StateOfFile(PathOf(inputs[i])).has_value();
+    if (isKept || i >= kMostLeftOvers) host_.DeleteFile(InputPathOf(inputs[i]));
   }
 }
 

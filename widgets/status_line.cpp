@@ -3,23 +3,16 @@
 #include <QPainter>
 #include <QStyleOptionButton>
 
+#include "widgets/cut_label.h"
+
 namespace polefit {
 
 namespace {
 
 /// What the places take of the bar. The read-out is the one that must not jump about.
-constexpr int kFindingsShare = 4;
-constexpr int kRunShare = 3;
-constexpr int kReadOutShare = 5;
-
-void DrawCut(QWidget& widget, const QString& text, Qt::Alignment alignment) {
-  const int gap = widget.fontMetrics().horizontalAdvance(' ');
-  const QRect room = widget.rect().adjusted(gap, 0, -gap, 0);
-  const QString cut = widget.fontMetrics().elidedText(text, Qt::ElideRight, room.width());
-  QPainter painter(&widget);
-  widget.style()->drawItemText(&painter, room, static_cast<int>(alignment | Qt::AlignVCenter),
-                               widget.palette(), true, cut, widget.foregroundRole());
-}
+constexpr int kFindingsShare = 3;
+constexpr int kRunShare = 4;
+constexpr int kReadOutShare = 4;
 
 class CutButton final : public QPushButton {
  protected:
@@ -31,11 +24,6 @@ class CutButton final : public QPushButton {
     painter.end();
     DrawCut(*this, text().replace("&&", "&"), Qt::AlignLeft);
   }
-};
-
-class CutLabel final : public QLabel {
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override { DrawCut(*this, text(), Qt::AlignRight); }
 };
 
 /// As wide as the bar gives it, however long its text.
@@ -71,9 +59,10 @@ void ShowText(Place& place, const QString& text) {
 
 StatusLine::StatusLine()
     : findings_(MakeButtonPlace("cmdFindings", tr("Shows or hides the list of findings (F7)"))),
-      run_(MakeButtonPlace("cmdRunState", tr("Shows or hides the run"))),
+      run_(MakeButtonPlace("cmdRunState", {})),
       readOut_(MakePlace<CutLabel>("lblReadOut")) {
   readOut_->setTextFormat(Qt::PlainText);
+  readOut_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   addWidget(findings_, kFindingsShare);
   addWidget(run_, kRunShare);
   addPermanentWidget(readOut_, kReadOutShare);
@@ -92,6 +81,7 @@ void StatusLine::ShowFindings(const QString& text) {
 void StatusLine::ShowRun(const QString& text) {
   ShowText(*run_, WithoutMnemonic(text));
   run_->setAccessibleName(tr("Run: %1").arg(text));
+  run_->setToolTip(text + '\n' + tr("Shows or hides the run (F9)"));
 }
 
 void StatusLine::ShowReadOut(const QString& text) {

@@ -22,6 +22,7 @@ namespace polefit {
 namespace {
 
 constexpr int kColumns = 84;
+constexpr int kSectionLetters = 24;
 constexpr int kLines = 40;
 /// Points; 79 columns then fit on an upright page.
 constexpr int kPrintedSize = 9;
@@ -50,6 +51,7 @@ ReportViewer::ReportViewer(Report report, Saver save)
     : report_(std::move(report)),
       save_(std::move(save)),
       text_(MakePage(QString::fromStdString(FromWindows1252(report_.bytes)))),
+      outdated_(MakeNote("lblReportOutdated", tr("The form was changed since this run."))),
       sections_(new QComboBox),
       find_(new QLineEdit),
       found_(new QLabel) {
@@ -58,9 +60,8 @@ ReportViewer::ReportViewer(Report report, Saver save)
   setWindowTitle(tr("Report of %1").arg(QString::fromStdString(report_.file)));
   auto* rows = new QVBoxLayout(this);
   BuildBar(rows);
-  if (report_.isOutdated) {
-    rows->addWidget(MakeNote("lblReportOutdated", tr("The form was changed since this run.")));
-  }
+  rows->addWidget(outdated_);
+  outdated_->hide();
   rows->addWidget(text_, 1);
   FillSections();
   AddKeys();
@@ -70,10 +71,16 @@ ReportViewer::ReportViewer(Report report, Saver save)
   text_->setFocus();
 }
 
+void ReportViewer::SetOutdated(bool isOutdated) {
+  outdated_->setVisible(isOutdated);
+}
+
 void ReportViewer::BuildBar(QBoxLayout* rows) {
   sections_->setObjectName("reportSections");
   sections_->setAccessibleName(tr("Section"));
   sections_->setToolTip(tr("Goes to a section"));
+  sections_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  sections_->setMinimumContentsLength(kSectionLetters);
   find_->setObjectName("reportFind");
   find_->setPlaceholderText(tr("Find (Ctrl+F)"));
   find_->setAccessibleName(tr("Find"));
@@ -117,9 +124,9 @@ void ReportViewer::AddKeys() {
   });
   add(QKeySequence(Qt::Key_F3), [this] { Find(false); });
   add(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { Find(true); });
-  add(QKeySequence::ZoomIn, [this] { Zoom(1); });
+  add(QKeySequence(Qt::CTRL | Qt::Key_Plus), [this] { Zoom(1); });
   add(QKeySequence(Qt::CTRL | Qt::Key_Equal), [this] { Zoom(1); });
-  add(QKeySequence::ZoomOut, [this] { Zoom(-1); });
+  add(QKeySequence(Qt::CTRL | Qt::Key_Minus), [this] { Zoom(-1); });
   add(QKeySequence(Qt::CTRL | Qt::Key_0), [this] { Zoom(0); });
   add(QKeySequence::Print, [this] { Print(); });
   add(QKeySequence::Save, [this] { save_(report_); });

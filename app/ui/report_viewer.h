@@ -23,13 +23,14 @@ class ReportViewer final : public QWidget {
     std::string file;
     /// Windows-1252, as the solver wrote it.
     std::string bytes;
-    /// The form asks for something else by now.
-    bool isOutdated = false;
   };
   /// Saves the report's bytes as the user wishes.
   using Saver = std::function<void(const Report& report)>;
 
   ReportViewer(Report report, Saver save);
+
+  /// Whether the form asks for something else by now.
+  void SetOutdated(bool isOutdated);
 
  private:
   void BuildBar(QBoxLayout* rows);
@@ -43,6 +44,7 @@ class ReportViewer final : public QWidget {
   Report report_;
   Saver save_;
   QPlainTextEdit* text_;
+  QLabel* outdated_;
   QComboBox* sections_;
   QLineEdit* find_;
   QLabel* found_;

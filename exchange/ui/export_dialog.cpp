@@ -34,7 +34,7 @@ ExportDialog::ExportDialog(LastResult result, std::string date, Saver save, QWid
       date_(std::move(date)),
       save_(std::move(save)),
       formats_(new QComboBox),
-      atDataPoints_(new QCheckBox(tr("At the frequencies of the &points"))),
+      atDataPoints_(new QCheckBox(tr("At the frequencies of the &points (Touchstone)"))),
       preview_(new QPlainTextEdit) {
   setObjectName("frmExport");
   setWindowTitle(tr("Export Result"));

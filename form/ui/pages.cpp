@@ -244,7 +244,7 @@ Page* MakeRunPage() {
   for (const auto& [name, caption] :
        {std::pair("RunFileName", QObject::tr("Response file:")),
         {"RunFolder", QObject::tr("Folder:")},
-        {"RunChanges", QObject::tr("Changed since it was opened (New, Open and runs ask):")}}) {
+        {"RunChanges", QObject::tr("Changed since it was opened\n(New, Open and runs ask):")}}) {
     QLabel* label = MakeText("", caption);
     label->setWordWrap(false);
     page->AddRow({label, MakeText(name, "")});

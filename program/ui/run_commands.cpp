@@ -46,8 +46,20 @@ ResponseRecord RecordIn(const std::string& bytes) {
   return record;
 }
 
+/// When something was, as short as it is clear: "14:05", of another day "3 Nov 14:05".
 QString ClockText(std::int64_t milliseconds) {
-  return QDateTime::fromMSecsSinceEpoch(milliseconds).toString("HH:mm");
+  const auto time = QDateTime::fromMSecsSinceEpoch(milliseconds);
+  const bool isOfToday = time.date() == QDate::currentDate();
+  return QLocale::c().toString(time, isOfToday ? "HH:mm" : "d MMM HH:mm");
+}
+
+/// What a run was given, where that was a whole file.
+std::optional<ResponseRecord> GivenIn(const RunContents& contents) {
+  try {
+    return RecordIn(contents.input);
+  } catch (const RunTimeError&) {
+    return std::nullopt;
+  }
 }
 
 QString TitleOf(const char* letter, const KeptRun& run) {
@@ -86,9 +98,14 @@ RunCommands::RunCommands(ProgramHost& host, Program& program, MainWindow& form, 
   ConnectTable();
 }
 
+/// What an open report saves goes through this.
+RunCommands::~RunCommands() {
+  for (const OpenReport& report : reports_) delete report.viewer;
+}
+
 void RunCommands::ConnectPanel() {
   QObject::connect(&panel_, &RunPanel::reportWanted, &panel_,
-                   [this] { guard_([this] { ShowReport(); }); });
+                   [this] { guard_([this] { ShowLastReport(); }); });
   QObject::connect(&panel_, &RunPanel::improvedValuesWanted, &panel_, [this] { takeImproved(); });
   QObject::connect(&panel_, &RunPanel::runEnded, &panel_,
                    [this](bool hasValues) { TakeEnd(hasValues); });
@@ -138,7 +155,7 @@ void RunCommands::ShowRun(bool isDemo) {
     const CheckedFile checked = CheckResponseFile(
         host_, JoinPath(run.words.size() > 2 ? run.words[2] : "", run.DataFile()));
     findings = checked.findings;
-    given_ = checked.record;
+    if (!isDemo) given_ = checked.record;
   } catch (const RunTimeError&) {
     given_.reset();  // the solver tells what is wrong with the file
   }
@@ -163,30 +180,38 @@ void RunCommands::ShowResult() {
   }
   constexpr std::int64_t kNanosecondsPerMillisecond = 1'000'000;
   const auto state = host_.StateOfFile(program_.folders.LastRunPath);
-  const auto written =
-      QDateTime::fromMSecsSinceEpoch(state ? state->modified / kNanosecondsPerMillisecond : 0);
-  const bool isOfToday = written.date() == QDate::currentDate();
   curves_.Live().ShowResult(record,
-                            QLocale::c().toString(written, isOfToday ? "HH:mm" : "d MMM HH:mm"));
+                            ClockText(state ? state->modified / kNanosecondsPerMillisecond : 0));
 }
 
-void RunCommands::FollowForm() {
-  if (!given_ || !host_.Runs().End()) return;
+bool RunCommands::IsOutdated(const std::optional<ResponseRecord>& given) const {
+  if (!given) return false;
   try {
-    panel_.SetOutdated(!StateSameProblem(*given_, RecordOf(program_)));
+    return !StateSameProblem(*given, RecordOf(program_));
   } catch (const RunTimeError&) {
-    panel_.SetOutdated(true);  // more rows than a file holds
+    return true;  // the form has more rows than a file holds
   }
 }
 
-void RunCommands::ShowReport() {
-  const std::string path = PlacesOf(program_).Report();
+void RunCommands::FollowForm() {
+  if (host_.Runs().End()) panel_.SetOutdated(IsOutdated(given_));
+  std::erase_if(reports_, [](const OpenReport& report) { return report.viewer.isNull(); });
+  for (const auto& [viewer, given] : reports_) viewer->SetOutdated(IsOutdated(given));
+}
+
+void RunCommands::ShowLastReport() {
   const std::string file = host_.Runs().Run() ? host_.Runs().Run()->DataFile() : std::string();
-  const bool isOutdated = given_ && !StateSameProblem(*given_, RecordOf(program_));
-  auto* viewer = new ReportViewer(
-      {file, host_.ReadFile(path), isOutdated},
-      [this](const ReportViewer::Report& report) { guard_([&] { SaveCopy(host_, report); }); });
+  ShowReport({file, host_.ReadFile(PlacesOf(program_).Report())}, given_);
+}
+
+void RunCommands::ShowReport(const ReportViewer::Report& report,
+                             const std::optional<ResponseRecord>& given) {
+  auto* viewer = new ReportViewer(report, [this](const ReportViewer::Report& shown) {
+    guard_([&] { SaveCopy(host_, shown); });
+  });
+  viewer->SetOutdated(IsOutdated(given));
   viewer->show();
+  reports_.push_back({viewer, given});
 }
 
 void RunCommands::ShowRuns() {
@@ -218,21 +243,10 @@ void RunCommands::Do(RunAction action, const std::vector<KeptRun>& runs) {
   }
 }
 
-bool RunCommands::IsOutdated(const std::string& input) const {
-  try {
-    return !StateSameProblem(RecordIn(input), RecordOf(program_));
-  } catch (const RunTimeError&) {
-    return true;
-  }
-}
-
 void RunCommands::ShowKeptReport(const KeptRun& run) {
   if (!run.hasReport) return;
   const RunContents contents = host_.History().ContentsOf(run);
-  auto* viewer = new ReportViewer(
-      {run.file, contents.report, IsOutdated(contents.input)},
-      [this](const ReportViewer::Report& report) { guard_([&] { SaveCopy(host_, report); }); });
-  viewer->show();
+  ShowReport({run.file, contents.report}, GivenIn(contents));
 }
 
 void RunCommands::Compare(const KeptRun& one, const KeptRun& other) {

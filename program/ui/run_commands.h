@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QPointer>
 #include <functional>
 #include <optional>
+#include <vector>
 
+#include "app/ui/report_viewer.h"
 #include "form/state.h"
 #include "program/ui/program_host.h"
 #include "runs/ui/run_panel.h"
@@ -21,6 +24,7 @@ class RunCommands {
 
   RunCommands(ProgramHost& host, Program& program, MainWindow& form, CurvesDock& curves,
               Guard guard);
+  ~RunCommands();
 
   /// Called when the improved values of the last run are to be taken.
   std::function<void()> takeImproved;
@@ -37,13 +41,20 @@ class RunCommands {
   void FollowForm();
 
  private:
+  struct OpenReport {
+    QPointer<ReportViewer> viewer;
+    std::optional<ResponseRecord> given;
+  };
+
   void ConnectPanel();
   void ConnectTable();
   /// There is something to export once a run has left a result.
   void AllowExport();
   void TakeEnd(bool hasValues);
   void ShowResult();
-  void ShowReport();
+  void ShowLastReport();
+  /// `given` is what its run was given, where that is known.
+  void ShowReport(const ReportViewer::Report& report, const std::optional<ResponseRecord>& given);
   void ShowRuns();
   void Do(RunAction action, const std::vector<KeptRun>& runs);
   void ShowKeptReport(const KeptRun& run);
@@ -53,7 +64,8 @@ class RunCommands {
   void Delete(const std::vector<KeptRun>& runs);
   void DrawTicked(const std::vector<KeptRun>& runs);
   void Copy(const ExportFormatName& format, const std::string& values, const std::string& file);
-  bool IsOutdated(const std::string& input) const;
+  /// Whether the form asks for something else by now.
+  bool IsOutdated(const std::optional<ResponseRecord>& given) const;
 
   ProgramHost& host_;
   Program& program_;
@@ -64,6 +76,7 @@ class RunCommands {
   RunsPane& table_;
   /// What the run that is shown was given; nothing when that cannot be read.
   std::optional<ResponseRecord> given_;
+  std::vector<OpenReport> reports_;
 };
 
 }  // namespace polefit

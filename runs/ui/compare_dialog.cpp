@@ -6,6 +6,8 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -21,17 +23,23 @@ QStringList Texts(const std::vector<std::string>& cells) {
   return texts;
 }
 
+/// The first column names what stands at the right of the others.
+QTreeWidgetItem* MakeRow(const std::vector<std::string>& cells) {
+  auto* row = new QTreeWidgetItem(Texts(cells));
+  for (int column = 0; column < row->columnCount(); ++column) {
+    row->setToolTip(column, row->text(column));
+    if (column > 0) row->setTextAlignment(column, Qt::AlignRight);
+  }
+  return row;
+}
+
 void Show(QTreeWidget& tree, const ComparedTable& table) {
-  auto* heading = new QTreeWidgetItem(&tree, Texts(table.heading));
+  QTreeWidgetItem* heading = MakeRow(table.heading);
+  tree.addTopLevelItem(heading);
   QFont font = tree.font();
   font.setBold(true);
   for (int column = 0; column < tree.columnCount(); ++column) heading->setFont(column, font);
-  for (const auto& row : table.rows) {
-    auto* item = new QTreeWidgetItem(heading, Texts(row));
-    for (int column = 0; column < item->columnCount(); ++column) {
-      item->setToolTip(column, item->text(column));
-    }
-  }
+  for (const auto& row : table.rows) heading->addChild(MakeRow(row));
   if (table.rows.empty()) new QTreeWidgetItem(heading, {QObject::tr("None")});
 }
 
@@ -45,12 +53,11 @@ QTreeWidget* MakeTree(const std::vector<ComparedTable>& tables) {
   tree->setColumnCount(static_cast<int>(tables.front().heading.size()));
   for (const ComparedTable& table : tables) Show(*tree, table);
   tree->expandAll();
-  constexpr int kWidest = 30;  // characters
+  constexpr int kWidest = 34;  // characters
+  const int letter = tree->fontMetrics().averageCharWidth();
   for (int column = 0; column < tree->columnCount(); ++column) {
     tree->resizeColumnToContents(column);
-    const int most = kWidest * tree->fontMetrics().averageCharWidth();
-    tree->setColumnWidth(
-        column, std::min(tree->columnWidth(column), most) + tree->fontMetrics().averageCharWidth());
+    tree->setColumnWidth(column, std::min(tree->columnWidth(column), kWidest * letter) + letter);
   }
   return tree;
 }
@@ -75,7 +82,11 @@ CompareDialog::CompareDialog(const std::vector<ComparedTable>& tables, const QSt
           [text] { QGuiApplication::clipboard()->setText(text); });
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   rows->addWidget(buttons);
-  resize(fontMetrics().averageCharWidth() * 120, fontMetrics().height() * 32);
+  // As wide as all columns, as far as the screen goes.
+  const QMargins margins = layout()->contentsMargins();
+  const int wanted = tree->header()->length() + margins.left() + margins.right() +
+                     tree->verticalScrollBar()->sizeHint().width() + 2 * tree->frameWidth();
+  resize(std::min(wanted, screen()->availableSize().width() * 9 / 10), fontMetrics().height() * 36);
   tree->setFocus();
 }
 

@@ -1,10 +1,18 @@
 #include "runs/ui/error_plot.h"
 
 #include <QEvent>
+#include <cmath>
 
 #include "plots/ui/curve_style.h"
 
 namespace polefit {
+
+namespace {
+
+/// About so many figures have room at the lower axis.
+constexpr int kTicks = 3;
+
+}  // namespace
 
 ErrorPlot::ErrorPlot() {
   setObjectName("errorPlot");
@@ -12,6 +20,7 @@ ErrorPlot::ErrorPlot() {
   setFocusPolicy(Qt::NoFocus);
   addGraph();
   xAxis->setLabel(tr("Evaluations"));
+  xAxis->ticker()->setTickCount(kTicks);
   yAxis->setLabel(tr("rms error"));
   yAxis->setScaleType(QCPAxis::stLogarithmic);
   yAxis->setTicker(QSharedPointer<QCPAxisTickerLog>(new QCPAxisTickerLog));
@@ -32,8 +41,9 @@ void ErrorPlot::Add(int evaluations, double rms) {
   graph(0)->addData(evaluations, rms);
   rescaleAxes();
   xAxis->setRangeLower(0);
-  constexpr double kRoom = 1.3;  // above and below the line, on the logarithmic scale
-  yAxis->setRange(yAxis->range().lower / kRoom, yAxis->range().upper * kRoom);
+  // Only whole decades have figures.
+  yAxis->setRange(std::pow(10, std::floor(std::log10(yAxis->range().lower))),
+                  std::pow(10, std::ceil(std::log10(yAxis->range().upper))));
   replot(QCustomPlot::rpQueuedReplot);
 }
 
@@ -46,11 +56,9 @@ void ErrorPlot::TakePalette() {
   const QColor text = palette().color(QPalette::Text);
   setBackground(palette().color(QPalette::Base));
   for (QCPAxis* const axis : {xAxis, yAxis}) {
-    for (const QPen& pen : {QPen(text)}) {
-      axis->setBasePen(pen);
-      axis->setTickPen(pen);
-      axis->setSubTickPen(pen);
-    }
+    axis->setBasePen(text);
+    axis->setTickPen(text);
+    axis->setSubTickPen(text);
     axis->setTickLabelColor(text);
     axis->setLabelColor(text);
     axis->setTickLabelFont(font());

@@ -8,6 +8,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <algorithm>
 
 #include "check/finding_place.h"
@@ -76,14 +77,21 @@ void RunPanel::Connect() {
 }
 
 void RunPanel::Open() {
-  if (!form_.isVisible() && !isFloating()) {
-    isAside_ = true;
-    setFloating(true);
-  }
+  if (!form_.isVisible() && !isFloating()) PutAside();
   setAttribute(Qt::WA_ShowWithoutActivating);
   show();
   setAttribute(Qt::WA_ShowWithoutActivating, false);
   raise();
+}
+
+/// Below the middle of the screen, where the demos are.
+void RunPanel::PutAside() {
+  isAside_ = true;
+  setFloating(true);
+  const QRect room = screen()->availableGeometry();
+  const int line = fontMetrics().height();
+  resize(QSize(fontMetrics().averageCharWidth() * 110, 16 * line).boundedTo(room.size()));
+  move(room.center().x() - width() / 2, room.bottom() - height() - 3 * line);
 }
 
 bool RunPanel::eventFilter(QObject* watched, QEvent* event) {
@@ -176,6 +184,7 @@ void RunPanel::ShowNews(const RunLog::News& news) {
   QStringList lines;
   if (news.isCut) lines << tr("[... output left out ...]");
   for (const std::string& line : news.lines) {
+    if (ReadMachineLine(line)) continue;  // for programs
     lines << QString::fromStdString(line);
     const auto progress = ProgressOf(line);
     if (progress && progress->rms) parts_->errors->Add(progress->evaluations, *progress->rms);
@@ -248,9 +257,8 @@ void RunPanel::ShowStatus() {
     const QString file = QString::fromStdString(watch_.Run()->DataFile());
     const auto progress = watch_.Progress();
     form_.Status().ShowRun(progress ? tr("Running %1: %2 of %3 evaluations")
-                                          .arg(file)
-                                          .arg(progress->evaluations)
-                                          .arg(progress->limit)
+                                          .arg(file, QString::number(progress->evaluations),
+                                               QString::number(progress->limit))
                                     : tr("Running %1").arg(file));
   }
 }

@@ -46,6 +46,7 @@ class RunPanel final : public QDockWidget {
 
  private:
   void Connect();
+  void PutAside();
   void ShowFindings(const std::vector<Finding>& findings);
   void GoTo(int index);
   void Poll();

@@ -6,11 +6,14 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSplitter>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include "runs/ui/error_plot.h"
 #include "widgets/controls.h"
+#include "widgets/cut_label.h"
 
 namespace polefit {
 
@@ -30,11 +33,9 @@ QLabel* MakeLabel(const char* name, bool isStrong = false) {
   return label;
 }
 
-/// As wide as its place, cut on the screen.
 QLabel* MakeCutLabel(const char* name) {
-  QLabel* label = MakeLabel(name);
-  label->setWordWrap(false);
-  label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  auto* label = new CutLabel;
+  label->setObjectName(name);
   label->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   return label;
 }
@@ -64,6 +65,8 @@ QListWidget* MakeFindings() {
   list->setObjectName("lstRunFindings");
   list->setAccessibleName(QObject::tr("What stood out in the answers of this run"));
   list->setWordWrap(true);
+  const int icon = list->style()->pixelMetric(QStyle::PM_SmallIconSize);
+  list->setIconSize({icon, icon});
   return list;
 }
 
@@ -104,6 +107,7 @@ RunParts::RunParts()
 void RunParts::LayOut() const {
   auto* head = new QHBoxLayout;
   for (QLabel* const label : {lblDataFile, lblState, lblElapsed}) label->setWordWrap(false);
+  head->setSpacing(content->fontMetrics().averageCharWidth());
   head->addWidget(lblDataFile);
   head->addWidget(lblCommand, 1);
   head->addWidget(lblState);
@@ -113,8 +117,15 @@ void RunParts::LayOut() const {
   for (QWidget* const part : std::initializer_list<QWidget*>{output, findings, errors}) {
     parts->addWidget(part);
   }
-  for (const int index : {0, 1, 2}) parts->setStretchFactor(index, index == 0 ? 3 : 2);
-  auto* rows = new QVBoxLayout;
+  for (const int index : {0, 1, 2}) parts->setStretchFactor(index, 1);
+  // In a low window the panel scrolls rather than cuts the verdict.
+  auto* room = new QScrollArea;
+  room->setWidgetResizable(true);
+  room->setFrameShape(QFrame::NoFrame);
+  room->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  room->setWidget(new QWidget);
+  auto* rows = new QVBoxLayout(room->widget());
+  rows->setContentsMargins({});
   rows->addLayout(head);
   for (QWidget* const row :
        std::initializer_list<QWidget*>{lblVerdict, lblEnding, lblOutdated, progress}) {
@@ -123,13 +134,14 @@ void RunParts::LayOut() const {
   rows->addWidget(parts, 1);
   auto* buttons = new QVBoxLayout;
   for (QPushButton* const button : {cmdStop, cmdReport, cmdImproved, cmdCopyAs, cmdClose}) {
+    button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     buttons->addWidget(button);
   }
   buttons->addStretch();
   auto* columns = new QHBoxLayout(content);
-  columns->addLayout(rows, 1);
+  columns->addWidget(room, 1);
   columns->addLayout(buttons);
-  output->setMinimumHeight(2 * output->fontMetrics().lineSpacing());
+  output->setMinimumHeight(3 * output->fontMetrics().lineSpacing());
 }
 
 }  // namespace polefit

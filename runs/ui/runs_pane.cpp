@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLocale>
 #include <QMenu>
 #include <QPushButton>
@@ -38,6 +39,29 @@ constexpr int kIdRole = Qt::UserRole;
 /// What a cell is sorted by, where that is not its text.
 constexpr int kKeyRole = Qt::UserRole + 1;
 
+/// Takes for itself the keys that the window's Edit menu has too.
+class RunTable final : public QTreeWidget {
+ public:
+  std::function<void()> onDelete;
+  std::function<void()> onCopy;
+
+ protected:
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::ShortcutOverride) {
+      const auto& key = static_cast<QKeyEvent&>(*event);
+      for (const auto own : {QKeySequence::Delete, QKeySequence::Copy, QKeySequence::SelectAll}) {
+        if (key.matches(own)) event->accept();
+      }
+    }
+    return QTreeWidget::event(event);
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->matches(QKeySequence::Delete)) return onDelete();
+    if (event->matches(QKeySequence::Copy)) return onCopy();
+    QTreeWidget::keyPressEvent(event);
+  }
+};
+
 class RunItem final : public QTreeWidgetItem {
  public:
   using QTreeWidgetItem::QTreeWidgetItem;
@@ -70,20 +94,27 @@ void ShowFigures(QTreeWidgetItem& item, const KeptRun& run) {
   const auto error = run.Figure("rms");
   SetFigure(item, rms, error, PerCent(error.value_or(0)));
   const auto decibels = run.Figure("worstdb");
-  SetFigure(item, worst, decibels,
-            Rounded(decibels.value_or(0), 2) + " at " +
-                ShortestNumber(run.Figure("worstdbat").value_or(0)));
+  SetFigure(
+      item, worst, decibels,
+      Rounded(decibels.value_or(0), 2) + Format(" at %.4g", run.Figure("worstdbat").value_or(0)));
   const auto f = run.Figure("F");
   SetFigure(item, cost, f, Format("%.3e", f.value_or(0)));
 }
 
+QDateTime TimeOf(std::int64_t milliseconds) {
+  return QDateTime::fromMSecsSinceEpoch(milliseconds);
+}
+
+/// "22 Nov 07:51", of another year "22 Nov 2025".
 QString TimeText(std::int64_t milliseconds) {
-  return QDateTime::fromMSecsSinceEpoch(milliseconds).toString("yyyy-MM-dd HH:mm:ss");
+  const QDateTime time = TimeOf(milliseconds);
+  const bool isOfThisYear = time.date().year() == QDate::currentDate().year();
+  return QLocale::c().toString(time, isOfThisYear ? "d MMM HH:mm" : "d MMM yyyy");
 }
 
 }  // namespace
 
-RunsPane::RunsPane() : table_(new QTreeWidget), menu_(new QMenu(this)) {
+RunsPane::RunsPane() : table_(new RunTable), menu_(new QMenu(this)) {
   setObjectName("runsPane");
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(0, 0, 0, 0);
@@ -103,8 +134,11 @@ void RunsPane::BuildTable() {
   table_->setAllColumnsShowFocus(true);
   table_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   table_->setContextMenuPolicy(Qt::CustomContextMenu);
-  table_->setHeaderLabels({tr("Shown"), tr("Time"), tr("File"), tr("Poles / zeros"), tr("Ipower"),
-                           tr("rms"), tr("Worst dB at MHz"), tr("F"), tr("Verdict"), tr("Note")});
+  table_->setHeaderLabels({tr("Shown"), tr("Time"), tr("File"), tr("Poles\n/ zeros"), tr("Ipower"),
+                           tr("rms"), tr("Worst dB\nat MHz"), tr("F"), tr("Verdict"), tr("Note")});
+  for (int column = order; column <= cost; ++column) {
+    table_->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+  }
   table_->headerItem()->setToolTip(shown, tr("A tick draws the run's curve beside the others"));
   table_->setSortingEnabled(true);
   table_->sortByColumn(time, Qt::DescendingOrder);
@@ -155,15 +189,15 @@ void RunsPane::BuildButtons() {
   AddExportFormats(*copyAs_, [this](const ExportFormatName& format) {
     if (Selected().size() == 1) Q_EMIT copyAsWanted(format, Selected().front());
   });
-  AddAction(copyTable, "actRunCopyTable", tr("Copy the Table"), {});
+  AddAction(copyTable, "actRunCopyTable", tr("Copy the Table") + "\tCtrl+C", {});
   menu_->addSeparator();
   AddAction(pin, "actRunPin", tr("Pin"), tr("A pinned run stays, however many follow"))
       ->setCheckable(true);
   AddAction(RunAction::note, "actRunNote", tr("Note ..."), {});
-  QAction* away = AddAction(remove, "actRunDelete", tr("Delete ..."), {});
-  away->setShortcut(QKeySequence::Delete);
-  away->setShortcutContext(Qt::WidgetShortcut);
-  table_->addAction(away);
+  AddAction(remove, "actRunDelete", tr("Delete ...") + "\tDel", {});
+  auto& table = static_cast<RunTable&>(*table_);
+  table.onDelete = [this] { actions_.at(remove)->trigger(); };
+  table.onCopy = [this] { actions_.at(copyTable)->trigger(); };
   auto* more = new QPushButton(tr("More"));
   more->setObjectName("cmdRunMore");
   more->setMenu(menu_);
@@ -183,24 +217,29 @@ void RunsPane::AddRun(const KeptRun& run, bool isTicked) {
   runs_[id] = run;
   item->setData(shown, kIdRole, id);
   item->setCheckState(shown, isTicked ? Qt::Checked : Qt::Unchecked);
-  item->setDisabled(false);
   if (!run.hasValues) item->setData(shown, Qt::CheckStateRole, {});
   item->setText(time, TimeText(run.started));
+  item->setToolTip(time, tr("%1 to %2")
+                             .arg(TimeOf(run.started).toString("yyyy-MM-dd HH:mm:ss"),
+                                  TimeOf(run.ended).toString("HH:mm:ss")));
   item->setData(time, kKeyRole, static_cast<double>(run.started));
-  item->setText(file, QString::fromStdString(run.file));
+  item->setText(file, run.file.empty() ? tr("(none)") : QString::fromStdString(run.file));
   item->setToolTip(file, QString::fromStdString(run.folder));
   ShowFigures(*item, run);
   item->setText(verdict, WordOf(run.verdict.outcome));
   item->setToolTip(verdict, QString::fromStdString(run.verdict.text));
-  const QString words = QString::fromStdString(run.note).replace('\n', ' ');
+  const QString words = QString::fromStdString(run.note).simplified();
   item->setText(RunColumn::note, run.isPinned ? tr("[pinned] %1").arg(words) : words);
 }
 
 void RunsPane::ShowRuns(const std::vector<KeptRun>& runs) {
   std::vector<QString> ticks;
   std::vector<QString> selected;
+  const std::size_t drawn = Ticked().size();
   for (const KeptRun& run : Ticked()) ticks.push_back(QString::fromStdString(run.id));
   for (const KeptRun& run : Selected()) selected.push_back(QString::fromStdString(run.id));
+  const QTreeWidgetItem* currentItem = table_->currentItem();
+  const QVariant current = currentItem == nullptr ? QVariant() : currentItem->data(shown, kIdRole);
   const bool isFirst = runs_.empty();
   const QSignalBlocker silence(table_);
   table_->setSortingEnabled(false);
@@ -213,12 +252,14 @@ void RunsPane::ShowRuns(const std::vector<KeptRun>& runs) {
   for (int row = 0; row < table_->topLevelItemCount(); ++row) {
     QTreeWidgetItem* item = table_->topLevelItem(row);
     const QString id = item->data(shown, kIdRole).toString();
+    if (current == id) table_->setCurrentItem(item, time, QItemSelectionModel::NoUpdate);
     item->setSelected(std::ranges::find(selected, id) != selected.end());
   }
   if (isFirst) {
     for (int column = 0; column < runColumnCount; ++column) table_->resizeColumnToContents(column);
   }
   FollowSelection();
+  if (Ticked().size() != drawn) Q_EMIT ticked(Ticked());  // a run that was drawn is gone
 }
 
 const KeptRun& RunsPane::RunOf(const QTreeWidgetItem& item) const {
@@ -263,7 +304,9 @@ QString RunsPane::TableText() const {
   for (int row = -1; row < table_->topLevelItemCount(); ++row) {
     const QTreeWidgetItem& item = row < 0 ? *table_->headerItem() : *table_->topLevelItem(row);
     QStringList cells;
-    for (int column = time; column < runColumnCount; ++column) cells << item.text(column);
+    for (int column = time; column < runColumnCount; ++column) {
+      cells << item.text(column).replace('\n', ' ');
+    }
     lines << cells.join('\t');
   }
   return lines.join('\n') + '\n';

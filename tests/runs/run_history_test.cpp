@@ -7,7 +7,9 @@
 namespace polefit::testing {
 namespace {
 
+using ::testing::Each;
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
@@ -94,6 +96,8 @@ TEST_F(RunHistoryTest, AnEndAtAnyMomentOfKeepingLosesNoRun) {
     }
   }
   EXPECT_THAT(failures_, ElementsAre(error_number::kDiskFull)) << "said once";
+  RunAndKeep("last");
+  EXPECT_THAT(host_.FilesIn(places_.Runs()), Each(EndsWith(".run"))) << "no copy is left over";
 }
 
 TEST_F(RunHistoryTest, TornAndForeignFilesAreNoRunsAndStopNothing) {

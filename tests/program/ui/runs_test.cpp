@@ -3,16 +3,22 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDockWidget>
+#include <QHeaderView>
+#include <QInputDialog>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QTextBlock>
 #include <QTreeWidget>
 
+#include "plots/ui/diagram_view.h"
 #include "program/ui/installed_program.h"
+#include "runs/ui/error_plot.h"
 
 namespace polefit::testing {
 namespace {
 
+using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
@@ -32,6 +38,20 @@ struct RunsTest : InstalledProgram {
   static QTreeWidget& Table() {
     The<QTabWidget>("CVX_Tabs").setCurrentIndex(6);
     return The<QTreeWidget>("lstRuns");
+  }
+  /// What stands in one column of the table, from its top on.
+  static std::vector<std::string> Column(int column) {
+    std::vector<std::string> texts;
+    for (int row = 0; row < Table().topLevelItemCount(); ++row) {
+      texts.push_back(Table().topLevelItem(row)->text(column).toStdString());
+    }
+    return texts;
+  }
+  /// Chooses from the menu of the table.
+  static void ChooseOf(QTreeWidget& table, int row, const char* action) {
+    table.clearSelection();
+    table.setCurrentItem(table.topLevelItem(row));
+    The("runsPane").findChild<QAction*>(action)->trigger();
   }
   static void WaitForStatus(const char* text) {
     const auto isThere = [text] { return TextOf("cmdRunState").find(text) != std::string::npos; };
@@ -102,6 +122,91 @@ TEST_F(RunsTest, ARunThatEndsWithoutAWindowIsKeptAtTheNextStart) {
   EXPECT_EQ(Table().topLevelItem(0)->text(2), "run1.txt");
 }
 
+TEST_F(RunsTest, ALongRunDrawsItsErrorAndItsFindingsLeadToTheirPlaces) {
+  const std::string example = FileBytes(POLEFIT_EXAMPLES "/Ex-Yzero.101");
+  WriteBytes(Installed("User/a%2&b.1"), example);
+  InstallSolver(
+      "echo 'start 1  10 of 2000, rms 1e-2'; echo 'start 1  20 of 2000, rms 1e-4'; sleep 1.3\n"
+      "report; values; say converged");
+  Start(Installed("User/a%2&b.1"));
+  SetText("LowestX_Y", "1");
+  answers.Press(QMessageBox::No);
+  Choose("mnuFileSubmit");
+  WaitForStatus("Running a%2&&b.1: 20 of 2000 evaluations");
+  Verdict();
+  const auto& errors = The<ErrorPlot>("errorPlot");
+  EXPECT_EQ(errors.graph(0)->dataCount(), 2);
+  EXPECT_EQ(errors.yAxis->scaleType(), QCPAxis::stLogarithmic);
+  EXPECT_NEAR(errors.yAxis->range().lower, 1e-4, 1e-9);
+  EXPECT_NEAR(errors.yAxis->range().upper, 1e-2, 1e-9);
+  auto& findings = The<QListWidget>("lstRunFindings");
+  ASSERT_GT(findings.count(), 0);
+  The<QTabWidget>("CVX_Tabs").setCurrentIndex(0);
+  findings.setCurrentRow(0);
+  QTest::keyClick(&findings, Qt::Key_Return);
+  EXPECT_NE(The<QTabWidget>("CVX_Tabs").currentIndex(), 0);
+  The("frmRun").findChild<QAction*>("copyAs-json")->trigger();
+  EXPECT_THAT(QApplication::clipboard()->text().toStdString(), HasSubstr("\"freqNormMHz\""));
+  The("txtOutput").setFocus();
+  QTest::keyClick(&The("txtOutput"), Qt::Key_Return);
+  EXPECT_EQ(The("viewerText").window()->windowTitle(), "Report of a%2&b.1");
+  EXPECT_FALSE(The("lblReportOutdated").isVisible());
+  SetText("LowestX_Y", "2");
+  EXPECT_TRUE(Comes([] { return The("lblReportOutdated").isVisible(); }));
+}
+
+TEST_F(RunsTest, TheTableSortsByNumbersDrawsWhatIsTickedAndKeepsNotes) {
+  for (const char* const name : {"one.1", "two.1", "three.1"}) {
+    WriteBytes(Installed(std::string("User/") + name), FileBytes(POLEFIT_EXAMPLES "/Ex-Yzero.101"));
+  }
+  Start();
+  const std::pair<const char*, const char*> runs[] = {
+      {"one.1", ".12"}, {"two.1", ".009"}, {"three.1", ".02"}};
+  for (const auto& [name, rms] : runs) {
+    InstallSolver(std::string("report; values; say converged\necho 'pfit-end: exit=0 ipower=0 ") +
+                  "poles=8 zeros=6 F=" + rms + " rms=" + rms + "'");
+    answers.Choose(name);
+    Choose("mnuFileOpen");
+    Run();
+  }
+  QTreeWidget& table = Table();
+  EXPECT_THAT(Column(2), ::testing::ElementsAre("three.1", "two.1", "one.1")) << "the newest first";
+  table.sortByColumn(5, Qt::AscendingOrder);
+  EXPECT_THAT(Column(5), ::testing::ElementsAre("0.9 %", "2 %", "12 %"));
+  answers.Do([](QDialog& dialog) {
+    dynamic_cast<QInputDialog&>(dialog).setTextValue("the best\tone");
+    dialog.accept();
+  });
+  ChooseOf(table, 0, "actRunNote");
+  ChooseOf(table, 0, "actRunPin");
+  EXPECT_THAT(Column(9), ::testing::ElementsAre("[pinned] the best one", "", ""));
+  The("runsPane").findChild<QAction*>("actRunCopyTable")->trigger();
+  const QStringList lines = QApplication::clipboard()->text().split('\n');
+  ASSERT_EQ(lines.size(), 5) << "three runs between heading and end";
+  EXPECT_EQ(lines[1].count('\t'), lines[0].count('\t'));
+
+  Choose("mnuViewCurves");
+  table.topLevelItem(0)->setCheckState(0, Qt::Checked);
+  table.topLevelItem(2)->setCheckState(0, Qt::Checked);
+  const auto isDrawn = [](const char* name) {
+    return std::ranges::any_of(The<DiagramView>("DiagramUpper").Shown().series,
+                               [name](const Series& one) { return one.name.starts_with(name); });
+  };
+  const auto areBoth = [&] { return isDrawn("one.1 ") && isDrawn("two.1 "); };
+  EXPECT_TRUE(Comes(areBoth));
+  answers.Cancel();
+  ChooseOf(table, 2, "actRunDelete");
+  EXPECT_EQ(table.topLevelItemCount(), 3) << "asked";
+  answers.Do([](QDialog& dialog) { dialog.findChildren<QPushButton*>().front()->click(); });
+  ChooseOf(table, 2, "actRunDelete");
+  EXPECT_THAT(Column(2), ::testing::ElementsAre("two.1", "three.1"));
+  const auto isOneGone = [&] { return !isDrawn("one.1 ") && isDrawn("two.1 "); };
+  EXPECT_TRUE(Comes(isOneGone));
+  ChooseOf(table, 0, "actRunInput");
+  EXPECT_THAT(Titles(), Contains(StartsWith("New data")));
+  EXPECT_EQ(TextOf("poleReal"), ".5 .5 .4 .3");
+}
+
 TEST_F(RunsTest, TheReportIsSearchedAndItsSectionsAreReached) {
   InstallRealSolver();
   Start(Installed("User/Ex-Yzero.101"));
@@ -120,7 +225,24 @@ TEST_F(RunsTest, TheReportIsSearchedAndItsSectionsAreReached) {
   SetText("reportFind", "nowhere");
   QTest::keyClick(&The("reportFind"), Qt::Key_Return);
   EXPECT_EQ(TextOf("lblReportFound"), "Not found");
-  delete text.window();
+  QApplication::setActiveWindow(text.window());
+  SetText("reportFind", "e");
+  const auto press = [&](Qt::Key key, Qt::KeyboardModifiers held = {}) {
+    QTest::keyClick(text.window(), key, held);
+    return text.textCursor().position();
+  };
+  const int at = press(Qt::Key_F3);
+  EXPECT_NE(press(Qt::Key_F3), at);
+  EXPECT_EQ(press(Qt::Key_F3, Qt::ShiftModifier), at) << "there and back";
+  const double size = text.font().pointSizeF();
+  press(Qt::Key_Equal, Qt::ControlModifier);
+  EXPECT_GT(text.font().pointSizeF(), size);
+  press(Qt::Key_0, Qt::ControlModifier);
+  EXPECT_EQ(text.font().pointSizeF(), size);
+  answers.Choose(root.File("copy.txt"));
+  Click("cmdReportSave");
+  EXPECT_EQ(FileBytes(root.File("copy.txt")), FileBytes(Installed("~pft-out.txt")));
+  QTest::keyClick(text.window(), Qt::Key_Escape);
 }
 
 }  // namespace
