@@ -75,25 +75,26 @@ void TellLostCharacters(Program& program, int count) {
   program.host.MessageBox(text, message_style::kExclamation, "Characters replaced");
 }
 
-/// What a save that failed has left, in words.
-std::string AfterFailedSave(Program& program) {
-  const Files& files = program.files;
-  const std::string path = files.CurrentPath();
-  const auto former = FormerContentOf(program.host, path);
-  if (program.document.tornPath.empty() || !former) return ": " + path;
-  return ": '" + path + "' is incomplete; its former content stands in '" + *former + "'.";
+/// Names the file that a save could not write, and says what it has left.
+void SayWhatIsLeft(Program& program, RunTimeError& error) {
+  error.path = program.files.CurrentPath();
+  const auto former = FormerContentOf(program.host, error.path);
+  if (program.document.tornPath.empty() || !former) return;
+  error.reason = "'" + program.files.currentFileName +
+                 "' is incomplete; its former content stands in '" + CutPath(*former).name + "'";
 }
 
 bool IsFileError(int number) {
-  return number >= error_number::kBadFileNumber && number <= error_number::kPathNotFound;
+  return number > error_number::kBadFileNumber && number <= error_number::kPathNotFound;
 }
 
 /// A line break in it would tear the file's first line in two.
 void RequireNameForLine(const std::string& name) {
   if (!HasControlCharacters(name)) return;
   throw RunTimeError{error_number::kBadFileNumber,
-                     "The file's name stands in its first line, which can hold no control "
-                     "character.  Rename the file, or save it under another name."};
+                     "The name '" + name +
+                         "' stands in the file's first line, which can hold no control "
+                         "character.  Rename the file, or save it under another name."};
 }
 
 void DeleteAfterQuestion(Program& program, const std::string& path) {
@@ -246,7 +247,7 @@ void WriteNamedForm(Program& program) {
   try {
     WriteForm(program);
   } catch (RunTimeError& error) {
-    if (IsFileError(error.number)) error.description += AfterFailedSave(program);
+    if (IsFileError(error.number)) SayWhatIsLeft(program, error);
     throw;
   }
 }

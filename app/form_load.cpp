@@ -56,7 +56,7 @@ void ShowLastRun(Program& program) {
                    program.windows.frmMain.IsChecked(BoxName(slot::kUseWeights)));
   ApplyFieldRules(program.windows.frmMain);
   if (!failure) return;
-  failure->description += ": " + program.folders.LastRunPath;
+  failure->path = program.folders.LastRunPath;
   throw *failure;
 }
 
@@ -64,15 +64,12 @@ void ShowLastRun(Program& program) {
 /// own file.
 void RequireLastRun(Program& program) {
   const std::string& path = program.folders.LastRunPath;
-  try {
-    program.host.OpenForReading(path);
-    program.host.CloseFile();
-    if (LookAt(program.host.ReadFile(path)).isResponseFile) return;
-    throw MakeRunTimeError(error_number::kInputPastEndOfFile);
-  } catch (RunTimeError& error) {
-    error.description += ": " + path;
-    throw;
-  }
+  program.host.OpenForReading(path);
+  program.host.CloseFile();
+  if (LookAt(program.host.ReadFile(path)).isResponseFile) return;
+  RunTimeError error = MakeRunTimeError(error_number::kInputPastEndOfFile);
+  error.path = path;
+  throw error;
 }
 
 void EndStartUp(Program& program) {

@@ -18,8 +18,7 @@ std::string CurrentPath(Program& program) {
 void TellNotKept(Program& program, const std::string& path, const RunTimeError& error) {
   program.notices.Post({"kept " + path, Urgency::dataAtRisk,
                         "The former content of '" + CutPath(path).name +
-                            "' could not be kept under Former Versions: " + error.description +
-                            "."});
+                            "' could not be kept under Former Versions: " + InWords(error) + "."});
 }
 
 /// The torn file of a save that failed says nothing that its former content, kept then, does not.

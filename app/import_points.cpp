@@ -25,8 +25,7 @@ bool Read(Program& program, const std::string& path, SourceFile& source) {
   try {
     source = ReadSourceFile(program.host, path);
   } catch (const RunTimeError& error) {
-    const bool isLarge = error.number == error_number::kOutOfMemory;
-    Tell(program, path, isLarge ? "it is larger than 64 MB" : error.description);
+    Tell(program, path, InWords(error));
     return false;
   }
   if (source.table.fault.empty()) return true;

@@ -38,7 +38,7 @@ VersionLine Describe(Host& host, const Version& version) {
     return version.kind == VersionKind::unsaved ? DescribeUnsaved(version, bytes)
                                                 : DescribeSaved(version, bytes);
   } catch (const RunTimeError& error) {
-    return {version, error.description, {}, false, false};
+    return {version, InWords(error), {}, false, false};
   }
 }
 

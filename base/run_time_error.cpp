@@ -35,6 +35,10 @@ constexpr Description kDescriptions[] = {
 
 }  // namespace
 
+const std::string& InWords(const RunTimeError& error) {
+  return error.reason.empty() ? error.description : error.reason;
+}
+
 RunTimeError MakeRunTimeError(int number) {
   for (const Description& entry : kDescriptions) {
     if (entry.number == number) return {number, entry.text};

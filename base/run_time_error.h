@@ -8,7 +8,14 @@ namespace polefit {
 struct RunTimeError {
   int number = 0;
   std::string description;
+  /// The file, folder or program that it was about; "" where the description names it.
+  std::string path = {};
+  /// What is wrong in words, where the description only names the kind of error.
+  std::string reason = {};
 };
+
+/// The reason, else the description.
+const std::string& InWords(const RunTimeError& error);
 
 namespace error_number {
 inline constexpr int kOverflow = 6;

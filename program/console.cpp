@@ -196,7 +196,8 @@ int RunGuarded(const std::function<int()>& body) {
   try {
     return body();
   } catch (const RunTimeError& error) {
-    return Fail(kUncaught, "error " + std::to_string(error.number) + ": " + error.description);
+    const std::string path = error.path.empty() ? "" : ": " + error.path;
+    return Fail(kUncaught, "error " + std::to_string(error.number) + ": " + InWords(error) + path);
   } catch (const std::exception& error) {
     return Fail(kUncaught, error.what());
   }

@@ -7,17 +7,6 @@
 
 namespace polefit {
 
-namespace {
-
-/// What was refused without being read, in plainer words than the error's own.
-std::string ReasonOf(const RunTimeError& error) {
-  if (error.number == error_number::kOutOfMemory)
-    return "it is larger than 64 MB or has a line of more than 1 MB";
-  return error.description;
-}
-
-}  // namespace
-
 ConsoleProgram& Speaker() {
   static ConsoleProgram program;
   return program;
@@ -31,8 +20,7 @@ int Fail(int exitCode, const std::string& message) {
 int FailReading(const std::string& path, const RunTimeError& error) {
   const bool missing =
       error.number == error_number::kFileNotFound || error.number == error_number::kPathNotFound;
-  return Fail(missing ? kNoSuchFile : kCannotRead,
-              "cannot read '" + path + "': " + ReasonOf(error));
+  return Fail(missing ? kNoSuchFile : kCannotRead, "cannot read '" + path + "': " + InWords(error));
 }
 
 int WrongUsage() {

@@ -62,9 +62,8 @@ RunRecord RunWatch::StartProcess(const Places& places, const Command& command) {
 void RunWatch::Record(const RunRecord& run, const Places& places) {
   try {
     WriteRunRecord(host_, places, run);
-  } catch (RunTimeError& error) {
+  } catch (const RunTimeError&) {
     host_.EndGroup(run.process.id, true);
-    error.description += ": " + places.RunRecord();
     throw;
   }
 }

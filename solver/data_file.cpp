@@ -47,24 +47,11 @@ Failure Unreadable(const std::string& message,
   return {Exit::unreadable, result, {{{}, Severity::fault, message}}};
 }
 
-std::string ReasonOf(const RunTimeError& error) {
-  switch (error.number) {
-    case error_number::kFileNotFound:
-    case error_number::kPathNotFound:
-      return "No such file or directory";
-    case error_number::kOutOfMemory:
-      return "It is larger than 64 MB or has a line of more than 1 MB";
-    default:
-      return error.description;
-  }
-}
-
-Failure CannotRead(Host& host, const std::string& path, const RunTimeError& error) {
-  if (error.number == error_number::kPathFileAccessError && host.LookUpFile(path).empty()) {
-    return Unreadable("Cannot read the data file '" + path +
-                      "': It is a folder, a pipe or a device, not a file.");
-  }
-  return Unreadable("Cannot read the data file '" + path + "': " + ReasonOf(error) + ".");
+Failure CannotRead(const std::string& path, const RunTimeError& error) {
+  const bool isMissing =
+      error.number == error_number::kFileNotFound || error.number == error_number::kPathNotFound;
+  return Unreadable("Cannot read the data file '" + path +
+                    "': " + (isMissing ? "No such file or directory" : InWords(error)) + ".");
 }
 
 }  // namespace
@@ -88,7 +75,7 @@ std::optional<Failure> ReadDataFile(Host& host, const std::string& path, Respons
   try {
     host.OpenForReading(path);
   } catch (const RunTimeError& error) {
-    return CannotRead(host, path, error);
+    return CannotRead(path, error);
   }
   std::optional<RunTimeError> failure;
   try {
@@ -104,7 +91,7 @@ std::optional<Failure> ReadDataFile(Host& host, const std::string& path, Respons
   std::vector<Finding> misled = MisledBy(record, lines);
   if (!misled.empty()) return Refusal(std::move(misled));
   if (!failure) return std::nullopt;
-  if (failure->number != error_number::kInputPastEndOfFile) return CannotRead(host, path, *failure);
+  if (failure->number != error_number::kInputPastEndOfFile) return CannotRead(path, *failure);
   return Unreadable("The data file ends at line " + std::to_string(lines) +
                     ", before answer line " + std::to_string(lines + 1) + ".");
 }

@@ -103,8 +103,8 @@ Exit Main(const std::vector<std::string>& words) {
   ConsoleHost host;
   const Request request = ParseCommandLine(words, host);
   using Action = Request::Action;
-  if (request.action == Action::help) return Tell(HelpText());
-  if (request.action == Action::version) return Tell("pfit " POLEFIT_VERSION "\n");
+  if (request.action == Action::help) return Checked(Tell(HelpText()));
+  if (request.action == Action::version) return Checked(Tell("pfit " POLEFIT_VERSION "\n"));
   if (request.action == Action::usage) {
     std::cerr << HelpText().substr(0, HelpText().find('\n')) << '\n';
     return Exit::usage;

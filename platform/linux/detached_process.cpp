@@ -99,7 +99,7 @@ void Fork(const Forked& forked) {
 
 RunTimeError NamingProgram(int systemError, const std::string& program) {
   RunTimeError error = FromSystemError(systemError);
-  error.description += ": " + program;
+  error.path = program;
   return error;
 }
 

@@ -14,6 +14,12 @@ namespace polefit {
 
 namespace {
 
+RunTimeError NoRegularFile() {
+  RunTimeError error = MakeRunTimeError(error_number::kPathFileAccessError);
+  error.reason = "It is a folder, a pipe or a device, not a file";
+  return error;
+}
+
 /// What a missing file is called: its folder may be missing too.
 int MissingNumber(const std::string& path) {
   const bool folderIsThere = ::access(FolderOf(path).c_str(), F_OK) == 0;
@@ -23,22 +29,28 @@ int MissingNumber(const std::string& path) {
 Descriptor OpenRegular(const std::string& path, std::uint64_t& size) {
   Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   if (!file.IsOpen()) {
-    // A socket has no reading end at all.
-    throw FromSystemError(errno == ENXIO ? EISDIR : errno, MissingNumber(path));
+    if (errno == ENXIO) throw NoRegularFile();  // a socket has no reading end at all
+    throw FromSystemError(errno, MissingNumber(path));
   }
   struct stat status {};
   if (::fstat(file.Number(), &status) != 0) throw FromSystemError(errno);
-  if (!S_ISREG(status.st_mode)) throw MakeRunTimeError(error_number::kPathFileAccessError);
+  if (!S_ISREG(status.st_mode)) throw NoRegularFile();
   size = static_cast<std::uint64_t>(status.st_size);
   return file;
 }
 
 }  // namespace
 
+RunTimeError TooLarge() {
+  RunTimeError error = MakeRunTimeError(error_number::kOutOfMemory);
+  error.reason = "It is larger than 64 MB or has a line of more than 1 MB";
+  return error;
+}
+
 Descriptor OpenRegularFile(const std::string& path) {
   std::uint64_t size = 0;
   Descriptor file = OpenRegular(path, size);
-  if (size > kLargestFile) throw MakeRunTimeError(error_number::kOutOfMemory);
+  if (size > kLargestFile) throw TooLarge();
   return file;
 }
 
@@ -58,7 +70,7 @@ std::string WholeFile(const std::string& path, std::size_t most) {
   const Descriptor file = OpenRegularFile(path);
   std::string bytes;
   while (ReadOn(file, bytes, kChunkSize) > 0) {
-    if (bytes.size() > most) throw MakeRunTimeError(error_number::kOutOfMemory);
+    if (bytes.size() > most) throw TooLarge();
   }
   return bytes;
 }

@@ -10,6 +10,9 @@ namespace polefit {
 /// So many bytes are read or written at once.
 inline constexpr std::size_t kChunkSize = 1U << 19U;
 
+/// Error 7, with its reason.
+RunTimeError TooLarge();
+
 /// Opens a regular file for reading and never waits: what is none (a folder, a pipe, a device) is
 /// error 75, one of more than kLargestFile bytes error 7, a missing one error 53 or 76.
 Descriptor OpenRegularFile(const std::string& path);

@@ -32,20 +32,36 @@ namespace {
 
 constexpr const char* kSettingsName = "settings";
 
-/// What is at `path`; nothing when nothing is there, or nothing that this user may look up. Other
-/// failures throw.
+/// Does `action`; an error of it names what it was about.
+template <typename Action>
+auto About(const std::string& path, Action action) {
+  try {
+    return action();
+  } catch (RunTimeError& error) {
+    error.path = path;
+    throw;
+  }
+}
+
+/// What is at `path`; nothing when nothing is there. Other failures throw.
 std::optional<struct stat> StatusOf(const std::string& path) {
   struct stat status {};
   if (::stat(path.c_str(), &status) == 0) return status;
-  const bool nothingThere = errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG ||
-                            errno == ELOOP || errno == EACCES;
+  const bool nothingThere =
+      errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG || errno == ELOOP;
   if (nothingThere) return std::nullopt;
   throw FromSystemError(errno);
 }
 
+/// For a look-up, nothing is there that this user may not look up.
 std::optional<mode_t> ModeOf(const std::string& path) {
-  const std::optional<struct stat> status = StatusOf(path);
-  return status ? std::optional(status->st_mode) : std::nullopt;
+  try {
+    const std::optional<struct stat> status = StatusOf(path);
+    return status ? std::optional(status->st_mode) : std::nullopt;
+  } catch (const RunTimeError& error) {
+    if (error.number != error_number::kPermissionDenied) throw;
+    return std::nullopt;
+  }
 }
 
 bool IsLink(const std::string& path) {
@@ -119,21 +135,29 @@ bool LinuxHost::LookUpFolder(const std::string& path) {
   return mode && S_ISDIR(*mode);
 }
 
+void LinuxHost::OpenForReading(const std::string& path) {
+  About(path, [&] { file_.OpenForReading(path); });
+}
+
+void LinuxHost::OpenForWriting(const std::string& path, Saving way) {
+  About(path, [&] { file_.OpenForWriting(path, way); });
+}
+
 std::string LinuxHost::ReadFile(const std::string& path) {
-  return WholeFile(path);
+  return About(path, [&] { return WholeFile(path); });
 }
 
 std::string LinuxHost::ReadFilePart(const std::string& path, std::uint64_t offset,
                                     std::size_t most) {
-  return PartOfFile(path, offset, most);
+  return About(path, [&] { return PartOfFile(path, offset, most); });
 }
 
 void LinuxHost::ReplaceFile(const std::string& path, std::string_view bytes, Readers readers) {
-  ReplaceFileSafely(path, bytes, readers);
+  About(path, [&] { ReplaceFileSafely(path, bytes, readers); });
 }
 
 void LinuxHost::MoveFile(const std::string& from, const std::string& to) {
-  MoveFileSafely(from, to);
+  About(to, [&] { MoveFileSafely(from, to); });
 }
 
 std::optional<FileState> LinuxHost::StateOfFile(const std::string& path) {
@@ -146,24 +170,30 @@ std::optional<FileState> LinuxHost::StateOfFile(const std::string& path) {
 }
 
 std::vector<std::string> LinuxHost::FilesIn(const std::string& folder) {
-  return RegularFilesIn(folder);
+  return About(folder, [&] { return RegularFilesIn(folder); });
 }
 
 std::unique_ptr<HeldLock> LinuxHost::TakeLock(const std::string& path,
                                               std::chrono::milliseconds patience) {
-  return TakeFileLock(path, patience);
+  return About(path, [&] { return TakeFileLock(path, patience); });
 }
 
 void LinuxHost::MakeOwnFolders(const std::string& path) {
-  MakeFoldersTo(path, Readers::ownerOnly);
+  About(path, [&] { MakeFoldersTo(path, Readers::ownerOnly); });
 }
 
 void LinuxHost::DeleteFile(const std::string& path) {
-  if (::unlink(path.c_str()) != 0) throw FromSystemError(errno);
+  About(path, [&] {
+    if (::unlink(path.c_str()) != 0) throw FromSystemError(errno);
+  });
 }
 
 void LinuxHost::MakeFolder(const std::string& path) {
-  if (::mkdir(path.c_str(), 0777) != 0) throw FromSystemError(errno, error_number::kPathNotFound);
+  About(path, [&] {
+    if (::mkdir(path.c_str(), 0777) != 0) {
+      throw FromSystemError(errno, error_number::kPathNotFound);
+    }
+  });
 }
 
 std::string LinuxHost::CurrentFolder() {
@@ -184,7 +214,9 @@ std::string LinuxHost::ResolvedPath(const std::string& path) {
 }
 
 void LinuxHost::ChangeFolder(const std::string& path) {
-  if (::chdir(path.c_str()) != 0) throw FromSystemError(errno, error_number::kPathNotFound);
+  About(path, [&] {
+    if (::chdir(path.c_str()) != 0) throw FromSystemError(errno, error_number::kPathNotFound);
+  });
 }
 
 void LinuxHost::ChangeDrive(const std::string& /*path*/) {}
@@ -192,9 +224,8 @@ void LinuxHost::ChangeDrive(const std::string& /*path*/) {}
 std::string LinuxHost::ShortPath(const std::string& folder) {
   if (folder.empty()) return "/";  // what is left of "/name" before its separator
   if (LookUpFolder(folder)) return folder;
-  RunTimeError error = MakeRunTimeError(error_number::kPathNotFound);
-  error.description += ": " + folder;
-  throw error;
+  return About(folder,
+               []() -> std::string { throw MakeRunTimeError(error_number::kPathNotFound); });
 }
 
 void LinuxHost::MakeLink(const std::string& target, const std::string& path) {

@@ -21,10 +21,8 @@ class LinuxHost : public Host {
   std::string LookUpFile(const std::string& path) override;
   bool LookUpFolder(const std::string& path) override;
 
-  void OpenForReading(const std::string& path) override { file_.OpenForReading(path); }
-  void OpenForWriting(const std::string& path, Saving way) override {
-    file_.OpenForWriting(path, way);
-  }
+  void OpenForReading(const std::string& path) override;
+  void OpenForWriting(const std::string& path, Saving way) override;
   std::string_view ReadLine() override { return file_.ReadLine(); }
   int LinesRead() const override { return file_.LinesRead(); }
   void WriteLine(std::string_view line) override { file_.WriteLine(line); }

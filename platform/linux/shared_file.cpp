@@ -27,7 +27,7 @@ bool SharedFile::FillInput() {
   inputBuffer_.erase(0, std::exchange(inputAt_, 0));
   const std::size_t length = ReadOn(input_, inputBuffer_, kChunkSize);
   bytesRead_ += length;
-  if (bytesRead_ > kLargestFile) throw MakeRunTimeError(error_number::kOutOfMemory);
+  if (bytesRead_ > kLargestFile) throw TooLarge();
   return length > 0;
 }
 
@@ -50,7 +50,7 @@ std::string_view SharedFile::ReadLine() {
   if (!input_.IsOpen()) throw MakeRunTimeError(error_number::kBadFileNumber);
   const std::string_view bytes = TakeLine();
   ++linesRead_;
-  if (bytes.size() > kLongestLine) throw MakeRunTimeError(error_number::kOutOfMemory);
+  if (bytes.size() > kLongestLine) throw TooLarge();
   return FromWindows1252(WithoutLineEnd(bytes), line_);
 }
 

@@ -138,7 +138,7 @@ void FileDialog::accept() {
   const QString fault = pattern ? tr("A file name cannot hold \"*\" or \"?\".") : FaultOf(path);
   if (!fault.isEmpty()) {
     ShowMessageBox(fault.toStdString(), message_style::kExclamation, windowTitle().toStdString());
-  } else if (MayReplace(path) && IsTaken(path.toStdString())) {
+  } else if (IsTaken(path.toStdString()) && MayReplace(path)) {
     QFileDialog::accept();
   }
 }

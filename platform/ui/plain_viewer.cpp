@@ -1,6 +1,5 @@
 #include "platform/ui/plain_viewer.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QPlainTextEdit>
@@ -8,17 +7,13 @@
 #include <QVBoxLayout>
 
 #include "base/rich_text.h"
-#include "base/run_time_error.h"
 #include "base/text.h"
 
 namespace polefit {
 
 namespace {
 
-QString TextOf(const std::string& path) {
-  QFile file(QString::fromStdString(path));
-  if (!file.open(QIODevice::ReadOnly)) throw MakeRunTimeError(error_number::kFileNotFound);
-  const std::string bytes = file.readAll().toStdString();
+QString TextOf(const std::string& bytes) {
   const bool isRich = bytes.starts_with("{\\rtf");
   return QString::fromStdString(isRich ? PlainTextOfRtf(bytes) : FromWindows1252(bytes));
 }
@@ -37,8 +32,8 @@ QPlainTextEdit* MakePage(const QString& text, bool wraps) {
 
 }  // namespace
 
-void ShowPlainViewer(const std::string& path) {
-  const QString text = TextOf(path);
+void ShowPlainViewer(const std::string& path, const std::string& bytes) {
+  const QString text = TextOf(bytes);
   auto* window = new QWidget;
   window->setObjectName("plainViewer");
   window->setAttribute(Qt::WA_DeleteOnClose);

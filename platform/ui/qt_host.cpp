@@ -22,12 +22,12 @@ constexpr long kNoProcess = 0;
 
 /// Opens the file with the desktop's program for the first of these types that has one, or in a
 /// window of our own.
-long OpenFile(const std::string& path, const std::vector<std::string>& mimeTypes) {
+long OpenFile(Host& host, const std::string& path, const std::vector<std::string>& mimeTypes) {
   for (const std::string& type : mimeTypes) {
     if (const auto words = DesktopProgramFor(type, path))
       return StartDetached({.words = *words}).id;
   }
-  ShowPlainViewer(path);
+  ShowPlainViewer(path, host.ReadFile(path));
   return kNoProcess;
 }
 
@@ -85,7 +85,7 @@ long QtHost::StartProgram(const Command& command) {
       ReplaceFile(command.target, ReadFile(command.object), Readers::usual);
       return kNoProcess;
     case CommandKind::editText:
-      return OpenFile(command.object, {"text/plain"});
+      return OpenFile(*this, command.object, {"text/plain"});
     case CommandKind::writeMail:
       return StartMail(command.object);
     case CommandKind::runSolver:
@@ -98,9 +98,9 @@ void QtHost::ShellExecuteA(const std::string& path) {
   if (!FileExists(*this, path)) {
     MessageBox("Cannot find '" + path + "'.", message_style::kExclamation, "Polefit");
   } else if (path.ends_with(".rtf")) {
-    OpenFile(path, {"application/rtf", "text/rtf"});
+    OpenFile(*this, path, {"application/rtf", "text/rtf"});
   } else {
-    OpenFile(path, {"text/plain"});
+    OpenFile(*this, path, {"text/plain"});
   }
 }
 

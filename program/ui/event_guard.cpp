@@ -14,7 +14,10 @@ void EventGuard::Run(const std::function<void()>& action, const QString& afterwa
     ended_ = true;
     QCoreApplication::exit(0);
   } catch (const RunTimeError& error) {
-    Show("Error " + std::to_string(error.number) + ": " + error.description, afterwards);
+    const std::string path = error.path.empty() ? "" : ": " + error.path;
+    const std::string reason = error.reason.empty() ? "" : "\n\n" + error.reason + ".";
+    Show("Error " + std::to_string(error.number) + ": " + error.description + path + reason,
+         afterwards);
   } catch (const std::exception& error) {
     Show(std::string("Internal error: ") + error.what(), afterwards);
   }

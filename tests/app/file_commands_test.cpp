@@ -331,6 +331,11 @@ TEST_F(FileCommandsTest, SaveAndDeletePassTheirErrorsOn) {
   EXPECT_EQ(ErrorOf([&] { FileSave(program); }), 70);
   EXPECT_EQ(ErrorOf([&] { EffectsOf(FileDelete, {Reply::yes}, {path}); }), 70);
   EXPECT_THAT(FileBytes(path), StartsWith("run1.txt"));
+  // Its line break would make two of the first line.
+  std::filesystem::rename(path, InUser("two\nlines.1"));
+  files.currentFileName = "two\nlines.1";
+  EXPECT_EQ(ErrorOf([&] { FileSave(program); }), error_number::kBadFileNumber);
+  EXPECT_THAT(FileBytes("two\nlines.1"), StartsWith("run1.txt"));
 }
 
 using ViewersTest = FileCommandsTest;

@@ -192,9 +192,9 @@ TEST_F(FormerVersionsTest, AnUnfinishedSaveIsOfferedFromTheNameWithTilde) {
   const std::string whole = FileBytes(path);
   form.SetText("Gain", "6");
   host.Fail("WriteLine", error_number::kDiskFull, 5);
-  EXPECT_EQ(
-      ThrownBy([this] { FileSave(program); }).description,
-      "Disk full: '" + path + "' is incomplete; its former content stands in '" + path + "~'.");
+  const RunTimeError error = ThrownBy([this] { FileSave(program); });
+  EXPECT_EQ(error.path, path);
+  EXPECT_EQ(error.reason, "'my.1' is incomplete; its former content stands in 'my.1~'");
   EXPECT_EQ(FileBytes(path + "~"), whole);
   FileSave(program);
   EXPECT_THAT(program.notices.Waiting(), IsEmpty()) << "the torn file is nobody's data";

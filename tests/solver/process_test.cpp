@@ -105,6 +105,7 @@ TEST(Process, SaysWhenItsResultCannotBeWritten) {
   const std::string words = "'" EXAMPLES "/Ex-Delay.101' --out '" + folder.Path() + "' > /dev/full";
   EXPECT_EQ(std::system(("'" PFIT "' --json " + words + " 2>&1").c_str()), 4 << 8);
   EXPECT_EQ(std::system(("'" PFIT "' --summary " + words + " 2>&1").c_str()), 4 << 8);
+  EXPECT_EQ(std::system("'" PFIT "' --help > /dev/full 2>&1"), 4 << 8);
 }
 
 TEST(Process, RefusesWhatItDoesNotUnderstand) {

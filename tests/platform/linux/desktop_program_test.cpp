@@ -150,7 +150,7 @@ TEST_F(DesktopTest, AProgramThatCannotBeStartedIsNamed) {
     const std::string path = folder_.File(name);
     const RunTimeError error = ThrownBy([&] { StartDetached({.words = {path}}); });
     EXPECT_EQ(error.number, number) << name;
-    EXPECT_THAT(error.description, ::testing::EndsWith(": " + path));
+    EXPECT_EQ(error.path, path);
   }
 }
 

@@ -86,7 +86,10 @@ TEST_F(LinuxHostTest, WhatIsNoRegularFileOrTooLargeIsRefusedAndNothingWaits) {
     };
     EXPECT_EQ(ErrorOf(readLines), asLines) << path;
     host_.CloseFile();
-    EXPECT_EQ(ErrorOf([this, name = path] { host_.ReadFile(name); }), asWhole) << path;
+    const RunTimeError error = ThrownBy([this, name = path] { host_.ReadFile(name); });
+    EXPECT_EQ(error.number, asWhole) << path;
+    EXPECT_EQ(error.path, asWhole == 0 ? "" : path);
+    EXPECT_EQ(error.reason.empty(), asWhole == 0 || asWhole == 76) << path;
   }
   EXPECT_EQ(host_.ReadFilePart("large", kLargestFile - 1, 99), std::string(2, '\0'));
 }
@@ -144,9 +147,10 @@ TEST_F(LinuxHostTest, OnlyCaseBlindPathsAreLoweredForTheCommandLine) {
 
 TEST_F(LinuxHostTest, SystemErrorsMapToTheirNumbers) {
   const std::pair<int, int> cases[] = {
-      {ENOMEDIUM, 71}, {EIO, 71},      {ENODEV, 68}, {ENXIO, 68},  {ENOENT, 53},
-      {ENOTDIR, 76},   {EACCES, 70},   {EPERM, 70},  {EROFS, 70},  {ESTALE, 71},
-      {ETIMEDOUT, 71}, {ENOTCONN, 71}, {ENOSPC, 61}, {EDQUOT, 61}, {EISDIR, 75}};
+      {ENOMEDIUM, 71}, {EIO, 71},      {ENODEV, 68},    {ENXIO, 68},        {ENOENT, 53},
+      {ENOTDIR, 76},   {EACCES, 70},   {EPERM, 70},     {EROFS, 70},        {ESTALE, 71},
+      {ETIMEDOUT, 71}, {ENOTCONN, 71}, {EHOSTDOWN, 71}, {EHOSTUNREACH, 71}, {ENETUNREACH, 71},
+      {EREMOTEIO, 71}, {ENOSPC, 61},   {EDQUOT, 61},    {EFBIG, 61},        {EISDIR, 75}};
   for (const auto& [system, number] : cases) {
     EXPECT_EQ(FromSystemError(system).number, number) << system;
   }
