@@ -2,10 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include "app/file_commands.h"
 #include "app/form_load.h"
 #include "app/second_window.h"
 #include "app/settings_file.h"
 #include "base/error_of.h"
+#include "form/changes.h"
 #include "form/fake_form.h"
 #include "platform/registry.h"
 #include "platform/scripted_host.h"
@@ -168,6 +170,30 @@ TEST_F(StartUpTest, TheLastRunIsRestoredAsFarAsItCanBeShown) {
     EXPECT_GT(form_.passData.ColumnWidth(4), 0);
     EXPECT_FALSE(form_.IsEnabled("sigmaPoles")) << "rules apply to what could be shown";
   }
+}
+
+TEST_F(StartUpTest, ImprovedValuesComeWholeOrNotAtAllAndKeepTheNameForSaveAs) {
+  Start();
+  program_.files.currentFileName = "vna.1";
+  form_.SetText("Gain", "typed");
+  WriteBytes(lastRun_, "torn\r\nY\r\n");
+  EXPECT_EQ(ThrownBy([this] { TakeImprovedValues(program_); }).path, lastRun_);
+  ResponseRecord record;
+  for (const Question& question : kQuestions) {
+    if (question.kind == AnswerKind::flag) record.Slot(question.slot) = "N";
+  }
+  record.Slot(slot::kGain) = "better";
+  record.Slot(slot::kZeroCounts) = "0 0 0";
+  WriteResponseFile(host_, record, {host_.Path("Tessel.hz"), "last-run.ini"});
+  host_.ReplyToBox(Reply::cancel);
+  TakeImprovedValues(program_);
+  EXPECT_EQ(form_.Text("Gain"), "typed") << "it differed, and the question was not answered";
+  NoteShown(program_);
+  TakeImprovedValues(program_);
+  EXPECT_EQ(form_.Text("Gain"), "better");
+  host_.AnswerDialog("");
+  FileSaveAs(program_);
+  EXPECT_EQ(host_.lastDialog.fileName, "vna.*");
 }
 
 TEST_F(StartUpTest, ASecondWindowOnTheProgramFolderIsToldAndTheFirstIsNot) {
