@@ -97,7 +97,8 @@ extern const std::array<SolverQuestion, kSolverValueCount> kSolverQuestions;
 /// What the data columns of the two tables hold, from the first one on.
 inline constexpr std::array<std::string_view, 4> kPassbandUnits = {
     "Frequency in MHz", "Given input signal, as a ratio (not in dB)",
-    "Desired output signal, as a ratio (not in dB)", "Weight of the row's error, 1 for all alike"};
+    "Desired output signal, as a ratio (not in dB)",
+    "Weight of the row's error, without unit; 1 for all alike"};
 inline constexpr std::array<std::string_view, 2> kDelayUnits = {"Frequency in MHz",
                                                                 "Group delay tx in ns"};
 

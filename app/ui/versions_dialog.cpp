@@ -60,7 +60,6 @@ VersionsDialog::VersionsDialog(const std::vector<std::string>& paths, const std:
 void VersionsDialog::BuildTable() {
   table_->setObjectName("versions");
   table_->setHorizontalHeaderLabels({tr("Written"), tr("Content"), tr("First line")});
-  table_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   table_->horizontalHeader()->setStretchLastSection(true);
   table_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   table_->horizontalHeader()->setHighlightSections(false);
@@ -103,6 +102,10 @@ void VersionsDialog::ShowPath() {
   table_->setRowCount(static_cast<int>(lines_.size()));
   int row = 0;
   for (const VersionLine& line : lines_) ShowRow(row++, line);
+  for (const int column : {date, content}) {
+    table_->resizeColumnToContents(column);
+    table_->setColumnWidth(column, table_->columnWidth(column) + fontMetrics().height());
+  }
   table_->setVisible(!lines_.empty());
   none_->setVisible(lines_.empty());
   files_->setEnabled(files_->count() > 0);

@@ -70,6 +70,7 @@ QHBoxLayout* LastFileNameRow() {
   auto* name = new QLineEdit;
   name->setObjectName(ToQString(kLastFileNameBox));
   name->setReadOnly(true);
+  name->setToolTip(QObject::tr("A file's name; it shows no answer"));
   name->setMaximumWidth(name->fontMetrics().horizontalAdvance(QString(kNoteLength, u'0')));
   auto* row = new QHBoxLayout;
   row->setSpacing(name->fontMetrics().height());
@@ -120,8 +121,8 @@ class GridAndHints final : public QWidget {
  protected:
   void resizeEvent(QResizeEvent* event) override {
     QWidget::resizeEvent(event);
-    constexpr int kNarrow = 700;
-    Place(width() < kNarrow);
+    constexpr int kNarrow = 44;  // in heights of the font
+    Place(width() < kNarrow * fontMetrics().height());
   }
 
  private:
@@ -170,6 +171,7 @@ Page* MakeMiscPage() {
     AnswerEdit* box = MakeBox(note.name, note.defaultText, kNoteLength, true);
     box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     box->setAccessibleName(ToQString(note.name));
+    box->setToolTip(QObject::tr("Any text; the run does not use it"));
     if (&note == kNoteBoxes.data()) {
       page->AddWhole(
           new ControlLabel("lblKeepNotes", QObject::tr("20. » Keep notes below ..."), box));

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QTimer>
 #include <algorithm>
 #include <utility>
@@ -15,12 +17,22 @@ namespace polefit {
 namespace {
 
 constexpr int kLeastWidth = 340;
-constexpr int kLeastTabs = 560;
 constexpr int kFirstShare = 44;  // per cent of the window
-/// A narrower window has no room for the pane beside the tabs.
-constexpr int kNarrow = kLeastWidth + kLeastTabs;
 
 constexpr const char* kOwnWindow = "curves.window";
+
+/// What the tabs need beside the pane, larger where the font is.
+int LeastTabs(const MainWindow& form) {
+  constexpr int kLeastTabs = 560;
+  constexpr int kHeights = 35;  // of the font
+  return std::max(kLeastTabs, kHeights * form.fontMetrics().height());
+}
+
+/// The pane's share of the window, but all captions of the tabs are seen where there is room.
+int FirstWidth(const MainWindow& form) {
+  const int besideTabs = form.width() - form.findChild<QTabWidget*>()->tabBar()->sizeHint().width();
+  return std::min(form.width() * kFirstShare / 100, besideTabs);
+}
 
 }  // namespace
 
@@ -81,13 +93,13 @@ void CurvesDock::showEvent(QShowEvent* event) {
   QTimer::singleShot(0, this, [this] {
     if (wasNarrow_ || std::exchange(isPlaced_, true)) return;
     const int kept = ReadChoices(host_).width;
-    const int width = kept > 0 ? kept : form_.width() * kFirstShare / 100;
+    const int width = kept > 0 ? kept : FirstWidth(form_);
     form_.resizeDocks({this}, {std::max(kLeastWidth, width)}, Qt::Horizontal);
   });
 }
 
 bool CurvesDock::IsNarrow() const {
-  return form_.width() < kNarrow;
+  return form_.width() < kLeastWidth + LeastTabs(form_);
 }
 
 /// Beside the tabs the pane leaves them their least width. A window that is too narrow for both has
@@ -103,7 +115,7 @@ void CurvesDock::ApplyWidth() {
       ShowAsKept();
     }
   }
-  const int room = std::max(kLeastWidth, form_.width() - kLeastTabs);
+  const int room = std::max(kLeastWidth, form_.width() - LeastTabs(form_));
   pane_->setMaximumWidth(isFloating() ? QWIDGETSIZE_MAX : room);
 }
 

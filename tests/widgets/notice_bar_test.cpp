@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace polefit::testing {
 namespace {
@@ -64,6 +65,15 @@ TEST_F(NoticeBarTest, ShowsOneAtATimeTheMostUrgentFirstAndLeavesTheFocusAlone) {
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
   EXPECT_EQ(Shown(), "nothing");
   EXPECT_EQ(chosen, "b") << "closed is not decided";
+}
+
+TEST_F(NoticeBarTest, NeverAppearsUnderAPressedButton) {
+  QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, {5, 5});
+  Post("a", Urgency::asks);
+  EXPECT_EQ(Shown(), "nothing");
+  QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, {5, 5});
+  EXPECT_TRUE(QTest::qWaitFor([this] { return bar->isVisible(); }, 2000));
+  EXPECT_EQ(bar->accessibleName(), "about a");
 }
 
 TEST_F(NoticeBarTest, WaitsWhileACellIsEdited) {

@@ -1,7 +1,9 @@
 #include <QAccessible>
+#include <QCheckBox>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTabWidget>
@@ -77,6 +79,38 @@ TEST_F(Window, AcceleratorsAreUniqueOnEveryTabAndWork) {
     }
     ExpectUnique(keys);
     EXPECT_FALSE(keys.contains(""));
+  }
+}
+
+TEST_F(Window, EveryBoxAndEveryHeadingSaysItsUnitOrThatItHasNone) {
+  const QRegularExpression unit(
+      "MHz|ns$|[Nn]anoseconds|Normalised by Freq Norm|not in dB|[Ww]ithout unit|whole number|"
+      "^Yes or no|^1 or 2$|^Any text|no answer$");
+  const auto says = [&unit](const QString& tip) { return tip.contains(unit); };
+  int boxes = 0;
+  for (const QWidget* box : form.findChildren<QWidget*>()) {
+    if (!qobject_cast<const QLineEdit*>(box) && !qobject_cast<const QCheckBox*>(box)) continue;
+    if (box->objectName() == "txtCellEditor" || !tabs.isAncestorOf(box)) continue;
+    ++boxes;
+    EXPECT_TRUE(says(box->toolTip())) << box->objectName().toStdString();
+  }
+  EXPECT_EQ(boxes, 30 + 5 + 1);
+  for (const auto& [table, columns] : {std::pair("PassData", 4), {"DelayData", 2}}) {
+    const QAbstractItemModel* cells = Find<GridWidget>(table).model();
+    for (int column = 0; column < columns; ++column) {
+      EXPECT_TRUE(says(cells->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString()))
+          << table << column;
+    }
+  }
+}
+
+TEST_F(Window, ANoticeComesFirstInTabOrder) {
+  tabs.tabBar()->setFocus();
+  program.notices.Post({"a", Urgency::asks, "A question.", {{"Yes", [] {}}, {"No", [] {}}}});
+  EXPECT_TRUE(tabs.tabBar()->hasFocus());
+  for (const char* const before : {"cmdCloseNotice", "cmdNotice2", "cmdNotice1"}) {
+    Press(Qt::Key_Backtab);
+    EXPECT_EQ(FocusName(), before);
   }
 }
 
