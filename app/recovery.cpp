@@ -73,7 +73,7 @@ void OfferOne(Program& program, const Recovered& one) {
   const auto restore = [&program, copy = one.copy] { RestoreCopy(program, copy); };
   program.notices.Post({kAbout,
                         Urgency::dataAtRisk,
-                        "'" + one.copy.cells.files.currentFileName + "' had changes of " +
+                        one.copy.cells.files.currentFileName + " had changes of " +
                             ShortTime(one.copy.taken) + " that were not saved.",
                         {{"Restore", restore}, {"Discard", [] {}}}});
 }
@@ -104,7 +104,7 @@ void RecoveryKeeper::Keep() {
     if (std::exchange(hasToldFailure_, true)) return;
     program_.notices.Post(
         {"recovery copy", Urgency::dataAtRisk,
-         "What you type is not kept for the case of a crash: " + error.description + "."});
+         "What you type is not kept for the case of a crash: " + InWords(error) + "."});
   }
 }
 

@@ -119,7 +119,7 @@ TEST_F(RecoveryTest, AWindowThatIsGoneIsOfferedOnceAndRestoredUnderItsName) {
   Offer();
   EXPECT_THAT(Copies(), IsEmpty());
   const Notice notice = program.notices.Waiting().at(0);
-  EXPECT_EQ(notice.sentence, "'vna.1' had changes of 3 Mar 09:05 that were not saved.");
+  EXPECT_EQ(notice.sentence, "vna.1 had changes of 3 Mar 09:05 that were not saved.");
   EXPECT_THAT(Unsaved(path), SizeIs(1));
   host.TakeTranscript();
   Press(0);

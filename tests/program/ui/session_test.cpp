@@ -1,8 +1,11 @@
 #include "program/ui/session.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
+#include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QTabWidget>
@@ -162,6 +165,31 @@ TEST_F(SessionTest, SaveRefusesPatternsAndAsksBeforeItOverwrites) {
   EXPECT_THAT(FileBytes(path), HasSubstr("5\t\t! 1a."));
 }
 
+TEST_F(SessionTest, TheOpenDialogCountsWhatItsFilterHidesAndOpensItByName) {
+  MakeFile("seen.1", "7");
+  MakeFile("hidden.txt", "8");
+  MakeFile("hidden.dat", "9");
+  Start(Installed("User/seen.1"));
+  answers.Do([](QDialog& dialog) {
+    EXPECT_EQ(dialog.findChild<QLabel*>("lblHiddenFiles")->text(),
+              "2 files in this folder are hidden by the filter.");
+    auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+    EXPECT_EQ(name->selectedText(), "*.*");
+    QTest::keyClicks(name, "hidden.txt");
+    auto* open = dialog.findChild<QDialogButtonBox*>("buttonBox")->button(QDialogButtonBox::Open);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return open->isEnabled(); }, 2000));
+    open->click();
+  });
+  Choose("mnuFileOpen");
+  EXPECT_EQ(TextOf("tmin"), "8");
+  answers.Do([](QDialog& dialog) {
+    auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+    EXPECT_EQ(name->text() + '|' + name->selectedText(), "hidden.*|.*");
+    dialog.reject();
+  });
+  Choose("mnuFileSaveAs");
+}
+
 TEST_F(SessionTest, TheCurrentFolderIsTheOneChosenLast) {
   const std::string path = root.File("elsewhere.txt");
   Start();
@@ -205,7 +233,7 @@ TEST_F(SessionTest, ClosingTheWindowEndsTheProgramAndAsksNothingButTheNextStartD
   EXPECT_TRUE(session->HasEnded());
   Start();
   const Notice notice = session->Values().notices.Waiting().at(0);
-  EXPECT_THAT(notice.sentence, StartsWith("'run1.txt' had changes of "));
+  EXPECT_THAT(notice.sentence, StartsWith("run1.txt had changes of "));
   notice.buttons.at(0).action();
   EXPECT_EQ(TextOf("tmin"), "1");
   EXPECT_THAT(FileBytes(path), HasSubstr("5\t\t! 1a."));
@@ -302,6 +330,13 @@ TEST_F(SessionTest, AnErrorThatNoRoutineCatchesIsShownAndTheFormStays) {
   answers.Press(QMessageBox::Ok);
   Choose("mnuHelpEmail");
   EXPECT_THAT(answers.said.back(), StartsWith("Polefit|Error 53: File not found"));
+  const std::string report = Installed("~pft-out.txt");
+  ASSERT_EQ(::mkfifo(report.c_str(), 0600), 0);
+  answers.Press(QMessageBox::Ok);
+  Choose("mnuViewOutput");
+  EXPECT_THAT(answers.said.back(),
+              HasSubstr("Path/File access error: " + report +
+                        "\n\nIt is a folder, a pipe or a device, not a file."));
   EXPECT_EQ(TextOf("tmin"), "41");
   EXPECT_FALSE(session->HasEnded());
 }
