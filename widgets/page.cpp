@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <algorithm>
 
+#include "widgets/answer_edit.h"
+
 namespace polefit {
 
 Page::Page(int columns) {
@@ -72,6 +74,19 @@ void Page::resizeEvent(QResizeEvent* event) {
     edge -= rows_->cellRect(0, column).width() + rows_->horizontalSpacing();
   }
   if (before >= 0) rows_->setColumnMinimumWidth(before, std::max(0, edge));
+  LimitBoxes();
+}
+
+/// The questions of a narrow page, or of one in a large font, would have no room beside the boxes.
+void Page::LimitBoxes() {
+  constexpr int kLargestShare = 55;  // per cent
+  for (int row = 0; row < row_; ++row) {
+    const QLayoutItem* response = rows_->itemAtPosition(row, 0);
+    if (response == nullptr || response == rows_->itemAtPosition(row, 1)) continue;
+    if (auto* box = qobject_cast<AnswerEdit*>(response->widget())) {
+      box->setMaximumWidth(viewport()->width() * kLargestShare / 100);
+    }
+  }
 }
 
 QSize Page::sizeHint() const {

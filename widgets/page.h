@@ -40,6 +40,8 @@ class Page final : public QScrollArea {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  void LimitBoxes();
+
   QGridLayout* rows_;
   int leftEdge_ = 0;
   int row_ = 0;

@@ -114,6 +114,19 @@ TEST_F(Window, ANoticeComesFirstInTabOrder) {
   }
 }
 
+TEST_F(Window, ALargeFontLeavesTheQuestionsTheirRoom) {
+  QFont font = form.font();
+  font.setPointSizeF(font.pointSizeF() * 1.6);
+  form.setFont(font);
+  form.resize(1000, 700);
+  for (const Tab tab : {Tab::polesAndZeros, Tab::passbandData}) {
+    const Page* page = Show(static_cast<int>(tab));
+    EXPECT_FALSE(page->horizontalScrollBar()->isVisible()) << static_cast<int>(tab);
+    if (tab == Tab::passbandData) continue;
+    EXPECT_GT(Find<QLabel>("Question8").width(), page->viewport()->width() / 3);
+  }
+}
+
 TEST_F(Window, NothingIsClippedOverlapsOrScrollsAndLabelsStandOnTheLineOfTheirBoxes) {
   for (const QSize size : {QSize(1024, 700), QSize(1920, 1080), QSize(960, 540)}) {
     form.resize(size);
