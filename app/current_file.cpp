@@ -4,6 +4,7 @@
 #include "app/form_replacement.h"
 #include "app/version_store.h"
 #include "base/digest.h"
+#include "responsefile/file_look.h"
 
 namespace polefit {
 
@@ -60,7 +61,10 @@ void CurrentFile::Look() {
     const bool isSame = seen_ && seen_->modified == state->modified && seen_->size == state->size;
     if (isSame) return;
     seen_ = state;
-    const std::uint64_t digest = ContentDigest(program_.host.ReadFile(path_));
+    const std::string bytes = program_.host.ReadFile(path_);
+    const bool mayBeTorn = path_ == program_.document.tornPath;
+    if (mayBeTorn && !LookAt(bytes).readsToItsEnd) return;  // by our own save, which has told
+    const std::uint64_t digest = ContentDigest(bytes);
     if (digest == program_.document.known.digest) {
       program_.notices.Remove(kChanged);
     } else {

@@ -78,10 +78,14 @@ void TellLostCharacters(Program& program, int count) {
 /// Names the file that a save could not write, and says what it has left.
 void SayWhatIsLeft(Program& program, RunTimeError& error) {
   error.path = program.files.CurrentPath();
-  const auto former = FormerContentOf(program.host, error.path);
-  if (program.document.tornPath.empty() || !former) return;
-  error.reason = "'" + program.files.currentFileName +
-                 "' is incomplete; its former content stands in '" + CutPath(*former).name + "'";
+  try {
+    const auto former = FormerContentOfTorn(program.host, error.path);
+    if (!former) return;
+    error.reason = "'" + program.files.currentFileName +
+                   "' is incomplete; its former content stands in '" + CutPath(*former).name + "'";
+  } catch (const RunTimeError&) {
+    return;  // what has failed is told all the same
+  }
 }
 
 bool IsFileError(int number) {
@@ -256,7 +260,7 @@ void WriteForm(Program& program) {
   RequireNameForLine(program.files.currentFileName);
   PutAnswers(program);
   const std::optional<FormerFile> former = KeepFormerFile(program);
-  program.document.tornPath = former ? former->path : "";
+  program.document.tornPath = program.host.ResolvedPath(program.files.CurrentPath());
   const Files& files = program.files;
   const int lost =
       WriteResponseFile(program.host, program.document.record,

@@ -2,6 +2,7 @@
 
 #include "app/file_commands.h"
 #include "app/form_replacement.h"
+#include "app/part_read.h"
 #include "app/recent_files.h"
 #include "app/recovery.h"
 
@@ -21,13 +22,20 @@ void TellNotKept(Program& program, const std::string& path, const RunTimeError& 
                             "' could not be kept under Former Versions: " + InWords(error) + "."});
 }
 
-/// The torn file of a save that failed says nothing that its former content, kept then, does not.
+/// Where the content stands that a save replaces: for the torn file of a save that failed, beside
+/// it, and kept perhaps only now.
+std::string PathOfContent(Program& program, const std::string& path) {
+  if (program.document.tornPath != path) return path;
+  return FormerContentOfTorn(program.host, path).value_or(path);
+}
+
+/// A torn file with nothing beside it was a new one.
 bool IsOwnTornFile(const Program& program, const FormerFile& former) {
   return program.document.tornPath == former.path && !former.look.readsToItsEnd;
 }
 
 FormerFile Keep(Program& program, const std::string& path, const FileState& state) {
-  const std::string bytes = program.host.ReadFile(path);
+  const std::string bytes = program.host.ReadFile(PathOfContent(program, path));
   const KnownFile& known = program.document.known;
   FormerFile former{path, LookAt(bytes), ContentDigest(bytes)};
   former.isLink = state.isLink;
@@ -77,7 +85,9 @@ std::optional<FormerFile> KeepFormerFile(Program& program) {
     path = CurrentPath(program);
     const auto state = program.host.StateOfFile(path);
     if (!state) return std::nullopt;
-    return Keep(program, path, *state);
+    FormerFile former = Keep(program, path, *state);
+    program.notices.Remove("kept " + path);
+    return former;
   } catch (const RunTimeError& error) {
     TellNotKept(program, path, error);
     return std::nullopt;

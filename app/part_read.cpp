@@ -100,13 +100,18 @@ std::optional<std::string> FormerContentOf(Host& host, const std::string& path) 
   return aside == path ? std::nullopt : std::optional(aside);
 }
 
+std::optional<std::string> FormerContentOfTorn(Host& host, const std::string& path) {
+  const auto aside = FormerContentOf(host, path);
+  const bool isTorn = aside && !(host.StateOfFile(path) && ReadsToItsEnd(host, path));
+  return isTorn ? aside : std::nullopt;
+}
+
 void LookForFormerContent(Program& program, const std::string& path) {
   Host& host = program.host;
   try {
-    const auto aside = FormerContentOf(host, path);
+    const auto aside = FormerContentOfTorn(host, path);
     if (!aside || !ReadsToItsEnd(host, *aside)) return;
-    const bool isMissing = !host.StateOfFile(path).has_value();
-    if (isMissing || !ReadsToItsEnd(host, path)) OfferAside(program, path, *aside, isMissing);
+    OfferAside(program, path, *aside, !host.StateOfFile(path).has_value());
   } catch (const RunTimeError&) {
     return;  // what cannot be read has nothing to offer
   }

@@ -22,6 +22,9 @@ void TellLastRunPartRead(Program& program, const ReadStop& stop);
 /// one more for each that was taken. Nothing when there is none.
 std::optional<std::string> FormerContentOf(Host& host, const std::string& path);
 
+/// The same of a file that is missing or does not read to its end; nothing when it is whole.
+std::optional<std::string> FormerContentOfTorn(Host& host, const std::string& path);
+
 /// Where a save did not end, its former content may stand beside the file under the name with "~":
 /// says so when the file at `path` is missing or does not read to its end.
 void LookForFormerContent(Program& program, const std::string& path);

@@ -40,6 +40,12 @@ TEST_F(CurrentFileTest, WhatAnotherProgramWritesIsReloadedOrPassedOver) {
   EXPECT_EQ(file.Follow(), host.ResolvedPath(user + "/run1"));
   file.Look();
   EXPECT_EQ(Said(), "") << "our own save";
+  host.Fail("WriteLine", error_number::kDiskFull, 5);
+  EXPECT_THROW(FileSave(program), RunTimeError);
+  host.AbandonFile();
+  file.Look();
+  EXPECT_EQ(Said(), "") << "our own, and not complete";
+  FileSave(program);
   WriteBytes(user + "/run1", other);
   file.Look();
   EXPECT_EQ(Said(), "'run1' was changed by another program.");

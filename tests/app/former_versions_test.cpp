@@ -191,6 +191,8 @@ TEST_F(FormerVersionsTest, AnUnfinishedSaveIsOfferedFromTheNameWithTilde) {
   const std::string path = Open("my.1", 1, "5");
   const std::string whole = FileBytes(path);
   form.SetText("Gain", "6");
+  // On a full disk the version cannot be kept either; what was there stands beside the torn file.
+  host.Fail("MakeOwnFolders", error_number::kDiskFull);
   host.Fail("WriteLine", error_number::kDiskFull, 5);
   const RunTimeError error = ThrownBy([this] { FileSave(program); });
   EXPECT_EQ(error.path, path);
