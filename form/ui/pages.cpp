@@ -252,7 +252,9 @@ Page* MakeRunPage() {
     page->AddRow({label, MakeText(name, "")});
   }
   page->AddGap();
-  page->AddWhole(ButtonRow({MakeButton("cmdSubmit", QObject::tr("&Submit Batch Run"))}));
+  QHBoxLayout* submit = ButtonRow({MakeButton("cmdSubmit", QObject::tr("&Submit Batch Run"))});
+  submit->insertWidget(1, MakeText("RunState", ""), 1);
+  page->AddWhole(submit);
   page->AddGap();
   page->AddWhole(MakeText(
       "lblRunHint",

@@ -250,17 +250,23 @@ void RunPanel::SetOutdated(bool isOutdated) {
   ShowStatus();
 }
 
+/// In the status bar and on the tab of runs, whether the panel is open or not.
 void RunPanel::ShowStatus() {
+  QString text;
   if (watch_.End()) {
-    form_.Status().ShowRun(StatusText(watch_.End()->verdict, isOutdated_));
+    text = StatusText(watch_.End()->verdict, isOutdated_);
   } else if (watch_.IsOn()) {
     const QString file = QString::fromStdString(watch_.Run()->DataFile());
     const auto progress = watch_.Progress();
-    form_.Status().ShowRun(progress ? tr("Running %1: %2 of %3 evaluations")
-                                          .arg(file, QString::number(progress->evaluations),
-                                               QString::number(progress->limit))
-                                    : tr("Running %1").arg(file));
+    text = progress ? tr("Running %1: %2 of %3 evaluations")
+                          .arg(file, QString::number(progress->evaluations),
+                               QString::number(progress->limit))
+                    : tr("Running %1").arg(file);
+  } else {
+    return;
   }
+  form_.Status().ShowRun(text);
+  form_.findChild<QLabel*>("RunState")->setText(text);
 }
 
 }  // namespace polefit

@@ -79,6 +79,7 @@ TEST_F(StandInTest, ASlowRunShowsItsOutputAndItsProgressAsTheyCome) {
          "120 of 2000");
   EXPECT_EQ(The<QProgressBar>("progress").value(), 120);
   EXPECT_EQ(The<QProgressBar>("progress").maximum(), 2000);
+  EXPECT_EQ(TextOf("RunState"), "Running run1.txt: 120 of 2000 evaluations") << "on tab 7 too";
   EXPECT_THAT(TextOf("lblCommand"), HasSubstr("/Tessel.hz/pfit run1.txt "));
   EXPECT_THAT(TextOf("lblElapsed"), StartsWith("Elapsed 0:0"));
   EXPECT_EQ(Offered(), "cmdStop");
