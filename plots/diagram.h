@@ -38,6 +38,8 @@ struct Series {
   std::vector<double> x;
   std::vector<double> y;  ///< NaN breaks the line
   bool isPale = false;
+  /// The line that locations belong to, whose colour they have.
+  SeriesRole curve = SeriesRole::typed;
 
   bool IsLine() const;
 };
@@ -73,6 +75,7 @@ struct Ellipse {
   double y = 0;
   double width = 0;
   double height = 0;
+  SeriesRole curve = SeriesRole::typed;  ///< as in Series
 };
 
 /// What one diagram shows, ready to be drawn.

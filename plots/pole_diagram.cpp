@@ -10,8 +10,8 @@ namespace {
 /// Adds the marks of all locations of one set of curves in the upper half-plane.
 void AddLocations(const FitCurves& curves, SeriesRole polesRole, SeriesRole zerosRole,
                   Diagram& diagram) {
-  Series poles = {"", polesRole, {}, {}};
-  Series zeros = {"", zerosRole, {}, {}};
+  Series poles = {"", polesRole, {}, {}, curves.isPale, RoleOf(curves.role)};
+  Series zeros = {"", zerosRole, {}, {}, curves.isPale, RoleOf(curves.role)};
   for (const Location& at : curves.locations) {
     Series& series = at.IsPole() ? poles : zeros;
     series.x.push_back(at.real);
@@ -35,9 +35,12 @@ void AddEllipses(const FitCurves& curves, Diagram& diagram) {
     const Location& at = curves.locations[i];
     const Deviation& deviation = curves.deviations[i];
     if (deviation.real == 0 && deviation.imaginary == 0) continue;
-    diagram.ellipses.push_back({at.real, at.imaginary, deviation.real, deviation.imaginary});
+    Ellipse ellipse = {at.real, at.imaginary, deviation.real, deviation.imaginary,
+                       RoleOf(curves.role)};
+    diagram.ellipses.push_back(ellipse);
     if (!at.onBothSides) continue;
-    diagram.ellipses.push_back({-at.real, at.imaginary, deviation.real, deviation.imaginary});
+    ellipse.x = -at.real;
+    diagram.ellipses.push_back(ellipse);
   }
 }
 

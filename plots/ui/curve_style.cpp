@@ -31,13 +31,11 @@ QColor ColorOf(SeriesRole role, const QPalette& palette) {
   const bool dark = IsDark(palette);
   switch (role) {
     case SeriesRole::typed:
-    case SeriesRole::poles:
       return dark ? QColor(0x56, 0xb4, 0xe9) : QColor(0x00, 0x62, 0xa8);
     case SeriesRole::result:
     case SeriesRole::resultMarks:
       return dark ? QColor(0xf5, 0xa0, 0x42) : QColor(0xc2, 0x4e, 0x00);
     case SeriesRole::preview:
-    case SeriesRole::zeros:
       return dark ? QColor(0x2f, 0xc7, 0x9a) : QColor(0x00, 0x84, 0x60);
     case SeriesRole::other:
     case SeriesRole::worst:
@@ -56,14 +54,30 @@ QColor ColorOf(SeriesRole role, const QPalette& palette) {
   }
 }
 
+namespace {
+
+QColor ColorOfSeries(const Series& series, const QPalette& palette) {
+  const bool areLocations = series.role == SeriesRole::poles || series.role == SeriesRole::zeros;
+  const QColor color = ColorOf(areLocations ? series.curve : series.role, palette);
+  return series.isPale ? Pale(color, palette) : color;
+}
+
+/// Dots that are seen where the line is steep, too.
+QPen ThinDots(const QColor& color) {
+  QPen pen(color, 1.4);
+  pen.setDashPattern({1.5, 2});
+  return pen;
+}
+
+}  // namespace
+
 QPen PenOf(const Series& series, const QPalette& palette) {
-  QColor color = ColorOf(series.role, palette);
-  if (series.isPale) color = Pale(color, palette);
+  const QColor color = ColorOfSeries(series, palette);
   switch (series.role) {
     case SeriesRole::preview:
       return {color, 1.8, Qt::DotLine};
     case SeriesRole::input:
-      return {color, 1, Qt::DotLine};
+      return ThinDots(color);
     case SeriesRole::other:
     case SeriesRole::plainMagnitude:
       return {color, 1.4, Qt::DashLine};
@@ -78,8 +92,7 @@ QPen PenOf(const Series& series, const QPalette& palette) {
 }
 
 QCPScatterStyle MarkOf(const Series& series, const QPalette& palette, double size) {
-  QColor color = ColorOf(series.role, palette);
-  if (series.isPale) color = Pale(color, palette);
+  const QColor color = ColorOfSeries(series, palette);
   const QPen pen(color, 1.5);
   switch (series.role) {
     case SeriesRole::poles:

@@ -4,6 +4,7 @@
 #include <QButtonGroup>
 #include <QLabel>
 #include <QResizeEvent>
+#include <QStyleOptionToolButton>
 #include <QToolButton>
 #include <algorithm>
 
@@ -17,8 +18,19 @@ namespace {
 constexpr std::array kLowerKinds = {DiagramKind::poles, DiagramKind::delay, DiagramKind::phase,
                                     DiagramKind::step};
 
+/// One of several; the chosen one is told by more than a shade of grey.
+class ChoiceButton final : public QToolButton {
+ protected:
+  void initStyleOption(QStyleOptionToolButton* option) const override {
+    QToolButton::initStyleOption(option);
+    if (!isChecked()) return;
+    option->palette.setColor(QPalette::Button, palette().color(QPalette::Highlight));
+    option->palette.setColor(QPalette::ButtonText, palette().color(QPalette::HighlightedText));
+  }
+};
+
 QToolButton* MakeChoice(const QString& text, const char* name, QButtonGroup* group, int id) {
-  auto* button = new QToolButton;
+  auto* button = new ChoiceButton;
   button->setObjectName(name);
   button->setText(text);
   button->setCheckable(true);

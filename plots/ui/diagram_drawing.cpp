@@ -94,7 +94,7 @@ void DiagramView::AddFrame(const Frame& frame) {
 
 void DiagramView::AddEllipse(const Ellipse& ellipse) {
   auto* shape = new QCPItemEllipse(this);
-  shape->setPen(QPen(ColorOf(SeriesRole::poles, palette()), 1));
+  shape->setPen(QPen(ColorOf(ellipse.curve, palette()), 1));
   shape->topLeft->setCoords(ellipse.x - ellipse.width, ellipse.y + ellipse.height);
   shape->bottomRight->setCoords(ellipse.x + ellipse.width, ellipse.y - ellipse.height);
 }
@@ -195,7 +195,7 @@ void DiagramView::PlaceNote() {
   note->position->setCoords(place & Qt::AlignRight     ? .99
                             : place & Qt::AlignHCenter ? .5
                                                        : .01,
-                            place & Qt::AlignBottom ? .98 : .02);
+                            place & Qt::AlignBottom ? .94 : .02);
 }
 
 /// Where it covers nothing. Where no place is free, the axis goes on above the curves to make one.

@@ -118,8 +118,7 @@ TEST_F(DiagramViewTest, PutsPolesZerosAndGhostsIntoEqualScales) {
   const double up = view.yAxis->range().size() / view.axisRect()->height();
   EXPECT_NEAR(across / up, 1, .01);
   for (const Location& at : result.locations) {
-    const SeriesRole role = at.IsPole() ? SeriesRole::poles : SeriesRole::zeros;
-    EXPECT_TRUE(HasColor(Pixel(at.real, at.imaginary), ColorOfRole(role), 8));
+    EXPECT_TRUE(HasColor(Pixel(at.real, at.imaginary), ColorOfRole(SeriesRole::result), 8));
   }
   const Location& ghost = typed.locations[2];
   EXPECT_TRUE(HasColor(Pixel(ghost.real, ghost.imaginary), ColorOfRole(SeriesRole::ghostPoles), 3));
@@ -137,7 +136,7 @@ TEST_F(DiagramViewTest, DrawsDeviationsAsEllipses) {
   ASSERT_EQ(diagram.ellipses.size(), 1U);
   const Location& at = result.locations[1];
   for (const auto& [x, y] : {std::pair(.05, 0.0), {-.05, 0.0}, {0.0, .1}, {0.0, -.1}}) {
-    EXPECT_TRUE(HasColor(Pixel(at.real + x, at.imaginary + y), ColorOfRole(SeriesRole::poles), 4));
+    EXPECT_TRUE(HasColor(Pixel(at.real + x, at.imaginary + y), ColorOfRole(SeriesRole::result), 4));
   }
 }
 
