@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "plots/ui/clipped_line.h"
 #include "plots/ui/curve_style.h"
 #include "plots/ui/diagram_view.h"
 #include "widgets/controls.h"
@@ -52,12 +53,17 @@ void DiagramView::Rebuild() {
   }
   if (isCompact_) xAxis->setLabel({});
   if (!isZoomed_) PlaceAxes();
+  updateLayout();  // names and figures may have changed the room
   FitFigures();
   for (const Frame& frame : diagram_.frames) AddFrame(frame);
   for (const double x : diagram_.verticals) AddStraight(x, true);
   for (const double y : diagram_.horizontals) AddStraight(y, false);
   for (const Ellipse& ellipse : diagram_.ellipses) AddEllipse(ellipse);
-  for (const Series& series : diagram_.series) AddSeries(series);
+  const auto last = std::find_if(diagram_.series.rbegin(), diagram_.series.rend(),
+                                 [](const Series& series) { return series.IsLine(); });
+  for (const Series& series : diagram_.series) {
+    AddSeries(series, last != diagram_.series.rend() && &series == &*last);
+  }
   if (marked_) Mark(marked_);
   AddNote();
 }
@@ -99,17 +105,18 @@ void DiagramView::AddEllipse(const Ellipse& ellipse) {
   shape->bottomRight->setCoords(ellipse.x + ellipse.width, ellipse.y - ellipse.height);
 }
 
-void DiagramView::AddSeries(const Series& series) {
+void DiagramView::AddSeries(const Series& series, bool isLastLine) {
   QCPGraph* graph = addGraph();
   graph->setData(AsVector(series.x), AsVector(series.y));
   const double size = fontMetrics().height() * .55;
-  // The strip below the curves shows an error a row: marks, and a thin line to follow them.
+  // The strip below the curves shows an error a row, and thin lines to follow them; the rows of the
+  // last curve, which are read out, have marks.
   const bool isStrip = diagram_.kind == DiagramKind::error && series.role != SeriesRole::worst;
   if (series.IsLine()) {
     QPen pen = PenOf(series, palette());
     if (isStrip) pen.setWidthF(1.2);
     graph->setPen(pen);
-    if (isStrip && series.x.size() < 400) {
+    if (isStrip && isLastLine && series.x.size() < 400) {
       graph->setScatterStyle(QCPScatterStyle(QCPScatterStyle::ssDisc, pen.color(), size * .5));
     }
   } else {
@@ -187,7 +194,8 @@ void DiagramView::PlaceNote() {
     note = qobject_cast<QCPItemText*>(item(i));
   }
   if (note == nullptr || diagram_.kind != DiagramKind::error) return;
-  const QSizeF size = QFontMetrics(note->font()).size(0, note->text()) + QSize(8, 0);
+  // With room for the ring round the current row.
+  const QSizeF size = QFontMetrics(note->font()).size(0, note->text()) + QSize(16, 8);
   const Qt::Alignment usual = Qt::AlignLeft | Qt::AlignTop;
   const Qt::Alignment place =
       FreeLegendPlace(axisRect()->rect(), size, DrawnObstacles(), usual).value_or(usual);
@@ -195,10 +203,13 @@ void DiagramView::PlaceNote() {
   note->position->setCoords(place & Qt::AlignRight     ? .99
                             : place & Qt::AlignHCenter ? .5
                                                        : .01,
-                            place & Qt::AlignBottom ? .94 : .02);
+                            place & Qt::AlignBottom    ? .94
+                            : place & Qt::AlignVCenter ? .5
+                                                       : .02);
 }
 
-/// Where it covers nothing. Where no place is free, the axis goes on above the curves to make one.
+/// Where it covers nothing. Where no place is free, the axis goes on above the curves to make one;
+/// a diagram that is too low for that has no legend.
 void DiagramView::PlaceLegend() {
   PlaceNote();
   legend->setVisible(showsLegend_ && !isCompact_ && legend->itemCount() > 0);
@@ -218,8 +229,9 @@ void DiagramView::PlaceLegend() {
   };
   std::optional<Qt::Alignment> place =
       FreeLegendPlace(room, size, obstacles(), inset->insetAlignment(0));
-  const double share = (size.height() + kGap) / std::max(1.0, room.height());
-  constexpr double kMost = .6;
+  const double share = (size.height() + 2 * kGap) / std::max(1.0, room.height());
+  constexpr double kMost = .65;
+  legend->setVisible(place || share < kMost);
   if (!place && !isZoomed_ && share < kMost && !diagram_.y.isLogarithmic) {
     yAxis->setRange(diagram_.y.from,
                     diagram_.y.to + share / (1 - share) * (diagram_.y.to - diagram_.y.from));
@@ -237,7 +249,8 @@ void DiagramView::FitFigures() {
   yAxis->ticker()->setTickCount(
       std::clamp(axisRect()->height() / (2 * metrics.height()), 3, kMostFigures));
   const QString label = ToQString(diagram_.y.label);
-  const bool fits = QFontMetrics(yAxis->labelFont()).horizontalAdvance(label) < height();
+  const int length = QFontMetrics(yAxis->labelFont()).horizontalAdvance(label);
+  const bool fits = length < axisRect()->height();
   yAxis->setLabel(fits ? label : QString());
 }
 
@@ -254,10 +267,29 @@ void DiagramView::ShowFocus(bool hasFocus) {
   replot(rpQueuedReplot);
 }
 
-void DiagramView::HideState() {
+void DiagramView::PrepareForPicture() {
   ShowFocus(false);
   for (int i = 0; i < itemCount(); ++i) {
     if (item(i)->objectName() == "mark") item(i)->setVisible(false);
+  }
+  const QRectF room = QRectF(axisRect()->rect()).adjusted(-1, -1, 1, 1);
+  for (int i = 0; i < graphCount(); ++i) {
+    std::vector<QPointF> points;
+    for (const QCPGraphData& value : *graph(i)->data()) {
+      points.emplace_back(xAxis->coordToPixel(value.key), yAxis->coordToPixel(value.value));
+    }
+    if (graph(i)->lineStyle() == QCPGraph::lsNone) {
+      std::erase_if(points, [&room](const QPointF& point) { return !room.contains(point); });
+    } else {
+      points = ClippedLine(points, room);
+    }
+    QVector<double> x;
+    QVector<double> y;
+    for (const QPointF& point : points) {
+      x << xAxis->pixelToCoord(point.x());
+      y << yAxis->pixelToCoord(point.y());
+    }
+    graph(i)->setData(x, y);
   }
 }
 
@@ -287,6 +319,8 @@ void DiagramView::ApplyStyle() {
   legend->setBrush(ground);
   legend->setBorderPen(QPen(grid, 1));
   legend->setRowSpacing(0);
+  // The library draws a line 5 pixels too long there, which not every format clips.
+  legend->setIconTextPadding(10);
   const int line = fontMetrics().height();
   // As wide in every diagram, so that equal frequencies stand below each other.
   const int left = fontMetrics().horizontalAdvance("-0.0005") + line * 2;

@@ -43,8 +43,7 @@ void DiagramView::mouseMoveEvent(QMouseEvent* event) {
     zoomBox_->setGeometry(QRect(pressedAt_.toPoint(), at.toPoint()).normalized());
     zoomBox_->show();
   } else if (drag_ == Drag::pan) {
-    Pan(xAxis->pixelToCoord(lastAt_.x()) - xAxis->pixelToCoord(at.x()),
-        yAxis->pixelToCoord(lastAt_.y()) - yAxis->pixelToCoord(at.y()));
+    Pan(lastAt_.x() - at.x(), at.y() - lastAt_.y());
   } else if (drag_ == Drag::stop && !isClick) {
     const QPointF to = Dragged(at, event->modifiers() & Qt::ShiftModifier);
     Q_EMIT stopDragged(*pressed_, to.x(), to.y(), false);
@@ -140,17 +139,14 @@ void DiagramView::Zoom(double factor, const QPointF& at) {
   ShowNewView();
 }
 
-void DiagramView::Pan(double x, double y) {
+/// Moves the view by so many pixels over what it shows.
+void DiagramView::Pan(double right, double up) {
   isZoomed_ = true;
-  if (xAxis->scaleType() == QCPAxis::stLogarithmic) {
-    const double middle = std::sqrt(xAxis->range().lower * xAxis->range().upper);
-    xAxis->scaleRange(1, middle);
-    const double share = 1 + x / middle;
-    if (share > 0) xAxis->setRange(xAxis->range().lower * share, xAxis->range().upper * share);
-  } else {
-    xAxis->moveRange(x);
-  }
-  yAxis->moveRange(y);
+  const QCPAxisRect& room = *axisRect();
+  xAxis->setRange(xAxis->pixelToCoord(room.left() + right),
+                  xAxis->pixelToCoord(room.left() + room.width() + right));
+  yAxis->setRange(yAxis->pixelToCoord(room.bottom() - up),
+                  yAxis->pixelToCoord(room.bottom() - room.height() - up));
   ShowNewView();
 }
 
@@ -184,8 +180,8 @@ void DiagramView::keyPressEvent(QKeyEvent* event) {
   if (MovesStop(*event)) return;
   const bool isPan = event->modifiers() & Qt::ControlModifier;
   const int step = event->modifiers() & Qt::ShiftModifier ? 10 : 1;
-  const double width = xAxis->range().size() * kPanShare;
-  const double height = yAxis->range().size() * kPanShare;
+  const double width = axisRect()->width() * kPanShare;
+  const double height = axisRect()->height() * kPanShare;
   const QPointF middle = axisRect()->center();
   switch (event->key()) {
     case Qt::Key_Left:

@@ -45,10 +45,7 @@ void DiagramView::Show(const Diagram& diagram) {
   if (marked_ && *marked_ >= diagram_.stops.size()) marked_.reset();
   isZoomed_ = keepsView;
   Rebuild();
-  if (!keepsView && diagram_.hasEqualScales) {
-    replot(rpQueuedRefresh);  // names and figures may have changed the room
-    PlaceAxes();
-  }
+  if (!keepsView && diagram_.hasEqualScales) PlaceAxes();
   PlaceLegend();
   setAccessibleName(ToQString(diagram.sentence));
   replot(rpQueuedReplot);
@@ -146,7 +143,7 @@ void DiagramView::changeEvent(QEvent* event) {
 
 void DiagramView::resizeEvent(QResizeEvent* event) {
   QCustomPlot::resizeEvent(event);
-  replot(rpQueuedRefresh);  // lays the axis rectangle out
+  updateLayout();
   FitFigures();
   if (isZoomed_) return;
   PlaceAxes();

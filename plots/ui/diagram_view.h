@@ -36,8 +36,9 @@ class DiagramView final : public QCustomPlot {
   void SetFrequencies(double from, double to);
   void SetLegend(bool shows) { showsLegend_ = shows; }
   void SetCompact(bool compact) { isCompact_ = compact; }
-  /// Takes the focus frame and the ring away until the palette changes again, for a picture.
-  void HideState();
+  /// Leaves what belongs into a picture, until the palette changes again: no focus frame, no ring,
+  /// and nothing outside of the axes, where some formats do not clip.
+  void PrepareForPicture();
 
  Q_SIGNALS:
   /// The stop under the pointer or reached by keys has another one; none when there is no value.
@@ -71,7 +72,7 @@ class DiagramView final : public QCustomPlot {
   void ApplyStyle();
   void ShowFocus(bool hasFocus);
   void Rebuild();
-  void AddSeries(const Series& series);
+  void AddSeries(const Series& series, bool isLastLine);
   void AddStraight(double at, bool isVertical);
   void AddFrame(const Frame& frame);
   void AddEllipse(const Ellipse& ellipse);
@@ -83,7 +84,7 @@ class DiagramView final : public QCustomPlot {
   void FitFigures();
   void Zoom(double factor, const QPointF& at);
   bool Pinch(QEvent& event);
-  void Pan(double x, double y);
+  void Pan(double right, double up);
   void ShowNewView();
   void EndZoomBox(const QPointF& at);
   void Step(int count);

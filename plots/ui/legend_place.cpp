@@ -8,11 +8,15 @@ namespace polefit {
 
 namespace {
 
+/// A mark reaches so far round its point, in pixels.
+constexpr double kMark = 5;
+
 QRectF Placed(const QRectF& room, const QSizeF& size, Qt::Alignment place) {
   QRectF rect(room.topLeft(), size);
   if (place & Qt::AlignRight) rect.moveRight(room.right());
   if (place & Qt::AlignHCenter) rect.moveLeft(room.center().x() - size.width() / 2);
   if (place & Qt::AlignBottom) rect.moveBottom(room.bottom());
+  if (place & Qt::AlignVCenter) rect.moveTop(room.center().y() - size.height() / 2);
   return rect;
 }
 
@@ -42,7 +46,8 @@ bool IsCovered(const QRectF& rect, const std::vector<QPointF>& line) {
   return false;
 }
 
-bool IsFree(const QRectF& rect, const Obstacles& obstacles) {
+bool IsFree(const QRectF& place, const Obstacles& obstacles) {
+  const QRectF rect = place.adjusted(-kMark, -kMark, kMark, kMark);
   const auto holds = [&rect](const QPointF& mark) { return rect.contains(mark); };
   const auto meets = [&rect](const QRectF& text) { return rect.intersects(text); };
   const auto covers = [&rect](const std::vector<QPointF>& line) { return IsCovered(rect, line); };
@@ -55,13 +60,16 @@ bool IsFree(const QRectF& rect, const Obstacles& obstacles) {
 
 std::optional<Qt::Alignment> FreeLegendPlace(const QRectF& room, const QSizeF& size,
                                              const Obstacles& obstacles, Qt::Alignment present) {
-  const std::array<Qt::Alignment, 7> places = {present,
-                                               Qt::AlignLeft | Qt::AlignBottom,
-                                               Qt::AlignRight | Qt::AlignTop,
-                                               Qt::AlignHCenter | Qt::AlignBottom,
-                                               Qt::AlignRight | Qt::AlignBottom,
-                                               Qt::AlignLeft | Qt::AlignTop,
-                                               Qt::AlignHCenter | Qt::AlignTop};
+  const std::array<Qt::Alignment, 10> places = {present,
+                                                Qt::AlignLeft | Qt::AlignBottom,
+                                                Qt::AlignRight | Qt::AlignTop,
+                                                Qt::AlignHCenter | Qt::AlignBottom,
+                                                Qt::AlignRight | Qt::AlignBottom,
+                                                Qt::AlignLeft | Qt::AlignTop,
+                                                Qt::AlignHCenter | Qt::AlignTop,
+                                                Qt::AlignLeft | Qt::AlignVCenter,
+                                                Qt::AlignRight | Qt::AlignVCenter,
+                                                Qt::AlignCenter};
   for (const Qt::Alignment place : places) {
     if (place && IsFree(Placed(room, size, place), obstacles)) return place;
   }

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <cmath>
@@ -49,7 +50,6 @@ QTableWidget* MakeTable() {
   table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() * 3 / 2);
   table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
   table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  table->horizontalHeader()->setStretchLastSection(true);
   return table;
 }
 
@@ -117,7 +117,8 @@ void OrdersDialog::Build() {
   take_->setDefault(true);
   const int line = fontMetrics().height();
   table_->setMinimumWidth(line * 27);
-  resize(line * 52, line * 26);
+  diagram_->setMinimumWidth(line * 16);
+  resize(line * 56, line * 26);
 }
 
 void OrdersDialog::Start() {
@@ -180,6 +181,8 @@ void OrdersDialog::TellWhatStandsOut() {
     for (int column = 0; column < table_->columnCount(); ++column) {
       table_->item(row, column)->setFont(bold);
     }
+    const int columns = table_->horizontalHeader()->length() + 2 * table_->frameWidth();
+    table_->setMinimumWidth(columns + table_->verticalScrollBar()->sizeHint().width());
     table_->selectRow(row);
     table_->setFocus();
     verdict_->setText(tr("%1 poles stand out: fewer fit worse, and more do not pay (lowest AICc).")

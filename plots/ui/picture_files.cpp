@@ -4,7 +4,6 @@
 #include <QBuffer>
 #include <QClipboard>
 #include <QLabel>
-#include <QPainter>
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -43,18 +42,8 @@ class OnPaper {
   const QPalette former_;
 };
 
-void DrawDiagram(DiagramView& view, QPainter& painter) {
-  view.HideState();
-  QCPPainter lines;
-  QPicture picture;
-  lines.begin(&picture);
-  view.toPainter(&lines, view.width(), view.height());
-  lines.end();
-  picture.play(&painter);
-}
-
-/// Draws the widget's texts and its diagrams, these as lines and not as pixels; no buttons.
-void Draw(QWidget& widget, QPainter& painter) {
+/// Draws the widget's texts and its diagrams; no buttons.
+void Draw(QWidget& widget, QCPPainter& painter) {
   const OnPaper paper(widget);
   painter.fillRect(widget.rect(), widget.palette().color(QPalette::Window));
   for (auto* part : widget.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
@@ -62,9 +51,12 @@ void Draw(QWidget& widget, QPainter& painter) {
     painter.save();
     painter.translate(part->pos());
     if (auto* view = qobject_cast<DiagramView*>(part)) {
-      DrawDiagram(*view, painter);
-    } else if (qobject_cast<QLabel*>(part) != nullptr) {
-      part->render(&painter, {}, {}, QWidget::DrawChildren);
+      view->PrepareForPicture();
+      view->toPainter(&painter, view->width(), view->height());
+    } else if (const auto* text = qobject_cast<QLabel*>(part)) {
+      painter.setFont(text->font());
+      painter.setPen(text->palette().color(QPalette::WindowText));
+      painter.drawText(text->rect(), static_cast<int>(text->alignment()), text->text());
     }
     painter.restore();
   }
@@ -74,7 +66,7 @@ QByteArray AsPng(QWidget& widget) {
   constexpr double kScale = 2;
   QPixmap picture(widget.size() * kScale);
   picture.setDevicePixelRatio(kScale);
-  QPainter painter(&picture);
+  QCPPainter painter(&picture);
   Draw(widget, painter);
   painter.end();
   QByteArray bytes;
@@ -88,29 +80,37 @@ QByteArray AsSvg(QWidget& widget) {
   QBuffer buffer(&bytes);
   QSvgGenerator generator;
   generator.setOutputDevice(&buffer);
+  generator.setResolution(widget.logicalDpiX());
   generator.setSize(widget.size());
   generator.setViewBox(widget.rect());
   generator.setTitle("Polefit");
-  QPainter painter(&generator);
+  QCPPainter painter(&generator);
+  painter.setMode(QCPPainter::pmVectorized);
   Draw(widget, painter);
   painter.end();
   return bytes;
 }
 
-/// Draws the widget on a page as large as fits.
+/// Draws the widget on a page as large as fits. The page's resolution is that of the screen, so
+/// that texts and lines keep their proportion; places are no whole dots there anyway.
 void DrawPage(QWidget& widget, QPagedPaintDevice& device, const QRectF& page) {
-  QPainter painter(&device);
+  QCPPainter painter(&device);
+  painter.setMode(QCPPainter::pmVectorized);
   const double scale = std::min(page.width() / widget.width(), page.height() / widget.height());
   painter.scale(scale, scale);
   Draw(widget, painter);
 }
 
 QByteArray AsPdf(QWidget& widget) {
+  constexpr double kPointsPerInch = 72;
+  const double points = kPointsPerInch / widget.logicalDpiX();
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
   QPdfWriter writer(&buffer);
-  writer.setPageSize(QPageSize(QSizeF(widget.size()) * .75, QPageSize::Point));
+  writer.setResolution(widget.logicalDpiX());
+  writer.setPageSize(
+      QPageSize(QSizeF(widget.size()) * points, QPageSize::Point, {}, QPageSize::ExactMatch));
   writer.setPageMargins(QMarginsF());
   DrawPage(widget, writer, QRectF(0, 0, writer.width(), writer.height()));
   return bytes;
@@ -183,9 +183,10 @@ void CopyData(CurvesPane& pane) {
 }
 
 void PrintPicture(CurvesPane& pane) {
-  QPrinter printer(QPrinter::HighResolution);
+  QPrinter printer;
   QPrintDialog dialog(&printer, &pane);
   if (dialog.exec() != QDialog::Accepted) return;
+  printer.setResolution(pane.logicalDpiX());
   DrawPage(pane, printer, printer.pageRect(QPrinter::DevicePixel));
 }
 

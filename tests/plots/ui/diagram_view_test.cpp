@@ -207,11 +207,12 @@ TEST_F(DiagramViewTest, ZoomsByWheelPinchAndBoxAtThePointer) {
 }
 
 TEST_F(DiagramViewTest, PansByMiddleButtonAndShift) {
-  Show(DiagramKind::phase);
-  const QPoint from = view.axisRect()->rect().center();
   for (const auto& [button, modifier] : {std::pair(Qt::MiddleButton, Qt::KeyboardModifiers()),
                                          {Qt::LeftButton, Qt::ShiftModifier}}) {
+    choices.isLogFrequency = button == Qt::MiddleButton;
+    Show(DiagramKind::phase);
     view.FitView();
+    const QPoint from = view.axisRect()->rect().center();
     const double before = view.xAxis->pixelToCoord(from.x());
     QTest::mousePress(&view, button, modifier, from);
     QMouseEvent move(QEvent::MouseMove, from + QPoint(40, 0), view.mapToGlobal(from), Qt::NoButton,

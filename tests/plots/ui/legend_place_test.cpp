@@ -22,6 +22,8 @@ TEST(LegendPlace, CoversNeitherLinesNorMarksNorTexts) {
   obstacles.lines = {{{0, 280}, {400, 281}}};
   EXPECT_EQ(FreeLegendPlace(kRoom, kSize, obstacles, {}), Qt::AlignLeft | Qt::AlignTop);
   obstacles.lines.push_back({{0, 20}, {400, 21}});
+  EXPECT_EQ(FreeLegendPlace(kRoom, kSize, obstacles, {}), Qt::AlignLeft | Qt::AlignVCenter);
+  obstacles.lines.push_back({{0, 127}, {400, 127}});  // as near as a mark is wide
   EXPECT_FALSE(FreeLegendPlace(kRoom, kSize, obstacles, kUpperRight));
 }
 

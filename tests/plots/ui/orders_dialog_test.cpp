@@ -2,6 +2,7 @@
 
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTableWidget>
@@ -28,6 +29,8 @@ TEST_F(OrdersDialogTest, FillsQuestionsSixToNineInOneStep) {
   auto& table = In<QTableWidget>(dialog, "tblOrders");
   ASSERT_EQ(table.rowCount(), 4) << "2 to 5: there are 2 zeros";
   EXPECT_FALSE(dialog.findChild<QProgressBar*>()->isVisible());
+  EXPECT_GT(3 * In<DiagramView>(dialog, "DiagramOrders").width(), dialog.width());
+  EXPECT_FALSE(table.horizontalScrollBar()->isVisible());
   table.selectRow(2);
   EXPECT_EQ(In<DiagramView>(dialog, "DiagramOrders").Marked(), 2U);
   In<QPushButton>(dialog, "cmdTakeOrder").click();

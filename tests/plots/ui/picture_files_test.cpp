@@ -2,6 +2,9 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QPainter>
+#include <QSvgRenderer>
+#include <cmath>
 
 #include "plots/ui/curves_form.h"
 #include "plots/ui/plot_page.h"
@@ -21,6 +24,37 @@ TEST_F(PictureFiles, AreOfEveryKind) {
   const QImage page = QImage::fromData(PlotPage(*curves, "Ex-Zpair.1", "x.png"));
   EXPECT_EQ(page.size(), QSize(1600, 2000));
   EXPECT_EQ(page.pixelColor(2, 2), QColor(Qt::white));
+}
+
+/// How far two pictures differ where one looks at them from afar, in parts of 255 in the mean.
+double DifferenceOf(const QImage& sharp, const QImage& otherSharp) {
+  const auto seen = [&otherSharp](const QImage& image) {
+    return image.scaled(otherSharp.size() / 4, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  };
+  const QImage one = seen(sharp);
+  const QImage other = seen(otherSharp);
+  double sum = 0;
+  for (int y = 0; y < one.height(); ++y) {
+    for (int x = 0; x < one.width(); ++x) {
+      sum += std::abs(qGray(one.pixel(x, y)) - qGray(other.pixel(x, y)));
+    }
+  }
+  return sum / one.width() / one.height();
+}
+
+TEST_F(PictureFiles, AreTheSameAsLinesAndAsPixels) {
+  Upper().setFocus();
+  Press(Qt::Key_Plus);  // the curves go on beyond the axes
+  const QSize size = dock.Pane().size();
+  const QImage pixels = QImage::fromData(PictureOf(dock.Pane(), "a.png"));
+  QSvgRenderer lines(PictureOf(dock.Pane(), "a.svg"));
+  QImage drawn(size, QImage::Format_RGB32);
+  drawn.fill(Qt::white);
+  QPainter painter(&drawn);
+  lines.render(&painter);
+  painter.end();
+  EXPECT_LT(DifferenceOf(pixels, drawn), 1.5);
+  EXPECT_GT(DifferenceOf(pixels, drawn.mirrored()), 3) << "which is not because all is white";
 }
 
 TEST_F(PictureFiles, AreLightAndWithoutButtonsOnADarkDesktopToo) {
