@@ -1,7 +1,10 @@
 #include "app/current_file.h"
 
+#include <utility>
+
 #include "app/file_commands.h"
 #include "app/form_replacement.h"
+#include "app/second_window.h"
 #include "app/version_store.h"
 #include "base/digest.h"
 #include "responsefile/file_look.h"
@@ -36,18 +39,10 @@ std::string CurrentFile::Follow() {
   return path;
 }
 
-/// A lock that cannot be taken at all says nothing of other windows.
 void CurrentFile::Claim() {
-  Host& host = program_.host;
-  try {
-    const std::string folder = host.StateFolder();
-    host.MakeOwnFolders(folder);
-    const std::string name = "file-" + std::to_string(DigestOf(path_)) + ".lock";
-    lock_ = host.TakeLock(JoinPath(folder, name), std::chrono::milliseconds(0));
-  } catch (const RunTimeError&) {
-    return;
-  }
-  if (lock_ != nullptr) return;
+  WindowClaim claim = ClaimForWindow(program_.host, "file", path_);
+  lock_ = std::move(claim.lock);
+  if (!claim.isTaken) return;
   program_.notices.Post({kShared, Urgency::worthKnowing,
                          "'" + CutPath(path_).name +
                              "' is open in another window too; of two saves the later one stays."});

@@ -127,6 +127,9 @@ class FileSystem : public LineSource {
   /// need exist.
   virtual std::string ConfigurationFolder() = 0;
   virtual std::string StateFolder() = 0;
+  /// Where what lasts as long as the user's session lies, such as the claim on a file. It need not
+  /// exist either.
+  virtual std::string RuntimeFolder() = 0;
 };
 
 }  // namespace polefit

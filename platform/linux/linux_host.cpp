@@ -248,6 +248,10 @@ std::string LinuxHost::StateFolder() {
   return OwnStateFolder();
 }
 
+std::string LinuxHost::RuntimeFolder() {
+  return OwnRuntimeFolder();
+}
+
 std::optional<RegistryKey> LinuxHost::RegOpenKeyExA(std::uint32_t root, const std::string& subKey,
                                                     std::uint32_t access) {
   return values_.Open(root, subKey, access);

@@ -51,6 +51,7 @@ class LinuxHost : public Host {
   std::optional<Installation> SharedInstallation() override;
   std::string ConfigurationFolder() override;
   std::string StateFolder() override;
+  std::string RuntimeFolder() override;
 
   std::optional<RegistryKey> RegOpenKeyExA(std::uint32_t root, const std::string& subKey,
                                            std::uint32_t access) override;

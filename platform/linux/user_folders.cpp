@@ -1,5 +1,7 @@
 #include "platform/linux/user_folders.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <string_view>
 
@@ -39,6 +41,13 @@ std::string OwnConfigurationFolder() {
 
 std::string OwnStateFolder() {
   return JoinPath(UserStateFolder(), kOwnName);
+}
+
+std::string OwnRuntimeFolder() {
+  const char* const value = std::getenv("XDG_RUNTIME_DIR");
+  const bool isThere =
+      value != nullptr && *value == kSeparator && ::access(value, W_OK | X_OK) == 0;
+  return isThere ? JoinPath(value, kOwnName) : OwnStateFolder();
 }
 
 }  // namespace polefit

@@ -14,4 +14,8 @@ std::string UserDataFolder();
 std::string OwnConfigurationFolder();
 std::string OwnStateFolder();
 
+/// This program's folder in the one that the desktop clears when the user's session ends; the
+/// state folder where there is none.
+std::string OwnRuntimeFolder();
+
 }  // namespace polefit

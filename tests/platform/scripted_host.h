@@ -108,6 +108,7 @@ class ScriptedHost : private TemporaryFolder, public LinuxHost {
   std::optional<Installation> SharedInstallation() override { return installation; }
   std::string ConfigurationFolder() override { return File("configuration"); }
   std::string StateFolder() override { return File("state"); }
+  std::string RuntimeFolder() override { return File("state/runtime"); }
 
   long StartProgram(const Command& command) override;
   ProcessName StartProcess(const ProcessStart& start) override;

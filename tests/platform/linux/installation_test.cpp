@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/linux/user_folders.h"
 #include "platform/temporary_folder.h"
 
 namespace polefit::testing {
@@ -26,6 +27,19 @@ TEST(InstallationTest, AFolderThatIsNotTheUsersToWriteIsSharedToo) {
   // Nobody writes there, root neither.
   ASSERT_TRUE(SharedInstallationWith("/proc/1/Tessel.hz"));
   EXPECT_EQ(SharedInstallationWith("/proc/1/Tessel.hz")->shipped, "/proc/1");
+}
+
+TEST(UserFolders, WhatLastsASessionLiesWhereTheDesktopClearsIt) {
+  const TemporaryFolder root;
+  ::setenv("XDG_STATE_HOME", "/home/a/state", 1);
+  ::setenv("XDG_RUNTIME_DIR", root.Path().c_str(), 1);
+  EXPECT_EQ(OwnRuntimeFolder(), root.File("polefit"));
+  for (const char* const none : {"", "relative", "/no/such/folder"}) {
+    ::setenv("XDG_RUNTIME_DIR", none, 1);
+    EXPECT_EQ(OwnRuntimeFolder(), "/home/a/state/polefit") << none;
+  }
+  ::unsetenv("XDG_RUNTIME_DIR");
+  ::unsetenv("XDG_STATE_HOME");
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ struct InstalledProgram : ::testing::Test {
   InstalledProgram() {
     const std::string desktop = root.File("desktop");
     for (const char* const name :
-         {"CONFIG_HOME", "CONFIG_DIRS", "DATA_HOME", "DATA_DIRS", "STATE_HOME"}) {
+         {"CONFIG_HOME", "CONFIG_DIRS", "DATA_HOME", "DATA_DIRS", "STATE_HOME", "RUNTIME_DIR"}) {
       qputenv((std::string("XDG_") + name).c_str(), desktop.c_str());
     }
     Install("base");
