@@ -72,7 +72,7 @@ std::string FindingArray(const std::vector<Finding>& findings) {
   return Array(static_cast<int>(findings.size()), [&](int i) {
     const Finding& finding = findings[static_cast<std::size_t>(i)];
     return "{\"question\": " + Quoted(QuestionOf(finding.place)) +
-           ", \"text\": " + Quoted(finding.text) + "}";
+           ", \"text\": " + Quoted(SentenceOf(finding)) + "}";
   });
 }
 

@@ -66,7 +66,7 @@ std::string Verdict(const CheckedFile& checked) {
   if (checked.findings.empty())
     return text + (checked.error ? "" : "Nothing to find fault with.\n");
   text += "Findings\n";
-  for (const Finding& finding : checked.findings) text += "  " + finding.text + "\n";
+  for (const Finding& finding : checked.findings) text += "  " + SentenceOf(finding) + "\n";
   return text;
 }
 

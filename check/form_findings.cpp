@@ -17,8 +17,7 @@ void FindUnsavedRows(const FormCells& cells, Table table, std::vector<Finding>& 
                        .row = place->row,
                        .column = place->column},
                       Severity::warning,
-                      std::string("Warning: ") + (isPassband ? "Passband data: " : "Delay data: ") +
-                          UnsavedRows(cells, table),
+                      (isPassband ? "Passband data: " : "Delay data: ") + UnsavedRows(cells, table),
                       CanKeepRows(cells, table) ? Cure::keepTypedRows
                       : lacksWeight             ? Cure::weightOne
                                                 : Cure::none});

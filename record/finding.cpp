@@ -1,6 +1,7 @@
 #include "record/finding.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "record/question_catalogue.h"
 
@@ -11,7 +12,7 @@ namespace {
 std::vector<std::string> Texts(const std::vector<Finding>& findings, bool areFaults) {
   std::vector<std::string> texts;
   for (const Finding& finding : findings) {
-    if (finding.IsFault() == areFaults) texts.push_back(finding.text);
+    if (finding.IsFault() == areFaults) texts.push_back(SentenceOf(finding));
   }
   return texts;
 }
@@ -34,12 +35,21 @@ int RankOf(const FindingPlace& place) {
   return place.question.empty() || slot > slot::kFreqPointCount ? slot::kDelayPointCount + 3 : slot;
 }
 
+/// The place among the questions, and the row in a table.
+std::pair<int, int> PlaceRank(const FindingPlace& place) {
+  return {RankOf(place), place.table == FindingTable::none ? 0 : place.row};
+}
+
 }  // namespace
 
 void SortByQuestion(std::vector<Finding>& findings) {
   std::stable_sort(findings.begin(), findings.end(), [](const Finding& one, const Finding& other) {
-    return RankOf(one.place) < RankOf(other.place);
+    return PlaceRank(one.place) < PlaceRank(other.place);
   });
+}
+
+std::string SentenceOf(const Finding& finding) {
+  return (finding.severity == Severity::warning ? "Warning: " : "") + finding.text;
 }
 
 std::vector<std::string> FaultTexts(const std::vector<Finding>& findings) {

@@ -48,7 +48,7 @@ enum class Cure {
 struct Finding {
   FindingPlace place;
   Severity severity = Severity::fault;
-  /// The whole sentence, for eyes only.
+  /// What stands out, for eyes only: the sentence but for the word "Warning".
   std::string text;
   Cure cure = Cure::none;
 
@@ -57,8 +57,12 @@ struct Finding {
 };
 
 /// Puts findings into the order of the questions as the file has them: the answers, the passband
-/// points, the delay points, the solver settings, and what is about the whole problem.
+/// points, the delay points, the solver settings, and what is about the whole problem. Those of one
+/// table are in the order of its rows.
 void SortByQuestion(std::vector<Finding>& findings);
+
+/// The whole sentence: that of a warning begins with "Warning: ".
+std::string SentenceOf(const Finding& finding);
 
 /// The sentences of the findings that are faults, or of those that are not.
 std::vector<std::string> FaultTexts(const std::vector<Finding>& findings);

@@ -131,7 +131,7 @@ Json FindingArray(const std::vector<Finding>& findings) {
                      {"row", numberOrNone(place.row)},
                      {"column", numberOrNone(place.column)},
                      {"severity", NameOf(finding.severity)},
-                     {"text", finding.text}});
+                     {"text", SentenceOf(finding)}});
   }
   return array;
 }

@@ -26,10 +26,16 @@ QIcon FindingIcon(const QStyle& style, Severity severity) {
 }
 
 QString SpokenFinding(const Finding& finding) {
-  QString text = QString::fromStdString(finding.text);
-  if (finding.severity == Severity::fault) return QObject::tr("Fault: %1").arg(text);
-  if (finding.severity == Severity::open) return QObject::tr("Open: %1").arg(text);
-  return text;
+  const QString text = QString::fromStdString(finding.text);
+  switch (finding.severity) {
+    case Severity::fault:
+      return QObject::tr("Fault: %1").arg(text);
+    case Severity::warning:
+      return QObject::tr("Warning: %1").arg(text);
+    case Severity::open:
+      break;
+  }
+  return QObject::tr("Open: %1").arg(text);
 }
 
 void AddFinding(QListWidget& list, const Finding& finding) {

@@ -11,7 +11,7 @@ namespace polefit {
 
 QIcon FindingIcon(const QStyle& style, Severity severity);
 
-/// What a screen reader says of a finding: its kind, where the sentence does not say it itself.
+/// What a screen reader says of a finding: its kind and what stands out.
 QString SpokenFinding(const Finding& finding);
 
 /// Adds a finding to the end of a list: its icon, its sentence, and its kind for screen readers.

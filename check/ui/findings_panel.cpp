@@ -1,6 +1,7 @@
 #include "check/ui/findings_panel.h"
 
 #include <QAction>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QMenu>
@@ -37,6 +38,16 @@ QTableWidget* MakeList() {
   list->setSelectionMode(QAbstractItemView::SingleSelection);
   list->setTabKeyNavigation(false);
   return list;
+}
+
+/// The button with some room around it, so that those of the rows do not touch.
+QWidget* InRoom(QPushButton* button) {
+  auto* room = new QWidget;
+  auto* layout = new QHBoxLayout(room);
+  const int gap = button->fontMetrics().height() / 8;
+  layout->setContentsMargins(2 * gap, gap, 2 * gap, gap);
+  layout->addWidget(button);
+  return room;
 }
 
 bool IsAt(const FormPlace& place, const FormPlace& typing) {
@@ -125,7 +136,7 @@ void FindingsPanel::ShowList() {
       connect(
           button, &QPushButton::clicked, this, [this, finding] { Apply(finding); },
           Qt::QueuedConnection);
-      list_->setCellWidget(row, kCure, button);
+      list_->setCellWidget(row, kCure, InRoom(button));
     }
     ++row;
   }

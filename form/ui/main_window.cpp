@@ -227,7 +227,8 @@ FormPlace MainWindow::TypingPlace() const {
             grids.editedColumn};
   }
   const auto* box = qobject_cast<const AnswerEdit*>(focus);
-  return {box == nullptr ? "" : box->objectName().toStdString()};
+  const bool isTyped = box != nullptr && box->isUndoAvailable();
+  return {isTyped ? box->objectName().toStdString() : ""};
 }
 
 void MainWindow::ShowMarks(const std::vector<FormMark>& marks) {

@@ -46,8 +46,8 @@ class MainWindow final : public QMainWindow, public FormView {
   void ForgetSteps();
   /// Does something to what is typed, as one step of this name.
   void ChangeCells(const QString& name, const std::function<void(FormCells&)>& change);
-  /// Where something is being typed: the answer box with the focus or the cell with the open
-  /// editor; no control elsewhere.
+  /// Where something is being typed: the answer box with the focus once it has been changed, or the
+  /// cell with the open editor; no control elsewhere.
   FormPlace TypingPlace() const;
   /// Underlines these places and no others.
   void ShowMarks(const std::vector<FormMark>& marks);

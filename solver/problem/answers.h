@@ -67,7 +67,7 @@ class AnswerReader {
     findings_.push_back({topic.place, Severity::open, topic.name + rest});
   }
   void Warn(const Topic& topic, const std::string& rest, Cure cure = Cure::none) {
-    findings_.push_back({topic.place, Severity::warning, "Warning: " + topic.name + rest, cure});
+    findings_.push_back({topic.place, Severity::warning, topic.name + rest, cure});
   }
 
  private:

@@ -208,7 +208,7 @@ void FillFromPoints(Problem& problem, std::vector<Finding>& findings) {
   if (!isRough) return;
   Finding rough;
   rough.severity = Severity::warning;
-  rough.text = "Warning: the points do not tell the empty starting values; rough ones are taken.";
+  rough.text = "The points do not tell the empty starting values; rough ones are taken.";
   findings.push_back(rough);
 }
 

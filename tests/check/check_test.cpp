@@ -35,7 +35,7 @@ std::string FoundIn(const ResponseRecord& record) {
   std::vector<Finding> findings;
   FindTypingSlips(record, {}, findings);
   std::string texts;
-  for (const Finding& finding : findings) texts += finding.text + "\n";
+  for (const Finding& finding : findings) texts += SentenceOf(finding) + "\n";
   return texts;
 }
 
@@ -75,13 +75,14 @@ TEST(TypingSlips, AFileWithMoreCellsThanColumnsSaysWhatBecameOfThem) {
   std::vector<Finding> findings;
   FindTypingSlips(Good(), {{FindingTable::passband, 2, 5, "8  0,92  1  1"}}, findings);
   ASSERT_EQ(findings.size(), 1U);
-  EXPECT_EQ(findings[0].text,
+  EXPECT_EQ(SentenceOf(findings[0]),
             "Warning: Passband point 2: 5 cells for 4 columns: \"0,92\" is read as 0 and 92; type "
             "0.92.");
   findings.clear();
   const LongRow long3 = {FindingTable::delay, 3, 3, "1 2 extra"};
   FindTypingSlips(Good(), {long3, long3}, findings);
-  EXPECT_EQ(findings.at(0).text, "Warning: Delay point 3: 3 cells for 2 columns, and 1 more such.");
+  EXPECT_EQ(SentenceOf(findings.at(0)),
+            "Warning: Delay point 3: 3 cells for 2 columns, and 1 more such.");
 }
 
 TEST(TypingSlips, AnswersThatAFileWillNotGiveBackAreNamed) {

@@ -57,17 +57,17 @@ TEST_F(CuresTest, EachPutsItsFindingRight) {
        "0.92 1 1 1 1 1 "},
       {1,
        {"1e6", "2e6", "3e6", "4e6", "5e6", "6.125e6"},
-       "Warning: Passband point 1: all frequencies lie above 5 times Freq Norm. Are they in Hz or "
+       "Passband point 1: all frequencies lie above 5 times Freq Norm. Are they in Hz or "
        "kHz? Both are taken in MHz. Hz to MHz",
        "1 2 3 4 5 6.125 "},
       {1,
        {"60", "1e3", "2e3", "4e3", "5e3", "6e3"},
-       "Warning: Passband point 1: all frequencies lie above 5 times Freq Norm. Are they in Hz or "
+       "Passband point 1: all frequencies lie above 5 times Freq Norm. Are they in Hz or "
        "kHz? Both are taken in MHz. kHz to MHz",
        "0.06 1 2 4 5 6 "},
       {1,
        {".001", ".002", ".003", ".004", ".005", ".006"},
-       "Warning: Passband point 6: all frequencies lie below a tenth of Freq Norm. Are they in "
+       "Passband point 6: all frequencies lie below a tenth of Freq Norm. Are they in "
        "GHz? Both are taken in MHz. GHz to MHz",
        "1 2 3 4 5 6 "},
       {3,
@@ -76,17 +76,17 @@ TEST_F(CuresTest, EachPutsItsFindingRight) {
        "1 0.1 0.501187234 0.1 0.01 0.001 "},
       {1,
        {"1", "3", "2", "4", "6", "5"},
-       "Warning: Passband point 3: frequency 2 lies below 3 of the point before, and 1 more such. "
+       "Passband point 3: frequency 2 lies below 3 of the point before, and 1 more such. "
        "Sort by Frequency",
        "1 2 3 4 5 6 "},
       {1,
        {"1", "2", "2.0", "4", "5", "5"},
-       "Warning: Passband point 3: frequency 2.0 stands in point 2 already, and 1 more such. Drop "
+       "Passband point 3: frequency 2.0 stands in point 2 already, and 1 more such. Drop "
        "Repeated Rows",
        "1 2 4 5   "},
       {4,
        {"1", "1", "1", "1", "1", ""},
-       "Warning: Passband data: Row 6 is not saved: row 6 has no Weight (column hidden). "
+       "Passband data: Row 6 is not saved: row 6 has no Weight (column hidden). "
        "Keep Typed Rows",
        "1 1 1 1 1 1 "},
   };
@@ -108,7 +108,7 @@ TEST_F(CuresTest, AShownWeightIsFilledInAndRowsWithoutPointsAreKept) {
   program.document.record.nDelayPoints = 0;
   const std::vector<Finding> findings = FindingsOf(program);
   ASSERT_EQ(findings.size(), 1U);
-  EXPECT_EQ(findings.front().text, "Warning: Delay data: 6 rows typed, no points yet.");
+  EXPECT_EQ(findings.front().text, "Delay data: 6 rows typed, no points yet.");
 }
 
 TEST_F(CuresTest, AListIsCutOrFilledToItsCountAndItsCommasBecomePoints) {

@@ -44,6 +44,9 @@ TEST_F(FindingsPanelTest, WhatIsBeingTypedIsNotJudgedAndWhatIsOpenOnlyCountedBef
   ShowPoints(5);
   form.SetFocus("iPower");
   panel->ShowFindings(findings, true);
+  EXPECT_EQ(Find<QTableWidget>("lstFindings").rowCount(), 3) << "looked at, not typed in";
+  Type("x");
+  panel->ShowFindings(findings, true);
   EXPECT_EQ(Find<QTableWidget>("lstFindings").rowCount(), 2);
   form.SetFocus("freqNorm");
   panel->ShowFindings(findings, true);
@@ -78,7 +81,9 @@ TEST_F(FindingsPanelTest, ACureIsAButtonInTheListAndAnEntryAtItsCellAndOneStep) 
   Press(Qt::CTRL | Qt::Key_Z);
   EXPECT_EQ(form.PassData().Text(3, 2), "0,5");
   panel->show();
-  auto* button = qobject_cast<QPushButton*>(Find<QTableWidget>("lstFindings").cellWidget(1, 1));
+  const QWidget* cell = Find<QTableWidget>("lstFindings").cellWidget(1, 1);
+  ASSERT_NE(cell, nullptr);
+  auto* button = cell->findChild<QPushButton*>();
   ASSERT_NE(button, nullptr);
   button->click();
   QApplication::processEvents();
