@@ -81,22 +81,21 @@ int GuessValue(const SourceTable& table, int frequency, Role role) {
 
 std::string KindGrounds(const SourceTable& table, int column, ValueKind kind) {
   if (table.kind != FileKind::delimited) return {};
-  if (kind == ValueKind::realImaginary) return "guessed: real + imaginary, from the headings";
+  if (kind == ValueKind::realImaginary) return "real + imaginary, from the headings";
   const std::string name = kind == ValueKind::decibel ? "dB" : "linear";
   const Quantity quantity = MeaningAt(table, column).quantity;
   const Quantity said = kind == ValueKind::decibel ? Quantity::decibel : Quantity::linear;
   if (quantity == said) {
-    return "guessed: " + name + ", from the heading";
+    return name + ", from the heading";
   }
-  return "guessed: " + name +
-         (kind == ValueKind::decibel ? ", a value is below 0" : ", no value is below 0");
+  return name + (kind == ValueKind::decibel ? ", a value is below 0" : ", no value is below 0");
 }
 
 void GuessUnit(const SourceTable& table, Guess& guess) {
   const Meaning& meaning = MeaningAt(table, guess.choices.frequency);
   guess.choices.unit = meaning.frequencyUnit.value_or(FrequencyUnit::hertz);
   if (table.kind != FileKind::delimited) return;
-  guess.unitGrounds = "guessed: " + std::string(NameOf(guess.choices.unit)) +
+  guess.unitGrounds = std::string(NameOf(guess.choices.unit)) +
                       (meaning.frequencyUnit ? ", from the heading" : ", nothing says another");
 }
 

@@ -11,7 +11,7 @@ namespace polefit {
 /// What a table is taken for when nothing is chosen, and on what grounds.
 struct Guess {
   ImportChoices choices;
-  /// "guessed: GHz, from the heading"; "" where the file leaves no choice.
+  /// "GHz, from the heading"; "" where the file leaves no choice.
   std::string unitGrounds;
   std::string kindGrounds;
   /// Nothing says what kind the values are: a choice must be made.

@@ -39,6 +39,7 @@ class DelimitedReader {
     const Block block = LargestBlock();
     TakeHeadings(block, choices);
     table_.Reserve(static_cast<std::size_t>(block.rows), 0);
+    TakeTornBegin(block);
     for (std::size_t i = block.first; i <= block.last; ++i) TakeLine(i);
     TakeTornEnd(block);
     const bool agree = headings_.found == 0 || headings_.found == shape_.cells;
@@ -160,12 +161,21 @@ class DelimitedReader {
                         isNumber);
   }
 
-  /// A line right behind the rows that begins like one, but is none, was cut off.
+  /// Whether the line begins like a row, but is none.
+  bool IsTornRow(std::size_t index) {
+    if (index >= lines_.size() || IsIdle(lines_[index]) || IsRow(index)) return false;
+    return !cells_.empty() && !cells_.front().empty() &&
+           std::string_view("+-.0123456789").find(cells_.front().front()) != std::string_view::npos;
+  }
+
+  /// Such lines right before the rows and right behind them belong to them.
+  void TakeTornBegin(const Block& block) {
+    std::size_t first = block.first;
+    while (first > 0 && IsTornRow(first - 1)) --first;
+    for (std::size_t i = first; i < block.first; ++i) TakeLine(i);
+  }
   void TakeTornEnd(const Block& block) {
-    const std::size_t next = block.last + 1;
-    if (next >= lines_.size() || IsIdle(lines_[next])) return;
-    SplitCells(WithoutComment(lines_[next]), shape_.layout.separator, cells_);
-    if (BeginsWithNumber()) TakeLine(next);
+    for (std::size_t i = block.last + 1; IsTornRow(i); ++i) TakeLine(i);
   }
 
   const Lines& lines_;

@@ -16,7 +16,7 @@
 #include <utility>
 
 #include "exchange/fill_templates.h"
-#include "exchange/ui/fill_diagram.h"
+#include "exchange/ui/points_diagram.h"
 #include "form/cells.h"
 #include "form/ui/main_window.h"
 #include "grids/cell_editor.h"
@@ -30,6 +30,7 @@ namespace {
 
 constexpr int kUsualSteps = 20;
 constexpr int kMostSteps = 32765;
+constexpr int kDiagramLines = 12;
 
 double NumberIn(const QLineEdit& box) {
   return ParseNumber(box.text().toStdString()).value_or(NAN);
@@ -92,7 +93,8 @@ void FillDialog::Build() {
   expression_->setToolTip(
       tr("f (MHz), x (f / Freq Norm), yin, yout, w, tx, row; + - * / ^, comparisons, pi; sqrt exp "
          "ln log10 sin cos tan abs min max if(c, a, b) dB(v) lin(d) sinc"));
-  diagram_ = new FillDiagram;
+  diagram_ = new PointsDiagram("picFill", tr("Diagram of the column"));
+  diagram_->setMinimumHeight(kDiagramLines * fontMetrics().height());
   message_ = MakeText("lblFill", "");
   message_->setMinimumHeight(2 * fontMetrics().lineSpacing());
   message_->setAlignment(Qt::AlignTop);
@@ -222,7 +224,7 @@ void FillDialog::Preview() {
   filled_ = CalculateFill(typed_, fill);
   if (filled_.fault.empty()) filled_.fault = WhyTooFew(typed_, fill);
   const bool isGood = filled_.fault.empty();
-  diagram_->Show(filled_);
+  ShowCurve();
   fill_->setEnabled(isGood);
   const auto rows = filled_.values.size();
   const QString text = !isGood    ? QString::fromStdString(filled_.fault)
@@ -230,6 +232,19 @@ void FillDialog::Preview() {
                                   : tr("1 row.");
   message_->setText(text);
   expression_->setAccessibleDescription(isGood ? QString() : text);
+}
+
+/// Nothing for a column that cannot be filled.
+void FillDialog::ShowCurve() {
+  std::vector<QPointF> points;
+  for (std::size_t i = 0; filled_.fault.empty() && i < filled_.values.size(); ++i) {
+    points.emplace_back(filled_.frequencies[i], filled_.values[i]);
+  }
+  const auto column = static_cast<FillColumn>(column_->currentIndex());
+  const bool isFrequency = column == FillColumn::frequency || column == FillColumn::delayFrequency;
+  diagram_->Show(std::move(points), isFrequency                   ? tr("MHz")
+                                    : column == FillColumn::delay ? tr("ns")
+                                                                  : QString());
 }
 
 ResponseRecord FillDialog::Filled() const {

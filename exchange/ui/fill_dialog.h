@@ -15,8 +15,8 @@ class QSpinBox;
 
 namespace polefit {
 
-class FillDiagram;
 class MainWindow;
+class PointsDiagram;
 struct Program;
 
 /// Fills a column of the points by a formula, a template's or one's own, at the frequencies that
@@ -40,6 +40,7 @@ class FillDialog final : public QDialog {
   void ShowTemplate();
   void PutTemplate();
   void Preview();
+  void ShowCurve();
   Fill Wanted() const;
 
   ResponseRecord typed_;
@@ -55,7 +56,7 @@ class FillDialog final : public QDialog {
   QLineEdit* to_;
   QSpinBox* steps_;
   QComboBox* spacing_;
-  FillDiagram* diagram_;
+  PointsDiagram* diagram_;
   QLabel* message_;
   QPushButton* fill_;
 };

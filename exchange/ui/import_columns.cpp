@@ -212,14 +212,11 @@ void ImportColumnsGroup::Show(const ImportPlan& plan) {
 void ImportColumnsGroup::ShowGrounds(const ImportPlan& plan) {
   const Guess guess = GuessChoices(plan.source.table, plan.choices.role);
   QStringList grounds;
-  if (plan.isRecalled) {
-    grounds << tr("as chosen for the last file of this kind");
-  } else {
-    if (!guess.unitGrounds.empty()) grounds << ToQString(guess.unitGrounds);
-    if (!plan.isOnlyDelay && !guess.kindGrounds.empty()) grounds << ToQString(guess.kindGrounds);
-  }
-  grounds_->setText(grounds.join("; "));
-  grounds_->setVisible(!grounds.isEmpty());
+  if (!guess.unitGrounds.empty()) grounds << ToQString(guess.unitGrounds);
+  if (!plan.isOnlyDelay && !guess.kindGrounds.empty()) grounds << ToQString(guess.kindGrounds);
+  grounds_->setText(plan.isRecalled ? tr("as chosen for the last file of this kind")
+                                    : tr("guessed: %1").arg(grounds.join("; ")));
+  grounds_->setVisible(plan.isRecalled || !grounds.isEmpty());
 }
 
 void ImportColumnsGroup::TakeFrequency(ImportPlan& plan) {

@@ -18,6 +18,7 @@
 #include "exchange/ui/import_dialog_parts.h"
 #include "exchange/ui/import_rows.h"
 #include "exchange/ui/import_text.h"
+#include "exchange/ui/points_diagram.h"
 #include "exchange/ui/points_view.h"
 #include "record/response_record.h"
 #include "widgets/controls.h"
@@ -104,14 +105,14 @@ QWidget* ImportDialog::BuildChoices() {
   }
   rows->addStretch();
   // Small screens and large letters: the choices scroll, the line and OK stay.
-  auto* area = new QScrollArea;
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidgetResizable(true);
-  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  area->setWidget(choices);
-  area->setMinimumWidth(choices->minimumSizeHint().width() +
-                        style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-  return area;
+  choices_ = new QScrollArea;
+  choices_->setFrameShape(QFrame::NoFrame);
+  choices_->setWidgetResizable(true);
+  choices_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  choices_->setWidget(choices);
+  choices_->setMinimumWidth(choices->minimumSizeHint().width() +
+                            style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+  return choices_;
 }
 
 QWidget* ImportDialog::BuildPreview() {
@@ -126,14 +127,15 @@ QWidget* ImportDialog::BuildPreview() {
   table_->setTabKeyNavigation(false);
   table_->setWordWrap(false);
   table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-  table_->horizontalHeader()->setMinimumSectionSize(fontMetrics().horizontalAdvance("0.00000000") +
-                                                    kCellMargins);
+  const int column = fontMetrics().horizontalAdvance("0.00000000") + kCellMargins;
+  table_->horizontalHeader()->setMinimumSectionSize(column);
+  // The usual three columns, the row numbers and a scroll bar.
+  table_->setMinimumWidth(3 * column + fontMetrics().horizontalAdvance("00000") +
+                          2 * style()->pixelMetric(QStyle::PM_ScrollBarExtent));
   table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
   table_->verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
   skipped_ = MakeLine("lblImportSkipped");
-  diagram_ = new PointsDiagram;
-  diagram_->setObjectName("picImport");
-  diagram_->setAccessibleName(tr("Diagram of what arrives"));
+  diagram_ = new PointsDiagram("picImport", tr("Diagram of what arrives"));
   rows->addWidget(table_, 3);
   rows->addWidget(skipped_);
   rows->addWidget(diagram_, 2);
@@ -181,11 +183,15 @@ QWidget* ImportDialog::BuildFoot() {
   return foot;
 }
 
+/// The choices are seen whole where the screen has the room.
 void ImportDialog::FitScreen() {
   const double letters = std::max(1.0, fontMetrics().height() / kUsualLetters);
-  resize((kUsualSize * letters)
-             .expandedTo(sizeHint())
-             .boundedTo(screen()->availableSize() * kLargestPart));
+  const QSize usual = (kUsualSize * letters).expandedTo(sizeHint());
+  resize(usual);
+  layout()->activate();
+  const int hidden = choices_->widget()->sizeHint().height() - choices_->height();
+  resize(
+      (usual + QSize(0, std::max(0, hidden))).boundedTo(screen()->availableSize() * kLargestPart));
 }
 
 void ImportDialog::TakeRole() {
@@ -239,7 +245,7 @@ void ImportDialog::ShowPreview() {
   table_->setColumnHidden(PointsModel::kWeightColumn, !plan_.isOnlyDelay && !hasWeights);
   table_->clearSpans();
   for (const int row : model_->SkippedRows()) table_->setSpan(row, 0, 1, model_->columnCount());
-  diagram_->Show(preview_, plan_);
+  ShowPoints(preview_, plan_, *diagram_);
   QStringList notes;
   const QString skipped = ToQString(SkippedText(preview_.points.skippedLines));
   if (!skipped.isEmpty()) notes << skipped;

@@ -8,6 +8,7 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 class QTableView;
 
 namespace polefit {
@@ -53,6 +54,7 @@ class ImportDialog final : public QDialog {
   ImportFiles files_;
   ImportPreview preview_;
 
+  QScrollArea* choices_;
   QComboBox* role_;
   ImportColumnsGroup* columns_;
   ImportRowsGroup* rows_;

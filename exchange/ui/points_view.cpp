@@ -1,13 +1,13 @@
 #include "exchange/ui/points_view.h"
 
 #include <QFont>
-#include <QPainter>
-#include <QPolygonF>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "base/text.h"
 #include "exchange/read/decoding.h"
+#include "exchange/ui/points_diagram.h"
 #include "widgets/controls.h"
 
 namespace polefit {
@@ -110,78 +110,20 @@ QVariant PointsModel::headerData(int section, Qt::Orientation orientation, int r
   return titles[section + (hasPassband_ ? 0 : kPassbandColumns)];
 }
 
-void PointsDiagram::Show(const ImportPreview& preview, const ImportPlan& plan) {
-  points_.clear();
-  unit_ = plan.isOnlyDelay ? tr("ns") : tr("dB");
+void ShowPoints(const ImportPreview& preview, const ImportPlan& plan, PointsDiagram& diagram) {
+  std::vector<QPointF> points;
   if (plan.isOnlyDelay) {
     for (const DelayRow& row : preview.points.delays) {
-      points_.emplace_back(row.frequency.value, row.tx.value);
+      points.emplace_back(row.frequency.value, row.tx.value);
     }
-  } else {
-    for (const PassbandRow& row : preview.points.passband) {
-      const bool isYin = plan.choices.role == Role::equalise;
-      const double value = std::abs(isYin ? row.yin.value : row.yout.value);
-      points_.emplace_back(row.frequency.value, std::max(kLowestDecibel, Decibel(value)));
-    }
+    return diagram.Show(std::move(points), QObject::tr("ns"));
   }
-  Measure();
-  update();
-}
-
-void PointsDiagram::Measure() {
-  if (points_.empty()) return;
-  double lowest = HUGE_VAL;
-  double highest = -HUGE_VAL;
-  for (const QPointF& point : points_) {
-    lowest = std::min(lowest, point.y());
-    highest = std::max(highest, point.y());
+  for (const PassbandRow& row : preview.points.passband) {
+    const bool isYin = plan.choices.role == Role::equalise;
+    const double value = std::abs(isYin ? row.yin.value : row.yout.value);
+    points.emplace_back(row.frequency.value, std::max(kLowestDecibel, Decibel(value)));
   }
-  const double first = points_.front().x();
-  range_ = QRectF(first, lowest, points_.back().x() - first, std::max(highest - lowest, 1e-3));
-}
-
-QSize PointsDiagram::sizeHint() const {
-  return {200, 8 * fontMetrics().height()};
-}
-
-void PointsDiagram::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const int line = fontMetrics().height();
-  const QRectF area = QRectF(rect()).adjusted(.5, line + .5, -.5, -line - .5);
-  painter.fillRect(area, palette().base());
-  painter.setPen(palette().color(QPalette::Mid));
-  painter.drawRect(area);
-  if (points_.size() < 2 || range_.width() <= 0) return;
-  DrawCurve(painter, area.adjusted(4, 4, -4, -4));
-  DrawLabels(painter, area);
-}
-
-void PointsDiagram::DrawCurve(QPainter& painter, const QRectF& area) const {
-  QPolygonF curve;
-  for (const QPointF& point : points_) {
-    const double x = (point.x() - range_.left()) / range_.width();
-    const double y = (point.y() - range_.top()) / range_.height();
-    curve << QPointF(area.left() + x * area.width(), area.bottom() - y * area.height());
-  }
-  painter.setPen(QPen(palette().color(QPalette::Highlight), 1.6));
-  painter.drawPolyline(curve);
-  constexpr int kMostDots = 80;
-  if (curve.size() > kMostDots) return;
-  painter.setBrush(palette().color(QPalette::Highlight));
-  for (const QPointF& point : curve) painter.drawEllipse(point, 1.8, 1.8);
-}
-
-void PointsDiagram::DrawLabels(QPainter& painter, const QRectF& area) const {
-  painter.setPen(palette().color(QPalette::Text));
-  const int line = fontMetrics().height();
-  const QRectF above(area.left(), area.top() - line, area.width(), line);
-  const QRectF below(area.left(), area.bottom() + 1, area.width(), line);
-  painter.drawText(
-      above, Qt::AlignLeft,
-      tr("%1 to %2 %3").arg(range_.bottom(), 0, 'g', 3).arg(range_.top(), 0, 'g', 3).arg(unit_));
-  painter.drawText(below, Qt::AlignLeft, QString::number(range_.left(), 'g', 6));
-  painter.drawText(below, Qt::AlignRight, tr("%1 MHz").arg(range_.right(), 0, 'g', 6));
+  diagram.Show(std::move(points), QObject::tr("dB"));
 }
 
 }  // namespace polefit

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QWidget>
 #include <vector>
 
 #include "exchange/import/import_plan.h"
 
 namespace polefit {
+
+class PointsDiagram;
 
 /// The rows of an import as they will stand in the passband table, with the delay beside them where
 /// there is one, and between them, by its line, what was skipped of the file.
@@ -44,27 +45,7 @@ class PointsModel final : public QAbstractTableModel {
   std::vector<Entry> entries_;
 };
 
-/// A small diagram of what arrives: the values in dB over the frequency, or a delay that comes
-/// alone.
-class PointsDiagram final : public QWidget {
- public:
-  using QWidget::QWidget;
-
-  void Show(const ImportPreview& preview, const ImportPlan& plan);
-  QSize sizeHint() const override;
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
-
- private:
-  void Measure();
-  void DrawCurve(QPainter& painter, const QRectF& area) const;
-  void DrawLabels(QPainter& painter, const QRectF& area) const;
-
-  /// MHz, and dB or ns.
-  std::vector<QPointF> points_;
-  QRectF range_;
-  QString unit_;
-};
+/// Draws what arrives: the values in dB, or a delay that comes alone.
+void ShowPoints(const ImportPreview& preview, const ImportPlan& plan, PointsDiagram& diagram);
 
 }  // namespace polefit

@@ -72,7 +72,7 @@ TEST_F(ImportDialogTest, ShowsWhatArrivesAndWhatItDoes) {
   EXPECT_THAT(Text("lblImportAnswers"), HasSubstr("5: 1, 7 to 9"));
   EXPECT_THAT(Text("lblImportAnswers"), HasSubstr("Note 1: Points of x.csv, dB"));
   EXPECT_THAT(The<QLabel>("lblImportGuess").text().toStdString(),
-              HasSubstr("guessed: MHz, from the heading; guessed: dB, from the heading"));
+              HasSubstr("guessed: MHz, from the heading; dB, from the heading"));
   QTest::keyClicks(&The<QLineEdit>("txtImportFrom"), "1.5");
   EXPECT_EQ(Line(), "2 rows, 2 to 3 MHz, -6 to -20 dB");
   QTest::keyClicks(&The<QLineEdit>("txtImportTo"), "2");
