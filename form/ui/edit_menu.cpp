@@ -54,6 +54,8 @@ void EditMenu::AddEntries(QMenu* menu) {
     QAction* action = menu->addAction(QIcon::fromTheme(line.icon), line.caption);
     action->setObjectName(line.name);
     action->setShortcut(QKeySequence(line.shortcut));
+    // Elsewhere than in a table the keys from Del on are another one's.
+    if (line.entry >= Entry::clear) action->setShortcutContext(Qt::WidgetShortcut);
     connect(action, &QAction::triggered, this, [this, entry = line.entry] { Choose(entry); });
     actions_[line.entry] = action;
     if (!line.isForTable) continue;
@@ -213,7 +215,9 @@ void EditMenu::PasteInto(GridWidget& grid) {
   });
   if (refusal.empty()) return;
   run_([&](Program& program) {
-    if (takeOther && takeOther(text, tables_.TableOf(grid))) return Record(tr("Paste"));
+    if (takeOther && takeOther(text, tables_.TableOf(grid))) {
+      return Record(tr("Paste"), StepKind::replacesDocument);
+    }
     program.host.MessageBox(refusal, message_style::kExclamation, tr("Paste").toStdString());
   });
 }

@@ -86,8 +86,7 @@ QHBoxLayout* LastFileNameRow() {
 /// What every table says of itself.
 void Describe(GridWidget& grid, const QString& name, std::span<const std::string_view> units) {
   grid.setAccessibleName(name);
-  grid.SetEmptyText(
-      QObject::tr("Type rows here, or press Ctrl+V to paste them from a spreadsheet"));
+  grid.SetEmptyText(QObject::tr("Drop a .s2p or .csv here, press Ctrl+V, or Fill Column ..."));
   for (int column = 1; const std::string_view unit : units) {
     grid.SetColumnTip(column++, ToQString(unit));
   }
