@@ -4,12 +4,16 @@
 
 #include <random>
 
+#include "app/file_commands.h"
+#include "check/cures.h"
+#include "exchange/fill_column.h"
 #include "form/scripted_program.h"
 #include "form/solver_settings.h"
 #include "form/table_edits.h"
 #include "form/transfer.h"
 #include "grids/grid_routines.h"
 #include "record/points.h"
+#include "responsefile/writer.h"
 
 namespace polefit::testing {
 namespace {
@@ -22,15 +26,38 @@ struct HistoryTest : ::testing::Test, ScriptedProgram {
   }
 };
 
-/// Edits of every kind, by chance.
+/// Edits of every kind, and the commands that replace the data, by chance.
 class Walk {
  public:
-  Walk(ScriptedProgram& scripted) : program_(scripted.program), form_(scripted.form) {}
+  Walk(ScriptedProgram& scripted)
+      : host_(scripted.host), program_(scripted.program), form_(scripted.form) {
+    ResponseRecord record;
+    record.Slot(slot::kZeroCounts) = "1 0 0";
+    SetPoints(record, 7);
+    WriteResponseFile(host_, record, {scripted.user, "opened"});
+  }
 
   int Below(int end) { return static_cast<int>(random_() % static_cast<unsigned>(end)); }
 
+  StepKind Step() {
+    if (Below(8) > 0) {
+      Edit();
+      return StepKind::edit;
+    }
+    // A question about changed data would come first; the walk has no data to lose.
+    program_.document.DataChanged = 0;
+    if (Below(2) == 0) {
+      OpenResponseFile(program_, host_.Path("Tessel.hz/User/opened"));
+    } else {
+      host_.ReplyToBox(Reply::ok);
+      FileNew(program_);
+    }
+    return StepKind::replacesDocument;
+  }
+
+ private:
   void Edit() {
-    switch (Below(12)) {
+    switch (Below(14)) {
       case 0:
         return form_.SetText("nYzeros", std::to_string(Below(3)) + " " + std::to_string(Below(9)));
       case 1:
@@ -50,15 +77,38 @@ class Walk {
       case 8:
         SetPoints(program_.document.record, Below(30));
         return GetAnswers(program_);
+      case 9:
+        return TakeCure();
+      case 10:
+        return FillTable();
       default:
         return EditTable();
     }
   }
 
- private:
   void SetCell(FakeGrid& grid, int columns) {
     grid.SetText(1 + Below(grid.RowCount() - 1), 1 + Below(columns - 1),
                  Below(4) == 0 ? "" : std::to_string(Below(1000)));
+  }
+
+  void TakeCure() {
+    FormCells cells = CellsOf(program_);
+    const FindingTable table = Below(3) == 0 ? FindingTable::delay : FindingTable::passband;
+    const auto cure = static_cast<Cure>(1 + Below(static_cast<int>(Cure::fitList)));
+    ApplyCure(cells, {{.question = cure == Cure::fitList ? "8" : "", .table = table, .column = 1},
+                      Severity::warning,
+                      "",
+                      cure});
+    ShowCells(program_, cells);
+  }
+
+  void FillTable() {
+    FormCells cells = CellsOf(program_);
+    Fill fill = {static_cast<FillColumn>(Below(6)), "row + " + std::to_string(Below(99)), {}};
+    if (Below(2) == 0) fill.grid = {1, 9, 1 + Below(20), false};
+    const FilledColumn filled = CalculateFill(cells.typed, fill);
+    if (filled.fault.empty()) PutFill(cells.typed, fill, filled);
+    ShowCells(program_, cells);
   }
 
   void EditTable() {
@@ -88,6 +138,7 @@ class Walk {
     ShowCells(program_, cells);
   }
 
+  ScriptedHost& host_;
   Program& program_;
   FakeForm& form_;
   std::mt19937 random_{7};
@@ -99,12 +150,12 @@ TEST_F(HistoryTest, AThousandEditsAreUndoneToTheFirstStateAndDoneAgainToTheLast)
   std::vector<FormCells> cells = {CellsOf(program)};
   std::vector<ResponseRecord> records = {RecordOf(program)};
   for (int edit = 0; edit < 1000; ++edit) {
-    walk.Edit();
-    if (!history.Record("edit")) continue;
+    const StepKind kind = walk.Step();
+    if (!history.Record("edit", kind)) continue;
     cells.push_back(CellsOf(program));
     records.push_back(RecordOf(program));
   }
-  ASSERT_GT(cells.size(), 700U);
+  ASSERT_GT(cells.size(), 600U);
   for (std::size_t at = cells.size() - 1; at > 0; --at) {
     ASSERT_TRUE(history.CanUndo());
     program.document.DataChanged = 0;
