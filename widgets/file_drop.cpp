@@ -23,11 +23,15 @@ QStringList LocalFiles(const QMimeData& data) {
 FileDrop::FileDrop(QWidget& window, Take take) : QObject(&window), take_(std::move(take)) {
   window.setAcceptDrops(true);
   window.installEventFilter(this);
+  for (QWidget* const part : window.findChildren<QWidget*>()) {
+    if (part->acceptDrops()) part->installEventFilter(this);
+  }
 }
 
 bool FileDrop::eventFilter(QObject* watched, QEvent* event) {
   const bool isDrop = event->type() == QEvent::Drop;
-  if (!isDrop && event->type() != QEvent::DragEnter) return QObject::eventFilter(watched, event);
+  const bool isDrag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove;
+  if (!isDrop && !isDrag) return QObject::eventFilter(watched, event);
   auto* drop = static_cast<QDropEvent*>(event);
   const QStringList files = LocalFiles(*drop->mimeData());
   if (files.isEmpty()) return false;

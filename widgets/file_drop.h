@@ -8,7 +8,8 @@ class QWidget;
 
 namespace polefit {
 
-/// Lets files of this machine be dropped on a window. `take` gets their whole paths once the drag
+/// Lets files of this machine be dropped on a window, and on those of its parts that would take
+/// them as a text. `take` gets their whole paths once the drag
 /// is over, so that boxes may follow.
 class FileDrop final : public QObject {
  public:

@@ -37,6 +37,15 @@ void MakeReadable(QPalette& palette, QPalette::ColorRole text, QPalette::ColorRo
   palette.setColor(QPalette::Disabled, text, color);
 }
 
+/// A theme that says nothing of hints leaves them dark, on a dark ground too.
+void MakeHintsReadable(QPalette& palette) {
+  constexpr double kLeastContrast = 2.5;  // a hint may be fainter than what is disabled
+  const QColor base = palette.color(QPalette::Base);
+  const QColor hint = palette.color(QPalette::PlaceholderText);
+  if (ContrastOf(Mixed(base, hint, hint.alphaF()), base) >= kLeastContrast) return;
+  palette.setColor(QPalette::PlaceholderText, palette.color(QPalette::Disabled, QPalette::Text));
+}
+
 }  // namespace
 
 bool IsDark(const QPalette& palette) {
@@ -64,6 +73,7 @@ void ProgramStyle::polish(QPalette& palette) {
   MakeReadable(palette, QPalette::WindowText, QPalette::Window);
   MakeReadable(palette, QPalette::Text, QPalette::Base);
   MakeReadable(palette, QPalette::ButtonText, QPalette::Button);
+  MakeHintsReadable(palette);
 }
 
 void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,

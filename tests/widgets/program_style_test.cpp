@@ -21,7 +21,10 @@ TEST(ProgramStyleTest, DisabledFieldsLookSoAndCanBeReadOnEveryPalette) {
       palette.setColor(role, text);
       palette.setColor(QPalette::Disabled, role, disabled);
     }
+    palette.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
     ProgramStyle().polish(palette);
+    const QColor hint = palette.color(QPalette::PlaceholderText);
+    EXPECT_EQ(hint == QColor(0, 0, 0, 128), palette.color(QPalette::Base).lightness() > 128);
     EXPECT_EQ(palette.color(QPalette::Disabled, QPalette::Base), QColor(window));
     EXPECT_EQ(palette.color(QPalette::Active, QPalette::Base), QColor(base));
     for (const auto& [front, ground] : {std::pair(QPalette::Text, QPalette::Base),
