@@ -90,10 +90,12 @@ TEST(DelimitedTest, EncodingsAreToldApart) {
 }
 
 TEST(DelimitedTest, LinesThatCannotBeReadAreTold) {
-  const SourceTable table =
-      ReadDelimited("f,a\n1,2\nwords\n\n# remark\n2,3,4,5\n3\n4,5\nf,a\n5,6\n6,");
+  SourceTable table = ReadDelimited("f,a\n1,2\nwords\n\n# remark\n2,3,4,5\n3\n4,5\nf,a\n5,6\n6,");
   EXPECT_THAT(table.skippedLines, ElementsAre(3, 6, 7, 11));
   EXPECT_EQ(table.Rows(), 3);
+  table = ReadDelimited("set,9\nf,a\n1e999,2\n1\n2,3\n4,5\n6,1e999\n7,\nend\n8,\n");
+  EXPECT_THAT(table.skippedLines, ElementsAre(4, 8));
+  EXPECT_EQ(table.Rows(), 4) << "cells without a number are for who takes the column";
 }
 
 TEST(DelimitedTest, OfSeveralSweepsOneIsTaken) {
