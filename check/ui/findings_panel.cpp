@@ -89,7 +89,12 @@ void FindingsPanel::AddCureEntry(GridWidget& grid) {
   auto* entry = new QAction(&grid);
   entry->setObjectName("cure" + grid.objectName());
   entry->setVisible(false);
-  grid.insertAction(grid.actions().value(0), entry);
+  auto* line = new QAction(&grid);
+  line->setSeparator(true);
+  line->setVisible(false);
+  grid.insertActions(grid.actions().value(0), {entry, line});
+  connect(entry, &QAction::visibleChanged, line,
+          [entry, line] { line->setVisible(entry->isVisible()); });
   cureEntries_[&grid] = entry;
   connect(entry, &QAction::triggered, this, [this, entry] {
     const auto index = entry->data().toULongLong();

@@ -186,12 +186,13 @@ QWidget* ImportDialog::BuildFoot() {
 /// The choices are seen whole where the screen has the room.
 void ImportDialog::FitScreen() {
   const double letters = std::max(1.0, fontMetrics().height() / kUsualLetters);
-  const QSize usual = (kUsualSize * letters).expandedTo(sizeHint());
-  resize(usual);
-  layout()->activate();
-  const int hidden = choices_->widget()->sizeHint().height() - choices_->height();
-  resize(
-      (usual + QSize(0, std::max(0, hidden))).boundedTo(screen()->availableSize() * kLargestPart));
+  const QWidget& choices = *choices_->widget();
+  const int whole =
+      std::max(choices.sizeHint().height(), choices.heightForWidth(choices_->minimumWidth()));
+  const int hidden = std::max(0, whole - choices_->sizeHint().height());
+  resize((kUsualSize * letters)
+             .expandedTo(sizeHint() + QSize(0, hidden))
+             .boundedTo(screen()->availableSize() * kLargestPart));
 }
 
 void ImportDialog::TakeRole() {
