@@ -56,7 +56,8 @@ void ImportTextGroup::Unfold(bool isOpen) {
   inside_->setVisible(isOpen);
   layout()->setContentsMargins(margin, margin, margin, margin);
   setFlat(!isOpen);
-  setMaximumHeight(isOpen ? QWIDGETSIZE_MAX : fontMetrics().height() + 8);
+  // Folded it is its title, without the edge of a frame below.
+  setMaximumHeight(isOpen ? QWIDGETSIZE_MAX : fontMetrics().height() + 3);
   setChecked(isOpen);
 }
 

@@ -92,6 +92,7 @@ TEST_F(StepsTest, EachCommandThatChangesTheDataIsOneStepThatComesBack) {
       {"Clear Columns", [] { Press("cmdClearPassData"); }},
       {"Fill Column",
        [&] {
+         The<QTabWidget>("CVX_Tabs").setCurrentIndex(0);
          answers.PressIn("cmdFill");
          Choose("mnuEditFillColumn");
        }},
