@@ -3,13 +3,9 @@
 // preview of each example; the start to the first paint with the pane and without; and memory.
 
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QFile>
 #include <QLineEdit>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <fstream>
@@ -17,6 +13,7 @@
 
 #include "base/number.h"
 #include "base/text_format.h"
+#include "bench/window_timing.h"
 #include "form/transfer.h"
 #include "form/ui/main_window.h"
 #include "platform/linux/console_host.h"
@@ -32,18 +29,6 @@ namespace {
 
 constexpr int kStarts = 11;
 
-/// Ends the process once a window has been painted.
-class FirstPaint final : public QObject {
- public:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Paint) {
-      QMetaObject::invokeMethod(
-          qApp, [] { std::_Exit(0); }, Qt::QueuedConnection);
-    }
-    return QObject::eventFilter(watched, event);
-  }
-};
-
 int RunForm(bool hasPane) {
   ProgramHost host;
   KeptChoices choices;
@@ -52,19 +37,6 @@ int RunForm(bool hasPane) {
   Session session(host, {});
   session.Start();
   return QApplication::exec();
-}
-
-template <typename Action>
-double MedianMilliseconds(int times, Action action) {
-  std::vector<double> taken;
-  for (int i = 0; i < times; ++i) {
-    QElapsedTimer timer;
-    timer.start();
-    action(i);
-    taken.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
-  }
-  std::nth_element(taken.begin(), taken.begin() + times / 2, taken.end());
-  return taken[static_cast<std::size_t>(times / 2)];
 }
 
 double ResidentMegabytes() {
@@ -107,6 +79,7 @@ struct Pane {
   MainWindow form;
   Program program{host, form};
   CurvesDock* dock = nullptr;
+  bool isOther = false;
 
   Pane() {
     form.Attach(program);
@@ -125,8 +98,9 @@ struct Pane {
   }
 
   /// A key changes a pole, and everything is drawn again.
-  void Key(int i) {
-    form.SetText("poleReal", i % 2 == 0 ? ".51 .5 .4 .3" : ".5 .5 .4 .3");
+  void Key() {
+    isOther = !isOther;
+    form.SetText("poleReal", isOther ? ".51 .5 .4 .3" : ".5 .5 .4 .3");
     dock->Live().Update();
     QApplication::processEvents();
   }
@@ -137,17 +111,18 @@ void MeasureRedraw() {
   for (const int rows : {21, 1000, 32766}) {
     pane.Open(WithRows(rows));
     std::printf("redraw after a key, %5d rows   %7.2f ms\n", rows,
-                MedianMilliseconds(31, [&](int i) { pane.Key(i); }));
+                Measure(31, [&] { pane.Key(); }).middle);
   }
   std::printf("memory with 32766 rows          %7.1f MB\n", ResidentMegabytes());
   pane.dock->Live().SetPreview(true);
   auto* box = pane.form.findChild<QLineEdit*>("nYzeros");
   pane.form.SetFocus("nYzeros");
-  std::printf("key while 32766 rows are solved %7.2f ms\n", MedianMilliseconds(31, [&](int) {
-                QTest::keyClick(box, Qt::Key_0);
-                QApplication::processEvents();
-                QTest::keyClick(box, Qt::Key_Backspace);
-              }));
+  std::printf("key while 32766 rows are solved %7.2f ms\n", Measure(31, [&] {
+                                                              QTest::keyClick(box, Qt::Key_0);
+                                                              QApplication::processEvents();
+                                                              QTest::keyClick(box,
+                                                                              Qt::Key_Backspace);
+                                                            }).middle);
   std::fflush(stdout);
 }
 
@@ -156,34 +131,17 @@ void MeasurePreviews() {
                                  "Ex-Delay.101", "Ex-Delay.111", "Ex-Delay.112"}) {
     const ResponseRecord record = ReadExample(name);
     std::printf("preview of %-14s       %7.2f ms\n", name,
-                MedianMilliseconds(11, [&](int) { MakePreview(record, [] { return false; }); }));
+                Measure(11, [&] { MakePreview(record, [] { return false; }); }).middle);
   }
   std::fflush(stdout);
 }
 
 void MeasureStarts() {
   const QTemporaryDir base;
-  const QString folder = base.filePath("tools/Tessel.hz");
-  const QString program = folder + "/pane_bench";
-  QDir().mkpath(folder);
-  qputenv("XDG_CONFIG_HOME", base.path().toUtf8());
-  QFile::copy(QCoreApplication::applicationFilePath(), program);
-  QFile ini(folder + "/Polefit.ini");
-  if (!ini.open(QIODevice::WriteOnly)) return;
-  ini.write("header\r\n1 ! seconds\r\n");
-  ini.close();
-  double with = 1e9;
-  double without = 1e9;
-  // In turn, and the shortest of each: what else the machine does falls out.
-  for (int i = 0; i < kStarts; ++i) {
-    const auto start = [&](const char* mode) {
-      return MedianMilliseconds(1, [&](int) { QProcess::execute(program, {mode}); });
-    };
-    without = std::min(without, start("without"));
-    with = std::min(with, start("with"));
-  }
+  const QString program = InstallForTiming(base.path());
+  const std::vector<double> times = StartTimes(program, {"without", "with"}, kStarts);
   std::printf("start to first paint: without the pane %.1f ms, with it %.1f ms, %.2f times\n",
-              without, with, with / without);
+              times[0], times[1], times[1] / times[0]);
 }
 
 int Run(const QString& what) {

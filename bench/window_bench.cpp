@@ -1,49 +1,39 @@
 // How long the window takes: from the start of the process to its first paint, against an empty
 // window of the same toolkit; to show a file with as many points as there can be; for a key press
 // in the grids that are then filled; to judge them, and to paste and undo as many rows.
+// The start is measured again with a full history of runs.
 
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QElapsedTimer>
-#include <QFile>
+#include <QDir>
 #include <QMainWindow>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-#include <algorithm>
 #include <cstdio>
 #include <vector>
 
 #include "app/form_load.h"
 #include "base/number.h"
+#include "bench/window_timing.h"
 #include "check/form_findings.h"
 #include "form/history.h"
 #include "form/table_edits.h"
 #include "form/transfer.h"
 #include "grids/grid_routines.h"
 #include "grids/ui/grid_widget.h"
+#include "platform/paths.h"
 #include "program/ui/program_host.h"
 #include "program/ui/session.h"
 #include "responsefile/writer.h"
+#include "runs/run_history.h"
 
 namespace polefit {
 namespace {
 
 constexpr int kStarts = 21;
 constexpr int kPoints = 32766;
-
-/// Ends the process once a window has been painted.
-class FirstPaint final : public QObject {
- public:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Paint) {
-      QMetaObject::invokeMethod(
-          qApp, [] { std::_Exit(0); }, Qt::QueuedConnection);
-    }
-    return QObject::eventFilter(watched, event);
-  }
-};
 
 int RunEmptyWindow() {
   QMainWindow window;
@@ -57,26 +47,6 @@ int RunForm() {
   Session session(host, {});
   session.Start();
   return QApplication::exec();
-}
-
-/// The shortest, the middle and the longest of some times, in ms.
-struct Times {
-  double shortest = 0;
-  double middle = 0;
-  double longest = 0;
-};
-
-template <typename Action>
-Times Measure(int times, Action action) {
-  std::vector<double> taken;
-  for (int i = 0; i < times; ++i) {
-    QElapsedTimer timer;
-    timer.start();
-    action();
-    taken.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
-  }
-  std::sort(taken.begin(), taken.end());
-  return {taken.front(), taken[taken.size() / 2], taken.back()};
 }
 
 /// Measures `action` with all that it paints.
@@ -180,28 +150,32 @@ void MeasureLargestFile() {
   EditTable(session, form);
 }
 
+/// Fills the history with as many runs as it keeps.
+int KeepRuns() {
+  ProgramHost host;
+  const std::string folder = Places{{}, {}, {}, host.StateFolder()}.Runs();
+  QDir().mkpath(QString::fromStdString(folder));
+  const std::string text(5000, '1');
+  for (int i = 0; i < 200; ++i) {
+    const std::string id = std::to_string(1'700'000'000'000 + i) + "-1";
+    const KeptRun run{
+        .id = id, .started = 1'700'000'000'000 + i, .file = "vna.1", .folder = folder};
+    host.ReplaceFile(JoinPath(folder, id + ".run"), BytesOf(run, {text, text, text}),
+                     Readers::ownerOnly);
+  }
+  return RunHistory(host).All().size() == 200 ? 0 : 1;
+}
+
 /// Installs the running program in a folder of its own and measures it there.
 int MeasureAll() {
   const QTemporaryDir base;
-  const QString folder = base.filePath("tools/Tessel.hz");
-  const QString program = folder + "/window_bench";
-  QDir().mkpath(folder);
-  qputenv("XDG_CONFIG_HOME", base.path().toUtf8());
-  QFile::copy(QCoreApplication::applicationFilePath(), program);
-  QFile ini(folder + "/Polefit.ini");
-  if (!ini.open(QIODevice::WriteOnly)) return 1;
-  ini.write("header\r\n1 ! seconds\r\n");
-  ini.close();
-  // In turn, and the shortest of each: what else the machine does falls out.
-  double empty = 1e9;
-  double form = 1e9;
-  for (int i = 0; i < kStarts; ++i) {
-    const auto start = [&](const char* window) { QProcess::execute(program, {window}); };
-    empty = std::min(empty, Measure(1, [&] { start("empty"); }).shortest);
-    form = std::min(form, Measure(1, [&] { start("form"); }).shortest);
-  }
-  std::printf("start to first paint: empty window %.1f ms, main form %.1f ms, %.2f times\n", empty,
-              form, form / empty);
+  const QString program = InstallForTiming(base.path());
+  const std::vector<double> times = StartTimes(program, {"empty", "form"}, kStarts);
+  std::printf("start to first paint: empty window %.1f ms, main form %.1f ms, %.2f times\n",
+              times[0], times[1], times[1] / times[0]);
+  if (QProcess::execute(program, {"keep"}) != 0) return 1;
+  std::printf("the same with 200 runs in the history: main form %.1f ms\n",
+              StartTimes(program, {"form"}, kStarts)[0]);
   std::fflush(stdout);
   return QProcess::execute(program, {"largest"});
 }
@@ -211,6 +185,7 @@ int Run(const QString& what) {
   if (what == "empty" || what == "form") qApp->installEventFilter(&ending);
   if (what == "empty") return RunEmptyWindow();
   if (what == "form") return RunForm();
+  if (what == "keep") return KeepRuns();
   if (what != "largest") return MeasureAll();
   MeasureLargestFile();
   std::fflush(stdout);

@@ -68,7 +68,7 @@ void CurveSet::SetOthers(const std::vector<NamedAnswers>& others) {
 }
 
 std::string CurveSet::StateInWords() const {
-  const std::string text = StateText(state_, resultTime_);
+  std::string text = StateText(state_, resultTime_);
   if (leftOut_ == 0) return text;
   return text + ", " + std::to_string(kMostOthers) + " of " +
          std::to_string(kMostOthers + leftOut_) + " ticked runs";

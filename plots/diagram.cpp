@@ -66,8 +66,8 @@ void OrderStops(Diagram& diagram) {
   if (diagram.x.isLogarithmic) {
     std::erase_if(diagram.stops, [](const Stop& stop) { return stop.x <= 0; });
   }
-  std::stable_sort(diagram.stops.begin(), diagram.stops.end(),
-                   [](const Stop& one, const Stop& other) { return one.x < other.x; });
+  if (std::ranges::is_sorted(diagram.stops, {}, &Stop::x)) return;
+  std::ranges::stable_sort(diagram.stops, {}, &Stop::x);
 }
 
 }  // namespace

@@ -107,7 +107,8 @@ void DiagramView::AddEllipse(const Ellipse& ellipse) {
 
 void DiagramView::AddSeries(const Series& series, bool isLastLine) {
   QCPGraph* graph = addGraph();
-  graph->setData(AsVector(series.x), AsVector(series.y));
+  // Sorting again what is in order takes a sixth of the redraw of 32,766 points.
+  graph->setData(AsVector(series.x), AsVector(series.y), std::ranges::is_sorted(series.x));
   const double size = fontMetrics().height() * .55;
   // The strip below the curves shows an error a row, and thin lines to follow them; the rows of the
   // last curve, which are read out, have marks.
