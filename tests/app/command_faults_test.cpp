@@ -47,7 +47,7 @@ struct AnsweringHost : ScriptedHost {
   void ShowSave(CommonDialog& dialog) override { Take(dialog); }
   void Take(CommonDialog& dialog) {
     dialog.fileName = chosen;
-    LinuxHost::ChangeFolder(chosen.substr(0, chosen.rfind('/')));
+    ChangeFolder(chosen.substr(0, chosen.rfind('/')));
   }
 
   RunWatch runs{*this};
