@@ -131,7 +131,6 @@ std::string Result(const KeptRun& run, std::string_view name) {
 ComparedTable CompareResults(const KeptRun& one, const KeptRun& other) {
   ComparedTable table{{"Results", "A", "B"}, {}};
   table.rows.push_back({"Verdict", WordOf(one.verdict.outcome), WordOf(other.verdict.outcome)});
-  table.rows.push_back({"Search", one.verdict.ending, other.verdict.ending});
   for (const auto& [title, name] : {std::pair("rms error / largest Yout", "rms"),
                                     {"Cost F", "F"},
                                     {"Worst row, dB", "worstdb"},

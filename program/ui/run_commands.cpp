@@ -31,10 +31,15 @@ namespace polefit {
 
 namespace {
 
-/// The place on tab 7, which has the table of runs from here on.
+/// The place on tab 7, which has the table of runs from here on, also for the Tab key.
 RunsPane& PutTable(MainWindow& form) {
   auto* pane = new RunsPane;
   form.findChild<QWidget*>("runsPlace")->layout()->addWidget(pane);
+  auto* before = form.findChild<QWidget*>("cmdSubmit");
+  for (QWidget* const part : pane->TabOrder()) {
+    QWidget::setTabOrder(before, part);
+    before = part;
+  }
   return *pane;
 }
 

@@ -53,7 +53,7 @@ QTreeWidget* MakeTree(const std::vector<ComparedTable>& tables) {
   tree->setColumnCount(static_cast<int>(tables.front().heading.size()));
   for (const ComparedTable& table : tables) Show(*tree, table);
   tree->expandAll();
-  constexpr int kWidest = 34;  // characters
+  constexpr int kWidest = 40;  // characters
   const int letter = tree->fontMetrics().averageCharWidth();
   for (int column = 0; column < tree->columnCount(); ++column) {
     tree->resizeColumnToContents(column);

@@ -141,7 +141,9 @@ void RunParts::LayOut() const {
   auto* columns = new QHBoxLayout(content);
   columns->addWidget(room, 1);
   columns->addLayout(buttons);
-  output->setMinimumHeight(3 * output->fontMetrics().lineSpacing());
+  errors->setMinimumWidth(30 * errors->fontMetrics().averageCharWidth());
+  parts->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+  parts->setMinimumHeight(4 * output->fontMetrics().lineSpacing());
 }
 
 }  // namespace polefit

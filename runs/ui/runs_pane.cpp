@@ -312,4 +312,10 @@ QString RunsPane::TableText() const {
   return lines.join('\n') + '\n';
 }
 
+QList<QWidget*> RunsPane::TabOrder() const {
+  QList<QWidget*> order = {table_};
+  for (auto* button : findChildren<QPushButton*>()) order << button;
+  return order;
+}
+
 }  // namespace polefit

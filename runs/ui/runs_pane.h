@@ -29,6 +29,8 @@ class RunsPane final : public QWidget {
   void ShowRuns(const std::vector<KeptRun>& runs);
   /// The table as text, a tab between the cells.
   QString TableText() const;
+  /// The table, then its buttons.
+  QList<QWidget*> TabOrder() const;
 
  Q_SIGNALS:
   void wanted(RunAction action, const std::vector<KeptRun>& runs);

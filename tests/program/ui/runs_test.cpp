@@ -171,6 +171,7 @@ TEST_F(RunsTest, TheTableSortsByNumbersDrawsWhatIsTickedAndKeepsNotes) {
   }
   QTreeWidget& table = Table();
   EXPECT_THAT(Column(2), ::testing::ElementsAre("three.1", "two.1", "one.1")) << "the newest first";
+  EXPECT_EQ(The("cmdSubmit").nextInFocusChain(), &table);
   table.sortByColumn(5, Qt::AscendingOrder);
   EXPECT_THAT(Column(5), ::testing::ElementsAre("0.9 %", "2 %", "12 %"));
   answers.Do([](QDialog& dialog) {
