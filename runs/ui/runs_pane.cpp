@@ -42,6 +42,7 @@ constexpr int kKeyRole = Qt::UserRole + 1;
 /// Takes for itself the keys that the window's Edit menu has too.
 class RunTable final : public QTreeWidget {
  public:
+  std::function<void()> onEnter;
   std::function<void()> onDelete;
   std::function<void()> onCopy;
 
@@ -56,6 +57,7 @@ class RunTable final : public QTreeWidget {
     return QTreeWidget::event(event);
   }
   void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return onEnter();
     if (event->matches(QKeySequence::Delete)) return onDelete();
     if (event->matches(QKeySequence::Copy)) return onCopy();
     QTreeWidget::keyPressEvent(event);
@@ -144,7 +146,8 @@ void RunsPane::BuildTable() {
   table_->sortByColumn(time, Qt::DescendingOrder);
   table_->setMinimumHeight(6 * table_->fontMetrics().lineSpacing());
   connect(table_, &QTreeWidget::itemSelectionChanged, this, &RunsPane::FollowSelection);
-  connect(table_, &QTreeWidget::itemActivated, this,
+  // A click alone, which activates on some desktops, only selects.
+  connect(table_, &QTreeWidget::itemDoubleClicked, this,
           [this] { actions_.at(RunAction::report)->trigger(); });
   connect(table_, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* /*item*/, int column) {
     if (column == shown) Q_EMIT ticked(Ticked());
@@ -196,6 +199,7 @@ void RunsPane::BuildButtons() {
   AddAction(RunAction::note, "actRunNote", tr("Note ..."), {});
   AddAction(remove, "actRunDelete", tr("Delete ...") + "\tDel", {});
   auto& table = static_cast<RunTable&>(*table_);
+  table.onEnter = [this] { actions_.at(report)->trigger(); };
   table.onDelete = [this] { actions_.at(remove)->trigger(); };
   table.onCopy = [this] { actions_.at(copyTable)->trigger(); };
   auto* more = new QPushButton(tr("More"));

@@ -195,6 +195,10 @@ TEST_F(RunsTest, TheTableSortsByNumbersDrawsWhatIsTickedAndKeepsNotes) {
   };
   const auto areBoth = [&] { return isDrawn("one.1 ") && isDrawn("two.1 "); };
   EXPECT_TRUE(Comes(areBoth));
+  table.clearSelection();
+  table.topLevelItem(2)->setSelected(true);
+  QTest::keyClick(&table, Qt::Key_Return);
+  EXPECT_THAT(Titles(), Contains("Report of one.1"));
   answers.Cancel();
   ChooseOf(table, 2, "actRunDelete");
   EXPECT_EQ(table.topLevelItemCount(), 3) << "asked";
