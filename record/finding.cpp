@@ -1,6 +1,7 @@
 #include "record/finding.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "record/question_catalogue.h"
@@ -35,9 +36,11 @@ int RankOf(const FindingPlace& place) {
   return place.question.empty() || slot > slot::kFreqPointCount ? slot::kDelayPointCount + 3 : slot;
 }
 
-/// The place among the questions, and the row in a table.
+/// The place among the questions, and the row in a table; what is about all rows follows them.
 std::pair<int, int> PlaceRank(const FindingPlace& place) {
-  return {RankOf(place), place.table == FindingTable::none ? 0 : place.row};
+  constexpr int kAllRows = std::numeric_limits<int>::max();
+  const bool isRow = place.table == FindingTable::none || place.row > 0;
+  return {RankOf(place), isRow ? place.row : kAllRows};
 }
 
 }  // namespace

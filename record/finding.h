@@ -58,7 +58,7 @@ struct Finding {
 
 /// Puts findings into the order of the questions as the file has them: the answers, the passband
 /// points, the delay points, the solver settings, and what is about the whole problem. Those of one
-/// table are in the order of its rows.
+/// table are in the order of its rows, and what is about all rows follows.
 void SortByQuestion(std::vector<Finding>& findings);
 
 /// The whole sentence: that of a warning begins with "Warning: ".

@@ -148,7 +148,7 @@ class RowReader {
   std::array<bool, PassbandLists::kColumns> isDecibels_ = {};
 };
 
-/// The unit of a number's last decimal; trailing zeros count, and an exponent does.
+/// The power of ten of a number's last decimal; trailing zeros count, and an exponent does.
 double LastDecimal(std::string_view text) {
   const std::size_t mark = std::min(text.find_first_of("eE"), text.size());
   const std::string_view mantissa = text.substr(0, mark);
@@ -156,7 +156,7 @@ double LastDecimal(std::string_view text) {
   const auto behind = std::count_if(mantissa.begin() + static_cast<std::ptrdiff_t>(point),
                                     mantissa.end(), [](char c) { return c >= '0' && c <= '9'; });
   const double exponent = mark < text.size() ? ParseNumber(text.substr(mark + 1)).value_or(0) : 0;
-  return std::pow(10, exponent - static_cast<double>(behind));
+  return exponent - static_cast<double>(behind);
 }
 
 /// The unit that a column is typed in: that of its finest number. A coarse column, "1" and "0" say,
@@ -173,7 +173,8 @@ double UnitOf(const PointLists<Columns>& points, int column, int count) {
     finest = std::min(finest, LastDecimal(text));
     largest = std::max(largest, std::abs(*value));
   }
-  return finest <= kCoarse * largest ? finest : 0;
+  const double unit = std::pow(10, finest);
+  return unit <= kCoarse * largest ? unit : 0;
 }
 
 /// The data points and the weights that the error measures give them.
@@ -206,9 +207,9 @@ class PointReader {
     TellDecibels(2, "Yin", rows);
     TellDecibels(3, "Yout", rows);
     const int needed = problem_.usesWeights ? 4 : 3;
+    const std::vector<const char*> names = {"frequency", "Yin", "Yout", "weight"};
     for (int row = 1; row <= record_.nFreqPoints; ++row) {
-      const auto values =
-          rows.Read(record_.passband, row, needed, {"frequency", "Yin", "Yout", "weight"}, 0);
+      const std::vector<double> values = rows.Read(record_.passband, row, needed, names, 0);
       const double weight = problem_.usesWeights ? values[3] : 1;
       problem_.passband.push_back({values[0], values[1], values[2], weight});
       if (values[2] == 0 && problem_.inputPower > 0) RefuseDivision(row, faults);
@@ -259,9 +260,10 @@ class PointReader {
   void ReadDelay() {
     RowFaults faults(answers_);
     RowReader rows(faults, FindingTable::delay);
+    const std::vector<const char*> names = {"frequency", "TX"};
+    constexpr int kTxColumn = 2;
     for (int row = 1; row <= record_.nDelayPoints; ++row) {
-      constexpr int kTxColumn = 2;
-      const auto values = rows.Read(record_.delay, row, 2, {"frequency", "TX"}, kTxColumn);
+      const std::vector<double> values = rows.Read(record_.delay, row, 2, names, kTxColumn);
       problem_.delay.push_back({values[0], values[1]});
     }
   }

@@ -222,8 +222,8 @@ TEST(Findings, NameTheirPlaceAsData) {
                                                       {{"12"}, Severity::warning},
                                                       {{"", passband, 4, 3}, Severity::fault},
                                                       {{"", passband, 6, 2}, Severity::fault},
-                                                      {{"", delay, 9, 2}, Severity::fault},
                                                       {{"", delay, 7}, Severity::fault},
+                                                      {{"", delay, 9, 2}, Severity::fault},
                                                       {{"", solverSettings, 8}, Severity::fault}};
   const std::vector<Finding> findings = FindingsOf(record);
   ASSERT_EQ(findings.size(), std::size(places));
