@@ -28,10 +28,13 @@ int LeastTabs(const MainWindow& form) {
   return std::max(kLeastTabs, kHeights * form.fontMetrics().height());
 }
 
-/// The pane's share of the window, but all captions of the tabs are seen where there is room.
+/// The pane's share of the window, but all captions of the tabs are seen where there is room, and
+/// legends too.
 int FirstWidth(const MainWindow& form) {
+  constexpr int kHeights = 20;  // of the font
   const int besideTabs = form.width() - form.findChild<QTabWidget*>()->tabBar()->sizeHint().width();
-  return std::min(form.width() * kFirstShare / 100, besideTabs);
+  return std::min(form.width() * kFirstShare / 100,
+                  std::max(besideTabs, kHeights * form.fontMetrics().height()));
 }
 
 }  // namespace
@@ -139,7 +142,11 @@ void CurvesDock::FollowForm(const QEvent& event) {
   if (event.type() == QEvent::Resize) ApplyWidth();
   if (event.spontaneous()) return;  // it was only minimised
   if (event.type() == QEvent::Hide && isFloating()) hide();
-  if (event.type() == QEvent::Show && !IsNarrow() && ReadChoices(host_).isFloating) ShowAsKept();
+  if (event.type() != QEvent::Show || IsNarrow() || !ReadChoices(host_).isFloating) return;
+  // Over the form, which has to be on the screen first.
+  QTimer::singleShot(0, this, [this] {
+    if (form_.isVisible()) ShowAsKept();
+  });
 }
 
 bool CurvesDock::eventFilter(QObject* watched, QEvent* event) {

@@ -144,11 +144,35 @@ void DiagramView::AddSeries(const Series& series, bool isLastLine) {
   }
 }
 
+/// The note as it fits: of the worst error's figures the first ones, of another note all, in lines.
+QString DiagramView::NoteText() const {
+  constexpr int kGap = 16;
+  const QFontMetrics metrics(font());
+  const auto isWide = [&](const QString& line) {
+    return metrics.horizontalAdvance(line) > axisRect()->width() - kGap;
+  };
+  QString text = ToQString(diagram_.note);
+  if (diagram_.kind == DiagramKind::error) {
+    while (isWide(text) && text.contains(',')) text = text.section(',', 0, -2);
+    return text;
+  }
+  QStringList lines{QString()};
+  for (const QString& word : text.split(' ')) {
+    const QString longer = lines.last().isEmpty() ? word : lines.last() + ' ' + word;
+    if (isWide(longer) && !lines.last().isEmpty()) {
+      lines << word;
+    } else {
+      lines.last() = longer;
+    }
+  }
+  return lines.join('\n');
+}
+
 void DiagramView::AddNote() {
   if (diagram_.note.empty()) return;
   auto* text = new QCPItemText(this);
   text->setObjectName("note");
-  text->setText(ToQString(diagram_.note));
+  text->setText(NoteText());
   text->setFont(font());
   const bool isWorst = diagram_.kind == DiagramKind::error;
   text->setColor(isWorst ? ColorOf(SeriesRole::worst, palette()) : palette().color(QPalette::Text));
@@ -195,6 +219,7 @@ void DiagramView::PlaceNote() {
     note = qobject_cast<QCPItemText*>(item(i));
   }
   if (note == nullptr || diagram_.kind != DiagramKind::error) return;
+  note->setText(NoteText());
   // With room for the ring round the current row.
   const QSizeF size = QFontMetrics(note->font()).size(0, note->text()) + QSize(16, 8);
   const Qt::Alignment usual = Qt::AlignLeft | Qt::AlignTop;
@@ -217,13 +242,20 @@ void DiagramView::PlaceLegend() {
   if (!legend->visible()) return;
   constexpr int kGap = 8;
   const QRectF room = QRectF(axisRect()->rect()).adjusted(kGap, kGap, -kGap, -kGap);
-  const QSize size = legend->minimumOuterSizeHint();
+  QSize size = legend->minimumOuterSizeHint();
+  if (size.width() > room.width()) {
+    // The names alone.
+    for (int i = 0; i < plottableCount(); ++i) {
+      plottable(i)->setName(plottable(i)->name().section(',', 0, 0));
+    }
+    size = legend->minimumOuterSizeHint();
+  }
   auto* inset = axisRect()->insetLayout();
   const auto obstacles = [this, &room] {
     Obstacles all = DrawnObstacles();
     if (diagram_.note.empty()) return all;
     // It stands in the middle of the upper edge.
-    const QSizeF note = fontMetrics().size(0, ToQString(diagram_.note));
+    const QSizeF note = fontMetrics().size(0, NoteText());
     all.texts.emplace_back(room.center().x() - note.width() / 2, room.top(), note.width(),
                            note.height());
     return all;
@@ -232,7 +264,7 @@ void DiagramView::PlaceLegend() {
       FreeLegendPlace(room, size, obstacles(), inset->insetAlignment(0));
   const double share = (size.height() + 2 * kGap) / std::max(1.0, room.height());
   constexpr double kMost = .65;
-  legend->setVisible(place || share < kMost);
+  legend->setVisible(size.width() <= room.width() && (place || share < kMost));
   if (!place && !isZoomed_ && share < kMost && !diagram_.y.isLogarithmic) {
     yAxis->setRange(diagram_.y.from,
                     diagram_.y.to + share / (1 - share) * (diagram_.y.to - diagram_.y.from));

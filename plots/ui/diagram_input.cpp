@@ -226,7 +226,7 @@ void DiagramView::focusOutEvent(QFocusEvent* event) {
 
 void DiagramView::leaveEvent(QEvent* event) {
   QCustomPlot::leaveEvent(event);
-  Q_EMIT stopReached(marked_);
+  Q_EMIT stopReached(hasFocus() ? marked_ : std::nullopt);
 }
 
 }  // namespace polefit

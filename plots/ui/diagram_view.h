@@ -77,6 +77,7 @@ class DiagramView final : public QCustomPlot {
   void AddFrame(const Frame& frame);
   void AddEllipse(const Ellipse& ellipse);
   void AddNote();
+  QString NoteText() const;
   Obstacles DrawnObstacles() const;
   void PlaceNote();
   void PlaceLegend();

@@ -347,6 +347,7 @@ TEST_F(CurvesDockTest, FloatsWhereItWasPutAndGoesWithTheForm) {
   CurvesDock next(form, program);
   EXPECT_FALSE(next.isVisible());
   form.show();
+  QApplication::processEvents();
   for (const CurvesDock* each : {&std::as_const(dock), &std::as_const(next)}) {
     EXPECT_TRUE(each->isVisible() && each->isFloating());
     EXPECT_EQ(each->size(), QSize(500, 600));

@@ -171,6 +171,27 @@ TEST_F(DiagramViewTest, KeepsTheLegendOffTheCurves) {
   }
 }
 
+TEST_F(DiagramViewTest, ShortensWhatANarrowOneHasNoRoomFor) {
+  const auto noteWidth = [this] {
+    auto* note = view.findChild<QCPItemText*>("note");
+    return note->right->pixelPosition().x() - note->left->pixelPosition().x();
+  };
+  QFont large = view.font();
+  large.setPointSize(14);
+  view.setFont(large);
+  view.resize(330, 260);
+  QApplication::processEvents();
+  choices.isLogFrequency = true;
+  for (const DiagramKind kind : {DiagramKind::magnitude, DiagramKind::error}) {
+    Show(kind);
+    EXPECT_LE(noteWidth(), view.axisRect()->width());
+    if (view.legend->visible()) {
+      EXPECT_LE(view.legend->outerRect().width(), view.axisRect()->width());
+    }
+  }
+  EXPECT_TRUE(diagram.sentence.ends_with("row 20")) << "which tells all";
+}
+
 TEST_F(DiagramViewTest, ZoomsByWheelPinchAndBoxAtThePointer) {
   Show(DiagramKind::magnitude);
   const QPoint at = view.axisRect()->rect().center() + QPoint(60, 0);
