@@ -84,14 +84,14 @@ void RunPanel::Open() {
   raise();
 }
 
-/// Below the middle of the screen, where the demos are.
+/// At the lower edge of the screen: the list of demos is in its middle.
 void RunPanel::PutAside() {
   isAside_ = true;
   setFloating(true);
   const QRect room = screen()->availableGeometry();
   const int line = fontMetrics().height();
-  resize(QSize(fontMetrics().averageCharWidth() * 110, 16 * line).boundedTo(room.size()));
-  move(room.center().x() - width() / 2, room.bottom() - height() - 3 * line);
+  resize(QSize(fontMetrics().averageCharWidth() * 110, 14 * line).boundedTo(room.size()));
+  move(room.center().x() - width() / 2, room.bottom() - height());
 }
 
 bool RunPanel::eventFilter(QObject* watched, QEvent* event) {

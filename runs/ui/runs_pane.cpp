@@ -199,7 +199,12 @@ void RunsPane::BuildButtons() {
   AddAction(RunAction::note, "actRunNote", tr("Note ..."), {});
   AddAction(remove, "actRunDelete", tr("Delete ...") + "\tDel", {});
   auto& table = static_cast<RunTable&>(*table_);
-  table.onEnter = [this] { actions_.at(report)->trigger(); };
+  table.onEnter = [this] {
+    // Tab alone makes a row the current one.
+    QTreeWidgetItem* const current = table_->currentItem();
+    if (current != nullptr && Selected().empty()) current->setSelected(true);
+    actions_.at(report)->trigger();
+  };
   table.onDelete = [this] { actions_.at(remove)->trigger(); };
   table.onCopy = [this] { actions_.at(copyTable)->trigger(); };
   auto* more = new QPushButton(tr("More"));

@@ -195,8 +195,7 @@ TEST_F(RunsTest, TheTableSortsByNumbersDrawsWhatIsTickedAndKeepsNotes) {
   };
   const auto areBoth = [&] { return isDrawn("one.1 ") && isDrawn("two.1 "); };
   EXPECT_TRUE(Comes(areBoth));
-  table.clearSelection();
-  table.topLevelItem(2)->setSelected(true);
+  table.setCurrentItem(table.topLevelItem(2), 0, QItemSelectionModel::Clear);
   QTest::keyClick(&table, Qt::Key_Return);
   EXPECT_THAT(Titles(), Contains("Report of one.1"));
   answers.Cancel();
