@@ -15,8 +15,8 @@ struct Obstacles {
 };
 
 /// Where a legend of `size` stands inside `room` without covering anything: `present` where that is
-/// still free, else the first free of the corners and the middles of the upper and lower edge.
-/// Nothing where none is free.
+/// still free, else the first free of the corners, the middles of the upper and lower edge, and the
+/// places at half the height. Nothing where none is free.
 std::optional<Qt::Alignment> FreeLegendPlace(const QRectF& room, const QSizeF& size,
                                              const Obstacles& obstacles, Qt::Alignment present);
 
