@@ -117,6 +117,12 @@ QSize ProgramStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
   return whole + QSize(line, line / 3);
 }
 
+int ProgramStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                              const QWidget* widget) const {
+  const int whole = QProxyStyle::pixelMetric(metric, option, widget);
+  return metric == PM_TabBarTabHSpace ? whole / 2 : whole;
+}
+
 int ProgramStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                             QStyleHintReturn* data) const {
   if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;

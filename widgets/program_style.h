@@ -17,8 +17,9 @@ double ContrastOf(const QColor& a, const QColor& b);
 
 /// The desktop's style, and an outline round check boxes and option buttons where the palette is
 /// dark: the style's own nearly vanishes there. Push buttons of every window are alike: with room
-/// round their text, and without pictures. Row numbers stand on the line of their cells. Fields
-/// that are disabled look so on every palette and can be read.
+/// round their text, and without pictures. Tabs stand close, so that all seven can be seen beside
+/// the curves. Row numbers stand on the line of their cells. Fields that are disabled look so on
+/// every palette and can be read.
 class ProgramStyle : public QProxyStyle {
  public:
   using QProxyStyle::polish;
@@ -29,6 +30,8 @@ class ProgramStyle : public QProxyStyle {
                    const QWidget* widget) const override;
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                          const QWidget* widget) const override;
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override;
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* data) const override;
 };

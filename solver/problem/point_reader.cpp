@@ -8,6 +8,7 @@
 #include <map>
 #include <string>
 
+#include "base/number.h"
 #include "base/text.h"
 
 namespace polefit {
@@ -26,6 +27,7 @@ int FilledCells(const PointLists<Columns>& points, int row) {
 /// together that the mended cell could make wrong.
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
+constexpr int kYinColumn = 2;
 constexpr int kYoutColumn = 3;
 
 /// The faults of a table's rows. What is wrong in many rows is told once, at the first of them.
@@ -150,32 +152,37 @@ class RowReader {
 
 /// The power of ten of a number's last decimal; trailing zeros count, and an exponent does.
 double LastDecimal(std::string_view text) {
-  const std::size_t mark = std::min(text.find_first_of("eE"), text.size());
-  const std::string_view mantissa = text.substr(0, mark);
-  const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
-  const auto behind = std::count_if(mantissa.begin() + static_cast<std::ptrdiff_t>(point),
-                                    mantissa.end(), [](char c) { return c >= '0' && c <= '9'; });
-  const double exponent = mark < text.size() ? ParseNumber(text.substr(mark + 1)).value_or(0) : 0;
-  return exponent - static_cast<double>(behind);
+  double place = 0;
+  bool isBehindPoint = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == 'e' || text[i] == 'E') {
+      return place + ParseNumber(text.substr(i + 1)).value_or(0);
+    }
+    if (isBehindPoint && IsDigit(text[i])) --place;
+    if (text[i] == '.') isBehindPoint = true;
+  }
+  return place;
 }
 
 /// The unit that a column is typed in: that of its finest number. A coarse column, "1" and "0" say,
 /// is meant exactly: 0.
-template <std::size_t Columns>
-double UnitOf(const PointLists<Columns>& points, int column, int count) {
-  constexpr double kCoarse = 1e-3;
-  double finest = std::numeric_limits<double>::infinity();
-  double largest = 0;
-  for (int row = 1; row <= std::min(count, points.RowsOf(column)); ++row) {
-    const std::string& text = points.At(row, column);
-    const std::optional<double> value = ParseNumber(text);
-    if (!value) continue;
-    finest = std::min(finest, LastDecimal(text));
-    largest = std::max(largest, std::abs(*value));
+class ColumnUnit {
+ public:
+  void Add(const std::string& text, double value) {
+    if (std::isnan(value)) return;
+    lastDecimal_ = std::min(lastDecimal_, LastDecimal(text));
+    largest_ = std::max(largest_, std::abs(value));
   }
-  const double unit = std::pow(10, finest);
-  return unit <= kCoarse * largest ? unit : 0;
-}
+  double Unit() const {
+    constexpr double kCoarse = 1e-3;
+    const double unit = std::pow(10, lastDecimal_);
+    return unit <= kCoarse * largest_ ? unit : 0;
+  }
+
+ private:
+  double lastDecimal_ = std::numeric_limits<double>::infinity();
+  double largest_ = 0;
+};
 
 /// The data points and the weights that the error measures give them.
 class PointReader {
@@ -186,8 +193,6 @@ class PointReader {
   void Read() {
     if (record_.nFreqPoints > 0) {
       ReadPassband();
-      problem_.yinUnit = UnitOf(record_.passband, 2, record_.nFreqPoints);
-      problem_.youtUnit = UnitOf(record_.passband, 3, record_.nFreqPoints);
       WeighPassband();
       CheckPassband();
     } else {
@@ -195,7 +200,6 @@ class PointReader {
     }
     if (!problem_.wantsDelay) return;
     ReadDelay();
-    problem_.txUnit = UnitOf(record_.delay, 2, record_.nDelayPoints);
     WeighDelay();
     CheckDelay();
   }
@@ -204,16 +208,22 @@ class PointReader {
   void ReadPassband() {
     RowFaults faults(answers_);
     RowReader rows(faults, FindingTable::passband);
-    TellDecibels(2, "Yin", rows);
-    TellDecibels(3, "Yout", rows);
+    TellDecibels(kYinColumn, "Yin", rows);
+    TellDecibels(kYoutColumn, "Yout", rows);
     const int needed = problem_.usesWeights ? 4 : 3;
     const std::vector<const char*> names = {"frequency", "Yin", "Yout", "weight"};
+    ColumnUnit yin;
+    ColumnUnit yout;
     for (int row = 1; row <= record_.nFreqPoints; ++row) {
       const std::vector<double> values = rows.Read(record_.passband, row, needed, names, 0);
       const double weight = problem_.usesWeights ? values[3] : 1;
       problem_.passband.push_back({values[0], values[1], values[2], weight});
       if (values[2] == 0 && problem_.inputPower > 0) RefuseDivision(row, faults);
+      yin.Add(record_.passband.At(row, kYinColumn), values[1]);
+      yout.Add(record_.passband.At(row, kYoutColumn), values[2]);
     }
+    problem_.yinUnit = yin.Unit();
+    problem_.youtUnit = yout.Unit();
   }
 
   void TellDecibels(int column, const char* name, RowReader& rows) {
@@ -262,10 +272,13 @@ class PointReader {
     RowReader rows(faults, FindingTable::delay);
     const std::vector<const char*> names = {"frequency", "TX"};
     constexpr int kTxColumn = 2;
+    ColumnUnit tx;
     for (int row = 1; row <= record_.nDelayPoints; ++row) {
       const std::vector<double> values = rows.Read(record_.delay, row, 2, names, kTxColumn);
       problem_.delay.push_back({values[0], values[1]});
+      tx.Add(record_.delay.At(row, kTxColumn), values[1]);
     }
+    problem_.txUnit = tx.Unit();
   }
 
   /// A free constant takes one point away.
