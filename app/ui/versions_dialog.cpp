@@ -15,7 +15,7 @@ namespace polefit {
 
 namespace {
 
-enum Column { date, content, firstLine, columnCount };
+enum VersionColumn { date, content, firstLine, columnCount };
 
 QString DateText(std::int64_t seconds) {
   return QLocale().toString(QDateTime::fromSecsSinceEpoch(seconds), QLocale::ShortFormat);

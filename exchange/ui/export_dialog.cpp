@@ -20,7 +20,7 @@ QSize FirstSize(const QFontMetrics& metrics) {
   return {metrics.averageCharWidth() * 100, metrics.height() * 30};
 }
 
-QString Joined(const std::vector<std::string>& faults) {
+QString FaultLines(const std::vector<std::string>& faults) {
   QString text;
   for (const std::string& fault : faults) text += QString::fromStdString(fault) + '\n';
   return text;
@@ -104,7 +104,7 @@ void ExportDialog::ShowFormat() {
                    {Format().format, isNetwork && atDataPoints_->isChecked(), result_.file, date_});
   text_ = exported.text;
   preview_->setPlainText(exported.faults.empty() ? QString::fromStdString(text_)
-                                                 : Joined(exported.faults));
+                                                 : FaultLines(exported.faults));
   saveAs_->setEnabled(exported.faults.empty());
   copy_->setEnabled(exported.faults.empty());
 }

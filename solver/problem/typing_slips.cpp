@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numeric>
 #include <string>
 #include <utility>
@@ -176,19 +177,25 @@ class SlipFinder {
     return Cure::none;
   }
 
+  /// 0 is the same in every unit.
   bool FindOtherUnit(FindingTable table, const std::vector<double>& frequencies) {
-    if (frequencies.empty()) return false;
-    const auto [lowest, highest] = std::minmax_element(frequencies.begin(), frequencies.end());
-    const bool isAbove = *lowest > kFarAbove * freqNorm_;
-    if (!isAbove && (*highest <= 0 || *highest >= kFarBelow * freqNorm_)) return false;
+    double lowest = std::numeric_limits<double>::infinity();
+    double highest = 0;
+    for (const double frequency : frequencies) {
+      if (frequency > 0) lowest = std::min(lowest, frequency);
+      highest = std::max(highest, frequency);
+    }
+    const bool isAbove = lowest > kFarAbove * freqNorm_;
+    if (highest <= 0 || (!isAbove && highest >= kFarBelow * freqNorm_)) return false;
+    const bool hasZero = std::ranges::find(frequencies, 0) != frequencies.end();
     const int row = isAbove ? 1 : static_cast<int>(frequencies.size());
-    answers_.Warn(
-        PointTopic(table, row, 1),
-        isAbove ? ": all frequencies lie above 5 times Freq Norm. Are they in Hz or kHz? Both "
-                  "are taken in MHz."
-                : ": all frequencies lie below a tenth of Freq Norm. Are they in GHz? Both "
-                  "are taken in MHz.",
-        UnitCure(*highest));
+    answers_.Warn(PointTopic(table, row, 1),
+                  std::string(": all frequencies ") + (isAbove && hasZero ? "but 0 " : "") +
+                      (isAbove ? "lie above 5 times Freq Norm. Are they in Hz or kHz? Both are "
+                                 "taken in MHz."
+                               : "lie below a tenth of Freq Norm. Are they in GHz? Both are "
+                                 "taken in MHz."),
+                  UnitCure(highest));
     return true;
   }
 

@@ -48,6 +48,7 @@ std::string WithColumn(int column, const std::array<const char*, 3>& cells) {
 TEST(TypingSlips, OtherUnitsAndDecibelsAreOneFindingEach) {
   EXPECT_EQ(FoundIn(Good()), "");
   EXPECT_THAT(WithColumn(1, {"1e6", "2e6", "3e6"}), HasSubstr("in Hz or kHz?"));
+  EXPECT_THAT(WithColumn(1, {"0", "2e6", "3e6"}), HasSubstr("all frequencies but 0 lie above"));
   EXPECT_THAT(WithColumn(1, {".001", ".002", ".003"}), HasSubstr("in GHz?"));
   EXPECT_EQ(WithColumn(1, {"0", "50", "100"}), "") << "a stopband may reach far";
   EXPECT_EQ(WithColumn(1, {"1e6", "x", "3e6"}), "") << "a fault of its own";
