@@ -102,10 +102,10 @@ Exit ShowOrders(Host& host, const Request& request, const std::function<int()>& 
 Exit Main(const std::vector<std::string>& words) {
   ConsoleHost host;
   const Request request = ParseCommandLine(words, host);
-  using Action = Request::Action;
-  if (request.action == Action::help) return Checked(Tell(HelpText()));
-  if (request.action == Action::version) return Checked(Tell("pfit " POLEFIT_VERSION "\n"));
-  if (request.action == Action::usage) {
+  using enum Request::Action;
+  if (request.action == help) return Checked(Tell(HelpText()));
+  if (request.action == version) return Checked(Tell("pfit " POLEFIT_VERSION "\n"));
+  if (request.action == usage) {
     std::cerr << HelpText().substr(0, HelpText().find('\n')) << '\n';
     return Exit::usage;
   }
@@ -113,8 +113,8 @@ Exit Main(const std::vector<std::string>& words) {
   std::signal(SIGPIPE, SIG_IGN);
   StopSignals signals;
   const auto stopRequests = [&] { return signals.Count(); };
-  if (request.action == Action::summary) return Checked(Summarise(request, stopRequests));
-  if (request.action == Action::orders) return Checked(ShowOrders(host, request, stopRequests));
+  if (request.action == summary) return Checked(Summarise(request, stopRequests));
+  if (request.action == orders) return Checked(ShowOrders(host, request, stopRequests));
   std::ostream nowhere(nullptr);
   std::ostream& progress = request.json ? nowhere : std::cout;
   const RunOutcome outcome =
