@@ -29,7 +29,8 @@ void DiagramParts::DrawErrors(Diagram& diagram) const {
                    ", " + FrequencyText(worst.megahertz) + ", row " + std::to_string(worst.row);
   }
   diagram.sentence = diagram.note.empty() ? "no error" : "worst error " + diagram.note;
-  FitAxis(diagram.series, diagram.y);
+  // What the note tells of sets the scale: start values are often a hundred times worse.
+  FitAxis({{"", RoleOf(last.role), InUnit(last.passband.frequency), ErrorsOf(last)}}, diagram.y);
   // Room for the mark of the worst row.
   constexpr double kRoom = 1.15;
   const double size = kRoom * std::max(std::abs(diagram.y.from), std::abs(diagram.y.to));

@@ -86,6 +86,13 @@ TEST(ErrorDiagram, NamesTheWorstRow) {
   EXPECT_EQ(diagram.y.from, -diagram.y.to);
 }
 
+TEST(ErrorDiagram, HasTheScaleOfTheLastCurve) {
+  const FitCurves typed = Curves(ExampleRecord("Ex-Delay.101"));
+  const FitCurves result = Curves(ExampleRecord("Ex-Yzero.102"));
+  const Diagram diagram = MakeDiagram(DiagramKind::error, {&typed, &result}, {});
+  EXPECT_NEAR(diagram.y.to, 1.15 * std::abs(SeriesOf(diagram, SeriesRole::worst).y[0]), .3);
+}
+
 TEST(ErrorDiagram, LeadsOnlyToRowsThatTheTableStillHas) {
   const FitCurves result = Curves(ExampleRecord("Ex-Delay.101"));
   ResponseRecord fewer = ExampleRecord("Ex-Delay.101");
