@@ -56,12 +56,16 @@ class OrthogonalFit {
     for (std::size_t i = 0; i < count_; ++i) {
       term.values.push_back(std::pow(t[i], static_cast<double>(power)));
     }
+    const double whole = Dot(term.values, term.values);
     for (std::size_t lower = 0; lower < terms_.size(); ++lower) {
       const std::vector<double>& other = terms_[lower].values;
       term.on.at(lower) = Dot(term.values, other) / Dot(other, other);
       for (std::size_t i = 0; i < count_; ++i) term.values[i] -= term.on.at(lower) * other[i];
     }
-    term.weight = Dot(term.values, residual_) / Dot(term.values, term.values);
+    // Points that can hardly be told apart count as one, which leaves too few for the last term.
+    constexpr double kSquareOfNoise = 1e-24;
+    const double own = Dot(term.values, term.values);
+    term.weight = own > kSquareOfNoise * whole ? Dot(term.values, residual_) / own : 0;
     for (std::size_t i = 0; i < count_; ++i) residual_[i] -= term.weight * term.values[i];
     terms_.push_back(std::move(term));
   }

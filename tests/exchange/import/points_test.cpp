@@ -157,6 +157,9 @@ TEST(PointsTest, SmoothingLeavesAQuadraticInDecibelsAsItIs) {
   rows[10].value = {0};
   Smooth(rows, 5, {});
   EXPECT_EQ(rows[10].value.value, 0);
+  std::vector<Sample> far = {At(.3, .99), At(.9, .98), At(6e19, .9)};
+  Smooth(far, 5, {});
+  EXPECT_NEAR(far[0].value.value, std::sqrt(.99 * .98), 1e-9) << "the first two count as one";
 }
 
 TEST(PointsTest, ADelayComesFromThePhase) {
