@@ -72,7 +72,7 @@ TEST_F(NoticeBarTest, NeverAppearsUnderAPressedButton) {
   Post("a", Urgency::asks);
   EXPECT_EQ(Shown(), "nothing");
   QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, {5, 5});
-  EXPECT_TRUE(QTest::qWaitFor([this] { return bar->isVisible(); }, 2000));
+  EXPECT_TRUE(QTest::qWaitFor([this] { return bar->isVisible(); }, 20000));
   EXPECT_EQ(bar->accessibleName(), "about a");
 }
 
@@ -82,7 +82,7 @@ TEST_F(NoticeBarTest, WaitsWhileACellIsEdited) {
   QTest::qWait(250);
   EXPECT_EQ(Shown(), "nothing");
   isBusy = false;
-  EXPECT_TRUE(QTest::qWaitFor([this] { return bar->isVisible(); }, 2000));
+  EXPECT_TRUE(QTest::qWaitFor([this] { return bar->isVisible(); }, 20000));
 }
 
 }  // namespace

@@ -148,7 +148,7 @@ TEST_F(EditMenuTest, TypedRowsOfANewProblemBecomePointsByAButton) {
     }
   }
   auto& keep = Find<QWidget>("cmdKeepPassData");
-  EXPECT_TRUE(QTest::qWaitFor([&keep] { return keep.isVisible(); }, 2000));
+  EXPECT_TRUE(QTest::qWaitFor([&keep] { return keep.isVisible(); }, 20000));
   EXPECT_EQ(Find<QLabel>("lblUnsavedPassData").text(), "2 rows typed, no points yet.");
   Click("cmdKeepPassData");
   EXPECT_EQ(program.document.record.nFreqPoints, 2);

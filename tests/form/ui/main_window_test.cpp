@@ -238,7 +238,7 @@ TEST_F(FrmMainTest, TheRunTabAndTheTitleNameTheFile) {
 TEST_F(FrmMainTest, AStarInTheTitleStandsForWhatASaveWouldChange) {
   program.files.currentFileName = "vna.1";
   const auto waitFor = [this](const QString& title) {
-    return QTest::qWaitFor([&] { return form.windowTitle() == title; }, 2000);
+    return QTest::qWaitFor([&] { return form.windowTitle() == title; }, 20000);
   };
   form.SetText("iPower", "3");
   EXPECT_TRUE(waitFor("vna.1* - Polefit"));

@@ -7,6 +7,7 @@
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QTimer>
 #include <deque>
 #include <functional>
@@ -76,7 +77,7 @@ class Answering {
     // The next look is set up first: an answer may bring up the next box and wait for its end.
     QTimer::singleShot(5, &looks_, [this] { Look(); });
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr) return;
+    if (dialog == nullptr || dialog == answered_) return;
     if (qobject_cast<QMessageBox*>(dialog) != nullptr) said.push_back(NameOf(*dialog));
     if (answers_.empty()) {
       ADD_FAILURE() << "no answer for: " << NameOf(*dialog);
@@ -84,10 +85,13 @@ class Answering {
     }
     const auto answer = answers_.front();
     answers_.pop_front();
+    const QScopedValueRollback<QDialog*> waits(answered_, dialog);
     answer(*dialog);
   }
 
   QObject looks_;
+  /// The one whose answer goes on: it may wait for something that the dialog does.
+  QDialog* answered_ = nullptr;
   std::deque<std::function<void(QDialog&)>> answers_;
 };
 

@@ -55,7 +55,7 @@ struct RunsTest : InstalledProgram {
   }
   static void WaitForStatus(const char* text) {
     const auto isThere = [text] { return TextOf("cmdRunState").find(text) != std::string::npos; };
-    EXPECT_TRUE(QTest::qWaitFor(isThere)) << text << ": " << TextOf("cmdRunState");
+    EXPECT_TRUE(QTest::qWaitFor(isThere, 60000)) << text << ": " << TextOf("cmdRunState");
   }
 };
 
@@ -116,7 +116,7 @@ TEST_F(RunsTest, ARunThatEndsWithoutAWindowIsKeptAtTheNextStart) {
   session.reset();
   WriteBytes(Installed("go"), "");
   const auto isOver = [this] { return FileBytes(Installed("~pft-end.txt")).size() > 3; };
-  ASSERT_TRUE(QTest::qWaitFor(isOver));
+  ASSERT_TRUE(QTest::qWaitFor(isOver, 60000));
   Start();
   EXPECT_EQ(Table().topLevelItemCount(), 1);
   EXPECT_EQ(Table().topLevelItem(0)->text(2), "run1.txt");

@@ -177,7 +177,7 @@ TEST_F(SessionTest, TheOpenDialogCountsWhatItsFilterHidesAndOpensItByName) {
     EXPECT_EQ(name->selectedText(), "*.*");
     QTest::keyClicks(name, "hidden.txt");
     auto* open = dialog.findChild<QDialogButtonBox*>("buttonBox")->button(QDialogButtonBox::Open);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return open->isEnabled(); }, 2000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return open->isEnabled(); }, 20000));
     open->click();
   });
   Choose("mnuFileOpen");
@@ -271,7 +271,7 @@ TEST_F(SessionTest, ASignalToEndLeavesTheLastKeysToTheNextStart) {
   const Termination termination([this] { session->End(); });
   SetText("tmin", "31");
   ::raise(SIGTERM);
-  EXPECT_TRUE(QTest::qWaitFor([this] { return session->HasEnded(); }));
+  EXPECT_TRUE(QTest::qWaitFor([this] { return session->HasEnded(); }, 20000));
   Start();
   session->Values().notices.Waiting().at(0).buttons.at(0).action();
   EXPECT_EQ(TextOf("tmin"), "31");
