@@ -1,5 +1,6 @@
 #include "widgets/controls.h"
 
+#include <QAccessibleWidget>
 #include <QEvent>
 #include <QPushButton>
 #include <algorithm>
@@ -7,6 +8,17 @@
 #include "widgets/answer_edit.h"
 
 namespace polefit {
+
+namespace {
+
+constexpr const char* kAlert = "isAlert";
+
+QAccessibleInterface* AlertOf(const QString&, QObject* object) {
+  if (!object->property(kAlert).toBool()) return nullptr;
+  return new QAccessibleWidget(qobject_cast<QWidget*>(object), QAccessible::AlertMessage);
+}
+
+}  // namespace
 
 QString ToQString(std::string_view utf8) {
   return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
@@ -80,6 +92,19 @@ QPushButton* MakeButton(std::string_view name, const QString& caption) {
   button->setAutoDefault(true);  // Return presses it, as the space bar does
   button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   return button;
+}
+
+void MakeAlert(QWidget& widget) {
+  widget.setProperty(kAlert, true);
+  QAccessible::installFactory(&AlertOf);
+}
+
+void Announce(QWidget& alert) {
+  QAccessibleEvent spoken(&alert, QAccessible::Alert);
+  QAccessible::updateAccessibility(&spoken);
+  // What AT-SPI passes on of an alert is only that it has come up.
+  QAccessibleEvent shown(&alert, QAccessible::ObjectShow);
+  if (alert.isVisible()) QAccessible::updateAccessibility(&shown);
 }
 
 }  // namespace polefit

@@ -38,4 +38,9 @@ QLabel* MakeNote(std::string_view name, const QString& caption);
 AnswerEdit* MakeBox(std::string_view name, std::string_view text, int length, bool selectsAll);
 QPushButton* MakeButton(std::string_view name, const QString& caption);
 
+/// Makes a screen reader speak `widget` by itself when it comes up.
+void MakeAlert(QWidget& widget);
+/// Has what an alert says spoken now, too, if it is to be seen.
+void Announce(QWidget& alert);
+
 }  // namespace polefit

@@ -1,6 +1,5 @@
 #include "widgets/notice_bar.h"
 
-#include <QAccessible>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -28,6 +27,7 @@ NoticeBar::NoticeBar(Guard run, std::function<bool()> isBusy)
       count_(new QLabel),
       close_(new QToolButton) {
   setObjectName("noticeBar");
+  MakeAlert(*this);
   setFrameShape(StyledPanel);
   setAutoFillBackground(true);
   setBackgroundRole(QPalette::AlternateBase);
@@ -77,8 +77,8 @@ void NoticeBar::Update() {
 
 void NoticeBar::ShowFirst() {
   const std::vector<Notice>& waiting = board_->Waiting();
-  setVisible(!waiting.empty());
   if (waiting.empty()) {
+    hide();
     shown_ = {};
     return;
   }
@@ -88,6 +88,7 @@ void NoticeBar::ShowFirst() {
   const bool isNew = first.about != shown_.about || first.sentence != shown_.sentence;
   shown_ = first;
   if (isNew) ShowNotice(first);
+  show();
 }
 
 void NoticeBar::ShowNotice(const Notice& notice) {
@@ -97,13 +98,8 @@ void NoticeBar::ShowNotice(const Notice& notice) {
     buttons_[i]->setVisible(isUsed);
     if (isUsed) buttons_[i]->setText(QString::fromStdString(notice.buttons[i].caption));
   }
-  Announce();
-}
-
-void NoticeBar::Announce() {
   setAccessibleName(sentence_->text());
-  QAccessibleEvent event(this, QAccessible::Alert);
-  QAccessible::updateAccessibility(&event);
+  Announce(*this);
 }
 
 void NoticeBar::Choose(std::size_t button) {

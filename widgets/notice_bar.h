@@ -40,7 +40,6 @@ class NoticeBar final : public QFrame {
   void ShowFirst();
   void ShowNotice(const Notice& notice);
   void Choose(std::size_t button);
-  void Announce();
 
   Guard run_;
   std::function<bool()> isBusy_;

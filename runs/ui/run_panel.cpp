@@ -1,6 +1,5 @@
 #include "runs/ui/run_panel.h"
 
-#include <QAccessible>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
@@ -18,6 +17,7 @@
 #include "form/ui/panel_entry.h"
 #include "runs/ui/error_plot.h"
 #include "runs/ui/run_parts.h"
+#include "widgets/controls.h"
 #include "widgets/status_line.h"
 
 namespace polefit {
@@ -237,10 +237,7 @@ void RunPanel::ShowEnd(const RunEnd& end) {
   }
   if (isLasting_ || end.verdict.outcome != Outcome::good) Open();
   ShowStatus();
-  if (isLasting_) {
-    QAccessibleEvent event(parts_->lblVerdict, QAccessible::Alert);
-    QAccessible::updateAccessibility(&event);
-  }
+  if (isLasting_) Announce(*parts_->lblVerdict);
   Q_EMIT runEnded(end.hasValues);
 }
 

@@ -94,6 +94,7 @@ RunParts::RunParts()
   cmdReport->setToolTip(QObject::tr("Opens the report of this run (Enter)"));
   cmdImproved->setToolTip(QObject::tr("Puts the locations that were found onto the form"));
   cmdCopyAs->setToolTip(QObject::tr("Copies the result for another program"));
+  MakeAlert(*lblVerdict);
   for (QLabel* const label : {lblVerdict, lblEnding, lblOutdated}) label->hide();
   for (QPushButton* const button : {cmdStop, cmdReport, cmdImproved, cmdCopyAs}) {
     button->setEnabled(false);
