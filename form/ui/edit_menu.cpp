@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScopedValueRollback>
 #include <utility>
 
 #include "grids/cell_editor.h"
@@ -80,7 +81,7 @@ void EditMenu::ForgetSteps() {
 }
 
 void EditMenu::Record(const QString& name, StepKind kind) {
-  if (!history_) return;
+  if (!history_ || isStepping_) return;
   history_->Record(name.toStdString(), kind);
   ShowStepNames();
   Q_EMIT recorded();
@@ -126,7 +127,10 @@ void EditMenu::Step(FormPlace (History::*move)()) {
     HideCellEditor(program.windows.grids, false);
     // What was typed and not yet left is a step of its own.
     Record(tr("Typing"));
-    const FormPlace place = ((*history_).*move)();
+    const FormPlace place = [&] {
+      const QScopedValueRollback<bool> stepping(isStepping_, true);
+      return ((*history_).*move)();
+    }();
     ShowStepNames();
     Q_EMIT stepShown(place);
   });

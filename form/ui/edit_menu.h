@@ -74,6 +74,8 @@ class EditMenu final : public QObject {
   ProgramGuard run_;
   std::optional<History> history_;
   std::map<Entry, QAction*> actions_;
+  /// While a step is shown, boxes are greyed and so left; that is no typing.
+  bool isStepping_ = false;
 };
 
 }  // namespace polefit

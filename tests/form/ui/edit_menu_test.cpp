@@ -108,6 +108,16 @@ TEST_F(EditMenuTest, ABoxUndoesItsOwnTypingFirstAndThenTheFormItsSteps) {
   EXPECT_EQ(form.Text("iPower"), "12");
 }
 
+TEST_F(EditMenuTest, AnUndoneTickThatGreysTheBoxWithTheFocusCanBeDoneAgain) {
+  form.SetFocus("chkSigmaZero");
+  Press(Qt::Key_Space, Qt::Key_Tab);
+  ASSERT_EQ(FocusName(), "sigmaZero");
+  Press(Qt::CTRL | Qt::Key_Z);
+  EXPECT_FALSE(form.IsChecked("chkSigmaZero") || form.IsEnabled("sigmaZero"));
+  Press(Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
+  EXPECT_TRUE(form.IsChecked("chkSigmaZero") && form.IsEnabled("sigmaZero"));
+}
+
 TEST_F(EditMenuTest, TicksButtonsAndTheWeightColumnComeBack) {
   form.SetFocus("chkUseWeights");
   Press(Qt::Key_Space);
