@@ -64,10 +64,8 @@ std::vector<double> TypedParts(const ResponseRecord& record, FactorKind kind, do
                                double imaginary) {
   const double lowest = ParseNumber(record.Slot(slot::kLowestXY)).value_or(0);
   const double largest = std::max(lowest, ParseNumber(record.Slot(slot::kMaxXY)).value_or(0));
-  // Exactly 1 would hold it there.
-  constexpr double kLeastOmega = 1.001;
   if (kind == FactorKind::omegaZero) {
-    return {std::clamp(imaginary, std::min(kLeastOmega, largest), largest)};
+    return {std::clamp(imaginary, std::min(kLeastFreeZero, largest), largest)};
   }
   const double size = std::clamp(std::abs(real), lowest, largest);
   const bool isRight = real > 0 && (kind == FactorKind::zeroPair || kind == FactorKind::sigmaZero);

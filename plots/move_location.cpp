@@ -50,8 +50,7 @@ std::vector<ChangedAnswer> MoveLocation(const ResponseRecord& record, const FitC
   const std::size_t word = typed.words[location];
   std::vector<ChangedAnswer> answers;
   if (at.kind == FactorKind::omegaZero) {
-    // Exactly 1 would hold it there.
-    const double least = std::min(1.001, largest);
+    const double least = std::min(kLeastFreeZero, largest);
     answers.push_back(
         WithWord(record, slots[0], word, std::clamp(imaginary, least, std::max(least, largest))));
   } else {

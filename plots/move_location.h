@@ -14,6 +14,9 @@ struct ChangedAnswer {
   std::string text;
 };
 
+/// The smallest omega-axis zero that a command gives: exactly 1 would hold it there.
+inline constexpr double kLeastFreeZero = 1.001;
+
 /// The answers that put a location of the typed curves near (`real`, `imaginary`), normalised.
 /// Every kind stays on its axis and on its side, inside the bounds; a held zero stays where it is:
 /// no answers.

@@ -1,7 +1,9 @@
 #include "plots/start_values.h"
 
+#include <algorithm>
 #include <vector>
 
+#include "plots/move_location.h"
 #include "solver/problem/problem_reader.h"
 #include "solver/report/last_run.h"
 #include "solver/search/data_start.h"
@@ -31,6 +33,17 @@ std::vector<ListGroup> GroupsOf(const ResponseRecord& record) {
            CountAt(record, slot::kZeroCounts, 1) + CountAt(record, slot::kZeroCounts, 2)}};
 }
 
+/// On the bound 1 they would be held in the runs that follow.
+void KeepOmegaZerosFree(Problem& problem) {
+  const double least = std::min(kLeastFreeZero, problem.largest);
+  for (const Factor& factor : problem.constellation.factors) {
+    const bool isMoved = factor.parameter < problem.constellation.MovedCount();
+    if (factor.kind != FactorKind::omegaZero || !isMoved) continue;
+    double& zero = problem.typedParameters[factor.parameter];
+    zero = std::max(zero, least);
+  }
+}
+
 }  // namespace
 
 SuggestedStart SuggestStart(const ResponseRecord& record, bool replacesTyped) {
@@ -53,6 +66,7 @@ SuggestedStart SuggestStart(const ResponseRecord& record, bool replacesTyped) {
   Problem problem = ReadProblem(emptied, findings);
   if (HasFault(findings)) return {Outcome::faulty, {}};
   FillFromPoints(problem, findings);
+  KeepOmegaZerosFree(problem);
   Iterate start;
   start.parameters = problem.typedParameters;
   start.fit.gain = problem.typedGain;

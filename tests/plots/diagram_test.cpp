@@ -209,6 +209,10 @@ TEST(StartValues, FillWhatIsMissingAndLeaveTheRest) {
   const SuggestedStart replaced = SuggestStart(full, true);
   ASSERT_EQ(replaced.outcome, Outcome::found);
   EXPECT_NE(replaced.record.Slot(slot::kYzero), full.Slot(slot::kYzero));
+  // The points have their null below Freq Norm: exactly 1 would hold the zero there for good.
+  const SuggestedStart atBound =
+      SuggestStart(ExampleRecord("Ex-Yzero.102", "5=20; 11=1 0 0; 11a="), false);
+  EXPECT_EQ(atBound.record.Slot(slot::kYzero), "1.001");
 }
 
 TEST(CurveTable, HasACellForEachFigureAndNoneWhereNothingIsDrawn) {
