@@ -1,5 +1,7 @@
 #include "plots/ui/curve_style.h"
 
+#include <algorithm>
+
 #include "widgets/program_style.h"
 
 namespace polefit {
@@ -93,7 +95,7 @@ QPen PenOf(const Series& series, const QPalette& palette) {
 
 QCPScatterStyle MarkOf(const Series& series, const QPalette& palette, double size) {
   const QColor color = ColorOfSeries(series, palette);
-  const QPen pen(color, 1.5);
+  const QPen pen(color, std::min(1.5, .2 * size));
   switch (series.role) {
     case SeriesRole::poles:
     case SeriesRole::ghostPoles:

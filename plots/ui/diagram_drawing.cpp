@@ -7,6 +7,7 @@
 #include "plots/ui/clipped_line.h"
 #include "plots/ui/curve_style.h"
 #include "plots/ui/diagram_view.h"
+#include "plots/ui/logarithmic_ticker.h"
 #include "widgets/controls.h"
 
 namespace polefit {
@@ -18,11 +19,8 @@ QVector<double> AsVector(const std::vector<double>& values) {
 }
 
 QSharedPointer<QCPAxisTicker> TickerOf(const Axis& axis) {
-  // Less than one and a half decades have no powers of ten to speak of.
-  if (axis.isLogarithmic && axis.to > 30 * axis.from) {
-    return QSharedPointer<QCPAxisTickerLog>(new QCPAxisTickerLog);
-  }
-  return QSharedPointer<QCPAxisTicker>(new QCPAxisTicker);
+  return QSharedPointer<QCPAxisTicker>(axis.isLogarithmic ? new LogarithmicTicker
+                                                          : new QCPAxisTicker);
 }
 
 void ApplyAxis(const Axis& from, QCPAxis& axis) {
@@ -31,6 +29,14 @@ void ApplyAxis(const Axis& from, QCPAxis& axis) {
   axis.setTicker(TickerOf(from));
   axis.setNumberFormat("g");
   axis.setNumberPrecision(5);
+}
+
+/// Of marks along a curve: smaller where, in a pane of the usual width, so many would melt into a
+/// band.
+double MarkSize(double usual, std::size_t count) {
+  constexpr double kLeast = 3.5;
+  constexpr double kRoom = 1200;
+  return std::min(usual, std::max(kLeast, kRoom / static_cast<double>(count)));
 }
 
 QSharedPointer<QCPAxisTicker> WholeNumbers() {
@@ -122,8 +128,9 @@ void DiagramView::AddSeries(const Series& series, bool isLastLine) {
     }
   } else {
     graph->setLineStyle(QCPGraph::lsNone);
-    graph->setPen(MarkOf(series, palette(), size).pen());
-    graph->setScatterStyle(MarkOf(series, palette(), size));
+    const QCPScatterStyle mark = MarkOf(series, palette(), MarkSize(size, series.x.size()));
+    graph->setPen(mark.pen());
+    graph->setScatterStyle(mark);
   }
   graph->setName(ToQString(series.name));
   // In the legend a result has its mark too.

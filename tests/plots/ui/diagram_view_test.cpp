@@ -112,6 +112,29 @@ TEST_F(DiagramViewTest, RingsWhatIsWanted) {
   EXPECT_TRUE(HasColor(Pixel(10, 0), view.palette().color(QPalette::Text), 6)) << "0 has a place";
 }
 
+TEST_F(DiagramViewTest, DrawsManyPointsFinerThanAFew) {
+  // How high the marks of so many points in a row are.
+  const auto height = [this](int count) {
+    Diagram flat;
+    flat.x.to = count + 1;
+    flat.y = {"", -1, 1};
+    flat.series = {{"", SeriesRole::wanted, {}, {}}};
+    for (int i = 1; i <= count; ++i) flat.series[0].x.push_back(i);
+    flat.series[0].y.assign(flat.series[0].x.size(), 0);
+    view.Show(flat);
+    view.replot();
+    image = view.grab().toImage();
+    int highest = 0;
+    for (int y = 0; y < 10; ++y) {
+      const QPoint above = Pixel((count + 1) / 2., 0) - QPoint(0, y);
+      if (image.pixelColor(above).lightness() < 200) highest = y;
+    }
+    return highest;
+  };
+  EXPECT_GE(height(21), 3);
+  EXPECT_LE(height(801), 2) << "no band that covers the curves";
+}
+
 TEST_F(DiagramViewTest, PutsPolesZerosAndGhostsIntoEqualScales) {
   Show(DiagramKind::poles);
   const double across = view.xAxis->range().size() / view.axisRect()->width();
