@@ -97,6 +97,7 @@ void ReportViewer::BuildBar(QBoxLayout* rows) {
   for (QPushButton* const button : {print, save}) bar->addWidget(button);
   rows->addLayout(bar);
   connect(find_, &QLineEdit::returnPressed, this, [this] { Find(false); });
+  connect(find_, &QLineEdit::textEdited, this, &ReportViewer::FindTyped);
   connect(sections_, &QComboBox::activated, this, [this](int index) {
     const QTextBlock block =
         text_->document()->findBlockByNumber(sections_->itemData(index).toInt());
@@ -131,7 +132,19 @@ void ReportViewer::AddKeys() {
   add(QKeySequence::Print, [this] { Print(); });
   add(QKeySequence::Save, [this] { save_(report_); });
   add(QKeySequence::Close, [this] { close(); });
-  add(QKeySequence(Qt::Key_Escape), [this] { close(); });
+  add(QKeySequence(Qt::Key_Escape), [this] {
+    if (find_->hasFocus()) return text_->setFocus();
+    close();
+  });
+}
+
+/// The found place may go on with the next letter, so it is looked at again.
+void ReportViewer::FindTyped() {
+  QTextCursor start = text_->textCursor();
+  start.setPosition(start.selectionStart());
+  text_->setTextCursor(start);
+  found_->clear();
+  Find(false);
 }
 
 /// Round again at the end.
@@ -159,6 +172,7 @@ void ReportViewer::Zoom(int steps) {
 
 void ReportViewer::Print() {
   QPrinter printer(QPrinter::HighResolution);
+  printer.setDocName(windowTitle());
   QPrintDialog dialog(&printer, this);
   if (dialog.exec() != QDialog::Accepted) return;
   const std::unique_ptr<QTextDocument> page(text_->document()->clone());

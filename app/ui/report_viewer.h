@@ -38,6 +38,8 @@ class ReportViewer final : public QWidget {
   /// Lists the headings, each with the block it stands in.
   void FillSections();
   void Find(bool isBackward);
+  /// Finds on while the word is typed.
+  void FindTyped();
   void Zoom(int steps);
   void Print();
 

@@ -243,6 +243,11 @@ TEST_F(RunsTest, TheReportIsSearchedAndItsSectionsAreReached) {
   EXPECT_GT(text.font().pointSizeF(), size);
   press(Qt::Key_0, Qt::ControlModifier);
   EXPECT_EQ(text.font().pointSizeF(), size);
+  press(Qt::Key_F, Qt::ControlModifier);
+  QTest::keyClicks(&The("reportFind"), "poles");
+  EXPECT_EQ(text.textCursor().selectedText().toLower(), "poles") << "while it is typed";
+  press(Qt::Key_Escape);
+  EXPECT_TRUE(text.isVisible() && text.hasFocus()) << "Esc leaves the box first";
   answers.Choose(root.File("copy.txt"));
   Click("cmdReportSave");
   EXPECT_EQ(FileBytes(root.File("copy.txt")), FileBytes(Installed("~pft-out.txt")));
