@@ -11,10 +11,12 @@ namespace polefit {
 
 namespace {
 
-/// "vna.py" for the result of "vna.1".
+/// "vna.py" for the result of "vna.1". The name of a measured file may be that of the measurement
+/// that the result came from: "vna_fit.s2p".
 std::string SuggestedName(const std::string& file, const ExportFormatName& format) {
   const std::string name = CutPath(file).name;
-  return name.substr(0, name.rfind('.')) + std::string(format.suffix);
+  const bool mayBeSource = format.suffix == ".s2p" || format.suffix == ".csv";
+  return name.substr(0, name.rfind('.')) + (mayBeSource ? "_fit" : "") + std::string(format.suffix);
 }
 
 void SaveExport(Host& host, const std::string& file, const ExportFormatName& format,

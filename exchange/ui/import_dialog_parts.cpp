@@ -12,6 +12,7 @@ namespace polefit {
 void ChoiceBox::SetFixed(bool isFixed) {
   isFixed_ = isFixed;
   setEnabled(!isFixed);
+  setMinimumWidth(isFixed ? fontMetrics().horizontalAdvance(currentText()) : 0);
   update();
 }
 

@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <QComboBox>
+
 #include "exchange/last_result.h"
 #include "program/ui/installed_program.h"
 
@@ -35,6 +37,27 @@ TEST_F(ExportTest, TheLastResultIsSavedUnderTheChosenName) {
   EXPECT_THAT(FileBytes(root.File("filter.py")),
               AllOf(HasSubstr("# File: Ex-Yzero.102\n"), HasSubstr("sections = np.array([")));
   EXPECT_EQ(std::filesystem::current_path(), folder) << "where Save looks for the current file";
+}
+
+TEST_F(ExportTest, NoMeasuredFileIsSuggestedAsTheOneToReplace) {
+  InstallResult();
+  Start();
+  answers.Do([this](QDialog& dialog) {
+    const std::pair<const char*, const char*> names[] = {
+        {"Python module (NumPy, SciPy)", "Ex-Yzero.py"},
+        {"Table of poles and zeros", "Ex-Yzero_fit.csv"},
+        {"Touchstone two-port", "Ex-Yzero_fit.s2p"}};
+    for (const auto& [format, name] : names) {
+      dialog.findChild<QComboBox*>("exportFormats")->setCurrentText(format);
+      answers.Do([name](QDialog& save) {
+        EXPECT_EQ(save.findChild<QLineEdit*>("fileNameEdit")->text(), name);
+        save.reject();
+      });
+      dialog.findChild<QPushButton*>("cmdExportSave")->click();
+    }
+    dialog.reject();
+  });
+  Choose("mnuFileExport");
 }
 
 TEST_F(ExportTest, AResultIsOutdatedWhenTheFormAsksForSomethingElse) {
