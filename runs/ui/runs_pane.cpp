@@ -169,7 +169,8 @@ QAction* RunsPane::AddAction(RunAction action, const char* name, const QString& 
 void RunsPane::BuildButtons() {
   auto* row = new QHBoxLayout;
   const auto addButton = [&](QAction* action, const char* name) {
-    auto* button = MakeButton(name, action->text());
+    // The tab has mnemonics of its own.
+    auto* button = MakeButton(name, action->text().remove('&'));
     button->setToolTip(action->toolTip());
     connect(button, &QPushButton::clicked, action, &QAction::trigger);
     connect(action, &QAction::changed, button,
@@ -177,27 +178,27 @@ void RunsPane::BuildButtons() {
     row->addWidget(button);
   };
   using enum RunAction;
-  addButton(AddAction(report, "actRunReport", tr("Show Report"), tr("Opens its report (Enter)")),
+  addButton(AddAction(report, "actRunReport", tr("Show &Report"), tr("Opens its report (Enter)")),
             "cmdRunReport");
-  addButton(AddAction(compare, "actRunCompare", tr("Compare"),
+  addButton(AddAction(compare, "actRunCompare", tr("&Compare"),
                       tr("Compares the two runs that are selected")),
             "cmdRunCompare");
-  addButton(AddAction(takeValues, "actRunTake", tr("Take These Values"),
+  addButton(AddAction(takeValues, "actRunTake", tr("&Take These Values"),
                       tr("Shows its answers, with the locations found, on the form")),
             "cmdRunTake");
-  addButton(AddAction(openInput, "actRunInput", tr("Open Its Input"),
+  addButton(AddAction(openInput, "actRunInput", tr("&Open Its Input"),
                       tr("Shows what it was given on the form, as new data")),
             "cmdRunInput");
-  copyAs_ = menu_->addMenu(tr("Copy As"));
+  copyAs_ = menu_->addMenu(tr("Copy &As"));
   AddExportFormats(*copyAs_, [this](const ExportFormatName& format) {
     if (Selected().size() == 1) Q_EMIT copyAsWanted(format, Selected().front());
   });
-  AddAction(copyTable, "actRunCopyTable", tr("Copy the Table") + "\tCtrl+C", {});
+  AddAction(copyTable, "actRunCopyTable", tr("Copy the Ta&ble") + "\tCtrl+C", {});
   menu_->addSeparator();
-  AddAction(pin, "actRunPin", tr("Pin"), tr("A pinned run stays, however many follow"))
+  AddAction(pin, "actRunPin", tr("&Pin"), tr("A pinned run stays, however many follow"))
       ->setCheckable(true);
-  AddAction(RunAction::note, "actRunNote", tr("Note ..."), {});
-  AddAction(remove, "actRunDelete", tr("Delete ...") + "\tDel", {});
+  AddAction(RunAction::note, "actRunNote", tr("&Note ..."), {});
+  AddAction(remove, "actRunDelete", tr("&Delete ...") + "\tDel", {});
   auto& table = static_cast<RunTable&>(*table_);
   table.onEnter = [this] {
     // Tab alone makes a row the current one.
