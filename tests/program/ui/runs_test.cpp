@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDockWidget>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QListWidget>
@@ -64,8 +65,10 @@ TEST_F(RunsTest, AShortGoodRunIsSaidInTheStatusBarAndAnyOtherOpensThePanelWithou
   Start(MakeFile("run1.txt"));
   The<QTabWidget>("CVX_Tabs").setCurrentIndex(0);
   The("chkEqualDelay").setFocus();
+  QElapsedTimer time;
+  time.start();
   Run();
-  EXPECT_FALSE(The("frmRun").isVisible());
+  EXPECT_TRUE(!The("frmRun").isVisible() || time.elapsed() > 1000) << "unless the machine is slow";
   EXPECT_THAT(TextOf("cmdRunState"), StartsWith("Good: "));
   InstallSolver("exit 4");
   Run();
