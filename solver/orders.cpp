@@ -79,7 +79,7 @@ std::optional<OrderFit> FitPoles(const ResponseRecord& record, int singles, int 
   findings.clear();
   Problem problem = ReadProblem(WithPoles(record, singles, pairs), findings);
   if (HasFault(findings)) return std::nullopt;
-  FillFromPoints(problem, findings);
+  if (const auto start = FindDataStart(problem)) problem.typedParameters = start->parameters;
   Listener nobody;
   Evaluator evaluator(problem, nobody, isStopRequested);
   Orca orca(problem, evaluator, nobody);

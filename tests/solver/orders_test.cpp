@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "base/text_format.h"
+#include "bench/families/families.h"
 #include "solver/example_problem.h"
 #include "solver/model/transfer_function.h"
 
@@ -46,6 +47,16 @@ TEST(Orders, TheTrueOneStandsOut) {
   const OrderTable tooFew = TryOrders(Butterworth(6, .001), 2, 4, never);
   EXPECT_FALSE(tooFew.best);
   EXPECT_THAT(OrdersAsText(tooFew), ::testing::EndsWith("none stands out\n"));
+}
+
+TEST(Orders, StartFromThePointsWhateverZerosAreTyped) {
+  for (const families::FamilyProblem& family : families::TextbookProblems()) {
+    if (family.name != "inverse Chebyshev 8") continue;
+    const OrderTable table = TryOrders(family.record, 8, 9, [] { return false; });
+    ASSERT_TRUE(table.best);
+    EXPECT_EQ(table.fits[*table.best].poles, 8);
+    EXPECT_LT(table.fits[*table.best].cost, 1e-13);
+  }
 }
 
 TEST(Orders, AreAtLeastAsManyAsTheZeros) {
