@@ -22,6 +22,12 @@ constexpr double kLeastScaledStep = 1e-9;
 /// did not follow F would waste steps on a barrier larger than F.
 constexpr double kBarrierShare = 0.01;
 
+/// Not higher but for rounding.
+bool IsAsLow(const Iterate& one, const Iterate& other) {
+  constexpr double kRounding = 1e-12;
+  return one.isFinite && one.Cost() <= (1 + kRounding) * other.Cost();
+}
+
 Model FirstModel(const Options& options) {
   return options.beginsWithGaussNewton ? Model::gaussNewton : Model::exact;
 }
@@ -58,7 +64,7 @@ StartSummary Orca::Run(StartKind kind, const VectorXd& parameters, int maxPolish
     if (summary.ending == EndReason::converged) summary.ending = Polish(maxPolishSteps);
   }
   if (evaluator_.Stopped()) summary.ending = *evaluator_.Stopped();
-  summary.best = evaluator_.Best();
+  summary.best = IsAsLow(current_, evaluator_.Best()) ? current_ : evaluator_.Best();
   summary.evaluations = evaluator_.Count() - before;
   return summary;
 }
@@ -69,7 +75,7 @@ void Orca::PolishOn(StartSummary& summary, int maxSteps) {
   current_ = summary.best;
   const EndReason ending = Polish(maxSteps);
   if (!evaluator_.Stopped()) summary.ending = ending;
-  if (current_.Cost() < summary.best.Cost()) summary.best = current_;
+  if (IsAsLow(current_, summary.best)) summary.best = current_;
   summary.evaluations += evaluator_.Count() - before;
 }
 
@@ -179,7 +185,7 @@ void Orca::PutOntoBounds() {
     if (slope < 0 && problem_.upper[i] - variables[i] < close) variables[i] = problem_.upper[i];
   }
   if (variables == current_.parameters.head(Size())) return;
-  if (Try(variables) && trial_.Cost() <= current_.Cost()) std::swap(current_, trial_);
+  if (Try(variables) && IsAsLow(trial_, current_)) std::swap(current_, trial_);
 }
 
 /// Steps without a barrier, which keeps the best point off its bounds by a little.
@@ -187,6 +193,8 @@ EndReason Orca::Polish(int maxSteps) {
   PutOntoBounds();
   int steps = 0;
   EndReason ending = TakePolishSteps(maxSteps, steps);
+  // F is even in an imaginary part, so that steps come next to the sigma axis but not onto it.
+  if (ending == EndReason::converged && evaluator_.Left() > 0) PutOntoBounds();
   if (ending == EndReason::converged && IsLastZeroAtBound(problem_, current_))
     ending = EndReason::atBound;
   listener_.ProblemEnded({0, 0, steps, ending, evaluator_.Count(), &current_});

@@ -98,6 +98,26 @@ TEST(Families, TellWhatAnotherStructureReaches) {
   }
 }
 
+TEST(Families, PutAPairThatCannotSplitOntoTheSigmaAxis) {
+  int found = 0;
+  for (const FamilyProblem& family : families::TextbookProblems()) {
+    const bool hasSingle = family.name == "Bessel 3" || family.name == "Butterworth 5";
+    if (!hasSingle) continue;
+    ResponseRecord record = families::WithoutStarts(family.record);
+    record.Slot(slot::kNPoles) = family.name == "Bessel 3" ? "0 2" : "0 3";
+    Problem problem;
+    const Summary summary = Solved(record, problem);
+    ASSERT_TRUE(summary.splitPairs) << family.name;
+    double least = 1;
+    for (const std::complex<double>& pole : PolesOf(problem, summary.best)) {
+      least = std::min(least, pole.imag());
+    }
+    EXPECT_EQ(least, 0) << family.name;
+    ++found;
+  }
+  EXPECT_EQ(found, 2);
+}
+
 TEST(Families, PartZerosThatHaveMetAndTellWhatTheyWant) {
   families::Filter filter = families::Butterworth(4);
   filter.zeros = {{-.05, 1.4}, {.05, 1.4}};  // a quad
