@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "solver/search/data_start.h"
 #include "solver/search/endings.h"
@@ -45,6 +46,7 @@ class Search {
     RunFurtherStarts();
     PartMetZeros();
     GoOn(Chosen());
+    PreferConverged();
     if (Best().isFinite) TryOtherStructures();
     Conclude();
     return summary_;
@@ -71,6 +73,23 @@ class Search {
     const bool isLower =
         typed > summary_.negligible && !(lowest->best.Cost() > (1 - kReplacement) * typed);
     summary_.chosen = isLower ? static_cast<std::size_t>(lowest - starts.begin()) : 0;
+    summary_.best = Best();
+    CountOptima(summary_);
+  }
+
+  /// An answer that was cut short gives way to the lowest of the starts that converged as low.
+  void PreferConverged() {
+    if (Chosen().HasConverged() || summary_.IsExact() || summary_.optima.empty()) return;
+    const double lowest = summary_.optima.front().cost;
+    double least = std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < summary_.starts.size(); ++i) {
+      const StartSummary& start = summary_.starts[i];
+      const double cost = start.best.Cost();
+      const bool isAsLow = start.HasConverged() && IsSameCost(cost, lowest, summary_.negligible);
+      if (!isAsLow || cost >= least) continue;
+      least = cost;
+      summary_.chosen = i;
+    }
     summary_.best = Best();
     CountOptima(summary_);
   }
@@ -196,13 +215,13 @@ class Search {
     summary_.ending = JudgedEnding(EndingOfAnswer(), Best(), summary_.roundingCost);
   }
 
-  /// Only the typed start must have ended; the others are an extra. A request always shows.
+  /// Only the typed start must have converged; the others are an extra. A request always shows.
   EndReason EndingOfAnswer() {
     if (evaluator_.Stopped() == EndReason::requested) return EndReason::requested;
     if (summary_.IsExact()) return EndReason::converged;
     if (Chosen().HasEnded()) return Chosen().ending;
-    const bool hasTypedEnded = summary_.starts.front().HasEnded();
-    return hasTypedEnded ? EndReason::converged : EndReason::evalMax;
+    const bool hasTypedConverged = summary_.starts.front().HasConverged();
+    return hasTypedConverged ? EndReason::converged : EndReason::evalMax;
   }
 
   const Problem& problem_;

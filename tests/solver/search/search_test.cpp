@@ -62,6 +62,18 @@ TEST(Search, KeepsTheTypedStartWhenOthersAreHardlyLower) {
   EXPECT_LT(summary.unseenShare, .05);
 }
 
+TEST(Search, PrefersAStartThatConvergedToOneThatWasCutShort) {
+  const Summary fewSteps = SolveQuietly(GoodProblem(ExampleRecord("Ex-Delay.111", "S4=1")));
+  EXPECT_FALSE(fewSteps.starts.front().HasConverged());
+  EXPECT_TRUE(fewSteps.starts[fewSteps.chosen].HasConverged());
+  EXPECT_TRUE(IsConverged(fewSteps.ending));
+  EXPECT_NEAR(fewSteps.best.Cost() / 1.837938e-04, 1, .001);
+
+  const Summary nowhere = SolveQuietly(GoodProblem(ExampleRecord("Ex-Zpair.1", "S4=2; S6=24")));
+  EXPECT_EQ(nowhere.starts.front().ending, EndReason::stepsLim);
+  EXPECT_EQ(nowhere.ending, EndReason::evalMax);
+}
+
 TEST(Search, DoesNotCareForTheOrderOfPoints) {
   ResponseRecord record = ExampleRecord("Ex-Delay.101");
   const Summary sorted = SolveQuietly(GoodProblem(record));
