@@ -12,14 +12,10 @@ constexpr std::size_t kMost = 10;
 /// Behind each path; the one character that none can hold.
 constexpr char kEnd = '\0';
 
-Places StateOf(Host& host) {
-  return {{}, {}, {}, host.StateFolder()};
-}
-
 std::vector<std::string> Paths(Host& host) {
   std::vector<std::string> paths;
   try {
-    const std::string list = host.ReadFile(StateOf(host).Recent());
+    const std::string list = host.ReadFile(Places::OfState(host).Recent());
     for (std::size_t from = 0; from < list.size() && paths.size() < kMost;) {
       const std::size_t end = std::min(list.find(kEnd, from), list.size());
       paths.push_back(list.substr(from, end - from));
@@ -56,7 +52,7 @@ void NoteRecentFile(Host& host, const std::string& path) {
   std::string list;
   for (const std::string& each : paths) list += each + kEnd;
   try {
-    const Places places = StateOf(host);
+    const Places places = Places::OfState(host);
     host.MakeOwnFolders(places.state);
     host.ReplaceFile(places.Recent(), list, Readers::ownerOnly);
   } catch (const RunTimeError&) {

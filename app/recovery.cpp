@@ -20,7 +20,7 @@ constexpr const char* kLockSuffix = ".lock";
 constexpr const char* kAbout = "recovery";
 
 std::string RecoveryFolder(Host& host) {
-  return Places{{}, {}, {}, host.StateFolder()}.Recovery();
+  return Places::OfState(host).Recovery();
 }
 
 std::string PathOf(Host& host, const FormCells& cells) {

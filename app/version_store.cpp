@@ -114,8 +114,7 @@ std::int64_t Now(Host& host) {
   return seconds;
 }
 
-VersionStore::VersionStore(Host& host)
-    : host_(host), folder_(Places{{}, {}, {}, host.StateFolder()}.Versions()) {}
+VersionStore::VersionStore(Host& host) : host_(host), folder_(Places::OfState(host).Versions()) {}
 
 std::string VersionStore::PathOf(const std::string& fileName) const {
   return JoinPath(folder_, fileName);

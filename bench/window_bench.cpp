@@ -178,7 +178,7 @@ void MeasureLargestFile() {
 /// Fills the history with as many runs as it keeps.
 int KeepRuns() {
   ProgramHost host;
-  const std::string folder = Places{{}, {}, {}, host.StateFolder()}.Runs();
+  const std::string folder = Places::OfState(host).Runs();
   QDir().mkpath(QString::fromStdString(folder));
   const std::string text(5000, '1');
   for (int i = 0; i < 200; ++i) {

@@ -16,7 +16,6 @@ namespace polefit {
 namespace {
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
-constexpr int kWeightColumn = 4;
 
 constexpr std::array<std::pair<std::string_view, FillColumn>, 6> kColumnNames = {
     {{"frequency", FillColumn::frequency},
@@ -34,12 +33,13 @@ int ColumnIndex(FillColumn column) {
   switch (column) {
     case FillColumn::frequency:
     case FillColumn::delayFrequency:
-      return 1;
+      return kFrequencyColumn;
     case FillColumn::yin:
+      return kYinColumn;
     case FillColumn::delay:
-      return 2;
+      return kTxColumn;
     case FillColumn::yout:
-      return 3;
+      return kYoutColumn;
     case FillColumn::weight:
       break;
   }
@@ -121,8 +121,9 @@ class RowReader {
         fill_(fill),
         isDelay_(IsOfDelayTable(fill.column)),
         freqNorm_(NumberOr(record.Slot(slot::kFreqNorm), kNone)),
-        others_{OtherColumn(record.passband, 2), OtherColumn(record.passband, 3),
-                OtherColumn(record.passband, kWeightColumn), OtherColumn(record.delay, 2)} {}
+        others_{OtherColumn(record.passband, kYinColumn), OtherColumn(record.passband, kYoutColumn),
+                OtherColumn(record.passband, kWeightColumn), OtherColumn(record.delay, kTxColumn)} {
+  }
 
   int RowCount() const {
     return fill_.grid ? fill_.grid->steps + 1 : LastTypedRow(record_, isDelay_);
@@ -194,7 +195,7 @@ void PutRows(const Fill& fill, const FilledColumn& filled, PointLists<Columns>& 
   points = points.FirstRows(rows).FirstRows(rows + 1);  // the spare row is empty
   for (int row = 1; row <= rows; ++row) {
     const auto i = static_cast<std::size_t>(row) - 1;
-    if (fill.grid) points.At(row, 1) = CellText(filled.frequencies[i], 12);
+    if (fill.grid) points.At(row, kFrequencyColumn) = CellText(filled.frequencies[i], 12);
     points.At(row, ColumnIndex(fill.column)) = CellText(filled.values[i], 9);
   }
 }

@@ -250,7 +250,7 @@ void SortByFrequency(FormCells& cells, Table table) {
     std::vector<std::pair<double, int>> order;
     for (const int row : Numbers(1, RowCount(points))) {
       const double last = std::numeric_limits<double>::infinity();
-      order.emplace_back(ParseNumber(points.At(row, 1)).value_or(last), row);
+      order.emplace_back(ParseNumber(points.At(row, kFrequencyColumn)).value_or(last), row);
     }
     std::stable_sort(order.begin(), order.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
@@ -268,7 +268,7 @@ void DropRepeatedRows(FormCells& cells, Table table) {
     std::vector<int> kept;
     int pointsLeft = 0;
     for (const int row : Numbers(1, RowCount(points))) {
-      const auto frequency = ParseNumber(points.At(row, 1));
+      const auto frequency = ParseNumber(points.At(row, kFrequencyColumn));
       if (frequency && !seen.insert(*frequency).second) continue;
       kept.push_back(row);
       if (row <= count) ++pointsLeft;

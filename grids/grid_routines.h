@@ -5,8 +5,6 @@
 
 namespace polefit {
 
-inline constexpr int kWeightColumn = 4;
-
 /// Titles, alignment and row numbers of the current grid; the row count stays. Column widths
 /// become the titles' own.
 void FormatGrid(GridState& state);

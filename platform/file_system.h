@@ -114,8 +114,7 @@ class FileSystem : public LineSource {
   /// The short (8.3) form of an existing folder, or the folder itself where there is none.
   virtual std::string ShortPath(const std::string& folder) = 0;
 
-  /// Makes `path` a link to `target`, in place of another link; a file of that name
-  /// stays.
+  /// Makes `path` a link to `target`, in place of another link; a file of that name stays.
   virtual void MakeLink(const std::string& target, const std::string& path) = 0;
 
   /// The program's own folder, without a trailing separator: that of the running executable, or

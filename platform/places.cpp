@@ -13,4 +13,8 @@ Places Places::Of(Host& host, const std::string& base, const std::string& progra
           files.programs, files.shipped};
 }
 
+Places Places::OfState(Host& host) {
+  return {{}, {}, {}, host.StateFolder()};
+}
+
 }  // namespace polefit

@@ -25,6 +25,8 @@ struct Places {
   static Places Below(const std::string& base);
   /// The places of the running program with these folders.
   static Places Of(Host& host, const std::string& base, const std::string& program);
+  /// The state folder alone, for what the program remembers wherever it is installed.
+  static Places OfState(Host& host);
   /// Where what was shipped stands.
   Places Shipped() const { return Below(shipped); }
 

@@ -68,9 +68,16 @@ class PointLists {
   std::array<std::vector<std::string>, ColumnCount> columns_;
 };
 
-/// Columns: Frequency, Yin, Yout, Weight.
+inline constexpr int kFrequencyColumn = 1;
+
+/// Columns: frequency, Yin, Yout, weight.
 using PassbandLists = PointLists<4>;
-/// Columns: Frequency, Delay.
+inline constexpr int kYinColumn = 2;
+inline constexpr int kYoutColumn = 3;
+inline constexpr int kWeightColumn = 4;
+
+/// Columns: frequency, delay.
 using DelayLists = PointLists<2>;
+inline constexpr int kTxColumn = 2;
 
 }  // namespace polefit

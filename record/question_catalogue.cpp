@@ -9,11 +9,11 @@ namespace {
 constexpr std::string_view kPointCountNumber = "23";
 constexpr std::string_view kPointCountSubject = "number of passband points";
 
+}  // namespace
+
 const Question& QuestionOf(int slot) {
   return kQuestions.at(static_cast<std::size_t>(slot - 1));
 }
-
-}  // namespace
 
 std::string_view QuestionNumber(int slot) {
   return slot == slot::kFreqPointCount ? kPointCountNumber : QuestionOf(slot).number;
@@ -232,7 +232,7 @@ const std::array<Question, kQuestionCount> kQuestions = {{
 }};
 
 std::string_view BoxName(int slot, std::size_t box) {
-  return kQuestions.at(static_cast<std::size_t>(slot - 1)).boxes.at(box).name;
+  return QuestionOf(slot).boxes.at(box).name;
 }
 
 // The runs of blanks place the line break in the label.

@@ -61,6 +61,8 @@ inline constexpr int kQuestionCount = 22;
 /// Slots 1 to 22, in slot order.
 extern const std::array<Question, kQuestionCount> kQuestions;
 
+const Question& QuestionOf(int slot);
+
 /// The three boxes of the zero counts, in order.
 enum ZeroCountBox : std::size_t { kOmegaAxisZeros, kZeroPairs, kZeroQuads };
 

@@ -6,15 +6,13 @@
 
 #include "base/line_source.h"
 #include "base/text.h"
+#include "record/question_catalogue.h"
 #include "responsefile/reader.h"
 #include "responsefile/value_line.h"
 
 namespace polefit {
 
 namespace {
-
-constexpr int kYesNoSlots[] = {slot::kEqualDelay, slot::kUseWeights, slot::kSigmaZeroWanted,
-                               slot::kDoublet, slot::kLossless};
 
 /// A value line as it stands: "-999" is not blanked as it is where the value is taken.
 std::string WrittenValue(std::string_view line) {
@@ -27,15 +25,15 @@ bool IsYesOrNo(const std::string& value) {
   return value == "Y" || value == "y" || value == "N" || value == "n" || value.starts_with("-999");
 }
 
-/// The lines of the answers by yes or no; none where the text ends before the last answer. The
-/// answer of slot k stands in line k + 1.
+/// The lines of the answers by yes or no; none where the text ends before the last answer.
 std::vector<std::string> FlagLines(std::string_view bytes) {
   std::vector<std::string> flags;
   ByteLines lines(bytes);
   try {
-    for (int number = 0; number <= slot::kMaxXY; ++number) {
+    lines.ReadLine();  // the name of the file
+    for (const Question& question : kQuestions) {
       const std::string_view line = lines.ReadLine();
-      if (std::ranges::find(kYesNoSlots, number) != std::end(kYesNoSlots)) flags.emplace_back(line);
+      if (question.kind == AnswerKind::flag) flags.emplace_back(line);
     }
   } catch (const RunTimeError&) {
     flags.clear();

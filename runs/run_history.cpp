@@ -60,8 +60,7 @@ std::vector<std::string> RunsToDrop(const std::vector<std::pair<KeptRun, std::ui
   return dropped;
 }
 
-RunHistory::RunHistory(Host& host)
-    : host_(host), folder_(Places{{}, {}, {}, host.StateFolder()}.Runs()) {}
+RunHistory::RunHistory(Host& host) : host_(host), folder_(Places::OfState(host).Runs()) {}
 
 std::string RunHistory::PathOf(const std::string& id) const {
   return JoinPath(folder_, id + std::string(kRunSuffix));
@@ -81,8 +80,8 @@ void RunHistory::Try(const std::function<void()>& action) {
 
 void RunHistory::KeepInput(const RunRecord& run) {
   Try([&] {
-    if (run.words.size() < 3) return;
-    const std::string input = ReadIfThere(host_, JoinPath(run.words[2], run.words[1]));
+    if (run.DataFolder().empty()) return;
+    const std::string input = ReadIfThere(host_, JoinPath(run.DataFolder(), run.DataFile()));
     host_.MakeOwnFolders(folder_);
     host_.ReplaceFile(InputPathOf(IdOf(run)), input, Readers::ownerOnly);
   });
@@ -102,7 +101,7 @@ void RunHistory::KeepWhole(const RunRecord& run, const RunEnd& end, const Places
                      .started = run.started,
                      .ended = EndOf(host_, places, run),
                      .file = run.DataFile(),
-                     .folder = run.words.size() > 2 ? run.words[2] : std::string(),
+                     .folder = run.DataFolder(),
                      .verdict = end.verdict,
                      .figures = end.figures};
   host_.MakeOwnFolders(folder_);
@@ -116,8 +115,8 @@ RunContents RunHistory::ReadContents(const RunRecord& run, const RunEnd& end,
   const std::string kept = InputPathOf(IdOf(run));
   if (host_.StateOfFile(kept)) {
     contents.input = host_.ReadFile(kept);
-  } else if (run.words.size() > 2) {
-    contents.input = ReadIfThere(host_, JoinPath(run.words[2], run.words[1]));
+  } else if (!run.DataFolder().empty()) {
+    contents.input = ReadIfThere(host_, JoinPath(run.DataFolder(), run.DataFile()));
   }
   if (end.hasReport) contents.report = ReadIfThere(host_, places.Report());
   if (end.hasValues) contents.values = ReadIfThere(host_, places.LastRun());

@@ -19,10 +19,11 @@ struct RunRecord {
   std::int64_t stamp = 0;
   /// How often it was asked to stop.
   int stops = 0;
-  /// The solver and its arguments, the first of which is the data file.
+  /// The solver and its arguments, the first of which are the data file and its folder.
   std::vector<std::string> words;
 
   std::string DataFile() const { return words.size() > 1 ? words[1] : std::string(); }
+  std::string DataFolder() const { return words.size() > 2 ? words[2] : std::string(); }
 
   bool operator==(const RunRecord&) const = default;
 };

@@ -165,8 +165,8 @@ void PutDelays(const std::vector<DelayCells>& rows, ResponseRecord& record) {
   record.delay.Resize(record.nDelayPoints + 1);
   for (int row = 1; row <= record.nDelayPoints; ++row) {
     const DelayCells& cells = rows[static_cast<std::size_t>(row) - 1];
-    record.delay.At(row, 1) = cells[0];
-    record.delay.At(row, 2) = cells[1];
+    record.delay.At(row, kFrequencyColumn) = cells[0];
+    record.delay.At(row, kTxColumn) = cells[1];
   }
   record.Slot(slot::kEqualDelay) = "Y";
   record.Slot(slot::kTmin) = "0";

@@ -29,7 +29,6 @@ namespace polefit {
 namespace {
 
 constexpr int kUsualSteps = 20;
-constexpr int kMostSteps = 32765;
 constexpr int kDiagramLines = 12;
 
 double NumberIn(const QLineEdit& box) {
@@ -141,7 +140,7 @@ QWidget* FillDialog::MakeFrequencies() {
   to_ = new QLineEdit;
   steps_ = new QSpinBox;
   spacing_ = new QComboBox;
-  steps_->setRange(1, kMostSteps);
+  steps_->setRange(1, kMostPoints - 1);
   steps_->setValue(kUsualSteps);
   spacing_->addItems({tr("linear steps"), tr("logarithmic steps")});
   auto* row = new QHBoxLayout(frequencies_);

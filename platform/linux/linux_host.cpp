@@ -162,7 +162,7 @@ void LinuxHost::MoveFile(const std::string& from, const std::string& to) {
 
 std::optional<FileState> LinuxHost::StateOfFile(const std::string& path) {
   constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
-  const std::optional<struct stat> status = StatusOf(path);
+  const std::optional<struct stat> status = About(path, [&] { return StatusOf(path); });
   if (!status || !S_ISREG(status->st_mode)) return std::nullopt;
   return FileState{static_cast<std::uint64_t>(status->st_size),
                    status->st_mtim.tv_sec * kNanosecondsPerSecond + status->st_mtim.tv_nsec,
@@ -229,7 +229,7 @@ std::string LinuxHost::ShortPath(const std::string& folder) {
 }
 
 void LinuxHost::MakeLink(const std::string& target, const std::string& path) {
-  LinkTo(target, path);
+  About(path, [&] { LinkTo(target, path); });
 }
 
 std::string LinuxHost::OwnFolder() {

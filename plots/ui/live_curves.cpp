@@ -187,11 +187,9 @@ void LiveCurves::ReplaceStart() {
 
 /// The cell of what is wanted: Yout, or the delay. The focus stays in the diagram.
 void LiveCurves::SelectPoint(bool isDelay, std::size_t row) {
-  constexpr int kDelayColumn = 2;
-  constexpr int kYoutColumn = 3;
   form_.SelectTab(isDelay ? Tab::delayData : Tab::passbandData);
   auto* grid = form_.findChild<GridWidget*>(isDelay ? "DelayData" : "PassData");
-  grid->SetCurrentCell(static_cast<int>(row) + 1, isDelay ? kDelayColumn : kYoutColumn);
+  grid->SetCurrentCell(static_cast<int>(row) + 1, isDelay ? kTxColumn : kYoutColumn);
 }
 
 void LiveCurves::MoveTo(std::size_t location, double real, double imaginary, bool isEnd) {

@@ -14,10 +14,6 @@ namespace polefit {
 
 namespace {
 
-const Question& QuestionOf(int slot) {
-  return kQuestions.at(static_cast<std::size_t>(slot - 1));
-}
-
 /// Selects the word of a text, counted from 0.
 void SelectWord(QLineEdit& box, std::size_t wanted) {
   const QString text = box.text();

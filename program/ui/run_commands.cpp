@@ -157,8 +157,8 @@ void RunCommands::ShowRun(bool isDemo) {
   std::vector<Finding> findings;
   try {
     const RunRecord& run = *host_.Runs().Run();
-    const CheckedFile checked = CheckResponseFile(
-        host_, JoinPath(run.words.size() > 2 ? run.words[2] : "", run.DataFile()));
+    const CheckedFile checked =
+        CheckResponseFile(host_, JoinPath(run.DataFolder(), run.DataFile()));
     findings = checked.findings;
     if (!isDemo) given_ = checked.record;
   } catch (const RunTimeError&) {

@@ -27,9 +27,6 @@ int FilledCells(const PointLists<Columns>& points, int row) {
 /// together that the mended cell could make wrong.
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
-constexpr int kYinColumn = 2;
-constexpr int kYoutColumn = 3;
-
 /// The faults of a table's rows. What is wrong in many rows is told once, at the first of them.
 class RowFaults {
  public:
@@ -271,7 +268,6 @@ class PointReader {
     RowFaults faults(answers_);
     RowReader rows(faults, FindingTable::delay);
     const std::vector<const char*> names = {"frequency", "TX"};
-    constexpr int kTxColumn = 2;
     ColumnUnit tx;
     for (int row = 1; row <= record_.nDelayPoints; ++row) {
       const std::vector<double> values = rows.Read(record_.delay, row, 2, names, kTxColumn);

@@ -29,7 +29,7 @@ std::vector<double> FrequenciesOf(const PointLists<Columns>& points, int count) 
   std::vector<double> numbers;
   numbers.reserve(static_cast<std::size_t>(std::max(count, 0)));
   for (int row = 1; row <= count; ++row) {
-    const auto number = ParseNumber(points.At(row, 1));
+    const auto number = ParseNumber(points.At(row, kFrequencyColumn));
     if (!number) return {};
     numbers.push_back(*number);
   }
@@ -217,7 +217,7 @@ class SlipFinder {
       for (std::size_t i = 0; i < frequencies.size(); ++i) {
         if (zero <= 0 || std::abs(frequencies[i] - zero) > kRounding * zero) continue;
         const int row = static_cast<int>(i) + 1;
-        const std::string& yout = record_.passband.At(row, 3);
+        const std::string& yout = record_.passband.At(row, kYoutColumn);
         if (ParseNumber(yout).value_or(0) == 0) continue;
         answers_.Warn(ShortQuestionTopic(slot::kYzero),
                       ": the zero " + word + " lies on passband point " + std::to_string(row) +
