@@ -60,6 +60,16 @@ std::optional<Head> ReadHead(std::string_view bytes) {
   return head;
 }
 
+/// Whether the contents together are what is left of the file. Sums of what a torn file tells could
+/// wrap around.
+bool IsFilledBy(const std::array<std::uint64_t, 3>& sizes, std::uint64_t left) {
+  for (const std::uint64_t size : sizes) {
+    if (size > left) return false;
+    left -= size;
+  }
+  return left == 0;
+}
+
 std::string LineOf(const std::string& text) {
   return EscapedLine(std::string(FirstCharacters(text, kLongestText))) + '\n';
 }
@@ -84,8 +94,8 @@ std::optional<KeptRun> ReadKeptRun(const std::string& id, std::string_view head,
                                    std::uint64_t size) {
   const std::optional<Head> read = ReadHead(head);
   if (!read) return std::nullopt;
+  if (!IsFilledBy(read->first.sizes, size - read->size)) return std::nullopt;
   const auto& [input, report, values] = read->first.sizes;
-  if (size != read->size + input + report + values) return std::nullopt;
   const auto& texts = read->texts;
   return KeptRun{
       .id = id,

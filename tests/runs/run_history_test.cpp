@@ -114,6 +114,9 @@ TEST_F(RunHistoryTest, TornAndForeignFilesAreNoRunsAndStopNothing) {
   EXPECT_THAT(AfterStart(), SizeIs(2));
   WriteBytes(places_.RunRecord(), "torn");
   EXPECT_THAT(AfterStart(), SizeIs(2));
+  std::string tooLong = BytesOf({}, {});
+  tooLong.replace(tooLong.find(" 0 0 0\n"), 7, " 1 18446744073709551615 0\n");
+  EXPECT_FALSE(ReadRunContents(tooLong));
 }
 
 TEST_F(RunHistoryTest, AHistoryThatCannotBeWrittenStopsNoRun) {
