@@ -12,8 +12,12 @@ ConsoleProgram& Speaker() {
   return program;
 }
 
-int Fail(int exitCode, const std::string& message) {
+void Say(const std::string& message) {
   std::cerr << Speaker().name << ": " << Printable(message) << '\n';
+}
+
+int Fail(int exitCode, const std::string& message) {
+  Say(message);
   return exitCode;
 }
 

@@ -24,6 +24,9 @@ struct ConsoleProgram {
 /// What is set is kept for the whole process.
 ConsoleProgram& Speaker();
 
+/// Says a line on standard error, control characters in a form that can be shown.
+void Say(const std::string& message);
+
 /// Says on standard error why a command ends, and gives its exit code.
 int Fail(int exitCode, const std::string& message);
 int FailReading(const std::string& path, const RunTimeError& error);

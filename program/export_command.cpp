@@ -61,8 +61,9 @@ int ExportCommand(Host& host, std::span<const std::string> words) {
     const ResponseRecord record = ReadResponseFile(host, path);
     const Export exported = ExportResult(record, {*format, read->atDataPoints, CutPath(path).name,
                                                   host.FormatNow("%Y-%m-%d %H:%M")});
-    for (const std::string& fault : exported.faults) Fail(1, "'" + path + "': " + fault);
-    if (!exported.faults.empty()) return 1;
+    for (const std::string& fault : exported.faults)
+      Fail(kNothingUsable, "'" + path + "': " + fault);
+    if (!exported.faults.empty()) return kNothingUsable;
     return WriteOutput(host, read->names[2], exported.text);
   } catch (const RunTimeError& error) {
     return FailReading(path, error);

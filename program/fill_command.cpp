@@ -101,12 +101,12 @@ int FillAll(const FillWords& words, ResponseRecord& record) {
 int CheckRows(const ResponseRecord& record) {
   const std::string advice = ": fill its other columns too; --fill can be given several times";
   if (LastTypedRow(record, false) > record.nFreqPoints) {
-    return Fail(1, "passband point " + std::to_string(record.nFreqPoints + 1) +
-                       " has an empty cell" + advice);
+    return Fail(kNothingUsable, "passband point " + std::to_string(record.nFreqPoints + 1) +
+                                    " has an empty cell" + advice);
   }
   if (LastTypedRow(record, true) > record.nDelayPoints) {
-    return Fail(1, "delay point " + std::to_string(record.nDelayPoints + 1) + " has an empty cell" +
-                       advice);
+    return Fail(kNothingUsable, "delay point " + std::to_string(record.nDelayPoints + 1) +
+                                    " has an empty cell" + advice);
   }
   return 0;
 }

@@ -1,9 +1,7 @@
 #include "program/import_command.h"
 
-#include <iostream>
 #include <optional>
 
-#include "base/text.h"
 #include "exchange/import/guess.h"
 #include "exchange/import/import_plan.h"
 #include "exchange/import/new_problem.h"
@@ -11,6 +9,7 @@
 #include "exchange/read/source_file.h"
 #include "platform/paths.h"
 #include "program/console_exit.h"
+#include "program/console_files.h"
 #include "program/import_options.h"
 #include "responsefile/reader.h"
 #include "responsefile/writer.h"
@@ -176,9 +175,8 @@ class Import {
 
   void TellNotes() const {
     const std::string skipped = SkippedText(points_.skippedLines);
-    if (!skipped.empty()) std::cerr << Speaker().name << ": " << skipped << '\n';
-    for (const std::string& note : points_.notes)
-      std::cerr << Speaker().name << ": " << note << '\n';
+    if (!skipped.empty()) Say(skipped);
+    for (const std::string& note : points_.notes) Say(note);
   }
 
   std::string reading;
@@ -271,17 +269,9 @@ std::string StemOf(const std::string& path) {
 }
 
 int Write(Host& host, const ImportOptions& options, ResponseRecord& record) {
-  if (options.out == "-") {
-    std::cout << ResponseFileBytes(host, record, StemOf(options.file) + ".1") << std::flush;
-    return std::cout ? 0 : Fail(kCannotWrite, "cannot write to standard output");
-  }
-  try {
-    const std::string name = CutPath(options.out).name;
-    host.ReplaceFile(options.out, ResponseFileBytes(host, record, name));
-  } catch (const RunTimeError& error) {
-    return Fail(kCannotWrite, "cannot write '" + options.out + "': " + error.description);
-  }
-  return 0;
+  const bool isPiped = options.out == "-";
+  const std::string name = isPiped ? StemOf(options.file) + ".1" : CutPath(options.out).name;
+  return WriteOutput(host, options.out, ResponseFileBytes(host, record, name));
 }
 
 }  // namespace

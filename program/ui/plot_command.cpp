@@ -1,6 +1,5 @@
 #include "program/ui/plot_command.h"
 
-#include <iostream>
 #include <optional>
 
 #include "plots/ui/plot_page.h"
@@ -21,7 +20,7 @@ int PlotFile(Host& host, const std::string& file, const std::string& out) {
   std::vector<Finding> findings;
   const std::optional<FitCurves> curves = CurvesOf(record, CurveRole::typed, "typed", findings);
   if (!curves) {
-    for (const std::string& fault : FaultTexts(findings)) std::cerr << "polefit: " << fault << '\n';
+    for (const std::string& fault : FaultTexts(findings)) Say(fault);
     return Fail(kNothingUsable, "'" + file + "' gives no curve");
   }
   const QByteArray picture = PlotPage(*curves, ToQString(file), ToQString(out));
