@@ -156,16 +156,6 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
-std::string ToUtf8(std::string_view text) {
-  std::string utf8;
-  while (!text.empty()) {
-    const std::string_view before = text;
-    const bool isCharacter = TakeCodePoint(text) != kNoCharacter;
-    utf8 += isCharacter ? before.substr(0, before.size() - text.size()) : "\uFFFD";
-  }
-  return utf8;
-}
-
 bool HasControlCharacters(std::string_view text) {
   return std::any_of(text.begin(), text.end(), IsControl);
 }

@@ -24,8 +24,6 @@ std::string_view ToWindows1252(std::string_view utf8, std::string& buffer, int& 
 
 /// False when a byte of it belongs to no character.
 bool IsUtf8(std::string_view text);
-/// The text with U+FFFD in place of each byte that belongs to no character.
-std::string ToUtf8(std::string_view text);
 
 /// Whether the text has one of the characters below the blank, or the one of number 127.
 bool HasControlCharacters(std::string_view text);

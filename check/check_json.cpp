@@ -1,30 +1,18 @@
 #include "check/check_json.h"
 
 #include <array>
-#include <cstdio>
+#include <nlohmann/json.hpp>
 
-#include "base/text.h"
 #include "record/question_catalogue.h"
 
 namespace polefit {
 
 namespace {
 
-std::string Quoted(const std::string& text) {
-  std::string quoted = "\"";
-  for (const char c : ToUtf8(text)) {
-    if (c == '"' || c == '\\') {
-      quoted += '\\';
-      quoted += c;
-    } else if (static_cast<unsigned char>(c) < 0x20) {
-      std::array<char, 8> escape{};
-      std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(c));
-      quoted += escape.data();
-    } else {
-      quoted += c;
-    }
-  }
-  return quoted + '"';
+/// A JSON string; bytes that belong to no character become U+FFFD.
+std::string Quoted(std::string_view text) {
+  using nlohmann::json;
+  return json(text).dump(-1, ' ', false, json::error_handler_t::replace);
 }
 
 /// "[a, b]" of `count` items, each given by `item(i)` with i from 0.
@@ -52,9 +40,10 @@ std::string RowArray(const PointLists<Columns>& points, int count) {
   });
 }
 
-/// The number of the question that a finding belongs to. The tables have none of their own: those
-/// with the points are reached by the questions for their counts, the settings by "22".
-std::string QuestionOf(const FindingPlace& place) {
+/// The number of the question that a finding belongs to. The tables have none of their own: the
+/// passband points go with their count, the delay points with "equalize group delay", the settings
+/// are "22".
+std::string NumberOf(const FindingPlace& place) {
   switch (place.table) {
     case FindingTable::passband:
       return std::string(QuestionNumber(slot::kFreqPointCount));
@@ -71,7 +60,7 @@ std::string QuestionOf(const FindingPlace& place) {
 std::string FindingArray(const std::vector<Finding>& findings) {
   return Array(static_cast<int>(findings.size()), [&](int i) {
     const Finding& finding = findings[static_cast<std::size_t>(i)];
-    return "{\"question\": " + Quoted(QuestionOf(finding.place)) +
+    return "{\"question\": " + Quoted(NumberOf(finding.place)) +
            ", \"text\": " + Quoted(SentenceOf(finding)) + "}";
   });
 }

@@ -6,7 +6,8 @@
 
 namespace polefit {
 
-/// The same as one JSON object, UTF-8, ended by a line feed.
+/// What the check found and the answers that it looked at, as one JSON object in UTF-8, ended by a
+/// line feed.
 std::string CheckAsJson(const CheckedFile& checked);
 
 }  // namespace polefit
