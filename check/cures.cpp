@@ -54,12 +54,6 @@ int SlotOf(const FindingPlace& place) {
   return 0;
 }
 
-std::string ListText(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
-  return text;
-}
-
 void PutPoints(std::string& text) {
   if (const auto meant = WithDecimalPoint(text)) text = *meant;
 }
@@ -70,27 +64,23 @@ void PutPointsInto(FormCells& cells, const FindingPlace& place) {
   if (slot == 0) return;
   std::vector<std::string> words = Words(cells.typed.Slot(slot));
   for (std::string& word : words) PutPoints(word);
-  cells.typed.Slot(slot) = ListText(words);
+  cells.typed.Slot(slot) = Joined(words);
 }
 
 /// How many numbers a list must have; 0 when the counts are none.
 int WantedCount(const ResponseRecord& typed, int slot) {
-  const auto count = [&typed](int countSlot, std::size_t index) {
-    const std::vector<std::string> words = Words(typed.Slot(countSlot));
-    const double value = index < words.size() ? ParseNumber(words[index]).value_or(0) : 0;
-    return value >= 0 && value <= 40 ? static_cast<int>(value) : 0;
-  };
   switch (slot) {
     case slot::kSigmaPoles:
-      return count(slot::kNPoles, 0);
+      return CountAt(typed, slot::kNPoles, 0);
     case slot::kPoleReal:
     case slot::kPoleImag:
-      return count(slot::kNPoles, 1);
+      return CountAt(typed, slot::kNPoles, 1);
     case slot::kYzero:
-      return count(slot::kZeroCounts, kOmegaAxisZeros);
+      return CountAt(typed, slot::kZeroCounts, kOmegaAxisZeros);
     case slot::kZreal:
     case slot::kZimag:
-      return count(slot::kZeroCounts, kZeroPairs) + count(slot::kZeroCounts, kZeroQuads);
+      return CountAt(typed, slot::kZeroCounts, kZeroPairs) +
+             CountAt(typed, slot::kZeroCounts, kZeroQuads);
     default:
       return 0;
   }
@@ -113,7 +103,7 @@ void FitList(ResponseRecord& typed, int slot) {
   if (words.empty()) return;
   if (words.size() > wanted) words.resize(wanted);
   while (words.size() < wanted) words.push_back(Next(words));
-  typed.Slot(slot) = ListText(words);
+  typed.Slot(slot) = Joined(words);
 }
 
 }  // namespace

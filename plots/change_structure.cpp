@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "record/question_catalogue.h"
 #include "solver/problem/answers.h"
 
 namespace polefit {
@@ -15,32 +16,31 @@ struct CountPlace {
   std::size_t word = 0;
 };
 
-CountPlace CountOf(FactorKind kind) {
+CountPlace PlaceOf(FactorKind kind) {
   switch (kind) {
     case FactorKind::sigmaPole:
       return {slot::kNPoles, 0};
     case FactorKind::polePair:
       return {slot::kNPoles, 1};
     case FactorKind::omegaZero:
-      return {slot::kZeroCounts, 0};
+      return {slot::kZeroCounts, kOmegaAxisZeros};
     case FactorKind::zeroPair:
-      return {slot::kZeroCounts, 1};
+      return {slot::kZeroCounts, kZeroPairs};
     default:
-      return {slot::kZeroCounts, 2};
+      return {slot::kZeroCounts, kZeroQuads};
   }
 }
 
-int CountAt(const ResponseRecord& record, const CountPlace& place) {
-  const std::vector<std::string> words = Words(record.Slot(place.slot));
-  if (place.word >= words.size()) return 0;
-  return static_cast<int>(ParseNumber(words[place.word]).value_or(0));
+int CountOf(const ResponseRecord& record, FactorKind kind) {
+  const CountPlace place = PlaceOf(kind);
+  return CountAt(record, place.slot, place.word);
 }
 
 void AddToCount(ResponseRecord& record, FactorKind kind, int more) {
-  const CountPlace place = CountOf(kind);
+  const CountPlace place = PlaceOf(kind);
   std::vector<std::string> words = Words(record.Slot(place.slot));
   words.resize(std::max(words.size(), place.word + 1), "0");
-  words[place.word] = std::to_string(CountAt(record, place) + more);
+  words[place.word] = std::to_string(CountOf(record, kind) + more);
   record.Slot(place.slot) = Joined(words);
 }
 
@@ -49,9 +49,9 @@ void AddToCount(ResponseRecord& record, FactorKind kind, int more) {
 std::string WithNumber(const ResponseRecord& record, FactorKind kind, int list, double value) {
   const bool isPair = kind == FactorKind::zeroPair;
   const bool isQuad = kind == FactorKind::zeroQuad;
-  const int own = CountAt(record, CountOf(kind));
-  const int before = isQuad ? CountAt(record, CountOf(FactorKind::zeroPair)) : 0;
-  const int behind = isPair ? CountAt(record, CountOf(FactorKind::zeroQuad)) : 0;
+  const int own = CountOf(record, kind);
+  const int before = isQuad ? CountOf(record, FactorKind::zeroPair) : 0;
+  const int behind = isPair ? CountOf(record, FactorKind::zeroQuad) : 0;
   std::vector<std::string> words = Words(record.Slot(list));
   words.resize(std::min(words.size(), static_cast<std::size_t>(before + own + behind)));
   const std::size_t at = std::min(words.size(), static_cast<std::size_t>(before + own));

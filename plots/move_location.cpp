@@ -35,12 +35,6 @@ std::string TypedNumber(double value) {
   return PlainNumber(Rounded4(value));
 }
 
-std::string Joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
-  return text;
-}
-
 std::vector<ChangedAnswer> MoveLocation(const ResponseRecord& record, const FitCurves& typed,
                                         std::size_t location, double real, double imaginary) {
   const Location& at = typed.locations[location];

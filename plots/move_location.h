@@ -23,9 +23,6 @@ inline constexpr double kLeastFreeZero = 1.001;
 std::vector<ChangedAnswer> MoveLocation(const ResponseRecord& record, const FitCurves& typed,
                                         std::size_t location, double real, double imaginary);
 
-/// An answer of these words.
-std::string Joined(const std::vector<std::string>& words);
-
 /// A number as it is typed into an answer: four significant digits.
 std::string TypedNumber(double value);
 

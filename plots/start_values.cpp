@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "plots/move_location.h"
+#include "record/question_catalogue.h"
+#include "solver/problem/answers.h"
 #include "solver/problem/problem_reader.h"
 #include "solver/report/last_run.h"
 #include "solver/search/data_start.h"
@@ -18,19 +20,16 @@ struct ListGroup {
   std::size_t count;
 };
 
-std::size_t CountAt(const ResponseRecord& record, int slot, std::size_t word) {
-  const std::vector<std::string> words = Words(record.Slot(slot));
-  const double count = word < words.size() ? ParseNumber(words[word]).value_or(0) : 0;
-  return count > 0 ? static_cast<std::size_t>(count) : 0;
-}
-
 std::vector<ListGroup> GroupsOf(const ResponseRecord& record) {
-  return {{{slot::kSigmaPoles}, CountAt(record, slot::kNPoles, 0)},
-          {{slot::kPoleReal, slot::kPoleImag}, CountAt(record, slot::kNPoles, 1)},
+  const auto count = [&record](int slot, std::size_t word) {
+    return static_cast<std::size_t>(CountAt(record, slot, word));
+  };
+  return {{{slot::kSigmaPoles}, count(slot::kNPoles, 0)},
+          {{slot::kPoleReal, slot::kPoleImag}, count(slot::kNPoles, 1)},
           {{slot::kSigmaZero}, IsYes(record.Slot(slot::kSigmaZeroWanted)) ? 1U : 0U},
-          {{slot::kYzero}, CountAt(record, slot::kZeroCounts, 0)},
+          {{slot::kYzero}, count(slot::kZeroCounts, kOmegaAxisZeros)},
           {{slot::kZreal, slot::kZimag},
-           CountAt(record, slot::kZeroCounts, 1) + CountAt(record, slot::kZeroCounts, 2)}};
+           count(slot::kZeroCounts, kZeroPairs) + count(slot::kZeroCounts, kZeroQuads)}};
 }
 
 /// On the bound 1 they would be held in the runs that follow.

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "platform/paths.h"
 #include "platform/places.h"
+#include "solver/orders.h"
 
 namespace polefit {
 
@@ -115,12 +116,11 @@ class WordReader {
 
   /// "3-8".
   bool TakeOrders() {
-    constexpr int kMost = 40;
     std::string value;
     if (!TakeValue(value) || !Become(Action::orders)) return false;
     const std::size_t dash = std::min(value.find('-'), value.size());
-    const auto from = Whole(value.substr(0, dash), 1, kMost);
-    const auto to = dash < value.size() ? Whole(value.substr(dash + 1), 1, kMost) : from;
+    const auto from = Whole(value.substr(0, dash), 1, kMostPolesTried);
+    const auto to = dash < value.size() ? Whole(value.substr(dash + 1), 1, kMostPolesTried) : from;
     if (!from || !to || *from > *to) return false;
     request_.fewestPoles = *from;
     request_.mostPoles = *to;

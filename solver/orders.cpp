@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "base/text_format.h"
+#include "solver/problem/answers.h"
 #include "solver/problem/problem_reader.h"
 #include "solver/report/figures.h"
 #include "solver/report/last_run.h"
@@ -16,8 +17,6 @@
 namespace polefit {
 
 namespace {
-
-constexpr int kMostOfAKind = 40;
 
 /// The record with so many poles, none of them typed.
 ResponseRecord WithPoles(ResponseRecord record, int singles, int pairs) {

@@ -35,6 +35,9 @@ struct OrderTable {
   std::optional<std::size_t> best;
 };
 
+/// The most poles that are tried.
+inline constexpr int kMostPolesTried = 40;
+
 /// Fits the problem of a record with `fewest` to `most` poles, at least as many as it has zeros,
 /// each time from the points alone. Of every number the split into single poles and pairs that fits
 /// best. `found` is told of each as it is found.

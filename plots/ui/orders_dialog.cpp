@@ -23,7 +23,6 @@ namespace {
 
 constexpr int kFewest = 1;
 constexpr int kFirstMost = 12;
-constexpr int kMost = 40;
 constexpr int kFigures = 4;
 
 QStringList Cells(const OrderFit& fit) {
@@ -91,7 +90,7 @@ void OrdersDialog::Build() {
   diagram_->setObjectName("DiagramOrders");
   progress_->setAccessibleName(tr("Numbers of poles tried"));
   most_->setObjectName("numMostPoles");
-  most_->setRange(kFewest + 1, kMost);
+  most_->setRange(kFewest + 1, kMostPolesTried);
   most_->setValue(kFirstMost);
   auto* label = new QLabel(tr("&Up to"));
   label->setBuddy(most_);

@@ -78,6 +78,18 @@ std::vector<std::string> Words(std::string_view text) {
   }
 }
 
+std::string Joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
+
+int CountAt(const ResponseRecord& record, int slot, std::size_t word) {
+  const std::vector<std::string> words = Words(record.Slot(slot));
+  const double count = word < words.size() ? ParseNumber(words[word]).value_or(0) : 0;
+  return static_cast<int>(std::clamp<double>(count, 0, kMostOfAKind));
+}
+
 std::optional<double> AnswerReader::Number(const Topic& topic, const std::string& answer) {
   const std::optional<double> value = ParseNumber(answer);
   if (value) return value;
@@ -122,14 +134,13 @@ std::vector<double> AnswerReader::Numbers(const Topic& topic, const std::string&
 }
 
 bool AnswerReader::Counts(const Topic& topic, const std::string& answer, std::span<int> counts) {
-  constexpr int kMost = 40;
   const std::vector<std::string> words = Words(answer);
   std::vector<int> found;
   for (const std::string& word : words) {
     int value = -1;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
     const bool isWhole = error == std::errc() && end == word.data() + word.size();
-    if (isWhole && value >= 0 && value <= kMost) found.push_back(value);
+    if (isWhole && value >= 0 && value <= kMostOfAKind) found.push_back(value);
   }
   if (words.size() == counts.size() && found.size() == counts.size()) {
     std::copy(found.begin(), found.end(), counts.begin());
@@ -139,8 +150,8 @@ bool AnswerReader::Counts(const Topic& topic, const std::string& answer, std::sp
   if (words.empty()) {
     Open(topic, ": the answer is empty; " + numbers + " are needed.");
   } else {
-    Fault(topic,
-          ": \"" + answer + "\" is not " + numbers + " from 0 to " + std::to_string(kMost) + ".");
+    Fault(topic, ": \"" + answer + "\" is not " + numbers + " from 0 to " +
+                     std::to_string(kMostOfAKind) + ".");
   }
   return false;
 }

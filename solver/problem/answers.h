@@ -36,8 +36,16 @@ bool IsOutOfRange(std::string_view text);
 /// The number that a text with a decimal comma is meant to be, with a point: "0.92" for "0,92".
 std::optional<std::string> WithDecimalPoint(const std::string& text);
 
-/// The words of a text, separated by blanks.
+/// The words of a text, separated by blanks; and the text of words.
 std::vector<std::string> Words(std::string_view text);
+std::string Joined(const std::vector<std::string>& words);
+
+/// How many poles or zeros of one kind a constellation may have.
+inline constexpr int kMostOfAKind = 40;
+
+/// The number that stands as a word of the answer, counted from 0, brought into 0 to kMostOfAKind;
+/// 0 where none does.
+int CountAt(const ResponseRecord& record, int slot, std::size_t word);
 
 /// The answers of a record as numbers. Every fault goes to the findings, begun with the topic, and
 /// the result is then empty.
@@ -54,8 +62,8 @@ class AnswerReader {
   /// `count` numbers; `wantedBy` is the question that asks for so many.
   std::vector<double> Numbers(const Topic& topic, const std::string& answer, int count,
                               const std::string& wantedBy);
-  /// As many whole numbers from 0 to 40 as `counts` takes. All stay 0 after a fault, which gives
-  /// false.
+  /// As many whole numbers from 0 to kMostOfAKind as `counts` takes. All stay 0 after a fault,
+  /// which gives false.
   bool Counts(const Topic& topic, const std::string& answer, std::span<int> counts);
 
   /// `rest` is what the sentence says behind the topic's name.
