@@ -161,7 +161,8 @@ class Table {
                   "%d evaluations, %zu starts, %d near",
                   name.c_str(), outcome.isRight ? " (right)" : "", static_cast<int>(summary.ending),
                   summary.best.Cost(), problem.cost, outcome.poleError, summary.evaluations,
-                  summary.starts.size(), summary.StartsNear(summary.best.Cost()));
+                  summary.starts.size(),
+                  summary.optima.empty() ? 0 : summary.optima.front().starts);
     notes_.emplace_back(text);
   }
 

@@ -54,6 +54,8 @@ struct Constellation {
   /// How many parameters are moved by one of the solvers.
   int MovedCount() const { return orcaCount + lynxCount; }
   int ParameterCount() const { return MovedCount() + heldCount; }
+  /// Whether ORCA moves the factor's location.
+  bool IsOrcas(const Factor& factor) const { return factor.parameter < orcaCount; }
 };
 
 }  // namespace polefit

@@ -135,8 +135,8 @@ MatrixXd Followers(const Problem& problem, const Iterate& iterate, const std::ve
   return basis;
 }
 
-/// The size of a step in each free parameter, as the search scales it: the distance to the omega
-/// axis, for an omega-axis zero a part of its frequency.
+/// The size of a step in each free parameter: the distance to the omega axis, for an omega-axis
+/// zero a part of its frequency.
 VectorXd Scales(const Problem& problem, const Iterate& iterate, const std::vector<Index>& free) {
   constexpr double kLeast = 1e-3;
   constexpr double kShareOfOmegaZero = .3;

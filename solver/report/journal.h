@@ -56,7 +56,7 @@ class Journal : public Listener {
 /// "typed values", "standard constellation", ...
 const char* NameOf(StartKind kind);
 
-/// "ZERO", "RHO", "STEPSLIM", "EVALMAX", "request".
+/// "ZERO", "RHO", "STEPSLIM", "BOUND", "EVALMAX", "request".
 const char* NameOf(EndReason reason);
 
 }  // namespace polefit

@@ -25,10 +25,6 @@ constexpr double kLeastBase = 1e-12;
 constexpr int kMisses = 3;
 constexpr double kEqualised = 1e-9;
 
-bool IsMoved(const Problem& problem, const Factor& factor) {
-  return factor.parameter < problem.constellation.orcaCount;
-}
-
 /// How often a factor's root stands in N or D, a polynomial in w^2.
 int DegreeOf(const Factor& factor) {
   const int count = std::abs(factor.logCount);
@@ -39,7 +35,7 @@ int DegreeOf(const Factor& factor) {
 ArrayXd BaseAt(const Problem& problem, const VectorXd& parameters, const ArrayXd& x) {
   ArrayXd base = ArrayXd::Ones(x.size());
   for (const Factor& factor : problem.constellation.factors) {
-    if (IsMoved(problem, factor)) continue;
+    if (problem.constellation.IsOrcas(factor)) continue;
     const double zero = parameters[factor.parameter];
     base *= (1 - x / (zero * zero)).square();
   }
@@ -71,7 +67,7 @@ class Placement {
   DataStart Place() {
     for (std::size_t i = 0; i < problem_.constellation.factors.size(); ++i) {
       const Factor& factor = problem_.constellation.factors[i];
-      if (!IsMoved(problem_, factor) || factor.logCount == 0) continue;
+      if (!problem_.constellation.IsOrcas(factor) || factor.logCount == 0) continue;
       PlaceFactor(factor);
       start_.isPlaced[i] = true;
     }
@@ -88,7 +84,7 @@ class Placement {
   static AllottedZeros ZerosOf(const Problem& problem, const RationalFit& fit) {
     ZeroCounts counts;
     for (const Factor& factor : problem.constellation.factors) {
-      if (!IsMoved(problem, factor)) continue;
+      if (!problem.constellation.IsOrcas(factor)) continue;
       if (factor.kind == FactorKind::omegaZero) ++counts.omega;
       if (factor.kind == FactorKind::sigmaZero) counts.sigma = factor.logCount;
     }
@@ -142,7 +138,7 @@ std::optional<DataStart> FitFrom(const Problem& problem, const VectorXd& paramet
   int zeroDegree = 0;
   int poleDegree = 0;
   for (const Factor& factor : problem.constellation.factors) {
-    if (!IsMoved(problem, factor)) continue;
+    if (!problem.constellation.IsOrcas(factor)) continue;
     (factor.logCount < 0 ? poleDegree : zeroDegree) += DegreeOf(factor);
   }
   const SquaredMagnitude rows = RowsOf(problem, parameters);
@@ -196,8 +192,8 @@ void FillFromPoints(Problem& problem, std::vector<Finding>& findings) {
   for (std::size_t i = 0; i < isEmpty.size(); ++i) {
     const Factor& factor = problem.constellation.factors[i];
     const bool isPlaced = start && start->isPlaced[i];
-    if (IsMoved(problem, factor) && !(isEmpty[i] && isPlaced)) isWhole = false;
-    if (!isEmpty[i] || !IsMoved(problem, factor)) continue;
+    if (problem.constellation.IsOrcas(factor) && !(isEmpty[i] && isPlaced)) isWhole = false;
+    if (!isEmpty[i] || !problem.constellation.IsOrcas(factor)) continue;
     isRough = isRough || !start;
     if (!isPlaced) continue;
     const auto size = static_cast<Index>(factor.Parts());

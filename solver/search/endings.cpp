@@ -51,8 +51,8 @@ std::vector<std::vector<std::size_t>> MetZeros(const Problem& problem, const Ite
   };
   std::vector<std::size_t> zeros;
   for (std::size_t i = 0; i < factors.size(); ++i) {
-    const bool isFree = factors[i].kind == FactorKind::omegaZero &&
-                        factors[i].parameter < problem.constellation.orcaCount;
+    const bool isFree =
+        factors[i].kind == FactorKind::omegaZero && problem.constellation.IsOrcas(factors[i]);
     if (isFree && location(i) < (1 - kMet) * problem.largest) zeros.push_back(i);
   }
   std::sort(zeros.begin(), zeros.end(),

@@ -26,7 +26,7 @@ ArrayXd Scales(const Problem& problem, const VectorXd& parameters) {
   const double end = EndOfBand(problem);
   ArrayXd scales(problem.constellation.orcaCount);
   for (const Factor& factor : problem.constellation.factors) {
-    if (factor.parameter >= problem.constellation.orcaCount) continue;
+    if (!problem.constellation.IsOrcas(factor)) continue;
     const double location = parameters[factor.parameter];
     const bool isOmega = factor.kind == FactorKind::omegaZero;
     double scale = isOmega ? kOmegaZeroShare * location : location;

@@ -235,13 +235,6 @@ class Search {
 
 }  // namespace
 
-int Summary::StartsNear(double cost) const {
-  return static_cast<int>(
-      std::count_if(starts.begin(), starts.end(), [this, cost](const StartSummary& start) {
-        return start.best.isFinite && IsSameCost(start.best.Cost(), cost, negligible);
-      }));
-}
-
 Summary Solve(const Problem& problem, Listener& listener,
               const std::function<bool()>& isStopRequested) {
   return Search(problem, listener, isStopRequested).Run();

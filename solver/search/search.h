@@ -62,8 +62,6 @@ struct Summary {
   std::optional<OtherStructure> joinedZeros;
 
   bool IsExact() const { return best.Cost() <= negligible; }
-  /// How many starts ended, or were cut short, within 0.1 % of an F.
-  int StartsNear(double cost) const;
 };
 
 /// Solves a problem: the typed start, the data start, then standard, perturbed and random ones in

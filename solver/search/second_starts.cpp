@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numbers>
 
 namespace polefit {
 
@@ -44,10 +45,6 @@ double RandomNumbers::Logarithmic(double low, double high) {
   return low * std::pow(high / low, Unit());
 }
 
-bool SecondStarts::IsFree(const Factor& factor) const {
-  return factor.parameter < problem_.constellation.orcaCount;
-}
-
 VectorXd SecondStarts::Next(const VectorXd& best, StartKind& kind) {
   constexpr std::array<double, 3> kSizes = {.4, .8, 1.2};
   const int round = count_ / 3;
@@ -69,7 +66,7 @@ VectorXd SecondStarts::Next(const VectorXd& best, StartKind& kind) {
 }
 
 void SecondStarts::PlaceStandard(VectorXd& parameters, int number) const {
-  constexpr double kQuarter = 1.5707963267948966;
+  constexpr double kQuarter = std::numbers::pi / 2;
   const Shape& shape = kShapes[static_cast<std::size_t>(number) % kShapes.size()];
   const int pairs = CountOf(problem_.constellation, FactorKind::polePair);
   int pair = 0;
@@ -98,7 +95,7 @@ void SecondStarts::SpreadZeros(VectorXd& parameters) const {
   int pair = 0;
   int quad = 0;
   for (const Factor& factor : problem_.constellation.factors) {
-    if (!IsFree(factor)) continue;
+    if (!problem_.constellation.IsOrcas(factor)) continue;
     double& location = parameters[factor.parameter];
     switch (factor.kind) {
       case FactorKind::sigmaZero:
@@ -126,7 +123,7 @@ void SecondStarts::SpreadZeros(VectorXd& parameters) const {
 void SecondStarts::Perturb(VectorXd& parameters, double size) {
   constexpr double kFarPole = 2.5;
   for (const Factor& factor : problem_.constellation.factors) {
-    if (!IsFree(factor)) continue;
+    if (!problem_.constellation.IsOrcas(factor)) continue;
     double& location = parameters[factor.parameter];
     if (factor.kind == FactorKind::omegaZero) {
       location = 1 + (location - 1) * std::exp(size * random_.Signed());
@@ -151,7 +148,7 @@ void SecondStarts::Scatter(VectorXd& parameters, bool isWide) {
   const double low = std::max(problem_.lowest, .03);
   const double high = std::max(2 * low, std::min(problem_.largest, 2.0));
   for (const Factor& factor : problem_.constellation.factors) {
-    if (!IsFree(factor)) continue;
+    if (!problem_.constellation.IsOrcas(factor)) continue;
     double& location = parameters[factor.parameter];
     if (factor.kind == FactorKind::omegaZero) {
       const double u = random_.Unit();

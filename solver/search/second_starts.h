@@ -36,7 +36,6 @@ class SecondStarts {
   void SpreadZeros(Eigen::VectorXd& parameters) const;
   void Perturb(Eigen::VectorXd& parameters, double size);
   void Scatter(Eigen::VectorXd& parameters, bool isWide);
-  bool IsFree(const Factor& factor) const;
 
   const Problem& problem_;
   RandomNumbers random_;

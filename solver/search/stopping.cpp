@@ -22,16 +22,18 @@ double UnseenShare(int optima, int witnesses) {
   return std::min(1.0, optima * (optima + 1.0) / (witnesses * (witnesses - 1.0)));
 }
 
-}  // namespace
+/// Whether two F are one optimum: close together, or both below the noise floor.
+bool IsSameCost(double one, double other, double negligible) {
+  return std::abs(one - other) <= std::max(kSameCost * std::min(one, other), negligible);
+}
 
+/// A start that tells where starts end: it converged and owes nothing to the others.
 bool IsWitness(const StartSummary& start) {
   const bool isIndependent = start.kind != StartKind::perturbed && start.kind != StartKind::parted;
   return isIndependent && start.HasConverged();
 }
 
-bool IsSameCost(double one, double other, double negligible) {
-  return std::abs(one - other) <= std::max(kSameCost * std::min(one, other), negligible);
-}
+}  // namespace
 
 void CountOptima(Summary& summary) {
   std::vector<const StartSummary*> starts;

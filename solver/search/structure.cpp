@@ -126,9 +126,7 @@ Problem Restructured(const Problem& problem, const Iterate& iterate,
   std::stable_sort(kept.begin(), kept.end(), [&factors](std::size_t one, std::size_t other) {
     return factors[one].parameter < factors[other].parameter;
   });
-  const auto isOrcas = [&](std::size_t i) {
-    return factors[i].parameter < problem.constellation.orcaCount;
-  };
+  const auto isOrcas = [&](std::size_t i) { return problem.constellation.IsOrcas(factors[i]); };
   for (const std::size_t i : kept) {
     if (isOrcas(i)) rebuild.Keep(i);
   }
