@@ -10,7 +10,7 @@ namespace polefit {
 /// One former version as a list shows it.
 struct VersionLine {
   Version version;
-  /// "12 points", "not saved, 12 points", "no Response Input File".
+  /// "12 points", "not saved, 12 points", "no whole Response Input File".
   std::string content;
   std::string firstLine;
   bool canPutBack = true;

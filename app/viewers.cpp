@@ -4,6 +4,12 @@
 
 namespace polefit {
 
+namespace {
+
+constexpr const char* kSupportAddress = "support@polefit.example";
+
+}  // namespace
+
 void ViewExampleFile(Program& program) {
   CommonDialog& dialog = program.windows.CMDialog1;
   const std::string formerFolder = dialog.initialFolder;

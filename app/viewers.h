@@ -4,9 +4,6 @@
 
 namespace polefit {
 
-/// Where support mail goes.
-inline constexpr const char* kSupportAddress = "support@polefit.example";
-
 /// Opens an example that the user chooses in the text editor.
 void ViewExampleFile(Program& program);
 

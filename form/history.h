@@ -40,9 +40,8 @@ class History {
   void Forget();
 
   /// Makes one step of all that has changed since the last one, under the name that a menu shows.
-  /// Text in an open cell editor is no change yet. False when nothing
-  /// has changed. The oldest steps are dropped beyond the limits; the last one always
-  /// stays.
+  /// Text in an open cell editor is no change yet. False when nothing has changed. The oldest steps
+  /// are dropped beyond the limits; the last one always stays.
   bool Record(const std::string& name, StepKind kind = StepKind::edit);
 
   bool CanUndo() const { return done_ > 0; }

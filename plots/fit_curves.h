@@ -15,7 +15,7 @@ namespace polefit {
 /// Whose curve it is; each has a line style of its own.
 enum class CurveRole { typed, preview, result, other, another };
 
-/// A sidelobe's peak, in MHz and in parts of the largest |H|'s unit, as |H|.
+/// A sidelobe's peak: where it is, and |H| there.
 struct SidelobePeak {
   double megahertz;
   double magnitude;

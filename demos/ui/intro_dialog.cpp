@@ -33,7 +33,7 @@ IntroDialog::IntroDialog() {
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(24, 20, 24, 16);
   rows->setSpacing(14);
-  // The caption holds "&&" for a literal ampersand; a label without a buddy shows it as it stands.
+  // A label without a buddy shows "&" as it stands: no "&&" as in the captions of buttons.
   rows->addWidget(MakeTitle(tr("Polefit™  Intro & Demos")));
   rows->addWidget(MakeSentence(
       "lblFirst",

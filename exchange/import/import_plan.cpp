@@ -11,6 +11,9 @@ namespace polefit {
 
 namespace {
 
+/// So many points are proposed for a file with more rows than a table holds.
+constexpr int kProposedPoints = 1000;
+
 /// What the points are points of: a parameter, a heading or a column's number.
 std::string SubjectOf(const SourceTable& table, int column, std::string_view parameter) {
   const std::string wanted = BareName(parameter);

@@ -76,9 +76,6 @@ struct ImportPreview {
   std::string reason;
 };
 
-/// So many points are proposed for a file with more rows than a table holds.
-inline constexpr int kProposedPoints = 1000;
-
 /// A plan for a file as it is first offered to a form: everything guessed.
 ImportPlan PlanFor(SourceFile source, const FormCells& form);
 

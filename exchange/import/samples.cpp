@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "base/text_format.h"
 #include "exchange/import/phase_delay.h"
@@ -25,7 +26,7 @@ bool IsTaken(const ValueColumn& value) {
 }
 
 double PhaseInDegrees(const SourceTable& table, int row, const ImportChoices& choices) {
-  const double degrees = 180 / std::acos(-1.0);
+  constexpr double degrees = 180 / std::numbers::pi;
   const double number = table.Number(row, choices.delay);
   if (choices.delaySecond != kNoColumn) {
     return std::atan2(table.Number(row, choices.delaySecond), number) * degrees;

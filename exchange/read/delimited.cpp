@@ -16,6 +16,8 @@ namespace {
 /// No file of ours has longer lines; one without line ends would be one cell after the other.
 constexpr std::size_t kLongestTextLine = 1U << 20U;
 constexpr std::size_t kMostColumns = 4096;
+/// A file with more cells is refused.
+constexpr std::size_t kMostCells = 8'000'000;
 /// So many lines between rows are looked at for other headings.
 constexpr int kMostHeadings = 1000;
 
@@ -38,7 +40,7 @@ class DelimitedReader {
   SourceTable Read(const TextChoices& choices, TextLayout* found) {
     const Block block = LargestBlock();
     TakeHeadings(block, choices);
-    table_.Reserve(static_cast<std::size_t>(block.rows), 0);
+    table_.Reserve(static_cast<std::size_t>(block.rows));
     TakeTornBegin(block);
     for (std::size_t i = block.first; i <= block.last; ++i) TakeLine(i);
     TakeTornEnd(block);

@@ -18,8 +18,7 @@ struct TextChoices {
 struct TextLayout {
   Layout layout;
   int headingLine = 0;
-  /// How many layouts of equal right there were is no question here, but whether the heading and
-  /// the rows agree in their number of cells is.
+  /// False when there are headings, but not as many as a row has cells.
   bool isSure = true;
 };
 

@@ -26,10 +26,9 @@ void SourceTable::AddRow(int line, const std::vector<std::string_view>& cells,
   }
 }
 
-void SourceTable::Reserve(std::size_t rows, std::size_t bytes) {
+void SourceTable::Reserve(std::size_t rows) {
   lines_.reserve(rows);
   cells_.reserve(rows * columns.size());
-  text_.reserve(bytes);
 }
 
 SourceTable NoTable(const std::string& fault) {

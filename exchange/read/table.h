@@ -58,8 +58,7 @@ class SourceTable {
   /// The same for cells whose numbers are known.
   void AddRow(int line, const std::vector<std::string_view>& cells,
               const std::vector<double>& numbers);
-  /// Makes room for rows of a file of `bytes` bytes.
-  void Reserve(std::size_t rows, std::size_t bytes);
+  void Reserve(std::size_t rows);
 
  private:
   struct Cell {
@@ -76,9 +75,6 @@ class SourceTable {
   std::vector<Cell> cells_;
   std::vector<int> lines_;
 };
-
-/// No table holds more cells; a file with more is refused.
-inline constexpr std::size_t kMostCells = 8'000'000;
 
 /// A table that says why there is none.
 SourceTable NoTable(const std::string& fault);

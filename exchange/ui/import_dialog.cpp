@@ -242,7 +242,7 @@ void ImportDialog::ShowPreview() {
   preview_ = PreviewOf(plan_, form_);
   model_->Show(preview_, plan_);
   const bool hasWeights =
-      plan_.choices.weight != kNoColumn || form_.typed.Slot(slot::kUseWeights) == "Y";
+      plan_.choices.weight != kNoColumn || IsYes(form_.typed.Slot(slot::kUseWeights));
   table_->setColumnHidden(PointsModel::kWeightColumn, !plan_.isOnlyDelay && !hasWeights);
   table_->clearSpans();
   for (const int row : model_->SkippedRows()) table_->setSpan(row, 0, 1, model_->columnCount());

@@ -98,7 +98,7 @@ void EditMenu::ShowStepNames() {
 void EditMenu::EnableEntries(bool all) {
   const auto* box = qobject_cast<QLineEdit*>(QApplication::focusWidget());
   const bool isTable = tables_.Focused() != nullptr;
-  const bool isText = box != nullptr && (!box->isReadOnly());
+  const bool isText = box != nullptr && !box->isReadOnly();
   for (const auto& [entry, action] : actions_) {
     const bool isForText = entry <= Entry::clear || entry == Entry::selectAll;
     action->setEnabled(all || isTable || (isText && isForText));
