@@ -97,19 +97,6 @@ TEST_F(FileCommandsTest, NewAsksThenEmptiesEverythingButYout) {
   EXPECT_EQ(program.document.DataChanged, 0);
 }
 
-TEST_F(FileCommandsTest, NewInAFolderThatIsGoneLeavesTheFormAsItIs) {
-  const std::string gone = host.Path("gone");
-  host.MakeFolder(gone);
-  host.ChangeFolder(gone);
-  form.passData.SetText(1, 1, "1");
-  program.document.DataChanged = 0;
-  std::filesystem::remove(gone);
-  host.ReplyToBox(Reply::ok);
-  EXPECT_NE(ErrorOf([&] { FileNew(program); }), 0);
-  EXPECT_EQ(form.passData.Text(1, 1), "1");
-  EXPECT_NE(form.Text("tmin"), "");
-}
-
 TEST_F(FileCommandsTest, OpenShowsTheFileAndKeepsItsNameWhateverLine1Says) {
   std::filesystem::rename(MakeFile("made.txt"), host.Path("run1.txt"));
   EXPECT_THAT(EffectsOf(FileOld, {}, {host.Path("run1.txt")}),

@@ -6,7 +6,6 @@
 
 #include "plots/curve_table.h"
 #include "plots/move_location.h"
-#include "plots/pane_state.h"
 #include "plots/start_values.h"
 #include "plots/units.h"
 #include "solver/example_problem.h"
@@ -222,13 +221,6 @@ TEST(CurveTable, HasACellForEachFigureAndNoneWhereNothingIsDrawn) {
   const std::string last = text.substr(text.rfind('\n', text.size() - 2) + 1);
   EXPECT_THAT(last, StartsWith("30,"));
   EXPECT_THAT(last, HasSubstr(",,")) << "beyond the points there is no Yin |H|";
-}
-
-TEST(PaneState, IsSaidInWords) {
-  EXPECT_EQ(StateText(PaneState::resultChanged, "19:40"), "result 19:40, form changed since");
-  EXPECT_EQ(StateText(PaneState::lastGood, ""), "last good curve; see findings");
-  EXPECT_TRUE(RoomOf(339) == PaneRoom::upperAlone && RoomOf(340) == PaneRoom::upperOrLower &&
-              RoomOf(520) == PaneRoom::all);
 }
 
 }  // namespace

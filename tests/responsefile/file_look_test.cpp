@@ -3,18 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <sstream>
 
+#include "platform/temporary_folder.h"
+
 namespace polefit::testing {
 namespace {
-
-std::string BytesOf(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 /// A file of two passband points and one delay point; `values` stand in place of its lines, counted
 /// from 1.
@@ -35,7 +30,7 @@ std::string FileWith(const std::map<int, std::string>& values, const std::string
 TEST(FileLook, TheExamplesPassWithTheirCommentsAndWithout) {
   int examples = 0;
   for (const auto& entry : std::filesystem::directory_iterator(POLEFIT_EXAMPLES)) {
-    std::string bytes = BytesOf(entry.path());
+    std::string bytes = FileBytes(entry.path());
     EXPECT_TRUE(LookAt(bytes).isResponseFile) << entry.path();
     std::string bare;
     bool comment = false;

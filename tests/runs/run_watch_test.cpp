@@ -82,9 +82,6 @@ TEST_F(RunWatchTest, ARunIsStartedRecordedAndJudgedByNumbers) {
 TEST_F(RunWatchTest, EveryEndIsJudgedAndNoFormerResultIsTakenForItsOwn) {
   const std::string kGood = "Good: as far as the solver says, with no figures.";
   const std::tuple<const char*, bool, const char*, std::string> cases[] = {
-      {"pfit: stopped at EVALMAX\n", true, "exit 1",
-       "Stopped: at a limit; the best point found is given."},
-      {"", false, "signal 11", "Failed: the solver broke off without a report."},
       {"", false, "", "Failed: the solver broke off without a report."},
       {"pfit: converged\npfit-end: exit=0\n", true, "", kGood},
       {"pfit: converged\npfit-end: exit=0 F=1", true, "",

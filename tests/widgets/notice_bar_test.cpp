@@ -54,8 +54,8 @@ TEST_F(NoticeBarTest, ShowsOneAtATimeTheMostUrgentFirstAndLeavesTheFocusAlone) {
   Post("a", Urgency::asks);
   EXPECT_EQ(Shown(), "about a; ");
   Post("b", Urgency::dataAtRisk);
-  Post("c", Urgency::asks);
-  EXPECT_EQ(Shown(), "about b; 1 of 3; ");
+  for (int time = 0; time < 2; ++time) Post("c", Urgency::asks);
+  EXPECT_EQ(Shown(), "about b; 1 of 3; ") << "one of each subject";
   EXPECT_TRUE(below->hasFocus());
   Click("cmdNotice1");
   EXPECT_EQ(chosen, "b");

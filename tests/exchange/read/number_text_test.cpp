@@ -9,16 +9,9 @@ namespace polefit::testing {
 namespace {
 
 TEST(NumberTextTest, ACellIsANumberOrNot) {
-  const std::tuple<const char*, char, double> numbers[] = {{"1.5", '.', 1.5},
-                                                           {"+1.0E+006", '.', 1e6},
-                                                           {"-.5d-3", '.', -5e-4},
-                                                           {"1,5", ',', 1.5},
-                                                           {"2.", '.', 2},
-                                                           {"\xE2\x88\x92"
-                                                            "3,25",
-                                                            ',', -3.25},
-                                                           {"1.5D+02", '.', 150.0},
-                                                           {"007", '.', 7}};
+  const std::tuple<const char*, char, double> numbers[] = {
+      {"1.5", '.', 1.5}, {"+1.0E+006", '.', 1e6},    {"-.5d-3", '.', -5e-4},  {"1,5", ',', 1.5},
+      {"2.", '.', 2},    {"\u22123,25", ',', -3.25}, {"1.5D+02", '.', 150.0}, {"007", '.', 7}};
   for (const auto& [text, mark, value] : numbers) EXPECT_EQ(CellNumber(text, mark), value) << text;
   const std::pair<const char*, char> others[] = {
       {"", '.'},     {"1,5", '.'},     {"1.234,5", ','}, {"1,234.5", '.'}, {"1.5", ','},

@@ -28,22 +28,6 @@ TEST_F(FrmMainTest, AFreshFormGivesTheBuiltInAnswers) {
   EXPECT_EQ(program.document.record.solver[1], "0 0 0");
 }
 
-TEST_F(FrmMainTest, LabelsShowTheirTexts) {
-  for (const auto& [label, text] :
-       {std::pair("Question11", "9. »                  ... IMAGINARY values?"),
-        {"SolvQuestion8",
-         "8. » RATIO: Factor used to reduce RHO between successive        \n"
-         "unconstrained problems (must be >2)"},
-        {"DefAnswer2", "0  0  0"},
-        {"lblnZpairs", "P:"},
-        {"lblKeepNotes", "20. » Keep notes below ..."}}) {
-    EXPECT_EQ(Find<QLabel>(label).text(), text);
-  }
-  EXPECT_EQ(Find<QTabWidget>("CVX_Tabs").tabText(1), "&2. Poles && Zeros");
-  EXPECT_EQ(Find<QCheckBox>("chkUseWeights").text(), "Yes");
-  EXPECT_EQ(Find<QPushButton>("cmdUseDefSolver").text(), "&Use Defaults");
-}
-
 TEST_F(FrmMainTest, EveryEditAndClickMarksTheDataChanged) {
   int boxes = 0;
   for (const QWidget* box : form.findChildren<QWidget*>()) {

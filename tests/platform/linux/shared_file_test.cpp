@@ -97,15 +97,6 @@ TEST_F(SharedFileTest, WhatACrashLeftIsNotOverwrittenByTheNextSave) {
   EXPECT_FALSE(fs::exists(path_ + "~~"));
 }
 
-TEST_F(SharedFileTest, ALinkIsReplacedAndNotFollowed) {
-  WriteBytes(folder_.File("elsewhere/x"), "untouched");
-  fs::create_symlink(folder_.File("elsewhere/x"), path_);
-  Save("new");
-  EXPECT_EQ(FileBytes(folder_.File("elsewhere/x")), "untouched");
-  EXPECT_FALSE(fs::is_symlink(path_));
-  EXPECT_EQ(FileBytes(path_), "new\r\n");
-}
-
 TEST_F(SharedFileTest, AProtectedFileOrFolderKeepsItsContent) {
   Save("former");
   // Root may write everywhere: there the file becomes somebody else's, who tries it.

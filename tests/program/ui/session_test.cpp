@@ -199,12 +199,6 @@ TEST_F(SessionTest, TheCurrentFolderIsTheOneChosenLast) {
   SetText("tmin", "3");
   Choose("mnuFileSave");
   EXPECT_THAT(FileBytes(path), HasSubstr("3\t\t! 1a."));
-  answers.Cancel();
-  Choose("mnuFileDelete");
-  answers.Choose(path);
-  answers.Press(QMessageBox::Yes);
-  Choose("mnuFileDelete");
-  EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST_F(SessionTest, InAFolderThatIsGoneSaveAsksForAnotherAndNewChangesNothing) {
@@ -253,17 +247,6 @@ TEST_F(SessionTest, WhatIsTypedIsCopiedTwoSecondsAfterTheLastKey) {
   SetText("tmin", "1");
   EXPECT_FALSE(copies());
   EXPECT_TRUE(Comes(copies));
-}
-
-TEST_F(SessionTest, FormerVersionsAreListedAndPutBackFromTheirDialog) {
-  const std::string path = MakeFile("run1.txt", "5");
-  Start(path);
-  SetText("tmin", "6");
-  Choose("mnuFileSave");
-  answers.PressIn("cmdPutBack");
-  Choose("mnuFileVersions");
-  EXPECT_EQ(TextOf("tmin"), "5");
-  EXPECT_THAT(FileBytes(path), HasSubstr("5\t\t! 1a."));
 }
 
 TEST_F(SessionTest, ASignalToEndLeavesTheLastKeysToTheNextStart) {

@@ -108,10 +108,6 @@ TEST_F(StandInTest, ASolverThatIgnoresTheSignalIsEndedAtOnce) {
   EXPECT_EQ(TextOf("cmdStop"), "Stop");
 }
 
-TEST_F(StandInTest, SingleByteOutputIsShownAsItsLetters) {
-  Submit("printf 'Gr\\374n \\231\\r\\nf\\303\\274r\\n'; say converged", "Grün ™\nfür\n");
-}
-
 TEST_F(StandInTest, ARunThatIsOnRefusesASecondOneAndIsFoundByALaterStart) {
   Submit("echo first; exec sleep 60", "first");
   const std::string before = FileBytes(Installed("User/run1.txt"));
@@ -154,35 +150,6 @@ TEST_F(StandInTest, OfRunsThatStartAtTheSameMomentOneGoesOnAndTheOthersAreRefuse
   WaitForOutput("run");
   EXPECT_EQ(Output(), TextOf("lblDataFile"));
   StopAndVerdict();
-}
-
-TEST_F(StandInTest, ImprovedValuesThatCannotBeOpenedAreNamedAndTheFormStays) {
-  Submit("values; say converged");
-  Verdict();
-  SetText("tmin", "mine");
-  std::filesystem::remove(Installed("last-run.ini"));
-  answers.Press(QMessageBox::Ok);
-  Click("cmdImproved");
-  EXPECT_THAT(answers.said.back(), StartsWith("Polefit|Error 53: File not found: " + base));
-  EXPECT_EQ(TextOf("tmin"), "mine");
-  EXPECT_EQ(TextOf("LastFileName"), "run1.txt");
-  EXPECT_NE(session->Values().document.DataChanged, 0);
-}
-
-TEST_F(StandInTest, AMissingSolverIsNamedAndTheSavedFileStays) {
-  const std::string path = MakeFile("run1.txt");
-  Start(path);
-  SetText("tmin", "kept");
-  for (const bool there : {false, true}) {
-    if (there) WriteBytes(Installed("pfit"), "not executable");
-    answers.Press(QMessageBox::No);
-    answers.Press(QMessageBox::Ok);
-    Choose("mnuFileSubmit");
-    EXPECT_THAT(answers.said.back(), HasSubstr(": " + Installed("pfit")));
-    EXPECT_EQ(FileBytes(root.File("desktop/autostart/polefit-restart.desktop")), "");
-  }
-  EXPECT_THAT(FileBytes(path), HasSubstr("kept\t\t! 1a."));
-  EXPECT_THAT(Titles(), ElementsAre("run1.txt - Polefit"));
 }
 
 TEST_F(StandInTest, ARunGetsItsFourWordsWholeWhateverTheFoldersAreCalled) {

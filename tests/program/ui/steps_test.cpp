@@ -18,7 +18,6 @@ class StepsTest : public InstalledProgram {
     const std::string path = Installed("User/Ex-Yzero.101");
     std::filesystem::copy(POLEFIT_EXAMPLES "/Ex-Yzero.101", path);
     std::filesystem::copy(POLEFIT_EXAMPLES "/Ex-Yzero.102", Installed("last-run.ini"));
-    WriteBytes(Installed("User/dut.csv"), "MHz,mag\n1,.9\n2,.5\n");
     Start(path);
     SetText("tmin", "6");
     Choose("mnuFileSave");
@@ -76,12 +75,6 @@ TEST_F(StepsTest, EachCommandThatChangesTheDataIsOneStepThatComesBack) {
          answers.PressIn("cmdPutBack");
          no();
          Choose("mnuFileVersions");
-       }},
-      {"Import Points",
-       [&] {
-         answers.Choose(Installed("User/dut.csv"));
-         answers.PressIn("cmdImport");
-         Choose("mnuFileImport");
        }},
       {"Take Improved Values",
        [&] {

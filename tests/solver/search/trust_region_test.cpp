@@ -52,14 +52,5 @@ TEST(TrustRegion, GoesAlongTheLowestEigenvectorInTheHardCase) {
   EXPECT_EQ(SolveTrustRegion(zero, MatrixXd::Zero(3, 3), 1).step, zero);
 }
 
-TEST(TrustRegion, ShrinksAfterAFailureAndGrowsAtItsEdge) {
-  EXPECT_DOUBLE_EQ(NextRadius(1, .4, false, -1), .1);
-  EXPECT_DOUBLE_EQ(NextRadius(1, 1, true, .05), .5);
-  EXPECT_DOUBLE_EQ(NextRadius(1, 1, true, .5), 1);
-  EXPECT_DOUBLE_EQ(NextRadius(1, 1, true, .95), 1.7);
-  EXPECT_DOUBLE_EQ(NextRadius(2, 2, true, .95), 3);
-  EXPECT_DOUBLE_EQ(NextRadius(1, .4, false, .95), 1);
-}
-
 }  // namespace
 }  // namespace polefit::testing
