@@ -22,11 +22,6 @@ double UnseenShare(int optima, int witnesses) {
   return std::min(1.0, optima * (optima + 1.0) / (witnesses * (witnesses - 1.0)));
 }
 
-/// Whether two F are one optimum: close together, or both below the noise floor.
-bool IsSameCost(double one, double other, double negligible) {
-  return std::abs(one - other) <= std::max(kSameCost * std::min(one, other), negligible);
-}
-
 /// A start that tells where starts end: it converged and owes nothing to the others.
 bool IsWitness(const StartSummary& start) {
   const bool isIndependent = start.kind != StartKind::perturbed && start.kind != StartKind::parted;
@@ -34,6 +29,10 @@ bool IsWitness(const StartSummary& start) {
 }
 
 }  // namespace
+
+bool IsSameCost(double one, double other, double negligible) {
+  return std::abs(one - other) <= std::max(kSameCost * std::min(one, other), negligible);
+}
 
 void CountOptima(Summary& summary) {
   std::vector<const StartSummary*> starts;
