@@ -1,5 +1,8 @@
 #include "runs/verdict.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "runs/fit_quality.h"
 
 namespace polefit {
@@ -12,8 +15,13 @@ enum ExitCode { kConverged = 0, kStoppedEarly = 1, kFaultyAnswers = 2, kUnreadab
 /// A shell gives this and the signal when what it ran was ended by one.
 constexpr int kShellSignal = 128;
 
+/// The solver writes whole numbers, but a log can hold anything.
+int Whole(double number) {
+  return std::isnan(number) ? -1 : static_cast<int>(std::clamp(number, -1e9, 1e9));
+}
+
 std::string Counted(double count, const std::string& what) {
-  const int number = static_cast<int>(count);
+  const int number = Whole(count);
   return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
 }
 
@@ -100,7 +108,7 @@ Verdict FromResults(const EndOfRun& end) {
 std::optional<int> ExitCodeOf(const EndOfRun& end) {
   if (end.ending) return end.ending->number;
   if (!end.figures || !end.figures->contains("exit")) return std::nullopt;
-  return static_cast<int>(end.figures->find("exit")->second);
+  return Whole(end.figures->find("exit")->second);
 }
 
 }  // namespace

@@ -85,17 +85,6 @@ TEST_F(RegistryTest, AnUnknownTypeOrAStoreThatCannotBeMadeIsError1001) {
   EXPECT_FALSE(RegKeyExists(host, kCurrentUser, kKey));
 }
 
-TEST_F(RegistryTest, AccessIsWhatTheKeyWasOpenedWith) {
-  CreateRegKey(host_, kCurrentUser, kKey);
-  Set(host_, "x", 1, "kept");
-  const auto reading = host_.RegOpenKeyExA(kCurrentUser, kKey, registry_access::kRead);
-  const auto writing = host_.RegOpenKeyExA(kCurrentUser, kKey, registry_access::kWrite);
-  EXPECT_FALSE(host_.RegSetValueExA(*reading, "x", {1, "changed"}));
-  EXPECT_FALSE(host_.RegQueryValueExA(*writing, "x"));
-  host_.RegCloseKey(*reading);
-  EXPECT_FALSE(host_.RegQueryValueExA(*reading, "x"));
-}
-
 TEST_F(RegistryTest, AStoreEditedByHandIsReadButNotWrittenOverWhenALineIsNotUnderstood) {
   const std::string good =
       "[HKEY_CURRENT_USER\\Software\\Corvane Systems\\Polefit]\r\n\"x\"=\"/data\"\r\n";

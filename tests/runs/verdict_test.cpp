@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <filesystem>
 #include <sstream>
 
@@ -170,6 +171,8 @@ TEST(VerdictTest, WithoutAnExitStatusTheMachineLineAndThenTheResultsDecide) {
       {{.figures = told(0), .hasReport = true, .hasValues = true}, good},
       {{.figures = told(1), .hasReport = true, .hasValues = true}, stopped},
       {{.figures = told(2), .hasReport = true}, failed},
+      {{.figures = told(1e300), .hasReport = true}, failed},
+      {{.figures = told(NAN), .hasReport = true}, failed},
       {{.hasReport = true, .hasValues = true}, stopped},
       {{.hasReport = true}, failed},
       {{.hasReport = true, .hasValues = true, .stops = 1}, stopped},

@@ -116,22 +116,6 @@ TEST_F(SessionTest, ATypicalRunFromOpenToTheImprovedValues) {
   EXPECT_EQ(TextOf("tmin"), "80.1");
 }
 
-TEST_F(SessionTest, TheRealSolverImprovesAnExampleAndTheNextRunStartsThere) {
-  std::filesystem::create_symlink(POLEFIT_SOLVER, Installed("pfit"));
-  std::filesystem::copy(POLEFIT_EXAMPLES "/Ex-Yzero.101", Installed("User/Ex-Yzero.101"));
-  Start(Installed("User/Ex-Yzero.101"));
-  const std::string typed = TextOf("poleReal");
-  Choose("mnuFileSubmit");
-  EXPECT_THAT(Verdict(), StartsWith("Good: rms 0.15 %, worst 0.058 dB at 8.5 MHz"));
-  EXPECT_THAT(FileBytes(Installed("~pft-out.txt")), HasSubstr("End of report."));
-  Click("cmdImproved");
-  EXPECT_NE(TextOf("poleReal"), typed);
-  answers.Press(QMessageBox::Ok);
-  answers.Choose("run1.txt");
-  Choose("mnuFileSubmit");
-  EXPECT_THAT(Verdict(), StartsWith("Good: rms 0.15 %, worst 0.058 dB at 8.5 MHz"));
-}
-
 TEST_F(SessionTest, AFileOnTheCommandLineIsOpenedAfterStartUp) {
   const std::string path = root.File("-a file.txt");
   std::filesystem::rename(MakeFile("-a file.txt", "12"), path);
