@@ -46,15 +46,21 @@ void AddViewEntries(MainWindow& form, CurvesDock& dock) {
   form.addAction(hide);
 }
 
+/// Before a menu that has the entry opens.
+void AllowTakePreview(const QMenu& fit, const LiveCurves& live) {
+  const bool hasPreview = live.Curves().Previewed().has_value();
+  fit.findChild<QAction*>("mnuFitTakePreview")->setEnabled(hasPreview);
+}
+
 void AddFitEntries(QMenu& menu, CurvesDock& dock) {
   LiveCurves& live = dock.Live();
   QAction* preview = AddSwitch(menu, "mnuFitPreview", QObject::tr("Pre&view"), false,
                                [&live](bool on) { live.SetPreview(on); });
   preview->setShortcut(QKeySequence("Ctrl+F5"));
-  QAction* take = AddEntry(menu, "mnuFitTakePreview", QObject::tr("&Take Preview"), "",
-                           [&live] { live.TakePreview(); });
-  QObject::connect(&menu, &QMenu::aboutToShow, take,
-                   [take, &live] { take->setEnabled(live.Curves().Previewed().has_value()); });
+  AddEntry(menu, "mnuFitTakePreview", QObject::tr("&Take Preview"), "",
+           [&live] { live.TakePreview(); });
+  QObject::connect(&menu, &QMenu::aboutToShow, &live,
+                   [&menu, &live] { AllowTakePreview(menu, live); });
   AddEntry(menu, "mnuFitTakeImproved", QObject::tr("Take &Improved Values"), "",
            [&dock] { dock.improvedValuesWanted(); });
   AddEntry(menu, "mnuFitSuggest", QObject::tr("S&uggest Start Values ..."), "Ctrl+G",
@@ -86,6 +92,7 @@ void ShowContextMenu(QMenu& fit, CurvesDock& dock, DiagramView& view, const QPoi
   menu->setObjectName("mnuDiagram");
   menu->setAttribute(Qt::WA_DeleteOnClose);
   if (view.Shown().kind == DiagramKind::poles) AddStructureEntries(*menu, dock.Live(), view, at);
+  AllowTakePreview(fit, dock.Live());
   menu->addActions(fit.actions());
   menu->popup(view.mapToGlobal(at));
 }

@@ -192,8 +192,9 @@ void DiagramView::AddNote() {
     text->setPositionAlignment(Qt::AlignCenter);
     return text->position->setCoords(.5, .5);
   }
-  text->setPositionAlignment(Qt::AlignHCenter | Qt::AlignTop);
-  text->position->setCoords(.5, .02);
+  // Above the curves there may have to be room for the legend.
+  text->setPositionAlignment(Qt::AlignHCenter | (showsLegend_ ? Qt::AlignBottom : Qt::AlignTop));
+  text->position->setCoords(.5, showsLegend_ ? .98 : .02);
 }
 
 Obstacles DiagramView::DrawnObstacles() const {
@@ -261,10 +262,10 @@ void DiagramView::PlaceLegend() {
   const auto obstacles = [this, &room] {
     Obstacles all = DrawnObstacles();
     if (diagram_.note.empty()) return all;
-    // It stands in the middle of the upper edge.
+    // It stands in the middle of the lower edge.
     const QSizeF note = fontMetrics().size(0, NoteText());
-    all.texts.emplace_back(room.center().x() - note.width() / 2, room.top(), note.width(),
-                           note.height());
+    all.texts.emplace_back(room.center().x() - note.width() / 2, room.bottom() - note.height(),
+                           note.width(), note.height());
     return all;
   };
   std::optional<Qt::Alignment> place =

@@ -40,7 +40,7 @@ void DiagramView::mouseMoveEvent(QMouseEvent* event) {
   }
   const bool isClick = (at - pressedAt_).manhattanLength() <= kClickReach;
   if (drag_ == Drag::zoom && !isClick) {
-    zoomBox_->setGeometry(QRect(pressedAt_.toPoint(), at.toPoint()).normalized());
+    zoomBox_->setGeometry(DrawnBox(at).toRect());
     zoomBox_->show();
   } else if (drag_ == Drag::pan) {
     Pan(lastAt_.x() - at.x(), at.y() - lastAt_.y());
@@ -83,13 +83,25 @@ void DiagramView::mouseReleaseEvent(QMouseEvent* event) {
   }
 }
 
+/// The box that was drawn, as far as it lies between the axes.
+QRectF DiagramView::DrawnBox(const QPointF& at) const {
+  return QRectF(pressedAt_, at).normalized() & QRectF(axisRect()->rect());
+}
+
+/// A box that is hardly more than a line is one axis's alone.
 void DiagramView::EndZoomBox(const QPointF& at) {
-  const QRectF box = QRectF(pressedAt_, at).normalized();
+  constexpr double kLeast = 8;
+  const QRectF box = DrawnBox(at);
+  const bool isWide = box.width() >= kLeast;
+  const bool isHigh = box.height() >= kLeast;
+  if (!isWide && (!isHigh || diagram_.hasEqualScales)) return;
   isZoomed_ = true;
-  xAxis->setRange(xAxis->pixelToCoord(box.left()), xAxis->pixelToCoord(box.right()));
-  if (!diagram_.hasEqualScales) {
+  if (isWide) {
+    xAxis->setRange(xAxis->pixelToCoord(box.left()), xAxis->pixelToCoord(box.right()));
+  }
+  if (isHigh && !diagram_.hasEqualScales) {
     yAxis->setRange(yAxis->pixelToCoord(box.bottom()), yAxis->pixelToCoord(box.top()));
-  } else {
+  } else if (diagram_.hasEqualScales) {
     const double middle = yAxis->pixelToCoord(box.center().y());
     yAxis->setScaleRatio(xAxis, 1);
     yAxis->setRange(middle, yAxis->range().size(), Qt::AlignCenter);

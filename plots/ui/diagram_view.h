@@ -87,6 +87,7 @@ class DiagramView final : public QCustomPlot {
   bool Pinch(QEvent& event);
   void Pan(double right, double up);
   void ShowNewView();
+  QRectF DrawnBox(const QPointF& at) const;
   void EndZoomBox(const QPointF& at);
   void Step(int count);
   bool MovesStop(const QKeyEvent& event);

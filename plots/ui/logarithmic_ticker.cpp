@@ -24,14 +24,23 @@ QVector<double> MultiplesOfPowers(std::initializer_list<double> factors, const Q
 
 QVector<double> LogarithmicTicker::createTickVector(double step, const QCPRange& range) {
   constexpr int kFew = 3;
+  constexpr int kMostSubTicks = 40;
+  subTicks_.clear();
   const QVector<double> fine = MultiplesOfPowers({1, 2, 5}, range);
   if (fine.size() < kFew) return QCPAxisTicker::createTickVector(step, range);
   if (fine.size() <= tickCount() + 1) return fine;
+  const QVector<double> between = MultiplesOfPowers({2, 3, 4, 5, 6, 7, 8, 9}, range);
+  if (between.size() <= kMostSubTicks) subTicks_ = between;
   const QVector<double> powers = MultiplesOfPowers({1}, range);
   const qsizetype each = (powers.size() + tickCount() - 1) / tickCount();
   QVector<double> some;
   for (qsizetype i = 0; i < powers.size(); i += each) some << powers[i];
   return some;
+}
+
+QVector<double> LogarithmicTicker::createSubTickVector(int /*count*/,
+                                                       const QVector<double>& /*ticks*/) {
+  return subTicks_;
 }
 
 }  // namespace polefit

@@ -9,7 +9,11 @@ namespace polefit {
 class LogarithmicTicker final : public QCPAxisTicker {
  protected:
   QVector<double> createTickVector(double step, const QCPRange& range) override;
-  int getSubTickCount(double /*step*/) override { return 0; }
+  QVector<double> createSubTickVector(int count, const QVector<double>& ticks) override;
+
+ private:
+  /// Between powers of ten.
+  QVector<double> subTicks_;
 };
 
 }  // namespace polefit

@@ -177,10 +177,15 @@ TEST_F(DiagramViewTest, HasNoFiguresWhereItShowsNothing) {
 TEST_F(DiagramViewTest, KeepsTheLegendOffTheCurves) {
   for (const QSize size : {QSize(600, 400), QSize(340, 260), QSize(420, 320), QSize(900, 300)}) {
     for (const DiagramKind kind : {DiagramKind::magnitude, DiagramKind::delay}) {
+      choices.isLogFrequency = size.width() < 500;  // f = 0 then has a note
       view.resize(size);
       QApplication::processEvents();
       Show(kind);
       const QRectF legend = view.legend->outerRect();
+      if (const auto* note = view.findChild<QCPItemText*>("note")) {
+        EXPECT_FALSE(legend.intersects(
+            {note->topLeft->pixelPosition(), note->bottomRight->pixelPosition()}));
+      }
       for (const Series& series : diagram.series) {
         for (std::size_t i = 0; i < series.x.size(); ++i) {
           if (std::isnan(series.y[i])) continue;
@@ -236,13 +241,21 @@ TEST_F(DiagramViewTest, ZoomsByWheelPinchAndBoxAtThePointer) {
   EXPECT_NEAR(view.xAxis->range().size() / whole.size(), .8, 1e-9);
   EXPECT_NEAR(view.xAxis->pixelToCoord(at.x()), under, 1e-9);
   expectZoomedAt("pinch");
+  const auto drawBox = [&](const QPoint& end) {
+    QTest::mousePress(&view, Qt::LeftButton, Qt::NoModifier, at);
+    QMouseEvent move(QEvent::MouseMove, end, view.mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
+                     {});
+    QApplication::sendEvent(&view, &move);
+    QTest::mouseRelease(&view, Qt::LeftButton, Qt::NoModifier, end);
+  };
+  const QCPRange up = view.yAxis->range();
+  drawBox({-50, at.y() + 3});
+  EXPECT_EQ(view.yAxis->range(), up) << "a line zooms the other axis alone";
+  EXPECT_NEAR(view.xAxis->range().lower, whole.lower, whole.size() / 100) << "not beyond the edge";
+  expectZoomedAt("box");
   Show(DiagramKind::poles);
   const QCPRange across = view.xAxis->range();
-  QTest::mousePress(&view, Qt::LeftButton, Qt::NoModifier, at);
-  QMouseEvent move(QEvent::MouseMove, at + QPoint(90, 60), view.mapToGlobal(at), Qt::NoButton,
-                   Qt::LeftButton, {});
-  QApplication::sendEvent(&view, &move);
-  QTest::mouseRelease(&view, Qt::LeftButton, Qt::NoModifier, at + QPoint(90, 60));
+  drawBox(at + QPoint(90, 60));
   EXPECT_LT(view.xAxis->range().size(), across.size());
   EXPECT_NEAR(view.xAxis->range().size() / view.axisRect()->width() /
                   (view.yAxis->range().size() / view.axisRect()->height()),
