@@ -16,6 +16,8 @@
 #include <QToolButton>
 #include <QTreeWidget>
 
+#include "widgets/window_size.h"
+
 namespace polefit {
 
 namespace {
@@ -60,7 +62,7 @@ HelpWindow::HelpWindow(QWidget* parent)
   layout->addWidget(parts, 1);
   const int unit = fontMetrics().height();
   parts->setSizes({16 * unit, 44 * unit});
-  resize(60 * unit, 42 * unit);
+  ResizeOnScreen(*this, {60 * unit, 42 * unit});
 
   connect(contents_, &QTreeWidget::itemClicked, this,
           [this](const QTreeWidgetItem* item) { GoTo(item->data(0, Qt::UserRole).toInt()); });

@@ -16,6 +16,7 @@
 
 #include "base/text.h"
 #include "widgets/controls.h"
+#include "widgets/window_size.h"
 
 namespace polefit {
 
@@ -66,8 +67,8 @@ ReportViewer::ReportViewer(Report report, Saver save)
   FillSections();
   AddKeys();
   const QFontMetrics metrics(text_->font());
-  resize(metrics.horizontalAdvance(QString(kColumns, '0')) + 3 * metrics.height(),
-         kLines * metrics.lineSpacing());
+  ResizeOnScreen(*this, {metrics.horizontalAdvance(QString(kColumns, '0')) + 3 * metrics.height(),
+                         kLines * metrics.lineSpacing()});
   text_->setFocus();
 }
 

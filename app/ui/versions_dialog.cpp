@@ -11,6 +11,8 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "widgets/window_size.h"
+
 namespace polefit {
 
 namespace {
@@ -53,7 +55,7 @@ VersionsDialog::VersionsDialog(const std::vector<std::string>& paths, const std:
   BuildButtons();
   connect(files_, &QComboBox::currentIndexChanged, this, &VersionsDialog::ShowPath);
   ShowPath();
-  resize(FirstSize(fontMetrics()));
+  ResizeOnScreen(*this, FirstSize(fontMetrics()));
   table_->setFocus();
 }
 

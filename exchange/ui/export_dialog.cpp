@@ -12,6 +12,8 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "widgets/window_size.h"
+
 namespace polefit {
 
 namespace {
@@ -50,7 +52,7 @@ ExportDialog::ExportDialog(LastResult result, std::string date, Saver save, QWid
   rows->addWidget(about);
   BuildChoices();
   BuildButtons();
-  resize(FirstSize(fontMetrics()));
+  ResizeOnScreen(*this, FirstSize(fontMetrics()));
   ShowFormat();
   formats_->setFocus();
 }

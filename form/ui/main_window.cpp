@@ -8,7 +8,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QScreen>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -28,14 +27,13 @@
 #include "widgets/notice_bar.h"
 #include "widgets/one_line.h"
 #include "widgets/status_line.h"
+#include "widgets/window_size.h"
 
 namespace polefit {
 
 namespace {
 
 constexpr QSize kFirstSize(1400, 800);
-/// Of the screen's free area.
-constexpr double kLargestShare = 0.9;
 /// Longer than between two keys.
 constexpr int kNotesMilliseconds = 300;
 
@@ -322,7 +320,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 void MainWindow::RestorePlace() {
-  resize(kFirstSize.boundedTo(screen()->availableSize() * kLargestShare));
+  ResizeOnScreen(*this, kFirstSize);
   restoreGeometry(QByteArray::fromStdString(program_->host.UserSetting(kPlaceSetting)));
 }
 

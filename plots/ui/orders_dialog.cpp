@@ -16,6 +16,7 @@
 #include "plots/ui/live_curves.h"
 #include "plots/units.h"
 #include "widgets/controls.h"
+#include "widgets/window_size.h"
 
 namespace polefit {
 
@@ -117,7 +118,7 @@ void OrdersDialog::Build() {
   const int line = fontMetrics().height();
   table_->setMinimumWidth(line * 27);
   diagram_->setMinimumWidth(line * 16);
-  resize(line * 56, line * 26);
+  ResizeOnScreen(*this, {line * 56, line * 27});
 }
 
 void OrdersDialog::Start() {

@@ -6,12 +6,12 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollBar>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 #include "widgets/controls.h"
+#include "widgets/window_size.h"
 
 namespace polefit {
 
@@ -86,7 +86,7 @@ CompareDialog::CompareDialog(const std::vector<ComparedTable>& tables, const QSt
   const QMargins margins = layout()->contentsMargins();
   const int wanted = tree->header()->length() + margins.left() + margins.right() +
                      tree->verticalScrollBar()->sizeHint().width() + 2 * tree->frameWidth();
-  resize(std::min(wanted, screen()->availableSize().width() * 9 / 10), fontMetrics().height() * 36);
+  ResizeOnScreen(*this, {wanted, fontMetrics().height() * 36});
   tree->setFocus();
 }
 
