@@ -130,6 +130,7 @@ void RunPanel::ShowRun(const std::vector<Finding>& findings, bool isDemo) {
   parts_->lblCommand->setText("> " + QString::fromStdString(CommandLine(command)));
   parts_->lblCommand->setToolTip(parts_->lblCommand->text());
   parts_->output->clear();
+  parts_->output->setPlaceholderText({});
   parts_->errors->Clear();
   parts_->errors->hide();
   parts_->lblState->setText(tr("Running"));

@@ -49,6 +49,8 @@ QPlainTextEdit* MakeOutput() {
   output->setTabChangesFocus(true);
   output->setMaximumBlockCount(kMostLines);
   output->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  output->setPlaceholderText(
+      QObject::tr("No run since the program was started. Tab 7 lists the runs so far."));
   return output;
 }
 
