@@ -153,25 +153,28 @@ void ImportColumnsGroup::FillOther(const ImportPlan& plan) {
   other_->clear();
   other_->addItem(isYout ? tr("flat 1") : tr("1"), kOne);
   other_->addItem(tr("the table's"), kTable);
-  if (isYout) {
-    other_->addItem(tr("a fill template"), kFormula);
-    const std::string& name = plan.otherFile.name;
-    if (!name.empty()) other_->addItem(ToQString(name), kYoutFile);
-    other_->addItem(tr("another file ..."), kOtherYoutFile);
-  }
+  if (isYout) other_->addItem(tr("a fill template"), kFormula);
   FillColumns(*other_, plan.source.table);
+  if (!isYout) return;
+  const std::string& name = plan.otherFile.name;
+  if (!name.empty()) other_->addItem(ToQString(name), kYoutFile);
+  other_->addItem(tr("another file ..."), kOtherYoutFile);
 }
 
+/// Keys that go from entry to entry choose each on the way: what asks for a file stands last, and
+/// what cannot be taken is left out.
 void ImportColumnsGroup::FillDelay(const ImportPlan& plan) {
   delay_->clear();
-  if (!plan.isOnlyDelay) {
-    delay_->addItem(tr("none"), kNoDelay);
+  if (plan.isOnlyDelay) return FillColumns(*delay_, plan.source.table);
+  delay_->addItem(tr("none"), kNoDelay);
+  ImportChoices choices = plan.choices;
+  if (ChoosePhase(plan.source.table, choices) || DelayEntryOf(plan) == kPhase) {
     delay_->addItem(tr("from the phase"), kPhase);
-    const bool hasFile = plan.delayFile.table.Columns() > 0;
-    if (hasFile) delay_->addItem(ToQString(plan.delayFile.name), kDelayFile);
-    delay_->addItem(tr("another file ..."), kOtherDelayFile);
   }
   FillColumns(*delay_, plan.source.table);
+  const bool hasFile = plan.delayFile.table.Columns() > 0;
+  if (hasFile) delay_->addItem(ToQString(plan.delayFile.name), kDelayFile);
+  delay_->addItem(tr("another file ..."), kOtherDelayFile);
 }
 
 void ImportColumnsGroup::Show(const ImportPlan& plan) {
@@ -310,9 +313,8 @@ void ImportColumnsGroup::TakeOwnDelay(int entry, ImportPlan& plan) {
   ImportChoices& choices = plan.choices;
   choices.delaySource = DelaySource::none;
   if (entry == kPhase) {
-    // Without a phase the delay stays out, and the box says so.
-    const bool hasPhase = ChoosePhase(plan.source.table, choices);
-    if (hasPhase) choices.delaySource = DelaySource::phase;
+    ChoosePhase(plan.source.table, choices);
+    choices.delaySource = DelaySource::phase;
   } else if (entry >= 0) {
     choices.delaySource = DelaySource::column;
     choices.delay = entry;

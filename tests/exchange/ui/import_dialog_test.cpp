@@ -86,7 +86,9 @@ TEST_F(ImportDialogTest, ChoicesReachThePlan) {
   Choose("cboImportValue", "3: b");
   EXPECT_EQ(dialog_->Plan().choices.value.kind, ValueKind::decibel);
   Choose("cboImportRole", "what I have, to be equalised");
-  Choose("cboImportDelay", "4: gd (us)");
+  auto& delay = The<QComboBox>("cboImportDelay");
+  for (int i = 0; i < 4; ++i) QTest::keyClick(&delay, Qt::Key_Down);
+  EXPECT_EQ(delay.currentText(), "4: gd (us)") << "by keys, past what asks for a file or a phase";
   EXPECT_EQ(Cell(1, 1), ".4");
   EXPECT_EQ(Cell(1, 5), "2000");
   Choose("cboImportUnit", "MHz");
