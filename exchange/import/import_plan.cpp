@@ -6,6 +6,7 @@
 #include "base/number.h"
 #include "exchange/import/other_values.h"
 #include "exchange/read/number_text.h"
+#include "record/question_catalogue.h"
 
 namespace polefit {
 
@@ -123,6 +124,18 @@ bool SetsFreqNorm(const ImportPlan& plan) {
   return plan.setsFreqNorm && !plan.startsProblem;
 }
 
+/// The ticks of the problem before, which would bring its delay, weights or zero into a new one.
+std::vector<int> FormerTicks(const ImportPlan& plan, const Points& points, const FormCells& form) {
+  std::vector<int> ticks;
+  const auto add = [&](int slot, bool isTaken) {
+    if (!isTaken && IsYes(form.typed.Slot(slot))) ticks.push_back(slot);
+  };
+  add(slot::kEqualDelay, !points.delays.empty());
+  add(slot::kUseWeights, plan.choices.weight != kNoColumn);
+  add(slot::kSigmaZeroWanted, false);
+  return ticks;
+}
+
 void SayWhatIsProposed(const ImportPlan& plan, Points& points) {
   const int rows = plan.source.table.Rows();
   if (rows <= kMostPoints || plan.choices.rows.points == 0) return;
@@ -141,6 +154,9 @@ void PreviewRows(const ImportPlan& plan, const FormCells& form, ImportPreview& p
   preview.problem = LookAtPoints(points);
   if (plan.startsProblem) {
     preview.answers = AnswersOf(preview.problem);
+    for (const int tick : FormerTicks(plan, preview.points, form)) {
+      preview.answers.push_back({std::string(QuestionNumber(tick)), "N"});
+    }
     preview.answers.push_back(
         {"Note 1", PointsNote(plan.source, plan.choices, plan.parameter, plan.date)});
     if (!preview.problem.note.empty()) preview.points.notes.push_back(preview.problem.note);
@@ -252,6 +268,7 @@ ImportPreview PreviewOf(const ImportPlan& plan, const FormCells& form) {
 FormCells Imported(const ImportPlan& plan, const ImportPreview& preview, FormCells form) {
   ResponseRecord& typed = form.typed;
   if (plan.startsProblem) {
+    for (const int tick : FormerTicks(plan, preview.points, form)) typed.Slot(tick) = "N";
     StartProblem(preview.problem, PointsNote(plan.source, plan.choices, plan.parameter, plan.date),
                  "", typed);
     form.zeroCounts = {std::to_string(preview.problem.nulls), "0", "0"};

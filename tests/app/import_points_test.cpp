@@ -57,7 +57,12 @@ class ImportPointsTest : public ::testing::Test {
 
 TEST_F(ImportPointsTest, ANewProblemFillsTheFormAndHasANameOfItsOwn) {
   WriteBytes(host_.Path("data/x.1"), "here already");
+  for (const char* tick : {"chkEqualDelay", "chkSigmaZero"}) form_.SetChecked(tick, true);
+  NoteShown(program_);
   ImportPoints(program_, {host_.Path("data/x.csv")}, Take());
+  EXPECT_FALSE(form_.IsChecked("chkEqualDelay") || form_.IsChecked("chkSigmaZero"));
+  ASSERT_GE(preview_.answers.size(), 3U);
+  EXPECT_EQ((preview_.answers.end() - 2)->question + (preview_.answers.end() - 2)->value, "10N");
   EXPECT_EQ(Row(1), "1 1 .5 1");
   EXPECT_EQ(program_.document.record.nFreqPoints, 3);
   EXPECT_EQ(form_.Text("freqNorm"), "2");
