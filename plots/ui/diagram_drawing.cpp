@@ -271,7 +271,7 @@ void DiagramView::PlaceLegend() {
   std::optional<Qt::Alignment> place =
       FreeLegendPlace(room, size, obstacles(), inset->insetAlignment(0));
   const double share = (size.height() + 2 * kGap) / std::max(1.0, room.height());
-  constexpr double kMost = .7;
+  constexpr double kMost = .6;
   legend->setVisible(size.width() <= room.width() && (place || share < kMost));
   if (!place && !isZoomed_ && share < kMost && !diagram_.y.isLogarithmic) {
     yAxis->setRange(diagram_.y.from,

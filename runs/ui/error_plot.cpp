@@ -1,29 +1,22 @@
 #include "runs/ui/error_plot.h"
 
 #include <QEvent>
+#include <algorithm>
 #include <cmath>
 
 #include "plots/ui/curve_style.h"
+#include "plots/ui/logarithmic_ticker.h"
 
 namespace polefit {
-
-namespace {
-
-/// About so many figures have room at the lower axis.
-constexpr int kTicks = 3;
-
-}  // namespace
 
 ErrorPlot::ErrorPlot() {
   setObjectName("errorPlot");
   setAccessibleName(tr("Error against evaluations"));
+  setToolTip(accessibleName());
   setFocusPolicy(Qt::NoFocus);
   addGraph();
-  xAxis->setLabel(tr("Evaluations"));
-  xAxis->ticker()->setTickCount(kTicks);
-  yAxis->setLabel(tr("rms error"));
   yAxis->setScaleType(QCPAxis::stLogarithmic);
-  yAxis->setTicker(QSharedPointer<QCPAxisTickerLog>(new QCPAxisTickerLog));
+  yAxis->setTicker(QSharedPointer<QCPAxisTicker>(new LogarithmicTicker));
   yAxis->setNumberFormat("eb");
   yAxis->setNumberPrecision(0);
   TakePalette();
@@ -45,6 +38,19 @@ void ErrorPlot::Add(int evaluations, double rms) {
   yAxis->setRange(std::pow(10, std::floor(std::log10(yAxis->range().lower))),
                   std::pow(10, std::ceil(std::log10(yAxis->range().upper))));
   replot(QCustomPlot::rpQueuedReplot);
+}
+
+/// As many figures as there is room for; in a low panel they have all of it.
+void ErrorPlot::resizeEvent(QResizeEvent* event) {
+  QCustomPlot::resizeEvent(event);
+  constexpr int kLinesWithNames = 9;
+  constexpr int kMostFigures = 6;
+  const int line = fontMetrics().height();
+  const bool hasNames = height() >= kLinesWithNames * line;
+  xAxis->setLabel(hasNames ? tr("Evaluations") : QString());
+  yAxis->setLabel(hasNames ? tr("rms error") : QString());
+  xAxis->ticker()->setTickCount(std::clamp(width() / (7 * line), 1, kMostFigures));
+  yAxis->ticker()->setTickCount(std::clamp(height() / (3 * line), 1, kMostFigures));
 }
 
 void ErrorPlot::changeEvent(QEvent* event) {

@@ -16,6 +16,7 @@ class ErrorPlot final : public QCustomPlot {
   void Add(int evaluations, double rms);
 
  protected:
+  void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
