@@ -13,13 +13,17 @@ void DiagramParts::DrawErrors(Diagram& diagram) const {
   diagram.x = FrequencyAxis();
   diagram.y.label = choices_.isLinear ? "e / Ymax" : "error, dB";
   diagram.horizontals.push_back(0);
+  diagram.hasFigures = HasPoints();
   for (const FitCurves* const curves : shown_) {
     if (IsHidden(curves->name)) continue;
     diagram.series.push_back(
         {"", RoleOf(curves->role), InUnit(curves->passband.frequency), ErrorsOf(*curves)});
     diagram.series.back().isPale = curves->isPale;
   }
-  const FitCurves& last = *shown_.back();
+  const auto told = std::find_if(shown_.rbegin(), shown_.rend(), [this](const FitCurves* curves) {
+    return !IsHidden(curves->name);
+  });
+  const FitCurves& last = told == shown_.rend() ? *shown_.back() : **told;
   const WorstRow worst = WorstOf(ErrorsOf(last), last.passband.frequency);
   if (worst.row > 0) {
     diagram.series.push_back(

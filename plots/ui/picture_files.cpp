@@ -184,6 +184,7 @@ void CopyData(CurvesPane& pane) {
 
 void PrintPicture(CurvesPane& pane) {
   QPrinter printer;
+  printer.setDocName(QObject::tr("Curves"));
   QPrintDialog dialog(&printer, &pane);
   if (dialog.exec() != QDialog::Accepted) return;
   printer.setResolution(pane.logicalDpiX());

@@ -87,9 +87,15 @@ TEST(ErrorDiagram, NamesTheWorstRow) {
 
 TEST(ErrorDiagram, HasTheScaleOfTheLastCurve) {
   const FitCurves typed = Curves(ExampleRecord("Ex-Delay.101"));
-  const FitCurves result = Curves(ExampleRecord("Ex-Yzero.102"));
+  FitCurves result = Curves(ExampleRecord("Ex-Yzero.102"));
+  result.name = "result";
   const Diagram diagram = MakeDiagram(DiagramKind::error, {&typed, &result}, {});
   EXPECT_NEAR(diagram.y.to, 1.15 * std::abs(SeriesOf(diagram, SeriesRole::worst).y[0]), .3);
+  DiagramChoices without;
+  without.hidden = {result.name};
+  EXPECT_EQ(MakeDiagram(DiagramKind::error, {&typed, &result}, without).note,
+            MakeDiagram(DiagramKind::error, {&typed}, {}).note)
+      << "of a curve that is seen";
 }
 
 TEST(ErrorDiagram, LeadsOnlyToRowsThatTheTableStillHas) {
