@@ -215,13 +215,10 @@ class Search {
     summary_.ending = JudgedEnding(EndingOfAnswer(), Best(), summary_.roundingCost);
   }
 
-  /// Only the typed start must have converged; the others are an extra. A request always shows.
+  /// How the answer's own start ended. A request always shows.
   EndReason EndingOfAnswer() {
     if (evaluator_.Stopped() == EndReason::requested) return EndReason::requested;
-    if (summary_.IsExact()) return EndReason::converged;
-    if (Chosen().HasEnded()) return Chosen().ending;
-    const bool hasTypedConverged = summary_.starts.front().HasConverged();
-    return hasTypedConverged ? EndReason::converged : EndReason::evalMax;
+    return summary_.IsExact() ? EndReason::converged : Chosen().ending;
   }
 
   const Problem& problem_;
