@@ -176,16 +176,21 @@ MatrixXd Sandwich(const MatrixXd& a, const MatrixXd& b) {
   return inverse * b * inverse;
 }
 
-/// Counts runs of equal signs in the order of frequency, and what chance would give.
+/// Counts runs of equal signs in the order of frequency, and what chance would give. Errors that
+/// are small among the others are left out: where noise goes with the level, those of a stopband
+/// are what the noise of the passband has shifted the locations by, and of one sign.
 struct Runs {
   int count = 0;
   double expected = 0;
   double variance = 0;
 
   Runs(const Eigen::ArrayXd& frequencies, const VectorXd& errors) {
+    constexpr double kLeastShare = 0.1;
+    const double least =
+        kLeastShare * errors.norm() / std::sqrt(static_cast<double>(errors.size()));
     std::vector<Index> order;
     for (Index i = 0; i < errors.size(); ++i) {
-      if (errors[i] != 0) order.push_back(i);
+      if (std::abs(errors[i]) > least) order.push_back(i);
     }
     std::stable_sort(order.begin(), order.end(),
                      [&](Index one, Index other) { return frequencies[one] < frequencies[other]; });

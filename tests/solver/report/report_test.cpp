@@ -6,12 +6,14 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <random>
 #include <set>
 #include <sstream>
 #include <string>
 
 #include "base/text.h"
 #include "base/text_format.h"
+#include "bench/families/families.h"
 #include "solver/example_problem.h"
 
 namespace polefit::testing {
@@ -213,6 +215,42 @@ TEST(Report, NamesBoundsAndThePairThatWantsToSplit) {
   EXPECT_THAT(report.text, HasSubstr("imaginary part: 0 is the lower bound (the sigma axis)"));
   EXPECT_THAT(report.text, HasSubstr("question 6 = 2 1 reaches F "));
   EXPECT_THAT(report.text, HasSubstr("imaginary part: .6 is the upper bound (question 14)"));
+}
+
+/// What the errors of a solved record look like.
+ErrorPattern PatternOf(const ResponseRecord& record) {
+  Listener nobody;
+  const Problem problem = GoodProblem(record);
+  return FiguresOf(problem, Solve(problem, nobody, [] { return false; })).errors;
+}
+
+TEST(Errors, LookRandomAlsoWhereTheNoiseGoesWithTheLevel) {
+  const std::set<std::string> wanted = {"Bessel", "Butterworth", "Chebyshev", "elliptic",
+                                        "inverse Chebyshev"};
+  std::mt19937 random(5);
+  std::normal_distribution<double> noise(1, .003);
+  int problems = 0;
+  int alarms = 0;
+  int lacking = 0;
+  int found = 0;
+  for (const families::FamilyProblem& family : families::TextbookProblems()) {
+    const std::size_t pairs = family.filter.poles.size();
+    if (!wanted.contains(family.family) || pairs > 4) continue;
+    ResponseRecord record = families::WithoutStarts(family.record);
+    for (int row = 1; row <= record.nFreqPoints; ++row) {
+      const double yout = ParseNumber(record.passband.At(row, 3)).value();
+      record.passband.At(row, 3) = Format("%.14g", yout * noise(random));
+    }
+    ++problems;
+    if (PatternOf(record) == ErrorPattern::systematic) ++alarms;
+    if (!family.filter.zeros.empty()) continue;
+    ++lacking;
+    record.Slot(slot::kNPoles) = Format("0 %d", static_cast<int>(pairs) - 1);
+    if (pairs > 1 && PatternOf(record) == ErrorPattern::systematic) ++found;
+  }
+  EXPECT_EQ(problems, 33);
+  EXPECT_LE(alarms, 1);
+  EXPECT_GE(found, 13) << "of " << lacking << " that lack poles";
 }
 
 TEST(Controls, ActAsTheirRowsSay) {
