@@ -223,6 +223,10 @@ class LocationReader {
       answers_.Fault(QuestionTopic(slot::kMaxXY),
                      ": " + Text(slot::kMaxXY) + " leaves no room for " + std::to_string(count) +
                          " omega-axis zeros with equal sidelobes; it must be greater than 1.");
+    } else if (hasLargest_ && problem_.largest < 1 && IsEmpty(slot::kYzero)) {
+      answers_.Fault(QuestionTopic(slot::kMaxXY),
+                     ": " + Text(slot::kMaxXY) +
+                         " leaves no room for omega-axis zeros; it must be 1 or greater.");
     }
     std::vector<TypedLocation> list = StartList(slot::kYzero, count, slot::kZeroCounts, [&](int i) {
       return RoughOmegaZero(i, count, problem_.largest);

@@ -79,6 +79,9 @@ TEST(Faults, AreToldWithQuestionOrSettingAndValue) {
         NotANumber("Question 10a (sigma zero)", "x"),
         "Question 14 (largest location): 1 leaves no room for 3 omega-axis zeros with equal "
         "sidelobes; it must be greater than 1."}},
+      {"11=1 0 0; 11a=; 14=.9",
+       {"Question 14 (largest location): .9 leaves no room for omega-axis zeros; it must be 1 or "
+        "greater."}},
       {"6=1 0; 7=.3; 11b=0",
        {"Questions 6 and 11: H(s) has 2 zeros but only 1 pole; it needs at least as many poles as "
         "zeros.",
