@@ -15,7 +15,8 @@ namespace {
 constexpr double kMet = 1e-3;
 constexpr double kAtEnd = 1e-5;
 constexpr double kOnSigmaAxis = 1e-4;
-/// An rms error, as a part of the largest Yout, that no user asks about.
+/// An rms error, as a part of the largest Yout or of a period of Freq Norm, that no user asks
+/// about.
 constexpr double kTinyError = 1e-7;
 
 }  // namespace
@@ -31,11 +32,15 @@ double RoundingCost(const Problem& problem, const Iterate& iterate) {
   return cost / 12;
 }
 
-EndReason JudgedEnding(EndReason ending, const Iterate& answer, double roundingCost) {
+EndReason JudgedEnding(EndReason ending, const Problem& problem, const Iterate& answer,
+                       double roundingCost) {
   if (ending != EndReason::stepsLim && ending != EndReason::evalMax) return ending;
   if (answer.Cost() <= 2 * roundingCost) return EndReason::finerThanTyped;
-  if (std::sqrt(answer.fit.meanSquare) < kTinyError) return EndReason::tinyError;
-  return ending;
+  // Small weights make small errors of large ones.
+  const double tiny = kTinyError * std::min(1.0, problem.rows.targets.maxCoeff());
+  const bool isTiny =
+      std::sqrt(answer.fit.meanSquare) < tiny && std::sqrt(answer.fit.delayMeanSquare) < kTinyError;
+  return isTiny ? EndReason::tinyError : ending;
 }
 
 bool IsLastZeroAtBound(const Problem& problem, const Iterate& iterate) {

@@ -15,7 +15,8 @@ double RoundingCost(const Problem& problem, const Iterate& iterate);
 
 /// The words for an answer whose start STEPSLIM or EVALMAX has ended: they say converged where no
 /// further step could tell more than the points do.
-EndReason JudgedEnding(EndReason ending, const Iterate& answer, double roundingCost);
+EndReason JudgedEnding(EndReason ending, const Problem& problem, const Iterate& answer,
+                       double roundingCost);
 
 /// Whether the last equalised zero stands at question 14, so that no sidelobe is left behind it.
 bool IsLastZeroAtBound(const Problem& problem, const Iterate& iterate);

@@ -212,7 +212,7 @@ class Search {
     summary_.roundingCost = Best().isFinite ? RoundingCost(problem_, Best()) : 0;
     summary_.evaluations = evaluator_.Count() + structureEvaluations_;
     summary_.retries = evaluator_.RetryCount();
-    summary_.ending = JudgedEnding(EndingOfAnswer(), Best(), summary_.roundingCost);
+    summary_.ending = JudgedEnding(EndingOfAnswer(), problem_, Best(), summary_.roundingCost);
   }
 
   /// How the answer's own start ended. A request always shows.

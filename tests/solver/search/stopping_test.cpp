@@ -89,10 +89,15 @@ TEST(Endings, JudgeTheErrorByTheUnitsOfThePoints) {
                         {EndReason::converged, 1, EndReason::converged}};
   for (const Case& one : cases) {
     iterate.fit.cost = iterate.fit.meanSquare = one.cost;
-    EXPECT_EQ(JudgedEnding(one.ending, iterate, 1e-11), one.judged);
+    EXPECT_EQ(JudgedEnding(one.ending, problem, iterate, 1e-11), one.judged);
   }
   iterate.fit.cost = iterate.fit.meanSquare = 9e-15;
-  EXPECT_EQ(JudgedEnding(EndReason::evalMax, iterate, 0), EndReason::tinyError);
+  EXPECT_EQ(JudgedEnding(EndReason::evalMax, problem, iterate, 0), EndReason::tinyError);
+  Problem small = problem;
+  small.rows.targets *= 1e-6;
+  EXPECT_EQ(JudgedEnding(EndReason::evalMax, small, iterate, 0), EndReason::evalMax);
+  iterate.fit.delayMeanSquare = 1e-4;
+  EXPECT_EQ(JudgedEnding(EndReason::evalMax, problem, iterate, 0), EndReason::evalMax);
 }
 
 TEST(Endings, TellALastEqualisedZeroAtTheBound) {
