@@ -1,8 +1,10 @@
 #include "plots/curve_set.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "record/same_problem.h"
+#include "solver/problem/problem.h"
 
 namespace polefit {
 
@@ -10,6 +12,12 @@ namespace {
 
 /// Beside what is typed and its preview or result: more could not be told apart.
 constexpr std::size_t kMostOthers = 2;
+
+/// Values that are not typed stand for those of empty lists.
+bool HasEmptyLists(const FitCurves& curves) {
+  const std::vector<bool>& isEmpty = curves.problem->isFromPoints;
+  return std::find(isEmpty.begin(), isEmpty.end(), true) != isEmpty.end();
+}
 
 }  // namespace
 
@@ -69,6 +77,8 @@ void CurveSet::SetOthers(const std::vector<NamedAnswers>& others) {
 
 std::string CurveSet::StateInWords() const {
   std::string text = StateText(state_, resultTime_);
+  const bool isOfTyped = state_ == PaneState::typed || state_ == PaneState::noPoints;
+  if (isOfTyped && HasEmptyLists(*typed_)) text += ", rough where empty";
   if (leftOut_ == 0) return text;
   return text + ", " + std::to_string(kMostOthers) + " of " +
          std::to_string(kMostOthers + leftOut_) + " ticked runs";

@@ -35,8 +35,23 @@ std::string TypedNumber(double value) {
   return PlainNumber(Rounded4(value));
 }
 
-std::vector<ChangedAnswer> MoveLocation(const ResponseRecord& record, const FitCurves& typed,
+ResponseRecord WithDrawnLists(const ResponseRecord& record, const FitCurves& typed) {
+  ResponseRecord drawn = record;
+  for (const Location& at : typed.locations) {
+    const std::vector<int> slots = SlotsOf(at.kind);
+    for (std::size_t part = 0; part < slots.size(); ++part) {
+      if (!Words(record.Slot(slots[part])).empty()) continue;
+      const bool isReal = part == 0 && at.kind != FactorKind::omegaZero;
+      std::string& list = drawn.Slot(slots[part]);
+      list += (list.empty() ? "" : " ") + TypedNumber(isReal ? std::abs(at.real) : at.imaginary);
+    }
+  }
+  return drawn;
+}
+
+std::vector<ChangedAnswer> MoveLocation(const ResponseRecord& typedRecord, const FitCurves& typed,
                                         std::size_t location, double real, double imaginary) {
+  const ResponseRecord record = WithDrawnLists(typedRecord, typed);
   const Location& at = typed.locations[location];
   if (at.isHeld) return {};
   const double largest = typed.h->LargestLocation();

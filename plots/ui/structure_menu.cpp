@@ -34,7 +34,7 @@ std::optional<std::size_t> LocationAt(const DiagramView& view, const QPoint& at)
 void AddStructureEntries(QMenu& menu, LiveCurves& live, const DiagramView& view, const QPoint& at) {
   const FitCurves* typed = live.Curves().Typed();
   if (typed == nullptr) return;
-  const ResponseRecord& record = live.Curves().Record();
+  const ResponseRecord record = WithDrawnLists(live.Curves().Record(), *typed);
   const QPointF place = view.ValuesAt(at);
   struct Kind {
     FactorKind kind;

@@ -87,6 +87,9 @@ TEST(CurveSet, ShowsWhatBelongsToTheForm) {
   EXPECT_EQ(set.Typed(), nullptr) << "nothing to be moved";
   set.Read(ExampleRecord("Ex-Zpair.1"));
   EXPECT_EQ(Shown(set), "typed ") << "the result of another file's points";
+  set.Read(ExampleRecord("Ex-Zpair.1", "8=; 9="));
+  EXPECT_EQ(Shown(set), "typed ");
+  EXPECT_EQ(set.StateInWords(), "typed values, rough where empty");
 }
 
 TEST(CurveSet, KeepsTheLastGoodCurveOverThePointsAsTheyStand) {

@@ -196,6 +196,11 @@ TEST(MoveLocation, KeepsKindsToTheirAxisAndBounds) {
   EXPECT_EQ(texts(2, +.25, 9), ".5 .05; .3 3; ") << "left half-plane, inside the bounds";
   EXPECT_EQ(texts(3, .75, 1), "-.75; ") << "the typed side stays";
   EXPECT_EQ(texts(5, 7, 1.25), "1.25 1; ") << "the second zero is typed first";
+  const ResponseRecord empty = ExampleRecord("Ex-Yzero.101", "6=0 2; 8=; 9=; 11=1 0 0; 11a=");
+  EXPECT_EQ(WithDrawnLists(empty, Curves(empty)).Slot(slot::kYzero), "1.1");
+  const auto moved = MoveLocation(empty, Curves(empty), 1, -.3, .8);
+  ASSERT_EQ(moved.size(), 2U) << "both lists get all their numbers";
+  EXPECT_EQ(moved[0].text + "; " + moved[1].text, ".5 .3; .15 .8");
   const ResponseRecord example = ExampleRecord("Ex-Delay.101");
   EXPECT_THAT(MoveLocation(example, Curves(example), 4, 0, 2), IsEmpty()) << "held at 1";
 }
