@@ -1,7 +1,6 @@
 #include "app/form_replacement.h"
 
 #include "app/file_commands.h"
-#include "base/line_source.h"
 #include "form/changes.h"
 #include "form/transfer.h"
 #include "responsefile/file_look.h"
@@ -27,10 +26,7 @@ void ShowAsNew(Program& program, std::string_view bytes) {
     throw RunTimeError{error_number::kInputPastEndOfFile,
                        "This is no whole Response Input File, so it cannot be shown"};
   }
-  ResponseRecord record;
-  ByteLines lines(bytes);
-  lines.ReadLine();
-  ReadAnswers(lines, record);
+  ResponseRecord record = ReadResponseBytes(bytes);
   record.LastFileName = kNewData;
   const std::string folder = program.host.CurrentFolder();
   program.document.record = std::move(record);

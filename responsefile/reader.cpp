@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "base/line_source.h"
 #include "base/number.h"
 #include "platform/error_template.h"
 #include "platform/file_checks.h"
@@ -87,6 +88,14 @@ ResponseRecord ReadResponseFile(Host& host, const std::string& path) {
     throw;
   }
   host.CloseFile();
+  return record;
+}
+
+ResponseRecord ReadResponseBytes(std::string_view bytes) {
+  ResponseRecord record;
+  ByteLines lines(bytes);
+  lines.ReadLine();
+  ReadAnswers(lines, record);
   return record;
 }
 

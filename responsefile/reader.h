@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/host.h"
@@ -38,6 +39,9 @@ void ReadResponse(Host& host, ResponseRecord& record, std::string& name,
 
 /// The Response Input File at `path`: opened, read as above, and closed, after an error too.
 ResponseRecord ReadResponseFile(Host& host, const std::string& path);
+
+/// The Response Input File of these bytes, but for line 1. Errors as for ReadResponse.
+ResponseRecord ReadResponseBytes(std::string_view bytes);
 
 /// Reads what follows line 1 into `record`. Errors as for ReadResponse.
 void ReadAnswers(LineSource& lines, ResponseRecord& record, const ReadingWay& way = {});

@@ -13,7 +13,6 @@
 #include "app/file_commands.h"
 #include "app/form_replacement.h"
 #include "app/ui/report_viewer.h"
-#include "base/line_source.h"
 #include "check/check.h"
 #include "exchange/ui/copy_as.h"
 #include "form/transfer.h"
@@ -43,14 +42,6 @@ RunsPane& PutTable(MainWindow& form) {
   return *pane;
 }
 
-ResponseRecord RecordIn(const std::string& bytes) {
-  ResponseRecord record;
-  ByteLines lines(bytes);
-  lines.ReadLine();
-  ReadAnswers(lines, record);
-  return record;
-}
-
 /// When something was, as short as it is clear: "14:05", of another day "3 Nov 14:05".
 QString ClockText(std::int64_t milliseconds) {
   const auto time = QDateTime::fromMSecsSinceEpoch(milliseconds);
@@ -61,7 +52,7 @@ QString ClockText(std::int64_t milliseconds) {
 /// What a run was given, where that was a whole file.
 std::optional<ResponseRecord> GivenIn(const RunContents& contents) {
   try {
-    return RecordIn(contents.input);
+    return ReadResponseBytes(contents.input);
   } catch (const RunTimeError&) {
     return std::nullopt;
   }
@@ -299,15 +290,15 @@ void RunCommands::DrawTicked(const std::vector<KeptRun>& runs) {
   answers.reserve(runs.size());
   for (const KeptRun& run : runs) {
     answers.push_back({run.file + ' ' + ClockText(run.started).toStdString(),
-                       RecordIn(host_.History().ContentsOf(run).values)});
+                       ReadResponseBytes(host_.History().ContentsOf(run).values)});
   }
   curves_.Live().ShowOthers(answers);
 }
 
 void RunCommands::Copy(const ExportFormatName& format, const std::string& values,
                        const std::string& file) {
-  const std::vector<std::string> faults =
-      CopyAs(RecordIn(values), {format.format, false, file, host_.FormatNow("%Y-%m-%d %H:%M")});
+  const std::vector<std::string> faults = CopyAs(
+      ReadResponseBytes(values), {format.format, false, file, host_.FormatNow("%Y-%m-%d %H:%M")});
   if (faults.empty()) return;
   host_.MessageBox(faults.front(), message_style::kExclamation, "Copy As");
 }
