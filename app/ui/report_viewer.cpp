@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "platform/ui/plain_viewer.h"
 #include "widgets/controls.h"
 #include "widgets/window_size.h"
 
@@ -28,18 +29,6 @@ constexpr int kLines = 40;
 /// Points; 79 columns then fit on an upright page.
 constexpr int kPrintedSize = 9;
 
-QPlainTextEdit* MakePage(const QString& text) {
-  auto* page = new QPlainTextEdit(text);
-  page->setObjectName("viewerText");
-  page->setAccessibleName(QObject::tr("Text of the report"));
-  page->setReadOnly(true);
-  page->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  page->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  page->document()->setDocumentMargin(page->fontMetrics().height());
-  page->setLineWrapMode(QPlainTextEdit::NoWrap);
-  return page;
-}
-
 /// A heading has a line of dashes below it.
 bool IsHeading(const QTextBlock& block) {
   const QString below = block.next().text();
@@ -51,14 +40,14 @@ bool IsHeading(const QTextBlock& block) {
 ReportViewer::ReportViewer(Report report, Saver save)
     : report_(std::move(report)),
       save_(std::move(save)),
-      text_(MakePage(QString::fromStdString(FromWindows1252(report_.bytes)))),
+      text_(MakeTextPage(ToQString(FromWindows1252(report_.bytes)), tr("Text of the report"))),
       outdated_(MakeNote("lblReportOutdated", tr("The form was changed since this run."))),
       sections_(new QComboBox),
       find_(new QLineEdit),
       found_(new QLabel) {
   setObjectName("reportViewer");
   setAttribute(Qt::WA_DeleteOnClose);
-  setWindowTitle(tr("Report of %1").arg(QString::fromStdString(report_.file)));
+  setWindowTitle(tr("Report of %1").arg(ToQString(report_.file)));
   auto* rows = new QVBoxLayout(this);
   BuildBar(rows);
   rows->addWidget(outdated_);

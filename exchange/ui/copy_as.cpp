@@ -19,7 +19,7 @@ void AddExportFormats(QMenu& menu, const std::function<void(const ExportFormatNa
 std::vector<std::string> CopyAs(const ResponseRecord& record, const ExportRequest& request) {
   const Export exported = ExportResult(record, request);
   if (exported.faults.empty()) {
-    QGuiApplication::clipboard()->setText(QString::fromStdString(exported.text));
+    QGuiApplication::clipboard()->setText(ToQString(exported.text));
   }
   return exported.faults;
 }

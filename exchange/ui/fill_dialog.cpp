@@ -206,7 +206,7 @@ void FillDialog::PutTemplate() {
   if (index == 0) return;
   const FillTemplate& chosen = kFillTemplates.at(static_cast<std::size_t>(index - 1));
   const std::string text = chosen.expression(numbers_[0]->value(), numbers_[1]->value());
-  expression_->setText(QString::fromStdString(text));
+  expression_->setText(ToQString(text));
 }
 
 Fill FillDialog::Wanted() const {
@@ -226,7 +226,7 @@ void FillDialog::Preview() {
   ShowCurve();
   fill_->setEnabled(isGood);
   const auto rows = filled_.values.size();
-  const QString text = !isGood    ? QString::fromStdString(filled_.fault)
+  const QString text = !isGood    ? ToQString(filled_.fault)
                        : rows > 1 ? tr("%1 rows.").arg(rows)
                                   : tr("1 row.");
   message_->setText(text);

@@ -36,7 +36,7 @@ void AddCountNote(const std::array<QLineEdit*, 3>& boxes, QVBoxLayout* rows) {
     const std::string text =
         EmptyCountNote({boxes[0]->text().toStdString(), boxes[1]->text().toStdString(),
                         boxes[2]->text().toStdString()});
-    note->setText(QString::fromStdString(text));
+    note->setText(ToQString(text));
     note->setVisible(!text.empty());
   };
   for (QLineEdit* box : boxes) QObject::connect(box, &QLineEdit::textChanged, note, show);

@@ -18,19 +18,19 @@ QString TextOf(const std::string& bytes) {
   return QString::fromStdString(isRich ? PlainTextOfRtf(bytes) : FromWindows1252(bytes));
 }
 
-QPlainTextEdit* MakePage(const QString& text, bool wraps) {
+}  // namespace
+
+QPlainTextEdit* MakeTextPage(const QString& text, const QString& name) {
   auto* page = new QPlainTextEdit(text);
   page->setObjectName("viewerText");
-  page->setAccessibleName(QObject::tr("Text of the file"));
+  page->setAccessibleName(name);
   page->setReadOnly(true);
   page->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   page->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   page->document()->setDocumentMargin(page->fontMetrics().height());
-  page->setLineWrapMode(wraps ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
+  page->setLineWrapMode(QPlainTextEdit::NoWrap);
   return page;
 }
-
-}  // namespace
 
 void ShowPlainViewer(const std::string& path, const std::string& bytes) {
   const QString text = TextOf(bytes);
@@ -38,7 +38,8 @@ void ShowPlainViewer(const std::string& path, const std::string& bytes) {
   window->setObjectName("plainViewer");
   window->setAttribute(Qt::WA_DeleteOnClose);
   window->setWindowTitle(QFileInfo(QString::fromStdString(path)).fileName());
-  QPlainTextEdit* const page = MakePage(text, path.ends_with(".rtf"));
+  QPlainTextEdit* const page = MakeTextPage(text, QObject::tr("Text of the file"));
+  if (path.ends_with(".rtf")) page->setLineWrapMode(QPlainTextEdit::WidgetWidth);
   auto* layout = new QVBoxLayout(window);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(page);
