@@ -80,20 +80,8 @@ void EndStartUp(Program& program) {
   NoteShown(program);
 }
 
-}  // namespace
-
-void LoadMainForm(Program& program) {
-  program.windows.frmMain.SelectTab(Tab::start);
-  program.windows.frmMain.PassData().SetRowCount(3);
-  program.windows.frmMain.DelayData().SetRowCount(3);
-  SizeGridColumns(program.windows.grids);
-  Start_Path(program);
-  Start_INI(program);
-  clearSolvdata(program.windows.frmMain);
-  LookForFormerContents(program, program.windows.CMDialog1.initialFolder);
-  RestoreLastRun(program);
-}
-
+/// Shows the values that the last run left, as those that the form starts with: they belong to no
+/// file until they are saved. Without such a file the form's own contents become the record.
 void RestoreLastRun(Program& program) {
   Files& files = program.files;
   files.currentFileName = kStartUpValues;
@@ -106,6 +94,20 @@ void RestoreLastRun(Program& program) {
     throw;
   }
   EndStartUp(program);
+}
+
+}  // namespace
+
+void LoadMainForm(Program& program) {
+  program.windows.frmMain.SelectTab(Tab::start);
+  program.windows.frmMain.PassData().SetRowCount(3);
+  program.windows.frmMain.DelayData().SetRowCount(3);
+  SizeGridColumns(program.windows.grids);
+  Start_Path(program);
+  Start_INI(program);
+  clearSolvdata(program.windows.frmMain);
+  LookForFormerContents(program, program.windows.CMDialog1.initialFolder);
+  RestoreLastRun(program);
 }
 
 void TakeImprovedValues(Program& program) {

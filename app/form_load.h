@@ -11,10 +11,6 @@ namespace polefit {
 /// the last run's values are shown is passed on when start-up is otherwise complete.
 void LoadMainForm(Program& program);
 
-/// Shows the values that the last run left, as those that the form starts with: they belong to no
-/// file until they are saved. Without such a file the form's own contents become the record.
-void RestoreLastRun(Program& program);
-
 /// Takes the values that a run has just left into the form, once changed data are dealt with as
 /// for opening a file. Throws RunTimeError, naming their file, when it cannot be opened; the form
 /// then keeps its own.

@@ -54,8 +54,8 @@ void OfferAside(Program& program, const std::string& path, const std::string& as
         {"Put It Back", [&program, path, aside] { PutAsideBack(program, path, aside); }}}});
 }
 
-}  // namespace
-
+/// How far a file was read into `record`: "ends before answer line 19", "was read in part, up to
+/// row 3".
 std::string HowFarRead(const ResponseRecord& record, const ReadStop& stop) {
   const bool ends = stop.error.number == error_number::kInputPastEndOfFile;
   // A line that cannot be taken, like a row that is too short, has been read all the same.
@@ -70,6 +70,16 @@ std::string HowFarRead(const ResponseRecord& record, const ReadStop& stop) {
   if (row > record.nFreqPoints && delayRow < record.nDelayPoints) return UpTo("delay ", delayRow);
   return "was read in part, up to line " + std::to_string(taken);
 }
+
+/// Where the former content of a file stands that a save has not ended: the name with "~", or with
+/// one more for each that was taken. Nothing when there is none.
+std::optional<std::string> FormerContentOf(Host& host, const std::string& path) {
+  std::string aside = path;
+  while (host.StateOfFile(aside + "~")) aside += '~';
+  return aside == path ? std::nullopt : std::optional(aside);
+}
+
+}  // namespace
 
 void TellPartRead(Program& program, const ReadStop& stop, FormCells before) {
   const auto back = [&program, before = std::move(before)] {
@@ -92,12 +102,6 @@ void TellLastRunPartRead(Program& program, const ReadStop& stop) {
                         Urgency::asks,
                         CutPath(path).name + " " + HowFarRead(program.document.record, stop) + ".",
                         {{"Delete It", remove}}});
-}
-
-std::optional<std::string> FormerContentOf(Host& host, const std::string& path) {
-  std::string aside = path;
-  while (host.StateOfFile(aside + "~")) aside += '~';
-  return aside == path ? std::nullopt : std::optional(aside);
 }
 
 std::optional<std::string> FormerContentOfTorn(Host& host, const std::string& path) {

@@ -60,6 +60,16 @@ void ReportMissingStartScript(Host& host) {
       message_style::kExclamation, "A Polefit File is missing!");
 }
 
+/// "OK" when the platform can run the solver, else "nogo" after a message.
+std::string CheckDosSupport(Host& host) {
+  constexpr double kFirstWithout = 4.11;
+  const std::string version = GetWindowsVer(host);
+  if (ReadNumber(version) < kFirstWithout) return "OK";
+  host.MessageBox("Sorry, requires Windows 95/98 to run DOS portion of program!",
+                  message_style::kExclamation, "GetWindowsVer = " + version);
+  return "nogo";
+}
+
 }  // namespace
 
 void RunSolver(Program& program) {
@@ -79,15 +89,6 @@ void RunSolver(Program& program) {
   program.host.StartProgram({PlacesOf(program).SolverStart(), SolverArguments(program),
                              WindowStyle::normal, CommandKind::runSolver,
                              program.folders.ProgramFolder});
-}
-
-std::string CheckDosSupport(Host& host) {
-  constexpr double kFirstWithout = 4.11;
-  const std::string version = GetWindowsVer(host);
-  if (ReadNumber(version) < kFirstWithout) return "OK";
-  host.MessageBox("Sorry, requires Windows 95/98 to run DOS portion of program!",
-                  message_style::kExclamation, "GetWindowsVer = " + version);
-  return "nogo";
 }
 
 std::string GetWindowsVer(Host& host) {

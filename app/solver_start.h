@@ -10,9 +10,6 @@ namespace polefit {
 /// folder or a solver that cannot be started is passed on as an error.
 void RunSolver(Program& program);
 
-/// "OK" when the platform can run the solver, else "nogo" after a message.
-std::string CheckDosSupport(Host& host);
-
 /// The platform's version with two decimals: "4.10".
 std::string GetWindowsVer(Host& host);
 

@@ -166,18 +166,21 @@ std::string RowsText(int first, int last) {
   return "Rows " + std::to_string(first) + " to " + std::to_string(last) + " are";
 }
 
-}  // namespace
-
+/// The columns of a table that show.
 int ShownColumns(const FormCells& cells, Table table) {
   if (table == Table::delay) return DelayLists::kColumns;
   return HasWeights(cells) ? PassbandLists::kColumns : PassbandLists::kColumns - 1;
 }
 
-int FullRows(const FormCells& cells, Table table, bool isWeightGiven) {
+/// How many rows from the top have no empty cell. With `isWeightGiven` a hidden empty weight does
+/// not count.
+int FullRows(const FormCells& cells, Table table, bool isWeightGiven = false) {
   const bool skipsWeight = isWeightGiven && !HasWeights(cells);
   return With(cells, table,
               [&](const auto& points, auto) { return FullRowsOf(points, skipsWeight); });
 }
+
+}  // namespace
 
 std::string CopyBlock(const FormCells& cells, Table table, const CellBlock& block) {
   const int lastColumn = std::min(block.lastColumn, ShownColumns(cells, table));

@@ -15,13 +15,6 @@ enum class Table { passband, delay };
 // else; `ShowCells` then shows them. While question 3 is not ticked the Weight column is hidden: it
 // takes no part in blocks, and rows that come get the weight 1.
 
-/// The columns of a table that show.
-int ShownColumns(const FormCells& cells, Table table);
-
-/// How many rows from the top have no empty cell. With `isWeightGiven` a hidden empty weight does
-/// not count.
-int FullRows(const FormCells& cells, Table table, bool isWeightGiven = false);
-
 /// The cells as they stand: a tab between cells, CR LF behind each row, empty rows at the end left
 /// out.
 std::string CopyBlock(const FormCells& cells, Table table, const CellBlock& block);

@@ -21,6 +21,24 @@ void StoreEditedCell(GridState& state) {
   state.document.DataChanged = 1;
 }
 
+/// Commits, moves the current cell by one row and shows the editor again. Any other direction
+/// only commits.
+void MoveCellEditor(GridState& state, int direction) {
+  HideCellEditor(state, false);
+  GridView& grid = *state.CurrentGrid;
+  if (direction == kMoveUp) {
+    if (grid.CurrentRow() > 1) grid.SetCurrentRow(grid.CurrentRow() - 1);
+  } else if (direction == kMoveDown) {
+    if (RowsRunOut(grid)) AddGridRow(state, true);
+    grid.SetCurrentRow(grid.CurrentRow() + 1);
+  } else {
+    return;
+  }
+  ShowCellEditor(state);
+  // What is typed down a column takes the place of what stands there.
+  state.txtCellEditor.SetSelection(0, kToTheEnd);
+}
+
 }  // namespace
 
 void ShowCellEditor(GridState& state) {
@@ -36,22 +54,6 @@ void HideCellEditor(GridState& state, bool cancel) {
   if (!state.txtCellEditor.IsVisible()) return;
   if (!cancel) StoreEditedCell(state);
   state.txtCellEditor.Hide();
-}
-
-void MoveCellEditor(GridState& state, int direction) {
-  HideCellEditor(state, false);
-  GridView& grid = *state.CurrentGrid;
-  if (direction == kMoveUp) {
-    if (grid.CurrentRow() > 1) grid.SetCurrentRow(grid.CurrentRow() - 1);
-  } else if (direction == kMoveDown) {
-    if (RowsRunOut(grid)) AddGridRow(state, true);
-    grid.SetCurrentRow(grid.CurrentRow() + 1);
-  } else {
-    return;
-  }
-  ShowCellEditor(state);
-  // What is typed down a column takes the place of what stands there.
-  state.txtCellEditor.SetSelection(0, kToTheEnd);
 }
 
 void CellEditorKeyPressed(GridState& state, EditorKey key) {

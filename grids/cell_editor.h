@@ -16,10 +16,6 @@ void HideCellEditor(GridState& state, bool cancel);
 inline constexpr int kMoveDown = 2;
 inline constexpr int kMoveUp = 3;
 
-/// Commits, moves the current cell by one row and shows the editor again. Any other direction
-/// only commits.
-void MoveCellEditor(GridState& state, int direction);
-
 /// The keys that the editor acts on; all others edit its text.
 enum class EditorKey { enter, escape, tab, up, down };
 

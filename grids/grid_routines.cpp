@@ -124,6 +124,21 @@ void ReadRows(const GridView& grid, PointLists<Columns>& points) {
   }
 }
 
+/// Titles, alignment and row numbers of the current grid; the row count stays. Column widths
+/// become the titles' own.
+void FormatGrid(GridState& state) {
+  GridView& grid = *state.CurrentGrid;
+  std::string format(PassDataIsCurrent(state) ? kPassDataFormat : kDelayDataFormat);
+  const int rows = grid.RowCount();
+  for (int row = 1; row <= rows; ++row) {
+    format += '|';
+    format += std::to_string(row);
+  }
+  grid.SetFormatString(format);
+  // The header row has no number, so the numbers made one row too many.
+  grid.SetRowCount(grid.RowCount() - 1);
+}
+
 /// Makes `grid` the current one, with room for `rows` data rows and the spare ones below them.
 void MakeRoom(GridState& state, GridView& grid, int rows) {
   constexpr int kHeaderAndSpareRows = 4;
@@ -150,19 +165,6 @@ void FillRowsBehind(GridState& state, GridView& grid, const PointLists<Columns>&
 }
 
 }  // namespace
-
-void FormatGrid(GridState& state) {
-  GridView& grid = *state.CurrentGrid;
-  std::string format(PassDataIsCurrent(state) ? kPassDataFormat : kDelayDataFormat);
-  const int rows = grid.RowCount();
-  for (int row = 1; row <= rows; ++row) {
-    format += '|';
-    format += std::to_string(row);
-  }
-  grid.SetFormatString(format);
-  // The header row has no number, so the numbers made one row too many.
-  grid.SetRowCount(grid.RowCount() - 1);
-}
 
 void ClearGrid(GridState& state) {
   state.document.DataChanged = 1;

@@ -5,10 +5,6 @@
 
 namespace polefit {
 
-/// Titles, alignment and row numbers of the current grid; the row count stays. Column widths
-/// become the titles' own.
-void FormatGrid(GridState& state);
-
 /// Empties the current grid down to a header and two numbered rows, sets its point count to 0 and
 /// drops what stands in the editor. Data columns keep their widths.
 void ClearGrid(GridState& state);

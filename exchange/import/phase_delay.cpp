@@ -14,8 +14,7 @@ constexpr double kFullTurn = 360;
 constexpr double kLargestStep = 150;
 constexpr int kUsualPoints = 5;
 
-}  // namespace
-
+/// Phases in degrees without their jumps by 360. `largestStep` receives the largest step left.
 std::vector<double> Unwrapped(const std::vector<double>& phases, double& largestStep) {
   std::vector<double> unwrapped;
   largestStep = 0;
@@ -30,6 +29,8 @@ std::vector<double> Unwrapped(const std::vector<double>& phases, double& largest
   }
   return unwrapped;
 }
+
+}  // namespace
 
 void PhaseToDelay(Samples& samples, int points) {
   std::vector<double> frequencies;

@@ -9,7 +9,4 @@ namespace polefit {
 /// cannot be unwrapped for certain and are a fault.
 void PhaseToDelay(Samples& samples, int points);
 
-/// Phases in degrees without their jumps by 360. `largestStep` receives the largest step left.
-std::vector<double> Unwrapped(const std::vector<double>& phases, double& largestStep);
-
 }  // namespace polefit

@@ -27,10 +27,6 @@ std::string UserConfigurationFolder() {
   return FolderFrom("XDG_CONFIG_HOME", ".config");
 }
 
-std::string UserStateFolder() {
-  return FolderFrom("XDG_STATE_HOME", ".local/state");
-}
-
 std::string UserDataFolder() {
   return FolderFrom("XDG_DATA_HOME", ".local/share");
 }
@@ -40,7 +36,7 @@ std::string OwnConfigurationFolder() {
 }
 
 std::string OwnStateFolder() {
-  return JoinPath(UserStateFolder(), kOwnName);
+  return JoinPath(FolderFrom("XDG_STATE_HOME", ".local/state"), kOwnName);
 }
 
 std::string OwnRuntimeFolder() {

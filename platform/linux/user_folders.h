@@ -4,13 +4,12 @@
 
 namespace polefit {
 
-/// The folders that the desktop gives a user for settings, for what programs remember, and for
-/// programs' data. A variable that names no whole path does not count.
+/// The folders that the desktop gives a user for settings and for programs' data. A variable that
+/// names no whole path does not count.
 std::string UserConfigurationFolder();
-std::string UserStateFolder();
 std::string UserDataFolder();
 
-/// This program's folders in the first two.
+/// This program's folders among the settings and among what programs remember.
 std::string OwnConfigurationFolder();
 std::string OwnStateFolder();
 

@@ -27,6 +27,11 @@ int CountBounds(const std::vector<LocationFigures>& locations) {
   return count;
 }
 
+/// H(s) of a point that a run has found.
+TransferFunction AtBest(const Problem& problem, const Iterate& iterate) {
+  return {problem, {iterate.parameters.begin(), iterate.parameters.end()}};
+}
+
 DelayFigures JudgeDelay(const Problem& problem, const Iterate& iterate) {
   DelayFigures figures;
   static_cast<DelayFit&>(figures) = AtBest(problem, iterate).DelayPoints();
@@ -61,10 +66,6 @@ std::vector<Sidelobe> SidelobesOf(const Problem& problem, const Iterate& iterate
 }
 
 }  // namespace
-
-TransferFunction AtBest(const Problem& problem, const Iterate& iterate) {
-  return {problem, {iterate.parameters.begin(), iterate.parameters.end()}};
-}
 
 void Extreme::Take(double value, double at, int of) {
   if (std::abs(value) > size || row == 0) *this = {std::abs(value), at, of};

@@ -20,9 +20,6 @@ struct Extreme {
   void Take(double value, double at, int of);
 };
 
-/// H(s) of a point that a run has found.
-TransferFunction AtBest(const Problem& problem, const Iterate& iterate);
-
 /// How the answer follows the passband points.
 struct PassbandFigures : PassbandFit {
   double rms = 0;   ///< of `error`

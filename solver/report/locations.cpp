@@ -59,6 +59,23 @@ LocationFigures Locate(const Problem& problem, const Iterate& iterate, std::size
   return location;
 }
 
+const char* NameOf(FactorKind kind) {
+  switch (kind) {
+    case FactorKind::sigmaPole:
+      return "sigma-axis pole";
+    case FactorKind::polePair:
+      return "pole pair";
+    case FactorKind::sigmaZero:
+      return "sigma-axis zero";
+    case FactorKind::omegaZero:
+      return "omega-axis zero";
+    case FactorKind::zeroPair:
+      return "zero pair";
+    default:
+      return "zero quad";
+  }
+}
+
 }  // namespace
 
 double LocationFigures::Quality() const {
@@ -101,23 +118,6 @@ std::vector<LocationFigures> LocationsOf(const Problem& problem, const Iterate& 
     }
   }
   return locations;
-}
-
-const char* NameOf(FactorKind kind) {
-  switch (kind) {
-    case FactorKind::sigmaPole:
-      return "sigma-axis pole";
-    case FactorKind::polePair:
-      return "pole pair";
-    case FactorKind::sigmaZero:
-      return "sigma-axis zero";
-    case FactorKind::omegaZero:
-      return "omega-axis zero";
-    case FactorKind::zeroPair:
-      return "zero pair";
-    default:
-      return "zero quad";
-  }
 }
 
 double LeadingConstant(const Problem& problem, const Iterate& iterate) {

@@ -60,9 +60,6 @@ struct LocationFigures {
 /// has it.
 std::vector<LocationFigures> LocationsOf(const Problem& problem, const Iterate& iterate);
 
-/// "sigma-axis pole".
-const char* NameOf(FactorKind kind);
-
 /// K of H = K prod(s - z) / prod(s - p) in normalised s.
 double LeadingConstant(const Problem& problem, const Iterate& iterate);
 
