@@ -74,6 +74,7 @@ void RunPanel::Connect() {
   connect(&form_.Status(), &StatusLine::runClicked, this, [this] { TogglePanel(*this); });
   AddPanelEntry(*form_.findChild<QMenu*>("mnuView"), *this, "mnuViewRun", tr("&Run"), "F9");
   form_.installEventFilter(this);
+  parts_->cmdStop->installEventFilter(this);
 }
 
 void RunPanel::Open() {
@@ -95,6 +96,8 @@ void RunPanel::PutAside() {
 }
 
 bool RunPanel::eventFilter(QObject* watched, QEvent* event) {
+  // A double click asks the solver to stop; the second click would end it at once.
+  if (watched == parts_->cmdStop && event->type() == QEvent::MouseButtonDblClick) return true;
   const bool isFormBack = watched == &form_ && event->type() == QEvent::Show;
   if (isFormBack && std::exchange(isAside_, false)) setFloating(false);
   return QDockWidget::eventFilter(watched, event);

@@ -94,7 +94,10 @@ TEST_F(StandInTest, StopLetsTheSolverWriteItsBestValuesButLeavesNothingRunning) 
       "while :; do sleep .05; done",
       "child ");
   const long child = std::stol(Output().substr(Output().find("child ") + 6));
-  EXPECT_EQ(StopAndVerdict(), "Stopped: by you; the best values so far are kept.");
+  Click("cmdStop");
+  QTest::mouseDClick(&The("cmdStop"), Qt::LeftButton);
+  QTest::mouseRelease(&The("cmdStop"), Qt::LeftButton);
+  EXPECT_EQ(Verdict(), "Stopped: by you; the best values so far are kept.") << "a double click";
   EXPECT_EQ(Offered(), "cmdReport cmdImproved");
   EXPECT_TRUE(Comes([child] { return !LookAtProcess(child); }));
 }
