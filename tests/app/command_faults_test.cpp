@@ -14,6 +14,7 @@
 #include "app/recovery.h"
 #include "app/submission.h"
 #include "app/version_store.h"
+#include "exchange/import/new_problem.h"
 #include "form/changes.h"
 #include "form/fake_form.h"
 #include "platform/linux/system_faults.h"
@@ -72,12 +73,8 @@ struct ChangedFile {
     program.document.DataChanged = 1;
   }
   std::string MakeFile(const std::string& name, const std::string& gain) {
-    ResponseRecord record;
-    for (const Question& question : kQuestions) {
-      if (question.kind == AnswerKind::flag) record.Slot(question.slot) = "N";
-    }
+    ResponseRecord record = BuiltInAnswers();
     record.Slot(slot::kGain) = gain;
-    record.Slot(slot::kZeroCounts) = "0 0 0";
     WriteResponseFile(host, record, {user, name});
     return FileBytes(user + "/" + name);
   }

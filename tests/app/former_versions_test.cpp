@@ -6,6 +6,7 @@
 #include "app/form_load.h"
 #include "app/part_read.h"
 #include "base/error_of.h"
+#include "exchange/import/new_problem.h"
 #include "form/changes.h"
 #include "form/scripted_program.h"
 #include "grids/grid_routines.h"
@@ -22,12 +23,8 @@ using ::testing::SizeIs;
 struct FormerVersionsTest : ::testing::Test, ScriptedProgram {
   /// A file in the "User" folder with this gain and so many passband points, opened.
   std::string Open(const std::string& name, int points = 0, const std::string& gain = "1") {
-    ResponseRecord record;
-    for (const Question& question : kQuestions) {
-      if (question.kind == AnswerKind::flag) record.Slot(question.slot) = "N";
-    }
+    ResponseRecord record = BuiltInAnswers();
     record.Slot(slot::kGain) = gain;
-    record.Slot(slot::kZeroCounts) = "0 0 0";
     record.nFreqPoints = static_cast<std::int16_t>(points);
     record.passband.Resize(points + 1);
     for (int row = 1; row <= points; ++row) {

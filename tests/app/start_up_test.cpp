@@ -7,6 +7,7 @@
 #include "app/second_window.h"
 #include "app/settings_file.h"
 #include "base/error_of.h"
+#include "exchange/import/new_problem.h"
 #include "form/changes.h"
 #include "form/fake_form.h"
 #include "platform/registry.h"
@@ -178,12 +179,8 @@ TEST_F(StartUpTest, ImprovedValuesComeWholeOrNotAtAllAndKeepTheNameForSaveAs) {
   form_.SetText("Gain", "typed");
   WriteBytes(lastRun_, "torn\r\nY\r\n");
   EXPECT_EQ(ThrownBy([this] { TakeImprovedValues(program_); }).path, lastRun_);
-  ResponseRecord record;
-  for (const Question& question : kQuestions) {
-    if (question.kind == AnswerKind::flag) record.Slot(question.slot) = "N";
-  }
+  ResponseRecord record = BuiltInAnswers();
   record.Slot(slot::kGain) = "better";
-  record.Slot(slot::kZeroCounts) = "0 0 0";
   WriteResponseFile(host_, record, {host_.Path("Tessel.hz"), "last-run.ini"});
   host_.ReplyToBox(Reply::cancel);
   TakeImprovedValues(program_);

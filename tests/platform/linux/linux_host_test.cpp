@@ -146,11 +146,8 @@ TEST_F(LinuxHostTest, OnlyCaseBlindPathsAreLoweredForTheCommandLine) {
 }
 
 TEST_F(LinuxHostTest, SystemErrorsMapToTheirNumbers) {
-  const std::pair<int, int> cases[] = {
-      {ENOMEDIUM, 71}, {EIO, 71},      {ENODEV, 68},    {ENXIO, 68},        {ENOENT, 53},
-      {ENOTDIR, 76},   {EACCES, 70},   {EPERM, 70},     {EROFS, 70},        {ESTALE, 71},
-      {ETIMEDOUT, 71}, {ENOTCONN, 71}, {EHOSTDOWN, 71}, {EHOSTUNREACH, 71}, {ENETUNREACH, 71},
-      {EREMOTEIO, 71}, {ENOSPC, 61},   {EDQUOT, 61},    {EFBIG, 61},        {EISDIR, 75}};
+  const std::pair<int, int> cases[] = {{EIO, 71},    {ENODEV, 68}, {ENOENT, 53}, {ENOTDIR, 76},
+                                       {EACCES, 70}, {ENOSPC, 61}, {EISDIR, 75}};
   for (const auto& [system, number] : cases) {
     EXPECT_EQ(FromSystemError(system).number, number) << system;
   }
