@@ -23,10 +23,6 @@ QString DateText(std::int64_t seconds) {
   return QLocale().toString(QDateTime::fromSecsSinceEpoch(seconds), QLocale::ShortFormat);
 }
 
-QSize FirstSize(const QFontMetrics& metrics) {
-  return {metrics.averageCharWidth() * 100, metrics.height() * 24};
-}
-
 }  // namespace
 
 VersionsDialog::VersionsDialog(const std::vector<std::string>& paths, const std::string& chosen,
@@ -55,7 +51,7 @@ VersionsDialog::VersionsDialog(const std::vector<std::string>& paths, const std:
   BuildButtons();
   connect(files_, &QComboBox::currentIndexChanged, this, &VersionsDialog::ShowPath);
   ShowPath();
-  ResizeOnScreen(*this, FirstSize(fontMetrics()));
+  ResizeOnScreen(*this, {fontMetrics().averageCharWidth() * 100, fontMetrics().height() * 24});
   table_->setFocus();
 }
 

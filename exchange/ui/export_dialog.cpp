@@ -18,10 +18,6 @@ namespace polefit {
 
 namespace {
 
-QSize FirstSize(const QFontMetrics& metrics) {
-  return {metrics.averageCharWidth() * 100, metrics.height() * 30};
-}
-
 QString FaultLines(const std::vector<std::string>& faults) {
   QString text;
   for (const std::string& fault : faults) text += QString::fromStdString(fault) + '\n';
@@ -52,7 +48,7 @@ ExportDialog::ExportDialog(LastResult result, std::string date, Saver save, QWid
   rows->addWidget(about);
   BuildChoices();
   BuildButtons();
-  ResizeOnScreen(*this, FirstSize(fontMetrics()));
+  ResizeOnScreen(*this, {fontMetrics().averageCharWidth() * 100, fontMetrics().height() * 30});
   ShowFormat();
   formats_->setFocus();
 }
