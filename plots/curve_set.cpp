@@ -42,6 +42,8 @@ void CurveSet::ReadFault() {
 /// The last good curve stays over its own points, as they stand now.
 void CurveSet::ReadPointsAlone(const ResponseRecord& typed) {
   std::optional<FitCurves> points = PointsAlone(typed);
+  // With all points gone the curve is that of a former problem.
+  if (typed.nFreqPoints == 0 && typed_ && typed_->h->HasPoints()) typed_.reset();
   if (!points) return;
   PassbandFit& now = points->passband;
   if (typed_ && typed_->passband.frequency == now.frequency && !typed_->isPointsAlone) {

@@ -49,7 +49,8 @@ SuggestedStart SuggestStart(const ResponseRecord& record, bool replacesTyped) {
   using Outcome = SuggestedStart::Outcome;
   ResponseRecord emptied = record;
   std::vector<int> wanted;
-  for (const ListGroup& group : GroupsOf(record)) {
+  const std::vector<ListGroup> groups = GroupsOf(record);
+  for (const ListGroup& group : groups) {
     bool isFilled = !replacesTyped;
     for (const int slot : group.slots) {
       isFilled = isFilled && Words(record.Slot(slot)).size() == group.count;
@@ -60,7 +61,9 @@ SuggestedStart SuggestStart(const ResponseRecord& record, bool replacesTyped) {
       wanted.push_back(slot);
     }
   }
-  if (wanted.empty()) return {Outcome::allTyped, {}};
+  const bool hasLists = std::any_of(groups.begin(), groups.end(),
+                                    [](const ListGroup& group) { return group.count > 0; });
+  if (wanted.empty()) return {hasLists ? Outcome::allTyped : Outcome::faulty, {}};
   std::vector<Finding> findings;
   Problem problem = ReadProblem(emptied, findings);
   if (HasFault(findings)) return {Outcome::faulty, {}};

@@ -107,6 +107,8 @@ TEST(CurveSet, KeepsTheLastGoodCurveOverThePointsAsTheyStand) {
   record.passband.At(3, 1) = "y";
   set.Read(record);
   EXPECT_EQ(Shown(set), "points ") << "points with a fault leave the last ones";
+  set.Read(ResponseRecord());
+  EXPECT_EQ(Shown(set), "") << "nothing of a problem that is gone";
 }
 
 TEST(CurveSet, TakesAPreviewOfWhatIsTypedOnly) {

@@ -210,6 +210,7 @@ TEST(StartValues, FillWhatIsMissingAndLeaveTheRest) {
   const ResponseRecord full = ExampleRecord("Ex-Yzero.101");
   EXPECT_EQ(SuggestStart(full, false).outcome, Outcome::allTyped);
   EXPECT_EQ(SuggestStart(ExampleRecord("Ex-Yzero.101", "8=; 5=x"), false).outcome, Outcome::faulty);
+  EXPECT_EQ(SuggestStart(ResponseRecord(), false).outcome, Outcome::faulty);
   const SuggestedStart filled = SuggestStart(ExampleRecord("Ex-Yzero.101", "8=.5 .4"), false);
   ASSERT_EQ(filled.outcome, Outcome::found);
   EXPECT_EQ(Words(filled.record.Slot(slot::kPoleReal)).size(), 4U);
