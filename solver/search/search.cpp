@@ -215,10 +215,13 @@ class Search {
     summary_.ending = JudgedEnding(EndingOfAnswer(), problem_, Best(), summary_.roundingCost);
   }
 
-  /// How the answer's own start ended. A request always shows.
+  /// Only the typed start must have converged; the others are an extra. A request always shows.
   EndReason EndingOfAnswer() {
     if (evaluator_.Stopped() == EndReason::requested) return EndReason::requested;
-    return summary_.IsExact() ? EndReason::converged : Chosen().ending;
+    if (summary_.IsExact()) return EndReason::converged;
+    if (Chosen().HasEnded()) return Chosen().ending;
+    const bool hasTypedConverged = summary_.starts.front().HasConverged();
+    return hasTypedConverged ? EndReason::converged : EndReason::evalMax;
   }
 
   const Problem& problem_;

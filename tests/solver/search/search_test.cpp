@@ -73,13 +73,13 @@ TEST(Search, PrefersAStartThatConvergedToOneThatWasCutShort) {
   EXPECT_EQ(nowhere.ending, EndReason::evalMax);
 }
 
-TEST(Search, TellsHowTheAnswersOwnStartEnded) {
+TEST(Search, HasConvergedWithTheTypedStartThoughALowerOneWasCutShort) {
   const Summary summary = SolveQuietly(GoodProblem(ExampleRecord(
       "Ex-Yzero.101", "8=.207 .847 .13 .0051; 9=.623 .138 .858 3.9; 11a=1 1.32 3.9; S6=98")));
   ASSERT_EQ(summary.starts.size(), 2);
   EXPECT_TRUE(summary.starts[0].HasConverged());
-  EXPECT_EQ(summary.chosen, 1U) << "the data start is lower, though cut short";
-  EXPECT_EQ(summary.ending, EndReason::evalMax);
+  EXPECT_EQ(summary.chosen, 1U) << "the data start is lower";
+  EXPECT_TRUE(IsConverged(summary.ending));
 }
 
 TEST(Search, DoesNotCareForTheOrderOfPoints) {
