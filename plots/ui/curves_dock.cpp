@@ -57,6 +57,10 @@ CurvesDock::CurvesDock(MainWindow& form, Program& program)
   connect(this, &QDockWidget::visibilityChanged, live_, [this] { live_->SetSeen(isVisible()); });
   connect(this, &QDockWidget::topLevelChanged, this, &CurvesDock::ApplyWidth);
   connect(&form, &MainWindow::unloaded, this, &CurvesDock::SaveChoices);
+  const QPointer<QWidget> tabs = form.centralWidget();
+  connect(qApp, &QApplication::focusChanged, this, [this, tabs](QWidget*, QWidget* now) {
+    if (now != nullptr && tabs && tabs->isAncestorOf(now)) former_ = now;
+  });
   RestoreChoices();
   form.installEventFilter(this);
 }
@@ -158,7 +162,9 @@ void CurvesDock::ShowOrLeave() {
   const QWidget* focus = QApplication::focusWidget();
   if (isVisible() && focus != nullptr && pane_->isAncestorOf(focus)) {
     form_.activateWindow();
-    form_.centralWidget()->setFocus();
+    const bool canTakeIt = former_ && former_->isVisible() && former_->isEnabled();
+    // As from another window: nothing in a box is selected anew.
+    (canTakeIt ? former_.data() : form_.centralWidget())->setFocus(Qt::ActiveWindowFocusReason);
     return;
   }
   show();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDockWidget>
+#include <QPointer>
 
 #include "plots/kept_choices.h"
 #include "plots/ui/live_curves.h"
@@ -44,6 +45,8 @@ class CurvesDock final : public QDockWidget {
   Host& host_;
   CurvesPane* pane_;
   LiveCurves* live_;
+  /// What had the focus on the tabs last.
+  QPointer<QWidget> former_;
   bool wasNarrow_ = false;
   /// Whether it has had its width.
   bool isPlaced_ = false;

@@ -15,6 +15,16 @@ TEST_F(LocationsTest, PutsTheFocusOnTheNumberOfAClickedPole) {
   EXPECT_EQ(box.selectedText(), ".3");
 }
 
+TEST_F(LocationsTest, AreLeftForTheBoxThatTheFocusCameFrom) {
+  form.SetFocus("poleImag");
+  Find<QLineEdit>("poleImag").setCursorPosition(2);
+  Find<QAction>("mnuViewCurves").trigger();
+  EXPECT_TRUE(Upper().hasFocus());
+  Find<QAction>("mnuViewCurves").trigger();
+  EXPECT_EQ(FocusName(), "poleImag");
+  EXPECT_FALSE(Find<QLineEdit>("poleImag").hasSelectedText()) << "it goes on where it was";
+}
+
 TEST_F(LocationsTest, MovesAPoleByMouseAndKeysAndGivesItBackOnEscape) {
   const std::string real = form.Text("poleReal");
   const QPoint at = Lower().PositionOf(1).toPoint();
