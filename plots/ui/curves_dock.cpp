@@ -37,6 +37,15 @@ int FirstWidth(const MainWindow& form) {
                   std::max(besideTabs, kHeights * form.fontMetrics().height()));
 }
 
+/// What had the focus, or what it stands in: a cell's editor is closed when it is left.
+QWidget& FocusTaker(QWidget* former, QWidget& tabs) {
+  for (QWidget* taker = former; taker != nullptr && taker != &tabs; taker = taker->parentWidget()) {
+    const bool isSeen = taker->isVisible() && taker->isEnabled();
+    if (isSeen && taker->focusPolicy() != Qt::NoFocus) return *taker;
+  }
+  return tabs;
+}
+
 }  // namespace
 
 CurvesDock::CurvesDock(MainWindow& form, Program& program)
@@ -162,10 +171,8 @@ void CurvesDock::ShowOrLeave() {
   const QWidget* focus = QApplication::focusWidget();
   if (isVisible() && focus != nullptr && pane_->isAncestorOf(focus)) {
     form_.activateWindow();
-    const bool canTakeIt = former_ && former_->isVisible() && former_->isEnabled();
     // As from another window: nothing in a box is selected anew.
-    (canTakeIt ? former_.data() : form_.centralWidget())->setFocus(Qt::ActiveWindowFocusReason);
-    return;
+    return FocusTaker(former_, *form_.centralWidget()).setFocus(Qt::ActiveWindowFocusReason);
   }
   show();
   raise();

@@ -23,6 +23,10 @@ TEST_F(LocationsTest, AreLeftForTheBoxThatTheFocusCameFrom) {
   Find<QAction>("mnuViewCurves").trigger();
   EXPECT_EQ(FocusName(), "poleImag");
   EXPECT_FALSE(Find<QLineEdit>("poleImag").hasSelectedText()) << "it goes on where it was";
+  form.SetFocus("PassData");
+  Type("1");
+  for (int i = 0; i < 2; ++i) Find<QAction>("mnuViewCurves").trigger();
+  EXPECT_EQ(FocusName(), "PassData") << "the table of an editor that is closed";
 }
 
 TEST_F(LocationsTest, MovesAPoleByMouseAndKeysAndGivesItBackOnEscape) {
