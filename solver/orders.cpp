@@ -71,19 +71,29 @@ std::array<std::string, 4> FoundPoles(const ResponseRecord& record, const Proble
           answers.Slot(slot::kPoleReal), answers.Slot(slot::kPoleImag)};
 }
 
-/// A full run of the one start that the points give.
+Iterate RunFrom(const Problem& problem, const Eigen::VectorXd& start,
+                const std::function<bool()>& isStopRequested) {
+  Listener nobody;
+  Evaluator evaluator(problem, nobody, isStopRequested);
+  return Orca(problem, evaluator, nobody)
+      .Run(StartKind::data, start, problem.options.maxSteps)
+      .best;
+}
+
+/// A full run of the start that the points give, and where locations are typed one with these.
 std::optional<OrderFit> FitPoles(const ResponseRecord& record, int singles, int pairs,
                                  const std::function<bool()>& isStopRequested,
                                  std::vector<Finding>& findings) {
   findings.clear();
   Problem problem = ReadProblem(WithPoles(record, singles, pairs), findings);
   if (HasFault(findings)) return std::nullopt;
-  if (const auto start = FindDataStart(problem)) problem.typedParameters = start->parameters;
-  Listener nobody;
-  Evaluator evaluator(problem, nobody, isStopRequested);
-  Orca orca(problem, evaluator, nobody);
-  const Iterate best =
-      orca.Run(StartKind::data, problem.typedParameters, problem.options.maxSteps).best;
+  FillFromPoints(problem, findings);
+  Iterate best = RunFrom(problem, problem.typedParameters, isStopRequested);
+  const auto start = problem.startsFromPoints ? std::nullopt : FindDataStart(problem);
+  if (start && start->parameters != problem.typedParameters) {
+    const Iterate other = RunFrom(problem, start->parameters, isStopRequested);
+    if (other.Cost() < best.Cost()) best = other;
+  }
   if (!best.isFinite) return std::nullopt;
   const PassbandFigures passband = JudgePassband(problem, best);
   const Trust trust = JudgeTrust(problem, best, LocationsOf(problem, best), 0);

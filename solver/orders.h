@@ -39,7 +39,7 @@ struct OrderTable {
 inline constexpr int kMostPolesTried = 40;
 
 /// Fits the problem of a record with `fewest` to `most` poles, at least as many as it has zeros,
-/// each time from the points alone. Of every number the split into single poles and pairs that fits
+/// each time from the points. Of every number the split into single poles and pairs that fits
 /// best. `found` is told of each as it is found.
 OrderTable TryOrders(const ResponseRecord& record, int fewest, int most,
                      const std::function<bool()>& isStopRequested,

@@ -98,7 +98,7 @@ void OrdersDialog::Build() {
   auto* range = new QHBoxLayout;
   range->addWidget(label);
   range->addWidget(most_);
-  range->addWidget(new QLabel(tr("poles, each fitted from the points alone")));
+  range->addWidget(new QLabel(tr("poles, each fitted from the points")));
   range->addStretch();
   auto* both = new QHBoxLayout;
   both->addWidget(table_);
