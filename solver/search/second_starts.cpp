@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <iterator>
 #include <numbers>
 
 namespace polefit {
@@ -52,12 +51,6 @@ VectorXd SecondStarts::Next(const VectorXd& best, StartKind& kind) {
   VectorXd parameters = best;
   switch (count_++ % 3) {
     case 0:
-      // A shape again would be the same start again, and no witness of its own.
-      if (round >= std::ssize(kShapes)) {
-        kind = StartKind::random;
-        Scatter(parameters, round % 2 == 0);
-        break;
-      }
       kind = StartKind::standard;
       PlaceStandard(parameters, round);
       break;
@@ -74,7 +67,7 @@ VectorXd SecondStarts::Next(const VectorXd& best, StartKind& kind) {
 
 void SecondStarts::PlaceStandard(VectorXd& parameters, int number) const {
   constexpr double kQuarter = std::numbers::pi / 2;
-  const Shape& shape = kShapes.at(static_cast<std::size_t>(number));
+  const Shape& shape = kShapes[static_cast<std::size_t>(number) % kShapes.size()];
   const int pairs = CountOf(problem_.constellation, FactorKind::polePair);
   int pair = 0;
   int single = 0;

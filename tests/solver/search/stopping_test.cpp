@@ -2,12 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
-#include <vector>
-
 #include "solver/example_problem.h"
 #include "solver/search/endings.h"
-#include "solver/search/second_starts.h"
 #include "solver/search/structure.h"
 
 namespace polefit::testing {
@@ -65,21 +61,6 @@ TEST(Stopping, CountsWitnessesAndOptima) {
   EXPECT_EQ(summary.agreeing, 1);
   EXPECT_FALSE(summary.optima[2].isConverged);
   EXPECT_TRUE(summary.optima[0].isConverged);
-}
-
-TEST(SecondStarts, AreNoneTwice) {
-  const Problem problem = GoodProblem(ExampleRecord("Ex-Delay.101"));
-  SecondStarts further(problem);
-  std::set<std::vector<double>> points;
-  int standard = 0;
-  for (int i = 0; i < 60; ++i) {
-    StartKind kind = StartKind::typed;
-    const Eigen::VectorXd point = further.Next(problem.typedParameters, kind);
-    points.insert({point.begin(), point.end()});
-    if (kind == StartKind::standard) ++standard;
-  }
-  EXPECT_EQ(points.size(), 60U);
-  EXPECT_EQ(standard, 8);
 }
 
 TEST(Endings, JudgeTheErrorByTheUnitsOfThePoints) {
