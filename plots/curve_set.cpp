@@ -60,6 +60,7 @@ void CurveSet::SetResult(const ResponseRecord& record, const std::string& time) 
   resultRecord_ = record;
   resultTime_ = time;
   result_ = CurvesOf(record, CurveRole::result, "result " + time, findings);
+  preview_.reset();
 }
 
 void CurveSet::SetOthers(const std::vector<NamedAnswers>& others) {

@@ -33,7 +33,7 @@ class CurveSet {
   bool SetPreview(Preview preview);
   void DropPreview() { preview_.reset(); }
 
-  /// A preview takes the place of the result; the result of another problem is not shown.
+  /// A preview takes the place of an older result; the result of another problem is not shown.
   ShownCurves Shown();
   PaneState State() const { return state_; }
   /// The state for the pane: "result 19:40, form changed since".

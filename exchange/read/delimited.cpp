@@ -210,7 +210,7 @@ std::string WhyNoRows(const Lines& lines) {
   if (HasThousandsMarks(lines)) {
     return "no rows of numbers: marks between thousands (1,234.5) are not taken";
   }
-  return "no rows of at least two numbers";
+  return "fewer than two rows of at least two numbers";
 }
 
 /// "sep=;" on the first line is how a spreadsheet tells itself the separator.

@@ -96,7 +96,12 @@ void LiveCurves::Update() {
   if (!isSeen_) return;
   ReadForm();
   ShowAll();
-  if (wantsPreview_ && worker_ && curves_.Typed() != nullptr) worker_->Request(curves_.Record());
+  if (curves_.State() != PaneState::result) RequestPreview();
+}
+
+void LiveCurves::RequestPreview() {
+  if (!isSeen_ || !wantsPreview_ || !worker_ || curves_.Typed() == nullptr) return;
+  worker_->Request(curves_.Record());
 }
 
 void LiveCurves::ShowAll() {
@@ -111,6 +116,7 @@ void LiveCurves::ShowAll() {
 }
 
 void LiveCurves::ShowResult(const ResponseRecord& record, const QString& time) {
+  if (worker_) worker_->Cancel();
   curves_.SetResult(record, time.toStdString());
   timer_.start(0);
 }
@@ -136,6 +142,7 @@ void LiveCurves::SetPreview(bool isWanted) {
     });
   }
   Update();
+  if (curves_.State() == PaneState::result) RequestPreview();
 }
 
 /// It may come when the answers have changed again: then it is not shown.

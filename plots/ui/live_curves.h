@@ -56,6 +56,7 @@ class LiveCurves final : public QObject {
   void WatchPane();
   void ReadForm();
   void ShowAll();
+  void RequestPreview();
   void TakePreviewed(Preview preview);
   void PutAsStep(const ResponseRecord& record, const QString& step);
   void ReplaceStart();

@@ -26,7 +26,7 @@ QVector<double> LogarithmicTicker::createTickVector(double step, const QCPRange&
   constexpr int kFew = 3;
   constexpr int kMostSubTicks = 40;
   subTicks_.clear();
-  const QVector<double> fine = MultiplesOfPowers({1, 2, 5}, range);
+  QVector<double> fine = MultiplesOfPowers({1, 2, 5}, range);
   if (fine.size() < kFew) return QCPAxisTicker::createTickVector(step, range);
   if (fine.size() <= tickCount() + 1) return fine;
   const QVector<double> between = MultiplesOfPowers({2, 3, 4, 5, 6, 7, 8, 9}, range);

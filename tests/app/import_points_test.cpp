@@ -148,7 +148,7 @@ TEST_F(ImportPointsTest, WhatIsGivenUpOrCannotBeReadChangesNothing) {
   ImportPoints(program_, {host_.Path("data/gone")}, no);
   ImportPoints(program_, {host_.Path("data/x.csv"), host_.Path("data")}, no);
   EXPECT_THAT(host_.TakeTranscript().front(),
-              HasSubstr("No points of '@/data/words.txt' can be taken: no rows of at least two"));
+              HasSubstr("No points of '@/data/words.txt' can be taken: fewer than two rows of"));
   form_.SetText("Gain", "2");
   host_.ReplyToBox(Reply::cancel);
   ImportPoints(program_, {host_.Path("data/x.csv")}, Take());

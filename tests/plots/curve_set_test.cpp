@@ -118,7 +118,9 @@ TEST(CurveSet, TakesAPreviewOfWhatIsTypedOnly) {
   set.SetResult(record, "19:40");
   const Preview preview = MakePreview(record, [] { return false; });
   EXPECT_TRUE(set.SetPreview(preview));
-  EXPECT_EQ(Shown(set), "typed preview ") << "in the place of the result";
+  EXPECT_EQ(Shown(set), "typed preview ") << "in the place of the older result";
+  set.SetResult(record, "19:40");
+  EXPECT_EQ(Shown(set), "typed result 19:40 ");
   set.Read(ExampleRecord("Ex-Zpair.1", "5=11"));
   EXPECT_EQ(Shown(set), "typed result 19:40* ");
   EXPECT_FALSE(set.SetPreview(preview)) << "it came late";

@@ -122,11 +122,11 @@ TEST_F(ImportCommandTest, WhatCannotBeTakenIsSaidAndLeavesTheOutputAsItWas) {
   ASSERT_EQ(::mkfifo("pipe", 0600), 0);
   const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
       {{"unsure.csv", "out"}, 1, "--values linear, db, db10, ri or ma"},
-      {{"words.txt", "out"}, 1, "no rows of at least two numbers"},
+      {{"words.txt", "out"}, 1, "fewer than two rows of at least two numbers"},
       {{"good.csv", "out", "--yout", "S21"}, 1, "no column 'S21'; the columns are: 1 'MHz', 2"},
       {{"good.csv", "out", "--parameter", "S21"}, 1, "there is no S21"},
       {{"good.csv", "out", "--delay-from-phase"}, 1, "--angle"},
-      {{"good.csv", "out", "--delay-from", "words.txt"}, 1, "delay: no rows"},
+      {{"good.csv", "out", "--delay-from", "words.txt"}, 1, "delay: fewer than two rows"},
       {{"good.csv", "out", "--from", "2.5"}, 1, "only 1 row is left"},
       {{"pipe", "out"}, 2, "cannot read 'pipe': "},
       {{"gone", "out"}, 3, "cannot read 'gone'"},

@@ -178,6 +178,18 @@ TEST_F(CurvesDockTest, ShowsAPreviewTakesItAndClosesWhileOneRuns) {
   dock.Live().Update();  // and away while it is being solved
 }
 
+TEST_F(CurvesDockTest, ShowsAFreshResultRatherThanAPreview) {
+  QSignalSpy shown(&dock.Live(), &LiveCurves::previewShown);
+  Find<QAction>("mnuFitPreview").setChecked(true);
+  ASSERT_TRUE(shown.wait(20000));
+  dock.Live().ShowResult(ExampleRecord("Ex-Delay.101", "8=.23 .3 .34; 9=.95 .67 .3"), "19:40");
+  QTRY_COMPARE(State(), QString("result 19:40"));
+  EXPECT_FALSE(shown.wait(300));
+  form.SetText("freqNorm", "11");
+  ASSERT_TRUE(shown.wait(20000));
+  EXPECT_EQ(State(), "preview") << "in the place of the pale result";
+}
+
 TEST_F(CurvesDockTest, KeepsTheGivenMenusInTheirOrder) {
   QStringList captions;
   for (const QAction* action : form.menuBar()->actions()) captions << action->text();
