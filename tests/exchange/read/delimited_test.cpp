@@ -106,9 +106,9 @@ TEST(DelimitedTest, OfSeveralSweepsOneIsTaken) {
 
 TEST(DelimitedTest, WhatIsNoTableSaysWhy) {
   const std::pair<std::string, const char*> files[] = {
-      {"", "no rows"},
-      {"only words\n", "no rows"},
-      {"1,2\n", "no rows"},
+      {"", "fewer than two rows"},
+      {"only words\n", "fewer than two rows"},
+      {"1,2\n", "fewer than two rows"},
       {std::string("1,2\n\0\x01\n", 7), "no text"},
       {"Hz;dB\n1,500,000;-2\n3,000,000;-3\n", "thousands"},
       {"Hz;dB\n1.500.000,5;-2\n3.000.000,5;-3\n", "thousands"},
@@ -127,7 +127,8 @@ TEST(DelimitedTest, ChoicesGoBeforeWhatIsFoundOut) {
   EXPECT_EQ(found.layout, (Layout{';', ','}));
   EXPECT_EQ(found.headingLine, 2);
   EXPECT_EQ(Shown(ReadDelimited(text, {{0, 0}, 1})), "[unit 1,5][7]\n3: 1,5 2,5\n4: 2,5 3,5");
-  EXPECT_THAT(Shown(ReadDelimited("1\t2.5\n2\t3.5\n", {{'\t', ','}, 0})), HasSubstr("no rows"));
+  EXPECT_THAT(Shown(ReadDelimited("1\t2.5\n2\t3.5\n", {{'\t', ','}, 0})),
+              HasSubstr("fewer than two rows"));
 }
 
 }  // namespace
