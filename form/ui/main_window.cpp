@@ -8,7 +8,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "form/changes.h"
@@ -28,6 +27,7 @@
 #include "widgets/one_line.h"
 #include "widgets/status_line.h"
 #include "widgets/window_size.h"
+#include "widgets/wrapped_tabs.h"
 
 namespace polefit {
 
@@ -55,7 +55,7 @@ QString StepNameOf(const QWidget* box) {
 
 MainWindow::MainWindow(Guard guard)
     : guard_(std::move(guard)),
-      tabs_(new QTabWidget),
+      tabs_(new WrappedTabs),
       tables_([this](const std::function<void(Program&)>& action) { Run(action); }),
       focus_(new FormFocus(*this)),
       notices_(new NoticeBar([this](const auto& action) { Decide(action); },

@@ -2,8 +2,6 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QTabBar>
-#include <QTabWidget>
 #include <QTimer>
 #include <algorithm>
 #include <utility>
@@ -26,15 +24,6 @@ int LeastTabs(const MainWindow& form) {
   constexpr int kLeastTabs = 560;
   constexpr int kHeights = 35;  // of the font
   return std::max(kLeastTabs, kHeights * form.fontMetrics().height());
-}
-
-/// The pane's share of the window, but all captions of the tabs are seen where there is room, and
-/// legends too.
-int FirstWidth(const MainWindow& form) {
-  constexpr int kHeights = 20;  // of the font
-  const int besideTabs = form.width() - form.findChild<QTabWidget*>()->tabBar()->sizeHint().width();
-  return std::min(form.width() * kFirstShare / 100,
-                  std::max(besideTabs, kHeights * form.fontMetrics().height()));
 }
 
 /// What had the focus, or what it stands in: a cell's editor is closed when it is left.
@@ -109,7 +98,7 @@ void CurvesDock::showEvent(QShowEvent* event) {
   QTimer::singleShot(0, this, [this] {
     if (wasNarrow_ || std::exchange(isPlaced_, true)) return;
     const int kept = ReadChoices(host_).width;
-    const int width = kept > 0 ? kept : FirstWidth(form_);
+    const int width = kept > 0 ? kept : form_.width() * kFirstShare / 100;
     form_.resizeDocks({this}, {std::max(kLeastWidth, width)}, Qt::Horizontal);
   });
 }
