@@ -11,7 +11,7 @@ void DiagramParts::AddPlainCurves(Diagram& diagram, const std::vector<double> Fi
                                   double factor) const {
   diagram.x = FrequencyAxis();
   for (const FitCurves* const curves : shown_) {
-    if (IsHidden(curves->name)) continue;
+    if (!IsSeen(*curves)) continue;
     Series series = {curves->name, RoleOf(curves->role), {}, {}, curves->isPale};
     for (std::size_t i = 0; i < curves->megahertz.size(); ++i) {
       if (curves->megahertz[i] < range_.from || curves->megahertz[i] > range_.to) continue;
@@ -20,6 +20,9 @@ void DiagramParts::AddPlainCurves(Diagram& diagram, const std::vector<double> Fi
     }
     diagram.series.push_back(std::move(series));
   }
+  std::vector<double> along = main_.*values;
+  for (double& value : along) value *= factor;
+  AddStopsAlong(diagram, along);
 }
 
 void DiagramParts::DrawDelay(Diagram& diagram) const {
@@ -32,33 +35,38 @@ void DiagramParts::DrawDelay(Diagram& diagram) const {
   const Unit unit = UnitOfTimes(largest);
   diagram.y.label = std::string("delay, ") + unit.name;
   AddPlainCurves(diagram, &FitCurves::delay, unit.factor);
-  const FitCurves& last = *shown_.back();
-  if (last.delayPoints.frequency.empty()) {
+  if (main_.delayPoints.frequency.empty()) {
     diagram.sentence = "group delay of H, " + CountSentence();
   } else {
     for (Series& series : diagram.series) series.name += ", H";
-    const auto add = [&](const std::string& name, SeriesRole role,
-                         const std::vector<double>& values) {
-      Series series = {name, role, InUnit(last.delayPoints.frequency), values};
-      for (double& value : series.y) value *= unit.factor;
-      diagram.series.push_back(std::move(series));
-    };
-    const auto& total = last.delayPoints.total;
-    const auto [least, most] = std::minmax_element(total.begin(), total.end());
-    const std::string ripple = "ripple " + TimeText(*most - *least);
-    const std::string level = "T0 " + TimeText(last.h->DelayConstant());
-    add("TX", SeriesRole::input, last.delayPoints.tx);
-    add("total, " + ripple, SeriesRole::wanted, total);
-    const double constant = last.h->DelayConstant() * unit.factor;
-    diagram.series.push_back(
-        {level, SeriesRole::constant, {diagram.x.from, diagram.x.to}, {constant, constant}});
-    diagram.sentence = "group delay, " + level + ", " + ripple + " peak to peak";
-    for (std::size_t i = 0; i < total.size(); ++i) {
-      diagram.stops.push_back(
-          {last.delayPoints.frequency[i] * unit_.factor, total[i] * unit.factor, i});
-    }
+    AddTotalDelay(diagram, unit);
   }
   FitAxis(diagram.series, diagram.y);
+}
+
+/// What is to be equalised, what becomes of it, and the constant that it comes near to.
+void DiagramParts::AddTotalDelay(Diagram& diagram, const Unit& unit) const {
+  const DelayFit& rows = main_.delayPoints;
+  const auto add = [&](const std::string& name, SeriesRole role,
+                       const std::vector<double>& values) {
+    Series series = {name, role, InUnit(rows.frequency), values};
+    for (double& value : series.y) value *= unit.factor;
+    diagram.series.push_back(std::move(series));
+  };
+  const auto [least, most] = std::ranges::minmax_element(rows.total);
+  const std::string ripple = "ripple " + TimeText(*most - *least);
+  const std::string level = "T0 " + TimeText(main_.h->DelayConstant());
+  add("TX", SeriesRole::input, rows.tx);
+  add("total, " + ripple, SeriesRole::wanted, rows.total);
+  const double constant = main_.h->DelayConstant() * unit.factor;
+  diagram.series.push_back(
+      {level, SeriesRole::constant, {diagram.x.from, diagram.x.to}, {constant, constant}});
+  diagram.sentence = "group delay, " + level + ", " + ripple + " peak to peak";
+  diagram.stopKind = StopKind::delayRow;
+  diagram.stops.clear();
+  for (std::size_t i = 0; i < rows.total.size(); ++i) {
+    diagram.stops.push_back({rows.frequency[i] * unit_.factor, rows.total[i] * unit.factor, i});
+  }
 }
 
 void DiagramParts::DrawPhase(Diagram& diagram) const {

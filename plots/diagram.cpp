@@ -113,13 +113,17 @@ std::string Level(double value, bool isLinear) {
   return DecibelFigure(20 * std::log10(value)) + " dB";
 }
 
+std::string RowText(std::size_t row, double megahertz) {
+  return "row " + std::to_string(row + 1) + ": " + FrequencyText(megahertz);
+}
+
 std::string PointText(std::size_t row, const ShownCurves& shown, const DiagramChoices& choices) {
   const PassbandFit& points = shown.front()->passband;
-  std::string text = "row " + std::to_string(row + 1) + ": " +
-                     FrequencyText(points.frequency[row]) + ", wanted " +
-                     Level(points.yout[row], choices.isLinear);
+  std::string text =
+      RowText(row, points.frequency[row]) + ", wanted " + Level(points.yout[row], choices.isLinear);
   for (const FitCurves* const curves : shown) {
-    if (curves->isPointsAlone || !HasRow(*curves, row, points.frequency[row])) continue;
+    if (curves->isPointsAlone || IsHidden(*curves, choices)) continue;
+    if (!HasRow(*curves, row, points.frequency[row])) continue;
     text += ", " + curves->name + " " + Level(curves->passband.obtained[row], choices.isLinear);
     const double error =
         choices.isLinear ? curves->passband.weighted[row] : curves->passband.decibels[row];
@@ -130,16 +134,39 @@ std::string PointText(std::size_t row, const ShownCurves& shown, const DiagramCh
   return text;
 }
 
-std::string DelayText(std::size_t row, const ShownCurves& shown) {
-  const DelayFit& points = shown.back()->delayPoints;
-  return "row " + std::to_string(row + 1) + ": " + FrequencyText(points.frequency[row]) + ", TX " +
-         TimeText(points.tx[row]) + ", H " + TimeText(points.own[row]) + ", total " +
-         TimeText(points.total[row]) + ", error " + TimeText(points.error[row]);
+std::string DelayText(std::size_t row, const ShownCurves& shown, const DiagramChoices& choices) {
+  const FitCurves& main = MainCurves(shown, choices);
+  const DelayFit& points = main.delayPoints;
+  const std::string whose = shown.size() == 1 ? "" : main.name + ", ";
+  return RowText(row, points.frequency[row]) + ", TX " + TimeText(points.tx[row]) + ", " + whose +
+         "H " + TimeText(points.own[row]) + ", total " + TimeText(points.total[row]) + ", error " +
+         TimeText(points.error[row]);
 }
 
-std::string CurveText(const Diagram& diagram, std::size_t stop) {
-  const Stop& at = diagram.stops[stop];
-  return Figure(at.x, 5) + " on the axis, " + Figure(at.y, 5) + " " + diagram.y.label;
+std::string CurveValue(DiagramKind kind, const FitCurves& curves, double megahertz, bool isLinear) {
+  switch (kind) {
+    case DiagramKind::delay:
+      return TimeText(curves.h->GroupDelays({megahertz})[0]);
+    case DiagramKind::phase:
+      return Figure(curves.h->Phases({megahertz})[0], 5) + " degrees";
+    default:
+      return Level(curves.h->Magnitudes({megahertz})[0], isLinear);
+  }
+}
+
+/// What H has at a row, or at a step along the curve where there are no rows.
+std::string CurveText(const Diagram& diagram, std::size_t index, const ShownCurves& shown,
+                      const DiagramChoices& choices) {
+  const bool isRow = diagram.stopKind == StopKind::passbandRow;
+  const double megahertz = isRow ? shown.front()->passband.frequency[index]
+                                 : MainCurves(shown, choices).megahertz[index];
+  std::string text = isRow ? RowText(index, megahertz) : FrequencyText(megahertz);
+  for (const FitCurves* const curves : shown) {
+    if (IsHidden(*curves, choices)) continue;
+    text +=
+        ", " + curves->name + " " + CurveValue(diagram.kind, *curves, megahertz, choices.isLinear);
+  }
+  return text;
 }
 
 }  // namespace
@@ -176,19 +203,14 @@ std::string StopText(const Diagram& diagram, std::size_t stop, const ShownCurves
                      const DiagramChoices& choices) {
   if (stop >= diagram.stops.size() || shown.empty()) return {};
   const std::size_t index = diagram.stops[stop].index;
-  switch (diagram.kind) {
-    case DiagramKind::magnitude:
-    case DiagramKind::error:
-      return shown.front()->passband.frequency.empty() ? CurveText(diagram, stop)
-                                                       : PointText(index, shown, choices);
-    case DiagramKind::poles:
-      return TextAmongCurves(diagram.stops[stop], shown);
-    case DiagramKind::delay:
-      if (!shown.back()->delayPoints.frequency.empty()) return DelayText(index, shown);
-      return CurveText(diagram, stop);
-    default:
-      return CurveText(diagram, stop);
-  }
+  if (diagram.kind == DiagramKind::step) return StepText(diagram, index, shown);
+  if (diagram.stopKind == StopKind::location) return TextAmongCurves(diagram.stops[stop], shown);
+  if (diagram.stopKind == StopKind::delayRow) return DelayText(index, shown, choices);
+  const bool isWanted =
+      diagram.kind == DiagramKind::magnitude || diagram.kind == DiagramKind::error;
+  return isWanted && diagram.stopKind == StopKind::passbandRow
+             ? PointText(index, shown, choices)
+             : CurveText(diagram, index, shown, choices);
 }
 
 }  // namespace polefit

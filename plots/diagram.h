@@ -52,11 +52,19 @@ struct Axis {
   bool isLogarithmic = false;
 };
 
+/// What the stops of a diagram stand for.
+enum class StopKind {
+  passbandRow,
+  delayRow,
+  location,
+  sample  ///< a step along the curve of H
+};
+
 /// A place that the keys step to and the mouse finds, and what it stands for.
 struct Stop {
   double x = 0;
   double y = 0;
-  /// The row of the points from 0, or the location.
+  /// The row of the points, the location or the step along the curve, from 0.
   std::size_t index = 0;
   std::size_t curve = 0;  ///< whose location it is, among the shown ones
 };
@@ -91,6 +99,7 @@ struct Diagram {
   std::vector<double> horizontals;
   std::vector<Frame> frames;
   std::vector<Ellipse> ellipses;
+  StopKind stopKind = StopKind::sample;
   std::vector<Stop> stops;  ///< ascending in x, but in the order of the locations among the poles
   std::string note;         ///< stands in the diagram: why something is not drawn, the worst row
   std::string sentence;     ///< all in one sentence, for those who do not see it
@@ -110,8 +119,8 @@ using ShownCurves = std::vector<const FitCurves*>;
 /// One diagram of the curves; of none it is empty.
 Diagram MakeDiagram(DiagramKind kind, const ShownCurves& shown, const DiagramChoices& choices);
 
-/// "row 12: 5.5 MHz, wanted -5.85 dB, typed -5.83 dB, error 0.02 dB", or "pair 2: -0.293 + j0.625,
-/// 13.8 MHz, Q 1.18".
+/// "row 12: 5.5 MHz, wanted -5.85 dB, typed -5.83 dB, error 0.02 dB", "75 ns, typed 0.93" or
+/// "pair 2: -0.293 + j0.625, 13.8 MHz, Q 1.18"; of the curves that are not hidden.
 std::string StopText(const Diagram& diagram, std::size_t stop, const ShownCurves& shown,
                      const DiagramChoices& choices);
 

@@ -85,15 +85,25 @@ void FitAxis(const std::vector<Series>& series, Axis& axis) {
   axis.to = most + room;
 }
 
+bool IsHidden(const FitCurves& curves, const DiagramChoices& choices) {
+  return std::ranges::find(choices.hidden, curves.name) != choices.hidden.end();
+}
+
+const FitCurves& MainCurves(const ShownCurves& shown, const DiagramChoices& choices) {
+  const FitCurves* main = nullptr;
+  for (const FitCurves* const curves : shown) {
+    if (IsHidden(*curves, choices)) continue;
+    if (main == nullptr || curves->role <= CurveRole::result) main = curves;
+  }
+  return main == nullptr ? *shown.front() : *main;
+}
+
 DiagramParts::DiagramParts(const ShownCurves& shown, const DiagramChoices& choices)
     : shown_(shown),
       choices_(choices),
+      main_(MainCurves(shown, choices)),
       range_(RangeOf(*shown.front()->h, choices.showsPlainMagnitude)),
       unit_(UnitOfFrequencies(range_.to)) {}
-
-bool DiagramParts::IsHidden(const std::string& name) const {
-  return std::find(choices_.hidden.begin(), choices_.hidden.end(), name) != choices_.hidden.end();
-}
 
 Axis DiagramParts::FrequencyAxis() const {
   Axis axis = {std::string("frequency, ") + unit_.name, range_.from * unit_.factor,
@@ -132,9 +142,31 @@ std::vector<double> DiagramParts::Levels(std::vector<double> values) const {
   return values;
 }
 
+/// A stop a row, on the main curve, or one at each of its steps where there are no rows. `values`
+/// belong to the curve's frequencies and have the unit of the axis.
+void DiagramParts::AddStopsAlong(Diagram& diagram, const std::vector<double>& values) const {
+  const std::vector<double>& at = main_.megahertz;
+  const auto add = [&](double megahertz, double value, std::size_t index) {
+    if (std::isfinite(value)) diagram.stops.push_back({megahertz * unit_.factor, value, index});
+  };
+  diagram.stopKind = HasPoints() ? StopKind::passbandRow : StopKind::sample;
+  if (!HasPoints()) {
+    for (std::size_t i = 0; i < at.size(); ++i) add(at[i], values[i], i);
+    return;
+  }
+  const std::vector<double>& rows = shown_.front()->passband.frequency;
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    const auto behind = std::clamp<std::ptrdiff_t>(
+        std::ranges::upper_bound(at, rows[row]) - at.begin(), 1, std::ssize(at) - 1);
+    const auto i = static_cast<std::size_t>(behind);
+    add(rows[row],
+        std::lerp(values[i - 1], values[i], (rows[row] - at[i - 1]) / (at[i] - at[i - 1])), row);
+  }
+}
+
 std::string DiagramParts::CountSentence() const {
-  const int poles = shown_.back()->h->PoleCount();
-  const int zeros = shown_.back()->h->ZeroCount();
+  const int poles = main_.h->PoleCount();
+  const int zeros = main_.h->ZeroCount();
   return std::to_string(poles) + (poles == 1 ? " pole, " : " poles, ") + std::to_string(zeros) +
          (zeros == 1 ? " zero" : " zeros");
 }

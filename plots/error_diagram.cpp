@@ -15,17 +15,15 @@ void DiagramParts::DrawErrors(Diagram& diagram) const {
   diagram.horizontals.push_back(0);
   diagram.hasFigures = HasPoints();
   for (const FitCurves* const curves : shown_) {
-    if (IsHidden(curves->name)) continue;
+    if (!IsSeen(*curves)) continue;
     diagram.series.push_back(
         {"", RoleOf(curves->role), InUnit(curves->passband.frequency), ErrorsOf(*curves)});
     diagram.series.back().isPale = curves->isPale;
   }
-  const auto told = std::find_if(shown_.rbegin(), shown_.rend(), [this](const FitCurves* curves) {
-    return !IsHidden(curves->name);
-  });
-  const FitCurves& last = told == shown_.rend() ? *shown_.back() : **told;
-  const WorstRow worst = WorstOf(ErrorsOf(last), last.passband.frequency);
-  if (worst.row > 0) {
+  const std::vector<double>& errors = ErrorsOf(main_);
+  const std::vector<double>& megahertz = main_.passband.frequency;
+  const WorstRow worst = WorstOf(errors, megahertz);
+  if (worst.row > 0 && IsSeen(main_)) {
     diagram.series.push_back(
         {"", SeriesRole::worst, {worst.megahertz * unit_.factor}, {worst.value}});
     diagram.note = (choices_.isLinear ? Figure(std::abs(worst.value), 3)
@@ -34,18 +32,18 @@ void DiagramParts::DrawErrors(Diagram& diagram) const {
   }
   diagram.sentence = diagram.note.empty() ? "no error" : "worst error " + diagram.note;
   // What the note tells of sets the scale: start values are often a hundred times worse.
-  FitAxis({{"", RoleOf(last.role), InUnit(last.passband.frequency), ErrorsOf(last)}}, diagram.y);
+  FitAxis({{"", RoleOf(main_.role), InUnit(megahertz), errors}}, diagram.y);
   // Room for the mark of the worst row.
   constexpr double kRoom = 1.15;
   const double size = kRoom * std::max(std::abs(diagram.y.from), std::abs(diagram.y.to));
   diagram.y.from = -size;
   diagram.y.to = size;
-  const std::vector<double>& errors = ErrorsOf(last);
+  diagram.stopKind = StopKind::passbandRow;
   for (std::size_t i = 0; i < errors.size(); ++i) {
     // A result may have had other rows than the table has now.
-    if (!HasRow(*shown_.front(), i, last.passband.frequency[i])) continue;
+    if (!HasRow(*shown_.front(), i, megahertz[i])) continue;
     diagram.stops.push_back(
-        {last.passband.frequency[i] * unit_.factor, std::isnan(errors[i]) ? 0 : errors[i], i});
+        {megahertz[i] * unit_.factor, std::isnan(errors[i]) ? 0 : errors[i], i});
   }
 }
 

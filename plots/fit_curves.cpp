@@ -19,7 +19,10 @@ constexpr double kBends[] = {0, .15, .3, .5, .75, 1, 1.5, 2, 3};
 void AddSteps(const FrequencyRange& range, std::vector<double>& megahertz) {
   const double span = range.to - range.from;
   for (int i = 0; i <= kSteps; ++i) megahertz.push_back(range.from + span * i / kSteps);
-  // Low frequencies for a logarithmic axis.
+}
+
+/// For a logarithmic axis.
+void AddLowSteps(const FrequencyRange& range, std::vector<double>& megahertz) {
   const double low = range.from > 0 ? range.from : range.to / 1000;
   for (int i = 0; i <= kSteps / 4; ++i) {
     megahertz.push_back(low * std::pow(range.to / low, 4.0 * i / kSteps));
@@ -39,9 +42,13 @@ void AddBends(const TransferFunction& h, const FrequencyRange& range,
   }
 }
 
-std::vector<double> CurveFrequencies(const TransferFunction& h, const FrequencyRange& range) {
+/// As fine where the points are as it is on to the sidelobes.
+std::vector<double> CurveFrequencies(const TransferFunction& h) {
+  const FrequencyRange range = RangeOf(h, true);
   std::vector<double> megahertz;
+  AddSteps(RangeOf(h, false), megahertz);
   AddSteps(range, megahertz);
+  AddLowSteps(range, megahertz);
   AddBends(h, range, megahertz);
   std::sort(megahertz.begin(), megahertz.end());
   megahertz.erase(std::unique(megahertz.begin(), megahertz.end()), megahertz.end());
@@ -73,7 +80,7 @@ std::vector<std::size_t> WordsOf(const ResponseRecord& record,
 void FindPeaks(FitCurves& curves) {
   const TransferFunction& h = *curves.h;
   for (const Peak& peak : FindSidelobes(h.GetProblem(), h.Parameters())) {
-    if (!std::isfinite(peak.level)) continue;
+    if (!std::isfinite(peak.level) || peak.isEnd) continue;
     curves.sidelobes.push_back({peak.frequency * h.FreqNorm(), h.Gain() * std::exp(peak.level)});
   }
 }
@@ -81,7 +88,7 @@ void FindPeaks(FitCurves& curves) {
 void Fill(FitCurves& curves) {
   constexpr std::size_t kStepPoints = 401;
   const TransferFunction& h = *curves.h;
-  curves.megahertz = CurveFrequencies(h, RangeOf(h, true));
+  curves.megahertz = CurveFrequencies(h);
   curves.magnitude = h.Magnitudes(curves.megahertz);
   curves.obtained = h.Obtained(curves.megahertz);
   curves.delay = h.GroupDelays(curves.megahertz);

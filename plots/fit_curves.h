@@ -47,7 +47,8 @@ struct FitCurves {
   std::vector<SidelobePeak> sidelobes;
   StepResponse step;
 
-  /// Even and logarithmic steps over `from` to `to`, denser where |H| bends; MHz, ascending.
+  /// Even steps over the points and on to the sidelobes, logarithmic ones, and more where |H|
+  /// bends; MHz, ascending.
   std::vector<double> megahertz;
   std::vector<double> magnitude;
   std::vector<double> obtained;  ///< Yin |H|, NaN outside of the points

@@ -70,12 +70,15 @@ void DiagramParts::DrawPoles(Diagram& diagram) const {
   diagram.hasEqualScales = true;
   diagram.x.label = "real part, normalised";
   diagram.y.label = "imaginary part";
+  diagram.stopKind = StopKind::location;
   for (const FitCurves* const curves : shown_) {
-    if (curves == shown_.back() || IsHidden(curves->name)) continue;
+    if (curves == &main_ || !IsSeen(*curves)) continue;
     AddLocations(*curves, SeriesRole::ghostPoles, SeriesRole::ghostZeros, diagram);
   }
-  AddLocations(*shown_.back(), SeriesRole::poles, SeriesRole::zeros, diagram);
-  AddEllipses(*shown_.back(), diagram);
+  if (IsSeen(main_)) {
+    AddLocations(main_, SeriesRole::poles, SeriesRole::zeros, diagram);
+    AddEllipses(main_, diagram);
+  }
   FindAxes(diagram);
   diagram.verticals.push_back(0);
   const double largest = first.h->LargestLocation();
@@ -83,6 +86,7 @@ void DiagramParts::DrawPoles(Diagram& diagram) const {
                     {-first.h->LowestLocation(), first.h->LowestLocation(), 0, largest}};
   // The typed ones first: they are what can be moved.
   for (std::size_t curve = 0; curve < shown_.size(); ++curve) {
+    if (!IsSeen(*shown_[curve])) continue;
     const std::vector<Location>& locations = shown_[curve]->locations;
     for (std::size_t i = 0; i < locations.size(); ++i) {
       diagram.stops.push_back({locations[i].real, locations[i].imaginary, i, curve});

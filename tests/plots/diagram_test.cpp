@@ -16,6 +16,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::StartsWith;
 
 FitCurves Curves(const ResponseRecord& record) {
@@ -75,6 +76,111 @@ TEST(MagnitudeDiagram, ShowsWantedAndObtainedInDecibels) {
   EXPECT_EQ(logarithmic.stops.front().index, 1U) << "no key leads to f = 0";
   EXPECT_THAT(logarithmic.sentence, HasSubstr("f = 0 has no place"));
   EXPECT_THAT(SeriesOf(logarithmic, SeriesRole::typed).x, IsEmpty());
+}
+
+TEST(MagnitudeDiagram, HasItsStepsWhereThePointsAre) {
+  ResponseRecord record = ExampleRecord("Ex-Zpair.1", "5=100");
+  for (int row = 1; row <= 21; ++row) record.passband.At(row, 1) = std::to_string(95 + .5 * row);
+  const FitCurves curves = Curves(record);
+  EXPECT_GE(std::ranges::count_if(curves.obtained, [](double y) { return !std::isnan(y); }), 400)
+      << "not over all frequencies up to the sidelobes";
+}
+
+TEST(MagnitudeDiagram, MarksSidelobesOnTheCurveThatIsDrawn) {
+  ResponseRecord record = ExampleRecord("Ex-Yzero.102");
+  const FitCurves inside = Curves(record);
+  DiagramChoices choices;
+  EXPECT_THAT(
+      SeriesOf(MakeDiagram(DiagramKind::magnitude, {&inside}, choices), SeriesRole::sidelobe).x,
+      IsEmpty())
+      << "the points end below them";
+  record.passband.At(21, 1) = "12";
+  record.passband.At(21, 2) = ".5";
+  const FitCurves curves = Curves(record);
+  ASSERT_FALSE(curves.sidelobes.empty());
+  const SidelobePeak& peak = curves.sidelobes[0];
+  for (const bool isPlain : {false, true}) {
+    choices.showsPlainMagnitude = isPlain;
+    const Diagram diagram = MakeDiagram(DiagramKind::magnitude, {&curves}, choices);
+    const Series& marks = SeriesOf(diagram, SeriesRole::sidelobe);
+    ASSERT_FALSE(marks.x.empty());
+    EXPECT_EQ(marks.x[0], peak.megahertz);
+    const double input = isPlain ? 1 : curves.h->Inputs({peak.megahertz})[0];
+    EXPECT_NEAR(marks.y[0], 20 * std::log10(input * peak.magnitude), 1e-9);
+  }
+}
+
+TEST(Diagrams, AreReadOutAtEachStop) {
+  FitCurves typed = Curves(ExampleRecord("Ex-Zpair.1"));
+  FitCurves result = Curves(ExampleRecord("Ex-Zpair.1", "8=.5 .5 .4 .35"));
+  result.name = "result";
+  ResponseRecord none = ExampleRecord("Ex-Zpair.1");
+  none.nFreqPoints = 0;
+  const FitCurves alone = Curves(none);
+  const auto figure = [](double value, int digits) { return Figure(value, digits); };
+  struct Case {
+    DiagramKind kind;
+    ShownCurves shown;
+    std::size_t stop;
+    std::string text;
+  };
+  const double at = alone.megahertz[40];
+  const std::vector<double> twelfth = {5.5};
+  const StepResponse& step = typed.step;
+  const Case cases[] = {
+      {DiagramKind::phase,
+       {&typed, &result},
+       11,
+       "row 12: 5.5 MHz, typed " + figure(typed.h->Phases(twelfth)[0], 5) + " degrees, result " +
+           figure(result.h->Phases(twelfth)[0], 5) + " degrees"},
+      {DiagramKind::delay,
+       {&typed},
+       11,
+       "row 12: 5.5 MHz, typed " + TimeText(typed.h->GroupDelays(twelfth)[0])},
+      {DiagramKind::step,
+       {&typed},
+       50,
+       TimeText(step.nanoseconds[50]) + ", typed " + figure(step.values[50], 4)},
+      {DiagramKind::magnitude,
+       {&alone},
+       40,
+       FrequencyText(at) + ", typed " + DecibelFigure(20 * std::log10(alone.magnitude[40])) +
+           " dB"}};
+  for (const Case& each : cases) {
+    const Diagram diagram = MakeDiagram(each.kind, each.shown, {});
+    ASSERT_LT(each.stop, diagram.stops.size()) << each.text;
+    EXPECT_EQ(StopText(diagram, each.stop, each.shown, {}), each.text);
+    const auto line = std::ranges::find(diagram.series, each.shown.back()->name, &Series::name);
+    if (line == diagram.series.end()) continue;
+    EXPECT_LE(diagram.stops[each.stop].y, std::ranges::max(line->y)) << "the ring is on the curve";
+    EXPECT_GE(diagram.stops[each.stop].y, std::ranges::min(line->y));
+  }
+}
+
+TEST(Diagrams, TellOfTheCurvesThatAreSeen) {
+  const FitCurves typed = Curves(ExampleRecord("Ex-Delay.101"));
+  FitCurves result = Curves(ExampleRecord("Ex-Delay.101", "8=.23 .3 .34; 9=.95 .67 .3"));
+  result.role = CurveRole::result;
+  result.name = "result 19:40";
+  FitCurves other = Curves(ExampleRecord("Ex-Delay.101", "8=.9 .9 .9"));
+  other.role = CurveRole::other;
+  other.name = "a run";
+  const ShownCurves shown = {&typed, &result, &other};
+  const auto note = [](const ShownCurves& curves) {
+    return MakeDiagram(DiagramKind::error, curves, {}).note;
+  };
+  EXPECT_EQ(note(shown), note({&result})) << "an earlier run is there to compare with";
+  DiagramChoices choices;
+  choices.hidden = {result.name};
+  const Diagram upper = MakeDiagram(DiagramKind::magnitude, shown, choices);
+  EXPECT_THAT(upper.sentence, StartsWith("wanted, typed and a run, 0 to 10 MHz, worst error 6.66"));
+  EXPECT_THAT(StopText(upper, 3, shown, choices), Not(HasSubstr("result")));
+  const Diagram poles = MakeDiagram(DiagramKind::poles, shown, choices);
+  EXPECT_EQ(SeriesOf(poles, SeriesRole::poles).x,
+            SeriesOf(MakeDiagram(DiagramKind::poles, {&typed}, {}), SeriesRole::poles).x);
+  for (const Stop& stop : poles.stops) EXPECT_NE(stop.curve, 1U);
+  const Diagram delay = MakeDiagram(DiagramKind::delay, shown, {});
+  EXPECT_THAT(StopText(delay, 0, shown, {}), HasSubstr("result 19:40, H "));
 }
 
 TEST(ErrorDiagram, NamesTheWorstRow) {
