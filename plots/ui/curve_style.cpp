@@ -8,12 +8,21 @@ namespace polefit {
 
 namespace {
 
-/// Half way to the ground: a curve that no longer belongs to what is typed.
+/// Up to half way to the ground, as far as it can still be seen well: a curve that no longer
+/// belongs to what is typed.
 QColor Pale(const QColor& color, const QPalette& palette) {
+  constexpr double kLeastContrast = 3;
+  constexpr int kSteps = 20;
   const QColor base = palette.color(QPalette::Base);
-  const auto mix = [](int one, int other) { return (one + other) / 2; };
-  return {mix(color.red(), base.red()), mix(color.green(), base.green()),
-          mix(color.blue(), base.blue())};
+  QColor pale = color;
+  for (int step = 1; step <= kSteps / 2; ++step) {
+    const auto mix = [step](int one, int other) { return one + (other - one) * step / kSteps; };
+    const QColor paler(mix(color.red(), base.red()), mix(color.green(), base.green()),
+                       mix(color.blue(), base.blue()));
+    if (ContrastOf(paler, base) < kLeastContrast) break;
+    pale = paler;
+  }
+  return pale;
 }
 
 }  // namespace

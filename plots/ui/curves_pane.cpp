@@ -105,11 +105,13 @@ void CurvesPane::BuildChoices(QBoxLayout* top, QBoxLayout* middle) {
   lowerGroup_->button(0)->setChecked(true);
   connect(upperGroup_, &QButtonGroup::idClicked, this, [this](int id) {
     prefersLower_ = false;
+    if (whole_ == lower_) whole_ = nullptr;
     ChooseLinear(id == 1);
     ApplyRoom();
   });
   connect(lowerGroup_, &QButtonGroup::idClicked, this, [this](int id) {
     prefersLower_ = true;
+    if (whole_ != lower_) whole_ = nullptr;
     ChooseLower(kLowerKinds[static_cast<std::size_t>(id)], true);
     ApplyRoom();
   });
@@ -162,18 +164,30 @@ void CurvesPane::Redraw() {
     errors_->Show(MakeDiagram(DiagramKind::error, shown_, choices_));
   }
   if (lower_->isVisibleTo(this)) lower_->Show(MakeDiagram(lowerKind_, shown_, choices_));
+  // One that comes in later joins the others where they are.
+  const QCPRange frequencies = upper_->xAxis->range();
+  for (DiagramView* view : {errors_, lower_}) {
+    if (view->isVisibleTo(this)) view->SetFrequencies(frequencies.lower, frequencies.upper);
+  }
+  Q_EMIT drawn();
+  for (DiagramView* view : {upper_, errors_, lower_}) {
+    if (view->hasFocus()) TellReadOut(view, view->Marked());
+  }
 }
 
 void CurvesPane::ChooseLower(DiagramKind kind, bool byUser) {
-  if (byUser) hasChosenLower_ = true;
   if (!byUser && hasChosenLower_) return;
+  const bool isFirstChoice = byUser && !std::exchange(hasChosenLower_, true);
   const auto found = std::find(kLowerKinds.begin(), kLowerKinds.end(), kind);
   if (found == kLowerKinds.end()) return;
   lowerGroup_->button(static_cast<int>(found - kLowerKinds.begin()))->setChecked(true);
-  if (lowerKind_ == kind) return;
-  lowerKind_ = kind;
-  lower_->SetLegend(kind == DiagramKind::delay);
-  Redraw();
+  if (lowerKind_ != kind) {
+    lowerKind_ = kind;
+    lower_->SetLegend(kind == DiagramKind::delay);
+    Redraw();
+  } else if (!isFirstChoice) {
+    return;
+  }
   if (byUser) Q_EMIT choicesChanged();
 }
 
@@ -203,15 +217,18 @@ void CurvesPane::FitView() {
 
 void CurvesPane::MarkLocation(std::optional<std::size_t> location) {
   if (lower_->Shown().kind != DiagramKind::poles) return;
-  lower_->Mark(location);  // the typed ones are the first stops
+  const std::vector<Stop>& stops = lower_->Shown().stops;
+  const auto at = std::ranges::find_if(
+      stops, [location](const Stop& stop) { return stop.curve == 0 && stop.index == location; });
+  lower_->Mark(at == stops.end() ? std::nullopt : std::optional<std::size_t>(at - stops.begin()));
   TellReadOut(lower_, lower_->Marked());
 }
 
 QString CurvesPane::ReadOut() const {
   for (const DiagramView* view : {upper_, errors_, lower_}) {
-    if (view->hasFocus() && view->Marked()) {
-      return ToQString(StopText(view->Shown(), *view->Marked(), shown_, choices_));
-    }
+    if (!view->hasFocus()) continue;
+    return view->Marked() ? ToQString(StopText(view->Shown(), *view->Marked(), shown_, choices_))
+                          : ToQString(view->Shown().sentence);
   }
   return ToQString(upper_->Shown().sentence);
 }
@@ -226,7 +243,9 @@ void CurvesPane::ToggleWhole(DiagramView* view) {
 void CurvesPane::ToggleCurve(const QString& legendText) {
   if (legendText.isEmpty()) return HideNext();
   for (const FitCurves* const curves : shown_) {
-    if (curves->isPointsAlone || !legendText.startsWith(ToQString(curves->name))) continue;
+    const QString name = ToQString(curves->name);
+    const bool isNamed = legendText == name || legendText.startsWith(name + ',');
+    if (curves->isPointsAlone || !isNamed) continue;
     auto& hidden = choices_.hidden;
     if (std::erase(hidden, curves->name) == 0) hidden.push_back(curves->name);
     return Redraw();
@@ -277,22 +296,23 @@ void CurvesPane::ShowFor(PaneRoom room) {
 }
 
 void CurvesPane::TellReadOut(DiagramView* view, std::optional<std::size_t> stop) {
-  Q_EMIT readOut(stop ? ToQString(StopText(view->Shown(), *stop, shown_, choices_))
-                      : ToQString(view->Shown().sentence));
+  const QString text = stop ? ToQString(StopText(view->Shown(), *stop, shown_, choices_))
+                            : ToQString(view->Shown().sentence);
+  view->SetReadOut(text);
+  Q_EMIT readOut(text);
 }
 
 void CurvesPane::TellChoice(DiagramView* view, std::size_t stop) {
   const std::size_t index = view->Shown().stops[stop].index;
-  switch (view->Shown().kind) {
-    case DiagramKind::magnitude:
-    case DiagramKind::error:
+  switch (view->Shown().stopKind) {
+    case StopKind::passbandRow:
       return pointChosen(false, index);
-    case DiagramKind::delay:
+    case StopKind::delayRow:
       return pointChosen(true, index);
-    case DiagramKind::poles:
+    case StopKind::location:
       if (view->Shown().stops[stop].curve == 0) Q_EMIT locationChosen(index);
       return;
-    default:
+    case StopKind::sample:
       return;
   }
 }

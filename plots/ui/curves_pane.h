@@ -55,6 +55,7 @@ class CurvesPane final : public QWidget {
   void dragAbandoned();
   void takeWanted();
   void choicesChanged();
+  void drawn();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

@@ -58,7 +58,7 @@ void DiagramView::Rebuild() {
     axis->setTickLabels(diagram_.hasFigures);
   }
   if (isCompact_) xAxis->setLabel({});
-  if (!isZoomed_) PlaceAxes();
+  PlaceAxes();
   updateLayout();  // names and figures may have changed the room
   FitFigures();
   for (const Frame& frame : diagram_.frames) AddFrame(frame);
@@ -250,6 +250,9 @@ void DiagramView::PlaceLegend() {
   if (!legend->visible()) return;
   constexpr int kGap = 8;
   const QRectF room = QRectF(axisRect()->rect()).adjusted(kGap, kGap, -kGap, -kGap);
+  for (int i = 0; i < plottableCount(); ++i) {
+    plottable(i)->setName(ToQString(diagram_.series[static_cast<std::size_t>(i)].name));
+  }
   QSize size = legend->minimumOuterSizeHint();
   if (size.width() > room.width()) {
     // The names alone.
@@ -273,7 +276,7 @@ void DiagramView::PlaceLegend() {
   const double share = (size.height() + 2 * kGap) / std::max(1.0, room.height());
   constexpr double kMost = .6;
   legend->setVisible(size.width() <= room.width() && (place || share < kMost));
-  if (!place && !isZoomed_ && share < kMost && !diagram_.y.isLogarithmic) {
+  if (!place && !isZoomedUp_ && share < kMost && !diagram_.y.isLogarithmic) {
     yAxis->setRange(diagram_.y.from,
                     diagram_.y.to + share / (1 - share) * (diagram_.y.to - diagram_.y.from));
     place = FreeLegendPlace(room, size, obstacles(), Qt::AlignRight | Qt::AlignTop);

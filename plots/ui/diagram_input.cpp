@@ -24,10 +24,10 @@ void DiagramView::mousePressEvent(QMouseEvent* event) {
   setFocus(Qt::MouseFocusReason);
   pressedAt_ = lastAt_ = event->position();
   pressed_ = StopNear(pressedAt_);
-  const bool isPan =
-      event->button() == Qt::MiddleButton || (event->modifiers() & Qt::ShiftModifier && !pressed_);
   const bool movesStop =
       pressed_ && diagram_.kind == DiagramKind::poles && diagram_.stops[*pressed_].curve == 0;
+  const bool isPan =
+      event->button() == Qt::MiddleButton || (event->modifiers() & Qt::ShiftModifier && !movesStop);
   if (event->button() == Qt::RightButton) return event->ignore();
   drag_ = isPan ? Drag::pan : movesStop ? Drag::stop : Drag::zoom;
 }
@@ -95,7 +95,8 @@ void DiagramView::EndZoomBox(const QPointF& at) {
   const bool isWide = box.width() >= kLeast;
   const bool isHigh = box.height() >= kLeast;
   if (!isWide && (!isHigh || diagram_.hasEqualScales)) return;
-  isZoomed_ = true;
+  isZoomedAcross_ = isZoomedAcross_ || isWide;
+  isZoomedUp_ = isZoomedUp_ || isHigh || diagram_.hasEqualScales;
   if (isWide) {
     xAxis->setRange(xAxis->pixelToCoord(box.left()), xAxis->pixelToCoord(box.right()));
   }
@@ -144,7 +145,8 @@ bool DiagramView::event(QEvent* event) {
 }
 
 void DiagramView::Zoom(double factor, const QPointF& at) {
-  isZoomed_ = true;
+  isZoomedAcross_ = true;
+  isZoomedUp_ = isZoomedUp_ || diagram_.hasEqualScales;
   xAxis->scaleRange(factor, xAxis->pixelToCoord(at.x()));
   // Frequencies are what one zooms into; the other axis keeps its place, but on the s-plane.
   if (diagram_.hasEqualScales) yAxis->scaleRange(factor, yAxis->pixelToCoord(at.y()));
@@ -153,7 +155,9 @@ void DiagramView::Zoom(double factor, const QPointF& at) {
 
 /// Moves the view by so many pixels over what it shows.
 void DiagramView::Pan(double right, double up) {
-  isZoomed_ = true;
+  const bool isEqual = diagram_.hasEqualScales;
+  isZoomedAcross_ = isZoomedAcross_ || isEqual || right != 0;
+  isZoomedUp_ = isZoomedUp_ || isEqual || up != 0;
   const QCPAxisRect& room = *axisRect();
   xAxis->setRange(xAxis->pixelToCoord(room.left() + right),
                   xAxis->pixelToCoord(room.left() + room.width() + right));
@@ -188,6 +192,14 @@ bool DiagramView::MovesStop(const QKeyEvent& event) {
   return true;
 }
 
+/// What the mouse is at, or else the whole pane.
+void DiagramView::GiveUp() {
+  zoomBox_->hide();
+  const Drag given = std::exchange(drag_, Drag::none);
+  if (given == Drag::stop) Q_EMIT dragAbandoned();
+  if (given == Drag::none) Q_EMIT normalPaneWanted();
+}
+
 void DiagramView::keyPressEvent(QKeyEvent* event) {
   if (MovesStop(*event)) return;
   const bool isPan = event->modifiers() & Qt::ControlModifier;
@@ -215,9 +227,7 @@ void DiagramView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Enter:
       return wholePaneWanted();
     case Qt::Key_Escape:
-      if (std::exchange(drag_, Drag::none) == Drag::stop) return dragAbandoned();
-      zoomBox_->hide();
-      return normalPaneWanted();
+      return GiveUp();
     case Qt::Key_Space:
       return curveClicked({});
     default:
@@ -228,7 +238,7 @@ void DiagramView::keyPressEvent(QKeyEvent* event) {
 void DiagramView::focusInEvent(QFocusEvent* event) {
   QCustomPlot::focusInEvent(event);
   ShowFocus(true);
-  if (marked_) Q_EMIT stopReached(marked_);
+  Q_EMIT stopReached(marked_);
 }
 
 void DiagramView::focusOutEvent(QFocusEvent* event) {

@@ -14,6 +14,10 @@ namespace {
 /// How near in pixels the pointer must come.
 constexpr double kReach = 12;
 
+bool HasFrequencies(DiagramKind kind) {
+  return kind != DiagramKind::poles && kind != DiagramKind::step && kind != DiagramKind::orders;
+}
+
 bool IsSame(const Axis& one, const Axis& other) {
   return one.label == other.label && one.from == other.from && one.to == other.to &&
          one.isLogarithmic == other.isLogarithmic;
@@ -32,29 +36,40 @@ DiagramView::DiagramView(QWidget* parent)
 }
 
 bool DiagramView::HasFrequencies() const {
-  return diagram_.kind != DiagramKind::poles && diagram_.kind != DiagramKind::step &&
-         diagram_.kind != DiagramKind::orders;
+  return polefit::HasFrequencies(diagram_.kind);
 }
 
 void DiagramView::Show(const Diagram& diagram) {
-  const bool keepsView = (isZoomed_ || drag_ == Drag::stop) && diagram.kind == diagram_.kind &&
-                         (drag_ == Drag::stop || IsSame(diagram.x, diagram_.x)) &&
-                         diagram.y.label == diagram_.y.label;
-  if (diagram.kind != diagram_.kind) marked_.reset();
+  const bool isSameKind = diagram.kind == diagram_.kind;
+  const bool isOfFrequencies = HasFrequencies() && polefit::HasFrequencies(diagram.kind);
+  const bool isSameAcross = (isSameKind || isOfFrequencies) && IsSame(diagram.x, diagram_.x);
+  if (!isSameAcross) isZoomedAcross_ = false;
+  const bool isSameUp = isSameKind && diagram.y.label == diagram_.y.label;
+  if (!isSameUp || (diagram.hasEqualScales && !isZoomedAcross_)) isZoomedUp_ = false;
+  if (!isSameKind) marked_.reset();
   diagram_ = diagram;
   if (marked_ && *marked_ >= diagram_.stops.size()) marked_.reset();
-  isZoomed_ = keepsView;
   Rebuild();
-  if (!keepsView && diagram_.hasEqualScales) PlaceAxes();
+  if (diagram_.hasEqualScales) PlaceAxes();
   PlaceLegend();
-  setAccessibleName(ToQString(diagram.sentence));
+  SetReadOut(ToQString(diagram.sentence));
   replot(rpQueuedReplot);
 }
 
+void DiagramView::SetReadOut(const QString& text) {
+  setAccessibleName(text);
+  setAccessibleDescription(ToQString(diagram_.sentence));
+}
+
 void DiagramView::PlaceAxes() {
-  xAxis->setRange(diagram_.x.from, diagram_.x.to);
-  yAxis->setRange(diagram_.y.from, diagram_.y.to);
-  if (!diagram_.hasEqualScales) return;
+  if (drag_ == Drag::stop) return;  // the ground stays under the hand
+  if (diagram_.hasEqualScales) return PlaceEqualAxes();
+  if (!isZoomedAcross_) xAxis->setRange(diagram_.x.from, diagram_.x.to);
+  if (!isZoomedUp_) yAxis->setRange(diagram_.y.from, diagram_.y.to);
+}
+
+void DiagramView::PlaceEqualAxes() {
+  if (isZoomedAcross_) return yAxis->setScaleRatio(xAxis, 1);
   const double width = std::max(1, axisRect()->width());
   const double height = std::max(1, axisRect()->height());
   const double perPixel = std::max((diagram_.x.to - diagram_.x.from) / width,
@@ -65,7 +80,7 @@ void DiagramView::PlaceAxes() {
 }
 
 void DiagramView::FitView() {
-  isZoomed_ = false;
+  isZoomedAcross_ = isZoomedUp_ = false;
   PlaceAxes();
   ShowNewView();
 }
@@ -73,7 +88,7 @@ void DiagramView::FitView() {
 void DiagramView::SetFrequencies(double from, double to) {
   if (!HasFrequencies()) return;
   if (xAxis->range().lower == from && xAxis->range().upper == to) return;
-  isZoomed_ = from != diagram_.x.from || to != diagram_.x.to;
+  isZoomedAcross_ = from != diagram_.x.from || to != diagram_.x.to;
   xAxis->setRange(from, to);
   PlaceLegend();
   replot(rpQueuedReplot);
@@ -145,7 +160,6 @@ void DiagramView::resizeEvent(QResizeEvent* event) {
   QCustomPlot::resizeEvent(event);
   updateLayout();
   FitFigures();
-  if (isZoomed_) return;
   PlaceAxes();
   PlaceLegend();
   replot(rpQueuedReplot);

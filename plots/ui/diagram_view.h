@@ -34,6 +34,8 @@ class DiagramView final : public QCustomPlot {
   void FitView();
   /// Takes the frequency range of another diagram over.
   void SetFrequencies(double from, double to);
+  /// Tells a screen reader of what is read out: a stop, or all.
+  void SetReadOut(const QString& text);
   void SetLegend(bool shows) { showsLegend_ = shows; }
   void SetCompact(bool compact) { isCompact_ = compact; }
   /// Leaves what belongs into a picture, until the palette changes again: no focus frame, no ring,
@@ -82,6 +84,7 @@ class DiagramView final : public QCustomPlot {
   void PlaceNote();
   void PlaceLegend();
   void PlaceAxes();
+  void PlaceEqualAxes();
   void FitFigures();
   void Zoom(double factor, const QPointF& at);
   bool Pinch(QEvent& event);
@@ -90,6 +93,7 @@ class DiagramView final : public QCustomPlot {
   QRectF DrawnBox(const QPointF& at) const;
   void EndZoomBox(const QPointF& at);
   void Step(int count);
+  void GiveUp();
   bool MovesStop(const QKeyEvent& event);
   bool HasFrequencies() const;
   QPointF Dragged(const QPointF& position, bool isFine) const;
@@ -101,7 +105,9 @@ class DiagramView final : public QCustomPlot {
   QPointF pressedAt_;
   QPointF lastAt_;
   QRubberBand* zoomBox_;
-  bool isZoomed_ = false;
+  /// By the user, the one axis or the other; with equal scales both.
+  bool isZoomedAcross_ = false;
+  bool isZoomedUp_ = false;
   bool showsLegend_ = false;
   bool isCompact_ = false;
 };

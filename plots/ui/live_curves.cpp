@@ -61,6 +61,7 @@ void LiveCurves::WatchForm() {
 }
 
 void LiveCurves::WatchPane() {
+  connect(&pane_, &CurvesPane::drawn, this, &LiveCurves::MarkCurrentCells);
   connect(&pane_, &CurvesPane::readOut, &form_.Status(), &StatusLine::ShowReadOut);
   connect(&pane_, &CurvesPane::pointChosen, this, &LiveCurves::SelectPoint);
   connect(&pane_, &CurvesPane::locationChosen, this, [this](std::size_t location) {
@@ -112,7 +113,6 @@ void LiveCurves::ShowAll() {
   pane_.Show(shown, ToQString(curves_.StateInWords()), curves_.State() == PaneState::preview);
   form_.Status().ShowReadOut(pane_.ReadOut());
   boxes_.ShowPairs(curves_.Typed());
-  MarkCurrentCells();
 }
 
 void LiveCurves::ShowResult(const ResponseRecord& record, const QString& time) {
@@ -242,12 +242,9 @@ void LiveCurves::GiveDragBack() {
 void LiveCurves::MarkCurrentCells() {
   if (!isSeen_) return;
   for (DiagramView* view : {&pane_.UpperView(), &pane_.ErrorView(), &pane_.LowerView()}) {
-    const DiagramKind kind = view->Shown().kind;
-    const bool isDelay = kind == DiagramKind::delay;
-    if (view->hasFocus() ||
-        (!isDelay && kind != DiagramKind::magnitude && kind != DiagramKind::error)) {
-      continue;
-    }
+    const StopKind kind = view->Shown().stopKind;
+    const bool isDelay = kind == StopKind::delayRow;
+    if (view->hasFocus() || (!isDelay && kind != StopKind::passbandRow)) continue;
     const int current = (isDelay ? form_.DelayData() : form_.PassData()).CurrentRow();
     const auto row = static_cast<std::size_t>(std::max(current - 1, 0));
     const std::vector<Stop>& stops = view->Shown().stops;

@@ -94,6 +94,44 @@ TEST_F(CurvesDockTest, StepsZoomsAndPansByKeys) {
   EXPECT_TRUE(Lower().isVisible());
 }
 
+TEST_F(CurvesDockTest, SaysOfTheFocusedDiagramWhatIsReadOut) {
+  Click("optPhase");
+  Lower().setFocus();
+  EXPECT_TRUE(ReadOut().startsWith("row 1: 0 MHz, typed 0 degrees")) << ReadOut().toStdString();
+  Press(Qt::SHIFT | Qt::Key_Right);
+  EXPECT_TRUE(ReadOut().startsWith("row 11: 5 MHz, typed ")) << ReadOut().toStdString();
+  EXPECT_EQ(Lower().accessibleName(), ReadOut());
+  dock.Live().Update();
+  EXPECT_EQ(Lower().accessibleName(), ReadOut());
+  EXPECT_EQ(Lower().accessibleDescription(), "phase of H, 7 poles, 3 zeros");
+  Click("optStep");
+  Lower().setFocus();
+  EXPECT_TRUE(ReadOut().startsWith("step response, ends at 1")) << ReadOut().toStdString();
+  Press(Qt::Key_Right);
+  EXPECT_TRUE(ReadOut().startsWith("0 ns, typed 0")) << ReadOut().toStdString();
+  QTest::mouseClick(&Lower(), Qt::LeftButton, {}, Lower().PositionOf(9).toPoint());
+  EXPECT_EQ(form.PassData().CurrentRow(), 1) << "no row belongs to a moment";
+}
+
+TEST_F(CurvesDockTest, KeepsItsFrequencyDiagramsTogether) {
+  Upper().setFocus();
+  Press(Qt::Key_Plus, Qt::Key_Plus);
+  const QCPRange zoomed = Upper().xAxis->range();
+  const QCPRange up = dock.Pane().ErrorView().yAxis->range();
+  for (const char* const choice : {"optPhase", "optLinear", "optDelay"}) {
+    Click(choice);
+    for (DiagramView* view : {&Upper(), &dock.Pane().ErrorView(), &Lower()}) {
+      EXPECT_EQ(view->xAxis->range(), zoomed) << choice;
+    }
+  }
+  EXPECT_NE(dock.Pane().ErrorView().yAxis->range(), up) << "in parts of Ymax, no longer in dB";
+  Upper().setFocus();
+  Press(Qt::Key_Home, Qt::Key_Return);
+  EXPECT_FALSE(Lower().isVisible());
+  Click("optPoles");
+  EXPECT_TRUE(Lower().isVisible()) << "which was asked for";
+}
+
 TEST_F(CurvesDockTest, ZoomsByWheelAndBox) {
   const QCPRange whole = Upper().xAxis->range();
   const QPoint from = Upper().PositionOf(4).toPoint() + QPoint(0, 40);

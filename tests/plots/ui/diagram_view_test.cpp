@@ -7,9 +7,11 @@
 #include <QSignalSpy>
 #include <QWheelEvent>
 
+#include "plots/diagram_parts.h"
 #include "plots/ui/curve_style.h"
 #include "plots/ui/curves_form.h"
 #include "plots/ui/plot_page.h"
+#include "widgets/controls.h"
 #include "widgets/program_style.h"
 
 namespace polefit::testing {
@@ -263,13 +265,44 @@ TEST_F(DiagramViewTest, ZoomsByWheelPinchAndBoxAtThePointer) {
       << "equal scales stay";
 }
 
+TEST_F(DiagramViewTest, KeepsWhatIsLookedAt) {
+  Show(DiagramKind::phase);
+  view.xAxis->setRange(2, 4);
+  view.SetFrequencies(2, 5);
+  const QCPRange up = view.yAxis->range();
+  Show(DiagramKind::delay);
+  EXPECT_EQ(view.xAxis->range(), QCPRange(2, 5)) << "the same frequencies in another diagram";
+  EXPECT_NE(view.yAxis->range(), up) << "but its own values";
+  view.FitView();
+  Show(DiagramKind::poles);
+  QTest::keyClick(&view, Qt::Key_Plus);
+  view.resize(300, 400);
+  QApplication::processEvents();
+  EXPECT_NEAR(view.xAxis->range().size() / view.axisRect()->width() /
+                  (view.yAxis->range().size() / view.axisRect()->height()),
+              1, .01)
+      << "equal scales in another size";
+}
+
+TEST_F(DiagramViewTest, NamesInTheLegendWhatItHasRoomFor) {
+  view.resize(150, 200);
+  Show(DiagramKind::magnitude);
+  view.resize(900, 500);
+  QApplication::processEvents();
+  ASSERT_TRUE(view.legend->visible());
+  QStringList names;
+  for (int i = 0; i < view.plottableCount(); ++i) names << view.plottable(i)->name();
+  EXPECT_TRUE(names.contains(ToQString(LegendText(typed)))) << names.join(';').toStdString();
+}
+
 TEST_F(DiagramViewTest, PansByMiddleButtonAndShift) {
   for (const auto& [button, modifier] : {std::pair(Qt::MiddleButton, Qt::KeyboardModifiers()),
                                          {Qt::LeftButton, Qt::ShiftModifier}}) {
     choices.isLogFrequency = button == Qt::MiddleButton;
     Show(DiagramKind::phase);
     view.FitView();
-    const QPoint from = view.axisRect()->rect().center();
+    // On a point as well.
+    const QPoint from = view.PositionOf(10).toPoint();
     const double before = view.xAxis->pixelToCoord(from.x());
     QTest::mousePress(&view, button, modifier, from);
     QMouseEvent move(QEvent::MouseMove, from + QPoint(40, 0), view.mapToGlobal(from), Qt::NoButton,
