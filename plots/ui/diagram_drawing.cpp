@@ -362,9 +362,11 @@ void DiagramView::ApplyStyle() {
   ground.setAlpha(225);
   legend->setBrush(ground);
   legend->setBorderPen(QPen(grid, 1));
-  legend->setRowSpacing(0);
+  legend->setRowSpacing(2);
   // The library draws a line 5 pixels too long there, which not every format clips.
   legend->setIconTextPadding(10);
+  // The text stands at the top of its row: the icon is as high.
+  legend->setIconSize(legend->iconSize().width(), QFontMetrics(small).height());
   const int line = fontMetrics().height();
   // As wide in every diagram, so that equal frequencies stand below each other.
   const int left = fontMetrics().horizontalAdvance("-0.0005") + line * 2;
