@@ -85,7 +85,7 @@ void CurvesDock::SaveChoices() const {
   if (!wasNarrow_) {
     kept.isShown = isVisible();
     kept.isFloating = isFloating();
-    if (isVisible() && isPlaced_ && !isFloating()) kept.width = width();
+    if (wantedWidth_ > 0) kept.width = wantedWidth_;
     kept.isLeft = form_.dockWidgetArea(const_cast<CurvesDock*>(this)) == Qt::LeftDockWidgetArea;
   }
   KeepChoices(host_, kept);
@@ -93,14 +93,28 @@ void CurvesDock::SaveChoices() const {
 
 void CurvesDock::showEvent(QShowEvent* event) {
   QDockWidget::showEvent(event);
-  if (wasNarrow_ || isPlaced_) return;
+  if (wasNarrow_ || wantedWidth_ > 0) return;
   // Once the window has its size.
   QTimer::singleShot(0, this, [this] {
-    if (wasNarrow_ || std::exchange(isPlaced_, true)) return;
+    if (wasNarrow_ || wantedWidth_ > 0) return;
     const int kept = ReadChoices(host_).width;
     const int width = kept > 0 ? kept : form_.width() * kFirstShare / 100;
-    form_.resizeDocks({this}, {std::max(kLeastWidth, width)}, Qt::Horizontal);
+    wantedWidth_ = std::max(kLeastWidth, width);
+    TakeWantedWidth();
   });
+}
+
+/// As far as there is room.
+void CurvesDock::TakeWantedWidth() {
+  if (isFloating() || wantedWidth_ == 0) return;
+  form_.resizeDocks({this}, {std::min(wantedWidth_, pane_->maximumWidth())}, Qt::Horizontal);
+}
+
+/// With a button down it is the edge beside the tabs that is drawn.
+void CurvesDock::resizeEvent(QResizeEvent* event) {
+  QDockWidget::resizeEvent(event);
+  const bool isDrawn = QApplication::mouseButtons() & Qt::LeftButton;
+  if (isDrawn && !isFloating() && wantedWidth_ > 0) wantedWidth_ = width();
 }
 
 bool CurvesDock::IsNarrow() const {
@@ -122,6 +136,8 @@ void CurvesDock::ApplyWidth() {
   }
   const int room = std::max(kLeastWidth, form_.width() - LeastTabs(form_));
   pane_->setMaximumWidth(isFloating() ? QWIDGETSIZE_MAX : room);
+  // Once the window has its size.
+  QTimer::singleShot(0, this, &CurvesDock::TakeWantedWidth);
 }
 
 void CurvesDock::Float() {

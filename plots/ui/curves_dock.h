@@ -31,11 +31,13 @@ class CurvesDock final : public QDockWidget {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void RestoreChoices();
   void SaveChoices() const;
   void ApplyWidth();
+  void TakeWantedWidth();
   void Float();
   void ShowAsKept();
   void FollowForm(const QEvent& event);
@@ -48,8 +50,9 @@ class CurvesDock final : public QDockWidget {
   /// What had the focus on the tabs last.
   QPointer<QWidget> former_;
   bool wasNarrow_ = false;
-  /// Whether it has had its width.
-  bool isPlaced_ = false;
+  /// The width beside the tabs that it was given by the user, or at first; 0 before. A window that
+  /// is too narrow for it for a while does not change it.
+  int wantedWidth_ = 0;
 };
 
 }  // namespace polefit

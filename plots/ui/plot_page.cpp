@@ -30,7 +30,11 @@ QByteArray PlotPage(const FitCurves& curves, const QString& title, const QString
   QWidget page;
   page.setPalette(PaperPalette());
   auto* grid = new QGridLayout(&page);
-  auto* heading = new QLabel(title, &page);
+  constexpr int kMargins = 40;
+  const QString line =
+      page.fontMetrics().elidedText(title, Qt::ElideMiddle, kPage.width() - kMargins);
+  auto* heading = new QLabel(line, &page);
+  heading->setTextFormat(Qt::PlainText);
   heading->setAlignment(Qt::AlignHCenter);
   grid->addWidget(heading, 0, 0, 1, 2);
   const std::pair<DiagramKind, int> rows[] = {{DiagramKind::magnitude, 8}, {DiagramKind::error, 4}};

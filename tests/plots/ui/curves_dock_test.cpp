@@ -277,6 +277,21 @@ TEST_F(CurvesDockTest, IsAWindowOfItsOwnBesideANarrowOne) {
   EXPECT_TRUE(dock.isVisible());
 }
 
+TEST_F(CurvesDockTest, ComesBackToItsWidthInAWideWindow) {
+  const int wanted = dock.width();
+  for (const int narrow : {1000, 860}) {
+    form.resize(narrow, 700);
+    QApplication::processEvents();
+    form.resize(1400, 800);
+    QTRY_COMPARE(dock.width(), wanted);
+  }
+  EXPECT_NEAR(wanted, 1400 * .44, 2);
+  form.resize(1000, 700);
+  QApplication::processEvents();
+  Find<QAction>("actHideCurves").trigger();
+  EXPECT_EQ(ReadChoices(host).width, wanted) << "what the window had no room for is no choice";
+}
+
 TEST_F(CurvesDockTest, FloatsWhereItWasPutAndGoesWithTheForm) {
   dock.setFloating(true);
   dock.resize(500, 600);
