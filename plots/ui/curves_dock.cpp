@@ -40,7 +40,7 @@ QWidget& FocusTaker(QWidget* former, QWidget& tabs) {
 CurvesDock::CurvesDock(MainWindow& form, Program& program)
     : QDockWidget(tr("Curves"), &form),
       form_(form),
-      host_(program.host),
+      program_(program),
       pane_(new CurvesPane),
       live_(new LiveCurves(form, program, *pane_)) {
   setObjectName("dockCurves");
@@ -64,7 +64,7 @@ CurvesDock::CurvesDock(MainWindow& form, Program& program)
 }
 
 void CurvesDock::RestoreChoices() {
-  const KeptChoices kept = ReadChoices(host_);
+  const KeptChoices kept = ReadChoices(program_.host);
   pane_->ChooseLinear(kept.isLinear);
   pane_->SetLogFrequency(kept.isLogFrequency);
   pane_->SetPlainMagnitude(kept.showsPlainMagnitude);
@@ -76,19 +76,19 @@ void CurvesDock::RestoreChoices() {
 void CurvesDock::SaveChoices() const {
   // The window's own hiding is no choice.
   if (!form_.isVisible()) return;
-  KeptChoices kept = ReadChoices(host_);
+  KeptChoices kept = ReadChoices(program_.host);
   kept.isLinear = pane_->Choices().isLinear;
   kept.isLogFrequency = pane_->Choices().isLogFrequency;
   kept.showsPlainMagnitude = pane_->Choices().showsPlainMagnitude;
   if (pane_->HasChosenLower()) kept.lower = static_cast<int>(pane_->Lower());
-  if (isFloating()) host_.KeepUserSetting(kOwnWindow, saveGeometry().toStdString());
+  if (isFloating()) program_.host.KeepUserSetting(kOwnWindow, saveGeometry().toStdString());
   if (!wasNarrow_) {
     kept.isShown = isVisible();
     kept.isFloating = isFloating();
     if (wantedWidth_ > 0) kept.width = wantedWidth_;
     kept.isLeft = form_.dockWidgetArea(const_cast<CurvesDock*>(this)) == Qt::LeftDockWidgetArea;
   }
-  KeepChoices(host_, kept);
+  KeepChoices(program_.host, kept);
 }
 
 void CurvesDock::showEvent(QShowEvent* event) {
@@ -97,7 +97,7 @@ void CurvesDock::showEvent(QShowEvent* event) {
   // Once the window has its size.
   QTimer::singleShot(0, this, [this] {
     if (wasNarrow_ || wantedWidth_ > 0) return;
-    const int kept = ReadChoices(host_).width;
+    const int kept = ReadChoices(program_.host).width;
     const int width = kept > 0 ? kept : form_.width() * kFirstShare / 100;
     wantedWidth_ = std::max(kLeastWidth, width);
     TakeWantedWidth();
@@ -142,11 +142,11 @@ void CurvesDock::ApplyWidth() {
 
 void CurvesDock::Float() {
   setFloating(true);
-  restoreGeometry(QByteArray::fromStdString(host_.UserSetting(kOwnWindow)));
+  restoreGeometry(QByteArray::fromStdString(program_.host.UserSetting(kOwnWindow)));
 }
 
 void CurvesDock::ShowAsKept() {
-  const KeptChoices kept = ReadChoices(host_);
+  const KeptChoices kept = ReadChoices(program_.host);
   if (!kept.isFloating) {
     setFloating(false);
   } else if (!isFloating()) {
@@ -160,7 +160,7 @@ void CurvesDock::FollowForm(const QEvent& event) {
   if (event.type() == QEvent::Resize) ApplyWidth();
   if (event.spontaneous()) return;  // it was only minimised
   if (event.type() == QEvent::Hide && isFloating()) hide();
-  if (event.type() != QEvent::Show || IsNarrow() || !ReadChoices(host_).isFloating) return;
+  if (event.type() != QEvent::Show || IsNarrow() || !ReadChoices(program_.host).isFloating) return;
   // Over the form, which has to be on the screen first.
   QTimer::singleShot(0, this, [this] {
     if (form_.isVisible()) ShowAsKept();

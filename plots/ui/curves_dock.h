@@ -19,7 +19,7 @@ class CurvesDock final : public QDockWidget {
   CurvesPane& Pane() { return *pane_; }
   LiveCurves& Live() { return *live_; }
   MainWindow& Form() { return form_; }
-  Host& Effects() const { return host_; }
+  Program& State() const { return program_; }
 
   /// Shows the pane and moves into it, or back to the form.
   void ShowOrLeave();
@@ -44,7 +44,7 @@ class CurvesDock final : public QDockWidget {
   bool IsNarrow() const;
 
   MainWindow& form_;
-  Host& host_;
+  Program& program_;
   CurvesPane* pane_;
   LiveCurves* live_;
   /// What had the focus on the tabs last.

@@ -69,7 +69,7 @@ void AddFitEntries(QMenu& menu, CurvesDock& dock) {
            [&dock] { OrdersDialog(dock.Live(), &dock.Form()).exec(); });
 }
 
-void AddPictureEntries(QMenu& menu, Host& host, CurvesPane& pane) {
+void AddPictureEntries(QMenu& menu, Program& program, CurvesPane& pane) {
   menu.addSeparator();
   AddEntry(menu, "mnuFitView", QObject::tr("&Fit View"), "", [&pane] { pane.FitView(); });
   AddSwitch(menu, "mnuFitLogarithmic", QObject::tr("&Logarithmic Frequencies"),
@@ -80,9 +80,9 @@ void AddPictureEntries(QMenu& menu, Host& host, CurvesPane& pane) {
   AddEntry(menu, "mnuFitCopy", QObject::tr("&Copy Picture"), "", [&pane] { CopyPicture(pane); });
   AddEntry(menu, "mnuFitCopyData", QObject::tr("Copy &Data"), "", [&pane] { CopyData(pane); });
   AddEntry(menu, "mnuFitSavePicture", QObject::tr("&Save Picture ..."), "",
-           [&host, &pane] { SavePicture(host, pane); });
+           [&program, &pane] { SavePicture(program, pane); });
   AddEntry(menu, "mnuFitSaveData", QObject::tr("Save D&ata ..."), "",
-           [&host, &pane] { SaveData(host, pane); });
+           [&program, &pane] { SaveData(program, pane); });
   AddEntry(menu, "mnuFitPrint", QObject::tr("&Print ..."), "", [&pane] { PrintPicture(pane); });
 }
 
@@ -105,7 +105,7 @@ void AddCurvesMenu(MainWindow& form, CurvesDock& dock) {
   menu->setObjectName("mnuFit");
   form.menuBar()->insertMenu(form.findChild<QMenu*>("mnuDemos")->menuAction(), menu);
   AddFitEntries(*menu, dock);
-  AddPictureEntries(*menu, dock.Effects(), dock.Pane());
+  AddPictureEntries(*menu, dock.State(), dock.Pane());
   for (DiagramView* view : dock.Pane().findChildren<DiagramView*>()) {
     view->setContextMenuPolicy(Qt::CustomContextMenu);
     QObject::connect(

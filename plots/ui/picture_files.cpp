@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "form/state.h"
 #include "platform/file_checks.h"
 #include "platform/file_choice.h"
 #include "platform/message_style.h"
@@ -129,16 +130,19 @@ std::string WithEnding(const std::string& path, const Endings& endings) {
 
 /// The name with its ending; empty when the dialog was given up. The dialog asks before it takes
 /// the name of a file; for the name that an ending makes, this does.
-QString ChosenName(Host& host, const char* title, const char* filter, const Endings& endings) {
+QString ChosenName(Program& program, const char* title, const char* filter,
+                   const Endings& endings) {
+  const std::string& file = program.files.currentFileName;
   CommonDialog dialog;
   dialog.title = title;
   dialog.filter = filter;
+  dialog.fileName = file.substr(0, file.rfind('.')) + "_curves" + endings.front();
   dialog.judge = [&](const std::string& path) -> std::optional<Choice> {
     const std::string whole = WithEnding(path, endings);
-    if (whole == path || !FileExists(host, whole)) return std::nullopt;
+    if (whole == path || !FileExists(program.host, whole)) return std::nullopt;
     return Choice{"'" + CutPath(whole).name + "' already exists.", {"Replace", "Back"}};
   };
-  const std::string path = ChooseOtherFile(host, std::move(dialog), &Host::ShowSave);
+  const std::string path = ChooseOtherFile(program.host, std::move(dialog), &Host::ShowSave);
   return path.empty() ? QString() : ToQString(WithEnding(path, endings));
 }
 
@@ -161,16 +165,16 @@ QByteArray PictureOf(QWidget& widget, const QString& name) {
   return {};
 }
 
-void SavePicture(Host& host, CurvesPane& pane) {
+void SavePicture(Program& program, CurvesPane& pane) {
   const QString name =
-      ChosenName(host, "Save Picture", "Pictures|*.png;*.svg;*.pdf", {".png", ".svg", ".pdf"});
-  if (!name.isEmpty()) Save(host, name, PictureOf(pane, name));
+      ChosenName(program, "Save Picture", "Pictures|*.png;*.svg;*.pdf", {".png", ".svg", ".pdf"});
+  if (!name.isEmpty()) Save(program.host, name, PictureOf(pane, name));
 }
 
-void SaveData(Host& host, CurvesPane& pane) {
-  const QString name = ChosenName(host, "Save Data", "Tables|*.csv;*.txt", {".csv", ".txt"});
+void SaveData(Program& program, CurvesPane& pane) {
+  const QString name = ChosenName(program, "Save Data", "Tables|*.csv;*.txt", {".csv", ".txt"});
   if (!name.isEmpty()) {
-    Save(host, name, QByteArray::fromStdString(CurvesAsCsv(pane.Curves())));
+    Save(program.host, name, QByteArray::fromStdString(CurvesAsCsv(pane.Curves())));
   }
 }
 

@@ -76,13 +76,16 @@ TEST_F(PictureFiles, AreSavedUnderTheChosenNameWithAnEnding) {
   const auto save = [&](const char* name, auto command) {
     host.AnswerDialog(name[0] == '\0' ? "" : host.Path(name));
     host.TakeTranscript();
-    command(host, dock.Pane());
+    command(program, dock.Pane());
   };
+  program.files.currentFileName = "vna.1";
   save("fit.svg", SavePicture);
+  EXPECT_THAT(host.transcript, ::testing::Contains(::testing::HasSubstr("] vna_curves.png ->")));
   EXPECT_TRUE(host.ReadFile(host.Path("fit.svg")).starts_with("<?xml"));
   save("fit", SavePicture);
   EXPECT_TRUE(host.ReadFile(host.Path("fit.png")).starts_with("\x89PNG"));
   save("fit", SaveData);
+  EXPECT_THAT(host.transcript, ::testing::Contains(::testing::HasSubstr("] vna_curves.csv ->")));
   EXPECT_TRUE(host.ReadFile(host.Path("fit.csv")).starts_with("MHz,typed |H|"));
   save("", SavePicture);
   EXPECT_EQ(host.transcript.size(), 1U) << "the dialog was given up";
