@@ -59,12 +59,13 @@ Diagram EmptyDiagram(DiagramKind kind, const DiagramChoices& choices) {
   return diagram;
 }
 
-/// From left to right, without those that a logarithmic axis has no place for. Locations keep the
-/// order of the answers.
+/// From left to right, without those that a logarithmic axis has no place for, which the sentence
+/// tells. Locations keep the order of the answers.
 void OrderStops(Diagram& diagram) {
   if (diagram.kind == DiagramKind::poles) return;
   if (diagram.x.isLogarithmic) {
-    std::erase_if(diagram.stops, [](const Stop& stop) { return stop.x <= 0; });
+    const auto left = std::erase_if(diagram.stops, [](const Stop& stop) { return stop.x <= 0; });
+    if (left > 0) diagram.sentence += std::string(", ") + kNoZero;
   }
   if (std::ranges::is_sorted(diagram.stops, {}, &Stop::x)) return;
   std::ranges::stable_sort(diagram.stops, {}, &Stop::x);
@@ -193,7 +194,13 @@ namespace {
 
 std::string TextAmongCurves(const Stop& stop, const ShownCurves& shown) {
   if (stop.curve >= shown.size() || stop.index >= shown[stop.curve]->locations.size()) return {};
-  const std::string text = LocationText(*shown[stop.curve], stop.index);
+  const FitCurves& curves = *shown[stop.curve];
+  const Location& at = curves.locations[stop.index];
+  const std::string text =
+      stop.isMirror && at.bringsPole
+          ? std::string("own pole of the ") + ShortName(at.kind) + ": " + Figure(-at.real, 4) +
+                ", " + FrequencyText(Rounded4(std::abs(at.real) * curves.h->FreqNorm()))
+          : LocationText(curves, stop.index);
   return shown.size() == 1 ? text : shown[stop.curve]->name + ", " + text;
 }
 

@@ -67,6 +67,7 @@ struct Stop {
   /// The row of the points, the location or the step along the curve, from 0.
   std::size_t index = 0;
   std::size_t curve = 0;  ///< whose location it is, among the shown ones
+  bool isMirror = false;  ///< the location's image right of the omega axis, or its own pole
 };
 
 /// A rectangle of allowed locations.

@@ -8,6 +8,8 @@
 
 namespace polefit {
 
+inline constexpr const char* kNoZero = "f = 0 has no place on a logarithmic axis";
+
 /// A number with four significant digits.
 double Rounded4(double value);
 

@@ -126,10 +126,9 @@ void DiagramParts::DrawMagnitude(Diagram& diagram) const {
   PlaceBelowAxis(diagram);
   diagram.verticals.push_back(shown_.front()->h->FreqNorm() * unit_.factor);
   if (choices_.isLogFrequency && range_.from <= 0) {
-    diagram.note = "f = 0 has no place on a logarithmic axis";
+    diagram.note = kNoZero;
   }
   diagram.sentence = MagnitudeSentence();
-  if (!diagram.note.empty()) diagram.sentence += ", " + diagram.note;
 }
 
 /// "wanted, typed and result 19:40, 0 to 10 MHz, worst error 0.1 dB at 9 MHz, 7 poles, 3 zeros": of

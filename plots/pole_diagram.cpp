@@ -89,7 +89,11 @@ void DiagramParts::DrawPoles(Diagram& diagram) const {
     if (!IsSeen(*shown_[curve])) continue;
     const std::vector<Location>& locations = shown_[curve]->locations;
     for (std::size_t i = 0; i < locations.size(); ++i) {
-      diagram.stops.push_back({locations[i].real, locations[i].imaginary, i, curve});
+      const Location& at = locations[i];
+      diagram.stops.push_back({at.real, at.imaginary, i, curve});
+      if (at.onBothSides || at.bringsPole) {
+        diagram.stops.push_back({-at.real, at.imaginary, i, curve, true});
+      }
     }
   }
   diagram.sentence = CountSentence();

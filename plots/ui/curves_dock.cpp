@@ -182,8 +182,7 @@ void CurvesDock::ShowOrLeave() {
   show();
   raise();
   activateWindow();
-  DiagramView& view = pane_->UpperView().isVisible() ? pane_->UpperView() : pane_->LowerView();
-  view.setFocus(Qt::ShortcutFocusReason);
+  pane_->FirstSeen().setFocus(Qt::ShortcutFocusReason);
 }
 
 }  // namespace polefit

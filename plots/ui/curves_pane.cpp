@@ -29,10 +29,12 @@ class ChoiceButton final : public QToolButton {
   }
 };
 
-QToolButton* MakeChoice(const QString& text, const char* name, QButtonGroup* group, int id) {
+QToolButton* MakeChoice(const QString& text, const QString& tip, const char* name,
+                        QButtonGroup* group, int id) {
   auto* button = new ChoiceButton;
   button->setObjectName(name);
   button->setText(text);
+  button->setToolTip(tip);
   button->setCheckable(true);
   button->setFocusPolicy(Qt::TabFocus);
   group->addButton(button, id);
@@ -95,13 +97,21 @@ void CurvesPane::BuildChoices(QBoxLayout* top, QBoxLayout* middle) {
   top->addSpacing(gap);
   top->setSpacing(0);
   middle->setSpacing(0);
-  top->addWidget(MakeChoice(tr("dB"), "optDecibels", upperGroup_, 0));
-  top->addWidget(MakeChoice(tr("Linear"), "optLinear", upperGroup_, 1));
+  top->addWidget(
+      MakeChoice(tr("dB"), tr("Magnitudes and their errors in dB"), "optDecibels", upperGroup_, 0));
+  top->addWidget(MakeChoice(tr("Linear"),
+                            tr("Magnitudes as they are; errors in parts of the largest Yout"),
+                            "optLinear", upperGroup_, 1));
   upperGroup_->button(0)->setChecked(true);
   const QString names[] = {tr("Poles"), tr("Delay"), tr("Phase"), tr("Step")};
+  const QString tips[] = {tr("Poles and zeros in the upper half-plane, divided by Freq Norm"),
+                          tr("Group delay against frequency"), tr("Phase of H, in degrees"),
+                          tr("What H makes of a step, against time")};
   const char* const objects[] = {"optPoles", "optDelay", "optPhase", "optStep"};
   middle->addStretch(1);
-  for (int i = 0; i < 4; ++i) middle->addWidget(MakeChoice(names[i], objects[i], lowerGroup_, i));
+  for (int i = 0; i < 4; ++i) {
+    middle->addWidget(MakeChoice(names[i], tips[i], objects[i], lowerGroup_, i));
+  }
   lowerGroup_->button(0)->setChecked(true);
   connect(upperGroup_, &QButtonGroup::idClicked, this, [this](int id) {
     prefersLower_ = false;
@@ -144,7 +154,11 @@ void CurvesPane::Connect(DiagramView* view) {
   connect(view, &DiagramView::stopDragged, this,
           [this, view](std::size_t stop, double x, double y, bool isEnd) {
             const Stop& at = view->Shown().stops[stop];
-            if (at.curve == 0) Q_EMIT locationDragged(at.index, x, y, isEnd);
+            if (at.curve != 0) return;
+            const double real = at.isMirror ? -x : x;
+            const std::size_t location = at.index;
+            view->Mark(stop);
+            Q_EMIT locationDragged(location, real, y, isEnd);
           });
   connect(view, &DiagramView::dragAbandoned, this, &CurvesPane::dragAbandoned);
 }
@@ -218,10 +232,19 @@ void CurvesPane::FitView() {
 void CurvesPane::MarkLocation(std::optional<std::size_t> location) {
   if (lower_->Shown().kind != DiagramKind::poles) return;
   const std::vector<Stop>& stops = lower_->Shown().stops;
-  const auto at = std::ranges::find_if(
-      stops, [location](const Stop& stop) { return stop.curve == 0 && stop.index == location; });
+  const bool isMirror = lower_->Marked() && stops[*lower_->Marked()].isMirror;
+  const auto at = std::ranges::find_if(stops, [location, isMirror](const Stop& stop) {
+    return stop.curve == 0 && stop.index == location && stop.isMirror == isMirror;
+  });
   lower_->Mark(at == stops.end() ? std::nullopt : std::optional<std::size_t>(at - stops.begin()));
   TellReadOut(lower_, lower_->Marked());
+}
+
+DiagramView& CurvesPane::FirstSeen() {
+  for (DiagramView* view : {upper_, errors_, lower_}) {
+    if (view->isVisibleTo(this)) return *view;
+  }
+  return *upper_;
 }
 
 QString CurvesPane::ReadOut() const {

@@ -39,6 +39,8 @@ class CurvesPane final : public QWidget {
   DiagramView& UpperView() { return *upper_; }
   DiagramView& ErrorView() { return *errors_; }
   DiagramView& LowerView() { return *lower_; }
+  /// The uppermost one that is seen.
+  DiagramView& FirstSeen();
   const ShownCurves& Curves() const { return shown_; }
   void FitView();
   /// Rings a typed location and reads it out, where poles are shown.

@@ -13,6 +13,8 @@ namespace {
 
 /// How near in pixels the pointer must come.
 constexpr double kReach = 12;
+/// What is typed can be moved: it is found under a result that is not so much nearer.
+constexpr double kTypedFirst = 4;
 
 bool HasFrequencies(DiagramKind kind) {
   return kind != DiagramKind::poles && kind != DiagramKind::step && kind != DiagramKind::orders;
@@ -111,12 +113,13 @@ QPointF DiagramView::PositionOf(std::size_t stop) const {
 
 std::optional<std::size_t> DiagramView::StopNear(const QPointF& position) const {
   std::optional<std::size_t> nearest;
-  double least = kReach * kReach;
+  double least = kReach;
   for (std::size_t i = 0; i < diagram_.stops.size(); ++i) {
     const QPointF way = PositionOf(i) - position;
-    const double square = QPointF::dotProduct(way, way);
-    if (square > least) continue;
-    least = square;
+    const double distance =
+        std::hypot(way.x(), way.y()) + (diagram_.stops[i].curve == 0 ? 0 : kTypedFirst);
+    if (!(distance <= least)) continue;
+    least = distance;
     nearest = i;
   }
   return nearest;

@@ -13,6 +13,7 @@
 namespace polefit::testing {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -75,6 +76,8 @@ TEST(MagnitudeDiagram, ShowsWantedAndObtainedInDecibels) {
   EXPECT_GT(logarithmic.x.from, 0);
   EXPECT_EQ(logarithmic.stops.front().index, 1U) << "no key leads to f = 0";
   EXPECT_THAT(logarithmic.sentence, HasSubstr("f = 0 has no place"));
+  EXPECT_THAT(MakeDiagram(DiagramKind::error, shown, choices).sentence,
+              HasSubstr("f = 0 has no place"));
   EXPECT_THAT(SeriesOf(logarithmic, SeriesRole::typed).x, IsEmpty());
 }
 
@@ -238,6 +241,26 @@ TEST(PoleDiagram, NamesEachLocationAndItsBounds) {
   EXPECT_EQ(SeriesOf(diagram, SeriesRole::poles).x.size(), 4U);
   EXPECT_EQ(SeriesOf(diagram, SeriesRole::zeros).x.size(), 2U);
   EXPECT_EQ(StopText(diagram, 1, shown, {}), "pair 2: -0.4 + j0.7, 8.062 MHz, Q 1.01");
+}
+
+TEST(PoleDiagram, LeadsToImagesAndOwnPolesToo) {
+  const auto texts = [](const ResponseRecord& record) {
+    const FitCurves curves = Curves(record);
+    const ShownCurves shown = {&curves};
+    const Diagram diagram = MakeDiagram(DiagramKind::poles, shown, {});
+    std::vector<std::string> all;
+    for (std::size_t i = 0; i < diagram.stops.size(); ++i) {
+      all.push_back(Figure(diagram.stops[i].x, 3) + " " + StopText(diagram, i, shown, {}));
+    }
+    return all;
+  };
+  const auto lossless = texts(ExampleRecord("Ex-Delay.101"));
+  EXPECT_THAT(lossless, Contains("0.5 sigma zero: 0.5, 5 MHz"));
+  EXPECT_THAT(lossless, Contains("-0.5 own pole of the sigma zero: -0.5, 5 MHz"));
+  const auto quad = texts(ExampleRecord("Ex-Zpair.1", "11=0 0 1; 11b=.3; 11c=1.4"));
+  for (const char* const side : {"-0.3", "0.3"}) {
+    EXPECT_THAT(quad, Contains(StartsWith(std::string(side) + " zero quad 1: \u00b10.3 + j1.4")));
+  }
 }
 
 TEST(StepDiagram, HasItsCurvesOverTheSameTime) {

@@ -65,6 +65,26 @@ TEST_F(LocationsTest, MovesTheZeroThatWasTakenPastAnother) {
   EXPECT_TRUE(form.Text("Yzero").starts_with("1.5 1.7")) << "the ring goes with it";
 }
 
+TEST_F(LocationsTest, MovesTheTypedOneUnderAResultAndByItsImage) {
+  Open("Ex-Zpair.1", "11=0 0 1; 11b=.3; 11c=1.2");
+  dock.Live().ShowResult(ExampleRecord("Ex-Zpair.1", "11=0 0 1; 11b=.3; 11c=1.2"), "19:40");
+  QTRY_COMPARE(State(), QString("result 19:40"));
+  const auto& stops = Lower().Shown().stops;
+  const auto image = std::ranges::find_if(
+      stops, [](const Stop& stop) { return stop.curve == 0 && stop.isMirror; });
+  ASSERT_NE(image, stops.end());
+  EXPECT_EQ(image->x, .3);
+  const QPoint at = Lower().PositionOf(static_cast<std::size_t>(image - stops.begin())).toPoint();
+  QTest::mousePress(&Lower(), Qt::LeftButton, {}, at);
+  Drag(Lower(), at + QPoint(20, 0));
+  QTest::mouseRelease(&Lower(), Qt::LeftButton, {}, at + QPoint(20, 0));
+  const double real = std::stod(form.Text(BoxName(slot::kZreal)));
+  EXPECT_GT(real, .31) << "away from the axis on both sides";
+  Lower().setFocus();
+  Press(Qt::CTRL | Qt::SHIFT | Qt::Key_Right, Qt::CTRL | Qt::SHIFT | Qt::Key_Right);
+  EXPECT_GT(std::stod(form.Text(BoxName(slot::kZreal))), real + .01) << "the ring stays with it";
+}
+
 TEST_F(LocationsTest, MovesAPoleInOneStepOfUndo) {
   const std::string real = form.Text("poleReal");
   const QPoint at = Lower().PositionOf(1).toPoint();
