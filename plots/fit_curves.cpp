@@ -16,9 +16,9 @@ namespace {
 constexpr int kSteps = 400;
 constexpr double kBends[] = {0, .15, .3, .5, .75, 1, 1.5, 2, 3};
 
-void AddSteps(const FrequencyRange& range, std::vector<double>& megahertz) {
+void AddSteps(const FrequencyRange& range, int count, std::vector<double>& megahertz) {
   const double span = range.to - range.from;
-  for (int i = 0; i <= kSteps; ++i) megahertz.push_back(range.from + span * i / kSteps);
+  for (int i = 0; i <= count; ++i) megahertz.push_back(range.from + span * i / count);
 }
 
 /// For a logarithmic axis.
@@ -42,16 +42,20 @@ void AddBends(const TransferFunction& h, const FrequencyRange& range,
   }
 }
 
-/// As fine where the points are as it is on to the sidelobes.
+/// Finest where the points are, however far off the sidelobes.
 std::vector<double> CurveFrequencies(const TransferFunction& h) {
+  const FrequencyRange points = RangeOf(h, false);
   const FrequencyRange range = RangeOf(h, true);
   std::vector<double> megahertz;
-  AddSteps(RangeOf(h, false), megahertz);
-  AddSteps(range, megahertz);
+  AddSteps(points, kSteps, megahertz);
+  AddSteps({range.from, points.from}, kSteps / 4, megahertz);
+  AddSteps({points.to, range.to}, kSteps / 2, megahertz);
   AddLowSteps(range, megahertz);
   AddBends(h, range, megahertz);
   std::sort(megahertz.begin(), megahertz.end());
-  megahertz.erase(std::unique(megahertz.begin(), megahertz.end()), megahertz.end());
+  const double least = 1e-9 * range.to;
+  const auto isSame = [least](double one, double other) { return other - one < least; };
+  megahertz.erase(std::unique(megahertz.begin(), megahertz.end(), isSame), megahertz.end());
   return megahertz;
 }
 

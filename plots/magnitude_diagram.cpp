@@ -63,13 +63,18 @@ void DiagramParts::AddInput(Diagram& diagram) const {
 /// On the curve that is drawn: Yin |H|, which ends with the points, or |H| itself.
 void DiagramParts::AddSidelobes(Diagram& diagram) const {
   if (!IsSeen(main_)) return;
+  std::vector<double> inputs(main_.sidelobes.size(), 1);
+  if (HasPoints() && !choices_.showsPlainMagnitude) {
+    std::vector<double> megahertz;
+    for (const SidelobePeak& peak : main_.sidelobes) megahertz.push_back(peak.megahertz);
+    inputs = main_.h->Inputs(megahertz);
+  }
   Series peaks = {"", SeriesRole::sidelobe, {}, {}};
-  for (const SidelobePeak& peak : main_.sidelobes) {
-    const bool isPlain = !HasPoints() || choices_.showsPlainMagnitude;
-    const double input = isPlain ? 1 : main_.h->Inputs({peak.megahertz})[0];
-    if (peak.megahertz > range_.to || std::isnan(input)) continue;
+  for (std::size_t i = 0; i < inputs.size(); ++i) {
+    const SidelobePeak& peak = main_.sidelobes[i];
+    if (peak.megahertz > range_.to || std::isnan(inputs[i])) continue;
     peaks.x.push_back(peak.megahertz * unit_.factor);
-    peaks.y.push_back(Level(input * peak.magnitude));
+    peaks.y.push_back(Level(inputs[i] * peak.magnitude));
   }
   if (!peaks.x.empty()) diagram.series.push_back(std::move(peaks));
 }

@@ -115,6 +115,9 @@ void DiagramView::AddSeries(const Series& series, bool isLastLine) {
   QCPGraph* graph = addGraph();
   // Sorting again what is in order takes a sixth of the redraw of 32,766 points.
   graph->setData(AsVector(series.x), AsVector(series.y), std::ranges::is_sorted(series.x));
+  // Of so many rows a pixel shows the extremes; in a finer picture that would be steps.
+  constexpr std::size_t kMany = 2000;
+  graph->setAdaptiveSampling(series.x.size() > kMany);
   const double size = fontMetrics().height() * .55;
   // The strip below the curves shows an error a row, and thin lines to follow them; the rows of the
   // last curve, which are read out, have marks.

@@ -118,7 +118,7 @@ std::optional<std::size_t> DiagramView::StopNear(const QPointF& position) const 
     const QPointF way = PositionOf(i) - position;
     const double distance =
         std::hypot(way.x(), way.y()) + (diagram_.stops[i].curve == 0 ? 0 : kTypedFirst);
-    if (!(distance <= least)) continue;
+    if (!(distance < least)) continue;
     least = distance;
     nearest = i;
   }
