@@ -48,6 +48,21 @@ FormPlace PlaceOnForm(const FindingPlace& place) {
                                           : PlaceOfQuestion(place.question);
 }
 
+std::string PlaceText(const FindingPlace& place) {
+  const std::string row = place.row > 0 ? " row " + std::to_string(place.row) : " points";
+  switch (place.table) {
+    case FindingTable::passband:
+      return "passband" + row;
+    case FindingTable::delay:
+      return "delay" + row;
+    case FindingTable::solverSettings:
+      return "solver setting " + std::to_string(place.row);
+    case FindingTable::none:
+      break;
+  }
+  return place.question.empty() ? std::string() : "question " + place.question;
+}
+
 std::string CountText(const std::vector<Finding>& findings) {
   std::string text;
   AddCount(text, findings, Severity::fault, "fault", "faults");

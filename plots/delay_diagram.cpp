@@ -55,13 +55,13 @@ void DiagramParts::AddTotalDelay(Diagram& diagram, const Unit& unit) const {
   };
   const auto [least, most] = std::ranges::minmax_element(rows.total);
   const std::string ripple = "ripple " + TimeText(*most - *least);
-  const std::string level = "T0 " + TimeText(main_.h->DelayConstant());
+  const std::string level = TimeText(main_.h->DelayConstant());
   add("TX", SeriesRole::input, rows.tx);
   add("total, " + ripple, SeriesRole::wanted, rows.total);
   const double constant = main_.h->DelayConstant() * unit.factor;
   diagram.series.push_back(
-      {level, SeriesRole::constant, {diagram.x.from, diagram.x.to}, {constant, constant}});
-  diagram.sentence = "group delay, " + level + ", " + ripple + " peak to peak";
+      {"T0, " + level, SeriesRole::constant, {diagram.x.from, diagram.x.to}, {constant, constant}});
+  diagram.sentence = "group delay, T0 " + level + ", " + ripple + " peak to peak";
   diagram.stopKind = StopKind::delayRow;
   diagram.stops.clear();
   for (std::size_t i = 0; i < rows.total.size(); ++i) {

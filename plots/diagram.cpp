@@ -118,30 +118,49 @@ std::string RowText(std::size_t row, double megahertz) {
   return "row " + std::to_string(row + 1) + ": " + FrequencyText(megahertz);
 }
 
-std::string PointText(std::size_t row, const ShownCurves& shown, const DiagramChoices& choices) {
-  const PassbandFit& points = shown.front()->passband;
-  std::string text =
-      RowText(row, points.frequency[row]) + ", wanted " + Level(points.yout[row], choices.isLinear);
-  for (const FitCurves* const curves : shown) {
-    if (curves->isPointsAlone || IsHidden(*curves, choices)) continue;
-    if (!HasRow(*curves, row, points.frequency[row])) continue;
-    text += ", " + curves->name + " " + Level(curves->passband.obtained[row], choices.isLinear);
-    const double error =
-        choices.isLinear ? curves->passband.weighted[row] : curves->passband.decibels[row];
-    if (std::isnan(error)) continue;
-    text += choices.isLinear ? ", error " + Figure(error, 3)
-                             : ", error " + DecibelFigure(error) + " dB";
-  }
-  return text;
+/// What one set of curves has there; nothing where it has no such row.
+std::string ObtainedText(std::size_t row, const FitCurves& curves, double megahertz,
+                         bool isLinear) {
+  if (curves.isPointsAlone || !HasRow(curves, row, megahertz)) return {};
+  std::string text = ", " + curves.name + " " + Level(curves.passband.obtained[row], isLinear);
+  const double error = isLinear ? curves.passband.weighted[row] : curves.passband.decibels[row];
+  if (std::isnan(error)) return text;
+  return text +
+         (isLinear ? ", error " + Figure(error, 3) : ", error " + DecibelFigure(error) + " dB");
 }
 
-std::string DelayText(std::size_t row, const ShownCurves& shown, const DiagramChoices& choices) {
+/// All of it, then the main curves alone, then these without what is wanted.
+std::vector<std::string> PointTexts(std::size_t row, const ShownCurves& shown,
+                                    const DiagramChoices& choices) {
+  const PassbandFit& points = shown.front()->passband;
+  const double megahertz = points.frequency[row];
+  const auto obtained = [&](const FitCurves& curves) {
+    return ObtainedText(row, curves, megahertz, choices.isLinear);
+  };
+  const std::string place = RowText(row, megahertz);
+  const std::string wanted = ", wanted " + Level(points.yout[row], choices.isLinear);
+  std::string all;
+  for (const FitCurves* const curves : shown) {
+    if (!IsHidden(*curves, choices)) all += obtained(*curves);
+  }
+  const FitCurves& main = MainCurves(shown, choices);
+  const std::string last = IsHidden(main, choices) ? "" : obtained(main);
+  if (last.empty()) return {place + wanted + all};
+  return {place + wanted + all, place + wanted + last, place + last};
+}
+
+/// All of it, then the sum alone.
+std::vector<std::string> DelayTexts(std::size_t row, const ShownCurves& shown,
+                                    const DiagramChoices& choices) {
   const FitCurves& main = MainCurves(shown, choices);
   const DelayFit& points = main.delayPoints;
   const std::string whose = shown.size() == 1 ? "" : main.name + ", ";
-  return RowText(row, points.frequency[row]) + ", TX " + TimeText(points.tx[row]) + ", " + whose +
-         "H " + TimeText(points.own[row]) + ", total " + TimeText(points.total[row]) + ", error " +
-         TimeText(points.error[row]);
+  const std::string place = RowText(row, points.frequency[row]) + ", ";
+  const std::string sum =
+      "total " + TimeText(points.total[row]) + ", error " + TimeText(points.error[row]);
+  return {place + "TX " + TimeText(points.tx[row]) + ", " + whose + "H " +
+              TimeText(points.own[row]) + ", " + sum,
+          place + whose + sum};
 }
 
 std::string CurveValue(DiagramKind kind, const FitCurves& curves, double megahertz, bool isLinear) {
@@ -206,18 +225,25 @@ std::string TextAmongCurves(const Stop& stop, const ShownCurves& shown) {
 
 }  // namespace
 
-std::string StopText(const Diagram& diagram, std::size_t stop, const ShownCurves& shown,
-                     const DiagramChoices& choices) {
+std::vector<std::string> StopTexts(const Diagram& diagram, std::size_t stop,
+                                   const ShownCurves& shown, const DiagramChoices& choices) {
   if (stop >= diagram.stops.size() || shown.empty()) return {};
   const std::size_t index = diagram.stops[stop].index;
-  if (diagram.kind == DiagramKind::step) return StepText(diagram, index, shown);
-  if (diagram.stopKind == StopKind::location) return TextAmongCurves(diagram.stops[stop], shown);
-  if (diagram.stopKind == StopKind::delayRow) return DelayText(index, shown, choices);
+  if (diagram.kind == DiagramKind::step) return {StepText(diagram, index, shown)};
+  if (diagram.stopKind == StopKind::location) return {TextAmongCurves(diagram.stops[stop], shown)};
+  if (diagram.stopKind == StopKind::delayRow) return DelayTexts(index, shown, choices);
   const bool isWanted =
       diagram.kind == DiagramKind::magnitude || diagram.kind == DiagramKind::error;
-  return isWanted && diagram.stopKind == StopKind::passbandRow
-             ? PointText(index, shown, choices)
-             : CurveText(diagram, index, shown, choices);
+  if (isWanted && diagram.stopKind == StopKind::passbandRow) {
+    return PointTexts(index, shown, choices);
+  }
+  return {CurveText(diagram, index, shown, choices)};
+}
+
+std::string StopText(const Diagram& diagram, std::size_t stop, const ShownCurves& shown,
+                     const DiagramChoices& choices) {
+  const std::vector<std::string> texts = StopTexts(diagram, stop, shown, choices);
+  return texts.empty() ? std::string() : texts.front();
 }
 
 }  // namespace polefit

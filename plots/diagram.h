@@ -104,6 +104,7 @@ struct Diagram {
   std::vector<Stop> stops;  ///< ascending in x, but in the order of the locations among the poles
   std::string note;         ///< stands in the diagram: why something is not drawn, the worst row
   std::string sentence;     ///< all in one sentence, for those who do not see it
+  std::string brief;        ///< the chief part of it, for little room; empty: it is short
 };
 
 /// What the user has chosen.
@@ -124,6 +125,10 @@ Diagram MakeDiagram(DiagramKind kind, const ShownCurves& shown, const DiagramCho
 /// "pair 2: -0.293 + j0.625, 13.8 MHz, Q 1.18"; of the curves that are not hidden.
 std::string StopText(const Diagram& diagram, std::size_t stop, const ShownCurves& shown,
                      const DiagramChoices& choices);
+
+/// The same, then shorter ones for little room: the last of the curves alone.
+std::vector<std::string> StopTexts(const Diagram& diagram, std::size_t stop,
+                                   const ShownCurves& shown, const DiagramChoices& choices);
 
 /// "pair 2: -0.293 + j0.625, 13.8 MHz, Q 1.18"
 std::string LocationText(const FitCurves& curves, std::size_t location);

@@ -50,7 +50,7 @@ class DiagramParts {
   void AddSidelobes(Diagram& diagram) const;
   void FindLevelAxis(Diagram& diagram) const;
   void PlaceBelowAxis(Diagram& diagram) const;
-  std::string MagnitudeSentence() const;
+  void SayMagnitude(Diagram& diagram) const;
   void AddPlainCurves(Diagram& diagram, const std::vector<double> FitCurves::*values,
                       double factor) const;
   void AddTotalDelay(Diagram& diagram, const Unit& unit) const;

@@ -13,6 +13,15 @@ constexpr double kNoLevel = std::numeric_limits<double>::quiet_NaN();
 constexpr double kDeepest = 120;
 constexpr double kBelowSmallest = 10;
 
+/// "0 to 10 MHz", "1 kHz to 3 GHz"
+std::string RangeText(const FrequencyRange& range) {
+  const Unit unit = UnitOfFrequencies(range.to);
+  const bool isInUnit = range.from <= 0 || range.from * unit.factor >= .001;
+  const std::string from =
+      isInUnit ? Figure(range.from * unit.factor, 4) : FrequencyText(Rounded4(range.from));
+  return from + " to " + FrequencyText(range.to);
+}
+
 }  // namespace
 
 void DiagramParts::AddWanted(Diagram& diagram) const {
@@ -133,30 +142,32 @@ void DiagramParts::DrawMagnitude(Diagram& diagram) const {
   if (choices_.isLogFrequency && range_.from <= 0) {
     diagram.note = kNoZero;
   }
-  diagram.sentence = MagnitudeSentence();
+  SayMagnitude(diagram);
 }
 
 /// "wanted, typed and result 19:40, 0 to 10 MHz, worst error 0.1 dB at 9 MHz, 7 poles, 3 zeros": of
 /// what is seen.
-std::string DiagramParts::MagnitudeSentence() const {
+void DiagramParts::SayMagnitude(Diagram& diagram) const {
   std::vector<std::string> names;
   if (HasPoints()) names.emplace_back("wanted");
   for (const FitCurves* const curves : shown_) {
     if (!curves->isPointsAlone && IsSeen(*curves)) names.push_back(curves->name);
   }
-  std::string sentence;
   for (std::size_t i = 0; i < names.size(); ++i) {
-    sentence += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+    diagram.sentence += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
   }
-  if (!sentence.empty()) sentence += ", ";
-  sentence += Figure(range_.from * unit_.factor, 4) + " to " + FrequencyText(range_.to);
-  if (main_.isPointsAlone || !IsSeen(main_)) return sentence;
+  if (!names.empty()) diagram.sentence += ", ";
+  diagram.sentence += RangeText(range_);
+  std::string rest;
+  const bool tellsFit = !main_.isPointsAlone && IsSeen(main_);
   const WorstRow worst = WorstOf(main_.passband.decibels, main_.passband.frequency);
-  if (worst.row > 0) {
-    sentence += ", worst error " + DecibelFigure(std::abs(worst.value)) + " dB at " +
-                FrequencyText(worst.megahertz);
+  if (tellsFit && worst.row > 0) {
+    rest += ", worst error " + DecibelFigure(std::abs(worst.value)) + " dB at " +
+            FrequencyText(worst.megahertz);
   }
-  return sentence + ", " + CountSentence();
+  if (tellsFit) rest += ", " + CountSentence();
+  diagram.sentence += rest;
+  if (tellsFit) diagram.brief = main_.name + rest;
 }
 
 }  // namespace polefit

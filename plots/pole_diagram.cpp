@@ -47,9 +47,17 @@ void AddEllipses(const FitCurves& curves, Diagram& diagram) {
 /// From the allowed real parts and the locations: the axes end a little beyond what is there, not
 /// at the bounds, which may lie far outside.
 void FindAxes(Diagram& diagram) {
-  double left = -1;
-  double right = .3;
-  double top = 1.1;
+  double farthest = 0;
+  for (const Series& series : diagram.series) {
+    for (std::size_t i = 0; i < series.x.size(); ++i) {
+      farthest = std::max(farthest, std::hypot(series.x[i], series.y[i]));
+    }
+  }
+  // All of them may lie near 0: those of a low-pass far below the frequency norm.
+  const double size = farthest > 0 ? std::min(1.0, 2 * farthest) : 1;
+  double left = -size;
+  double right = .3 * size;
+  double top = 1.1 * size;
   for (const Series& series : diagram.series) {
     for (std::size_t i = 0; i < series.x.size(); ++i) {
       left = std::min(left, series.x[i]);

@@ -71,10 +71,11 @@ std::optional<FitQuality> QualityOf(const MachineLine& figures) {
   const bool isLarge = *power < 1 && Largest(figures) > kPoorPart;
   const bool isFar = FigureOf(figures, "worstdb").value_or(0) > kPoorDecibels;
   const auto ripple = FigureOf(figures, "ripple");
+  const std::string brief = "rms " + PerCent(*rms) + WorstText(figures, isLarge);
   return FitQuality{isLarge || isFar,
-                    "rms " + PerCent(*rms) + WorstText(figures, isLarge) +
-                        (ripple ? ", delay ripple " + Short(*ripple) + " ns" : "") +
-                        BoundText(figures) + SkirtText(figures)};
+                    brief + (ripple ? ", delay ripple " + Short(*ripple) + " ns" : "") +
+                        BoundText(figures) + SkirtText(figures),
+                    brief};
 }
 
 }  // namespace polefit

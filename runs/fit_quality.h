@@ -14,6 +14,8 @@ struct FitQuality {
   bool isPoor = false;
   /// "rms 0.06 %, worst 0.028 dB at 60 MHz; nothing on a bound". Other rows above 3 dB are said.
   std::string text;
+  /// "rms 0.06 %, worst 0.028 dB at 60 MHz", for little room.
+  std::string brief;
 };
 
 /// Nothing when the solver has told no such figures.

@@ -5,13 +5,33 @@
 
 namespace polefit {
 
-void DrawCut(QWidget& widget, const QString& text, Qt::Alignment alignment) {
-  const int gap = widget.fontMetrics().horizontalAdvance(' ');
-  const QRect room = widget.rect().adjusted(gap, 0, -gap, 0);
-  const QString cut = widget.fontMetrics().elidedText(text, Qt::ElideRight, room.width());
+namespace {
+
+int Gap(const QWidget& widget) {
+  return widget.fontMetrics().horizontalAdvance(' ');
+}
+
+}  // namespace
+
+int WidthOf(const QWidget& widget, const QString& text) {
+  return widget.fontMetrics().horizontalAdvance(text) + 2 * Gap(widget) + 1;
+}
+
+QString FittingText(const QWidget& widget, const QStringList& texts) {
+  for (const QString& text : texts) {
+    if (WidthOf(widget, text) <= widget.width()) return text;
+  }
+  return texts.isEmpty() ? QString()
+                         : widget.fontMetrics().elidedText(texts.last(), Qt::ElideRight,
+                                                           widget.width() - 2 * Gap(widget));
+}
+
+void DrawFitting(QWidget& widget, const QStringList& texts, Qt::Alignment alignment) {
+  const QRect room = widget.rect().adjusted(Gap(widget), 0, -Gap(widget), 0);
   QPainter painter(&widget);
   widget.style()->drawItemText(&painter, room, static_cast<int>(alignment | Qt::AlignVCenter),
-                               widget.palette(), true, cut, widget.foregroundRole());
+                               widget.palette(), true, FittingText(widget, texts),
+                               widget.foregroundRole());
 }
 
 CutLabel::CutLabel() {
@@ -19,8 +39,14 @@ CutLabel::CutLabel() {
   setMinimumWidth(1);
 }
 
+void CutLabel::SetTexts(const QStringList& texts) {
+  shorter_ = texts.mid(1);
+  setText(texts.value(0));
+  update();
+}
+
 void CutLabel::paintEvent(QPaintEvent* /*event*/) {
-  DrawCut(*this, text(), alignment());
+  DrawFitting(*this, QStringList(text()) + shorter_, alignment());
 }
 
 }  // namespace polefit

@@ -1,20 +1,40 @@
 #include "widgets/status_line.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <QStyleOptionButton>
+#include <algorithm>
 
 #include "widgets/cut_label.h"
 
 namespace polefit {
 
-namespace {
-
-/// What the places take of the bar. The read-out is the one that must not jump about.
-constexpr int kFindingsShare = 3;
-constexpr int kRunShare = 4;
-constexpr int kReadOutShare = 4;
-
 class CutButton final : public QPushButton {
+ public:
+  explicit CutButton(const char* name) {
+    setObjectName(name);
+    setFlat(true);
+    // The list and the run have keys of their own; Tab stays with the answers.
+    setFocusPolicy(Qt::NoFocus);
+  }
+
+  void SetTexts(const QStringList& texts) {
+    texts_ = texts;
+    setText(texts.value(0).replace('&', "&&"));
+    setVisible(!text().isEmpty());
+    update();
+  }
+
+  /// Becomes as wide as the first text that needs no more than `most`, or else so wide; returns
+  /// how much that is.
+  int Take(int most) {
+    if (isHidden()) return 0;
+    const auto fits = [&](const QString& text) { return WidthOf(*this, text) <= most; };
+    const auto text = std::find_if(texts_.begin(), texts_.end(), fits);
+    setFixedWidth(text == texts_.end() ? std::max(1, most) : WidthOf(*this, *text));
+    return width();
+  }
+
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
     QStyleOptionButton option;
@@ -22,50 +42,24 @@ class CutButton final : public QPushButton {
     QPainter painter(this);
     style()->drawControl(QStyle::CE_PushButtonBevel, &option, &painter, this);
     painter.end();
-    DrawCut(*this, text().replace("&&", "&"), Qt::AlignLeft);
+    DrawFitting(*this, texts_, Qt::AlignLeft);
   }
+
+ private:
+  QStringList texts_;
 };
 
-/// As wide as the bar gives it, however long its text.
-template <typename Place>
-Place* MakePlace(const char* name) {
-  auto* place = new Place;
-  place->setObjectName(name);
-  place->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  place->setMinimumWidth(1);
-  return place;
-}
-
-QPushButton* MakeButtonPlace(const char* name, const QString& tip) {
-  QPushButton* place = MakePlace<CutButton>(name);
-  place->setFlat(true);
-  // The list and the run have keys of their own; Tab stays with the answers.
-  place->setFocusPolicy(Qt::NoFocus);
-  place->setToolTip(tip);
-  return place;
-}
-
-QString WithoutMnemonic(QString text) {
-  return text.replace('&', "&&");
-}
-
-template <typename Place>
-void ShowText(Place& place, const QString& text) {
-  place.setText(text);
-  place.setVisible(!text.isEmpty());
-}
-
-}  // namespace
-
 StatusLine::StatusLine()
-    : findings_(MakeButtonPlace("cmdFindings", tr("Shows or hides the list of findings (F7)"))),
-      run_(MakeButtonPlace("cmdRunState", {})),
-      readOut_(MakePlace<CutLabel>("lblReadOut")) {
+    : findings_(new CutButton("cmdFindings")),
+      run_(new CutButton("cmdRunState")),
+      readOut_(new CutLabel) {
+  findings_->setToolTip(tr("Shows or hides the list of findings (F7)"));
+  readOut_->setObjectName("lblReadOut");
   readOut_->setTextFormat(Qt::PlainText);
   readOut_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  addWidget(findings_, kFindingsShare);
-  addWidget(run_, kRunShare);
-  addPermanentWidget(readOut_, kReadOutShare);
+  addWidget(findings_);
+  addWidget(run_);
+  addPermanentWidget(readOut_, 1);
   connect(findings_, &QPushButton::clicked, this, &StatusLine::findingsClicked);
   connect(run_, &QPushButton::clicked, this, &StatusLine::runClicked);
   ShowFindings({});
@@ -73,20 +67,44 @@ StatusLine::StatusLine()
   ShowReadOut({});
 }
 
-void StatusLine::ShowFindings(const QString& text) {
-  ShowText(*findings_, WithoutMnemonic(text));
-  findings_->setAccessibleName(tr("Findings: %1").arg(text));
+void StatusLine::ShowFindings(const QStringList& texts) {
+  findings_->SetTexts(texts);
+  findings_->setAccessibleName(tr("Findings: %1").arg(texts.value(0)));
+  Arrange();
 }
 
-void StatusLine::ShowRun(const QString& text) {
-  ShowText(*run_, WithoutMnemonic(text));
-  run_->setAccessibleName(tr("Run: %1").arg(text));
-  run_->setToolTip(text + '\n' + tr("Shows or hides the run (F9)"));
+void StatusLine::ShowRun(const QStringList& texts) {
+  run_->SetTexts(texts);
+  run_->setAccessibleName(tr("Run: %1").arg(texts.value(0)));
+  run_->setToolTip(texts.value(0) + '\n' + tr("Shows or hides the run (F9)"));
+  Arrange();
 }
 
-void StatusLine::ShowReadOut(const QString& text) {
-  ShowText(*readOut_, text);
-  readOut_->setToolTip(text);
+void StatusLine::ShowReadOut(const QStringList& texts) {
+  readOut_->SetTexts(texts);
+  readOut_->setToolTip(texts.value(0));
+  const bool wasHidden = readOut_->isHidden();
+  readOut_->setVisible(!texts.value(0).isEmpty());
+  if (readOut_->isHidden() != wasHidden) Arrange();
+}
+
+/// Findings and run take what they need, up to half of the bar; the read-out, which changes with
+/// every move of the mouse and must not shift the others, has the rest.
+void StatusLine::Arrange() {
+  const int room = width() - 2 * fontMetrics().height();
+  const int most = readOut_->isHidden() ? room : room / 2;
+  const int taken = findings_->Take(run_->isHidden() ? most : most / 2);
+  run_->Take(most - taken);
+}
+
+void StatusLine::resizeEvent(QResizeEvent* event) {
+  Arrange();
+  QStatusBar::resizeEvent(event);
+}
+
+void StatusLine::changeEvent(QEvent* event) {
+  QStatusBar::changeEvent(event);
+  if (event->type() == QEvent::FontChange) Arrange();
 }
 
 }  // namespace polefit

@@ -54,6 +54,17 @@ bool IsAt(const FormPlace& place, const FormPlace& typing) {
   return !place.control.empty() && place == typing;
 }
 
+/// For the status bar: how many there are and the first one, then where that is, at last how many.
+QStringList StatusTexts(const std::vector<Finding>& counted, const std::vector<Finding>& listed) {
+  if (counted.empty()) return {QObject::tr("No findings")};
+  const QString counts = QString::fromStdString(CountText(counted));
+  if (listed.empty()) return {counts};
+  QStringList texts = {counts + ": " + QString::fromStdString(listed.front().text)};
+  const std::string place = PlaceText(listed.front().place);
+  if (!place.empty()) texts << counts + ": " + QString::fromStdString(place);
+  return texts << counts;
+}
+
 }  // namespace
 
 FindingsPanel::FindingsPanel(MainWindow& form)
@@ -113,11 +124,7 @@ void FindingsPanel::ShowFindings(const std::vector<Finding>& findings, bool isSu
     counted.push_back(finding);
     if (isSubmitted || finding.severity != Severity::open) listed.push_back(finding);
   }
-  const QString counts = QString::fromStdString(CountText(counted));
-  form_.Status().ShowFindings(counted.empty() ? tr("No findings")
-                              : listed.empty()
-                                  ? counts
-                                  : counts + ": " + QString::fromStdString(listed.front().text));
+  form_.Status().ShowFindings(StatusTexts(counted, listed));
   if (listed == findings_) return;
   findings_ = std::move(listed);
   visited_ = std::min(visited_, static_cast<int>(findings_.size()) - 1);

@@ -59,8 +59,11 @@ CurvesPane::CurvesPane(QWidget* parent)
   lower_->setObjectName("DiagramLower");
   state_->setObjectName("CurvesState");
   state_->setTextFormat(Qt::PlainText);
-  // A long state is cut before it makes the pane wide.
-  state_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  // A long state takes a second line before it makes the pane wide.
+  state_->setWordWrap(true);
+  QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  policy.setHeightForWidth(true);
+  state_->setSizePolicy(policy);
   take_->setObjectName("cmdTakePreview");
   take_->setText(tr("Take"));
   take_->setToolTip(tr("Puts the preview's values into the boxes"));
@@ -88,6 +91,8 @@ CurvesPane::CurvesPane(QWidget* parent)
     view->setMinimumHeight(fontMetrics().height() * 3);
     Connect(view);
   }
+  // Its figures need a line above or below the errors.
+  errors_->setMinimumHeight(fontMetrics().height() * 11 / 2);
 }
 
 void CurvesPane::BuildChoices(QBoxLayout* top, QBoxLayout* middle) {
@@ -247,13 +252,22 @@ DiagramView& CurvesPane::FirstSeen() {
   return *upper_;
 }
 
-QString CurvesPane::ReadOut() const {
+QStringList CurvesPane::ReadOut() const {
   for (const DiagramView* view : {upper_, errors_, lower_}) {
-    if (!view->hasFocus()) continue;
-    return view->Marked() ? ToQString(StopText(view->Shown(), *view->Marked(), shown_, choices_))
-                          : ToQString(view->Shown().sentence);
+    if (view->hasFocus()) return ReadOutOf(*view, view->Marked());
   }
-  return ToQString(upper_->Shown().sentence);
+  return ReadOutOf(*upper_, std::nullopt);
+}
+
+QStringList CurvesPane::ReadOutOf(const DiagramView& view, std::optional<std::size_t> stop) const {
+  const Diagram& diagram = view.Shown();
+  std::vector<std::string> texts = {diagram.sentence, diagram.brief};
+  if (stop) texts = StopTexts(diagram, *stop, shown_, choices_);
+  QStringList shown;
+  for (const std::string& text : texts) {
+    if (!text.empty()) shown << ToQString(text);
+  }
+  return shown;
 }
 
 void CurvesPane::ToggleWhole(DiagramView* view) {
@@ -319,10 +333,10 @@ void CurvesPane::ShowFor(PaneRoom room) {
 }
 
 void CurvesPane::TellReadOut(DiagramView* view, std::optional<std::size_t> stop) {
-  const QString text = stop ? ToQString(StopText(view->Shown(), *stop, shown_, choices_))
-                            : ToQString(view->Shown().sentence);
-  view->SetReadOut(text);
-  Q_EMIT readOut(text);
+  const QStringList texts = ReadOutOf(*view, stop);
+  view->SetReadOut(texts.value(0));
+  const bool isLookedAt = stop || view->underMouse() || view->hasFocus();
+  Q_EMIT readOut(isLookedAt ? texts : ReadOut());
 }
 
 void CurvesPane::TellChoice(DiagramView* view, std::size_t stop) {

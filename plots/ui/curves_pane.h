@@ -45,11 +45,12 @@ class CurvesPane final : public QWidget {
   void FitView();
   /// Rings a typed location and reads it out, where poles are shown.
   void MarkLocation(std::optional<std::size_t> location);
-  /// What is marked in the diagram that has the focus, or else all in one sentence.
-  QString ReadOut() const;
+  /// What is marked in the diagram that has the focus, or else all in one sentence; then the same
+  /// for little room.
+  QStringList ReadOut() const;
 
  Q_SIGNALS:
-  void readOut(const QString& text);
+  void readOut(const QStringList& texts);
   /// A click chose a row of the passband or delay points, from 0, or a location.
   void pointChosen(bool isDelay, std::size_t row);
   void locationChosen(std::size_t location);
@@ -72,6 +73,7 @@ class CurvesPane final : public QWidget {
   void ToggleWhole(DiagramView* view);
   void ToggleCurve(const QString& legendText);
   void HideNext();
+  QStringList ReadOutOf(const DiagramView& view, std::optional<std::size_t> stop) const;
   void TellReadOut(DiagramView* view, std::optional<std::size_t> stop);
   void TellChoice(DiagramView* view, std::size_t stop);
 

@@ -244,6 +244,9 @@ void DiagramView::focusInEvent(QFocusEvent* event) {
 void DiagramView::focusOutEvent(QFocusEvent* event) {
   QCustomPlot::focusOutEvent(event);
   ShowFocus(false);
+  const bool isForAWhile = event->reason() == Qt::PopupFocusReason ||
+                           event->reason() == Qt::ActiveWindowFocusReason || underMouse();
+  if (!isForAWhile) Q_EMIT stopReached(std::nullopt);
 }
 
 void DiagramView::leaveEvent(QEvent* event) {

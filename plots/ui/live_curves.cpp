@@ -181,7 +181,8 @@ void LiveCurves::SuggestStart() {
            {{tr("&Replace Them").toStdString(), [this] { ReplaceStart(); }}}});
     case SuggestedStart::Outcome::faulty:
       return form_.Status().ShowReadOut(
-          tr("no starting values: other answers have a fault, see findings (F7)"));
+          {tr("no starting values: other answers have a fault, see findings (F7)"),
+           tr("no starting values: see findings (F7)")});
   }
 }
 

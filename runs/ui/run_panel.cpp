@@ -15,6 +15,7 @@
 #include "exchange/ui/copy_as.h"
 #include "form/ui/main_window.h"
 #include "form/ui/panel_entry.h"
+#include "runs/fit_quality.h"
 #include "runs/ui/error_plot.h"
 #include "runs/ui/run_parts.h"
 #include "widgets/controls.h"
@@ -28,11 +29,20 @@ constexpr int kPollMilliseconds = 150;
 /// What takes no longer needs no panel.
 constexpr qint64 kLastingMilliseconds = 1000;
 
-/// The verdict as it stands in the status bar: "Good (form changed since): rms 0.06 %, ...".
-QString StatusText(const Verdict& verdict, bool isOutdated) {
-  QString text = QString::fromStdString(verdict.text);
-  if (isOutdated) text.insert(text.indexOf(':'), QObject::tr(" (form changed since)"));
-  return text;
+/// The verdict as it stands in the status bar, "Good (form changed since): rms 0.06 %, ...", its
+/// two chief figures, and the first word alone.
+QStringList StatusTexts(const RunEnd& end, bool isOutdated) {
+  const std::string word = WordOf(end.verdict.outcome);
+  QStringList texts = {QString::fromStdString(end.verdict.text)};
+  const auto quality = QualityOf(end.figures);
+  if (quality) texts << QString::fromStdString(word + ": " + quality->brief);
+  texts << QString::fromStdString(word);
+  for (QString& text : texts) {
+    const qsizetype colon = text.indexOf(':');
+    if (isOutdated)
+      text.insert(colon < 0 ? text.size() : colon, QObject::tr(" (form changed since)"));
+  }
+  return texts;
 }
 
 }  // namespace
@@ -253,21 +263,22 @@ void RunPanel::SetOutdated(bool isOutdated) {
 
 /// In the status bar and on the tab of runs, whether the panel is open or not.
 void RunPanel::ShowStatus() {
-  QString text;
+  QStringList texts;
   if (watch_.End()) {
-    text = StatusText(watch_.End()->verdict, isOutdated_);
+    texts = StatusTexts(*watch_.End(), isOutdated_);
   } else if (watch_.IsOn()) {
     const QString file = QString::fromStdString(watch_.Run()->DataFile());
     const auto progress = watch_.Progress();
-    text = progress ? tr("Running %1: %2 of %3 evaluations")
-                          .arg(file, QString::number(progress->evaluations),
-                               QString::number(progress->limit))
-                    : tr("Running %1").arg(file);
+    const QString evaluations = progress ? tr(": %1 of %2 evaluations")
+                                               .arg(QString::number(progress->evaluations),
+                                                    QString::number(progress->limit))
+                                         : QString();
+    texts = {tr("Running %1").arg(file) + evaluations, tr("Running") + evaluations, tr("Running")};
   } else {
     return;
   }
-  form_.Status().ShowRun(text);
-  form_.findChild<QLabel*>("RunState")->setText(text);
+  form_.Status().ShowRun(texts);
+  form_.findChild<QLabel*>("RunState")->setText(texts.first());
 }
 
 }  // namespace polefit

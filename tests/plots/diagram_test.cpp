@@ -63,6 +63,7 @@ TEST(MagnitudeDiagram, ShowsWantedAndObtainedInDecibels) {
   EXPECT_EQ(diagram.stops.size(), 21U);
   EXPECT_EQ(diagram.sentence,
             "wanted and typed, 0 to 10 MHz, worst error 6.66 dB at 9.5 MHz, 7 poles, 3 zeros");
+  EXPECT_EQ(diagram.brief, "typed, worst error 6.66 dB at 9.5 MHz, 7 poles, 3 zeros");
   EXPECT_THAT(StopText(diagram, 11, shown, plain), StartsWith("row 12: 5.5 MHz, wanted -5.85 dB"));
 
   DiagramChoices choices;
@@ -186,6 +187,42 @@ TEST(Diagrams, TellOfTheCurvesThatAreSeen) {
   EXPECT_THAT(StopText(delay, 0, shown, {}), HasSubstr("result 19:40, H "));
 }
 
+TEST(MagnitudeDiagram, NamesFrequenciesOfAllSizes) {
+  for (const auto& [lowest, words] : {std::pair("0.001", ", 1 kHz to 3 GHz, "),
+                                      {"0", ", 0 to 3 GHz, "},
+                                      {"500", ", 0.5 to 3 GHz, "}}) {
+    ResponseRecord record = ExampleRecord("Ex-Yzero.101");
+    record.passband.At(1, 1) = lowest;
+    record.passband.At(2, 1) = "700";
+    for (int row = 3; row <= 21; ++row) record.passband.At(row, 1) = "3000";
+    const FitCurves curves = Curves(record);
+    const ShownCurves shown = {&curves};
+    EXPECT_THAT(MakeDiagram(DiagramKind::magnitude, shown, {}).sentence, HasSubstr(words));
+  }
+}
+
+TEST(StopTexts, TellLessAndLessAndAtLastOfTheLastCurveAlone) {
+  const FitCurves typed = Curves(ExampleRecord("Ex-Delay.101"));
+  FitCurves result = Curves(ExampleRecord("Ex-Delay.101", "8=.23 .3 .34"));
+  result.name = "result 13:00";
+  const ShownCurves shown = {&typed, &result};
+  for (const auto& [kind, count] : {std::pair(DiagramKind::magnitude, 3U),
+                                    {DiagramKind::error, 3U},
+                                    {DiagramKind::delay, 2U},
+                                    {DiagramKind::poles, 1U}}) {
+    const Diagram diagram = MakeDiagram(kind, shown, {});
+    const std::vector<std::string> texts = StopTexts(diagram, 3, shown, {});
+    ASSERT_EQ(texts.size(), count);
+    EXPECT_EQ(texts[0], StopText(diagram, 3, shown, {}));
+    for (std::size_t i = 1; i < count; ++i) {
+      EXPECT_LT(texts[i].size(), texts[i - 1].size());
+      EXPECT_EQ(texts[i].find("typed"), std::string::npos);
+      const std::string end = ", error ";
+      EXPECT_EQ(texts[i].substr(texts[i].rfind(end)), texts[0].substr(texts[0].rfind(end)));
+    }
+  }
+}
+
 TEST(ErrorDiagram, NamesTheWorstRow) {
   const FitCurves curves = Curves(ExampleRecord("Ex-Delay.101"));
   const Diagram diagram = MakeDiagram(DiagramKind::error, {&curves}, {});
@@ -261,6 +298,16 @@ TEST(PoleDiagram, LeadsToImagesAndOwnPolesToo) {
   for (const char* const side : {"-0.3", "0.3"}) {
     EXPECT_THAT(quad, Contains(StartsWith(std::string(side) + " zero quad 1: \u00b10.3 + j1.4")));
   }
+}
+
+TEST(PoleDiagram, IsAsLargeAsWhatItShows) {
+  const FitCurves near = Curves(
+      ExampleRecord("Ex-Delay.101", "8=.02 .03 .01; 9=.01 .02 .03; 10=N; 11=0 0 0; 13=.001"));
+  const FitCurves usual = Curves(ExampleRecord("Ex-Delay.101"));
+  const Diagram small = MakeDiagram(DiagramKind::poles, {&near}, {});
+  EXPECT_LT(small.y.to, .1) << "low-pass far below the frequency norm";
+  EXPECT_LT(small.x.to - small.x.from, .2);
+  EXPECT_GT(MakeDiagram(DiagramKind::poles, {&usual}, {}).y.to, 1.1);
 }
 
 TEST(StepDiagram, HasItsCurvesOverTheSameTime) {

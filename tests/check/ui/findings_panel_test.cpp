@@ -3,6 +3,7 @@
 #include <QPushButton>
 #include <QTableWidget>
 
+#include "check/finding_place.h"
 #include "form/ui/main_form.h"
 
 namespace polefit::testing {
@@ -88,6 +89,16 @@ TEST_F(FindingsPanelTest, ACureIsAButtonInTheListAndAnEntryAtItsCellAndOneStep) 
   button->click();
   QApplication::processEvents();
   EXPECT_EQ(form.PassData().Text(3, 2), "0.5");
+}
+
+TEST(PlaceText, SaysWhereAFindingStands) {
+  const std::pair<FindingPlace, const char*> cases[] = {
+      {{.question = "11a"}, "question 11a"},
+      {{.table = FindingTable::passband, .row = 3, .column = 2}, "passband row 3"},
+      {{.table = FindingTable::delay}, "delay points"},
+      {{.table = FindingTable::solverSettings, .row = 2}, "solver setting 2"},
+      {{}, ""}};
+  for (const auto& [place, words] : cases) EXPECT_EQ(PlaceText(place), words);
 }
 
 }  // namespace

@@ -369,5 +369,26 @@ TEST_F(CurvesDockTest, SaysAllInOneSentence) {
   EXPECT_EQ(Lower().accessibleName(), "7 poles, 3 zeros");
 }
 
+TEST_F(CurvesDockTest, ReadsOutAllAgainWhenNoDiagramIsLookedAt) {
+  const QString sentence = Upper().accessibleName();
+  Find<QWidget>("optPhase").setFocus();
+  for (DiagramView* view : {&Upper(), &Lower()}) {
+    view->setFocus();
+    Press(Qt::Key_Right);
+    EXPECT_NE(ReadOut(), sentence);
+    Find<QWidget>("optPhase").setFocus();
+    EXPECT_EQ(ReadOut(), sentence);
+  }
+}
+
+TEST_F(CurvesDockTest, SaysItsStateWholeInANarrowPane) {
+  auto& state = Find<QLabel>("CurvesState");
+  state.setText("result 19:40, form changed since, 2 of 3 ticked runs");
+  dock.Pane().setFixedWidth(340);
+  QApplication::processEvents();
+  EXPECT_GE(state.height(), state.heightForWidth(state.width()));
+  EXPECT_GT(state.heightForWidth(state.width()), state.fontMetrics().lineSpacing());
+}
+
 }  // namespace
 }  // namespace polefit::testing
