@@ -34,6 +34,9 @@ DiagramView::DiagramView(QWidget* parent)
   grabGesture(Qt::PinchGesture);
   setNoAntialiasingOnDrag(false);
   axisRect()->setAutoMargins(QCP::msTop | QCP::msBottom);
+  for (QCPAxis* axis : {xAxis, yAxis}) {
+    connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, &DiagramView::ShowMark);
+  }
   ApplyStyle();
 }
 
@@ -134,6 +137,7 @@ void DiagramView::Mark(std::optional<std::size_t> stop) {
     auto* ring = new QCPItemEllipse(this);
     ring->setObjectName("mark");
     ring->setPen(QPen(palette().color(QPalette::Highlight), 2));
+    ring->setClipToAxisRect(false);
     const double size = fontMetrics().height() * .5;
     auto* anchor = new QCPItemTracer(this);
     anchor->setObjectName("mark");
@@ -145,8 +149,19 @@ void DiagramView::Mark(std::optional<std::size_t> stop) {
       const double sign = corner == ring->topLeft ? -1 : 1;
       corner->setCoords(sign * size, sign * size);
     }
+    ShowMark();
   }
   replot(rpQueuedReplot);
+}
+
+/// The ring may stand over the axes, but not round a place that they do not show.
+void DiagramView::ShowMark() {
+  if (!marked_) return;
+  const Stop& at = diagram_.stops[*marked_];
+  const bool isSeen = xAxis->range().contains(at.x) && yAxis->range().contains(at.y);
+  for (int i = 0; i < itemCount(); ++i) {
+    if (item(i)->objectName() == "mark") item(i)->setVisible(isSeen);
+  }
 }
 
 void DiagramView::changeEvent(QEvent* event) {

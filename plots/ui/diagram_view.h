@@ -72,6 +72,7 @@ class DiagramView final : public QCustomPlot {
   enum class Drag { none, zoom, pan, stop };
 
   void ApplyStyle();
+  void ShowMark();
   void ShowFocus(bool hasFocus);
   void Rebuild();
   void AddSeries(const Series& series, bool isLastLine);
@@ -83,6 +84,9 @@ class DiagramView final : public QCustomPlot {
   Obstacles DrawnObstacles() const;
   void PlaceNote();
   void PlaceLegend();
+  Obstacles LegendObstacles(const QRectF& room) const;
+  QSizeF ShapeLegend(bool hasFigures, int columns);
+  bool LiftLegend(const QRectF& room, bool hasFigures, double most);
   void PlaceAxes();
   void PlaceEqualAxes();
   void FitFigures();

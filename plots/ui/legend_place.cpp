@@ -46,8 +46,8 @@ bool IsCovered(const QRectF& rect, const std::vector<QPointF>& line) {
   return false;
 }
 
-bool IsFree(const QRectF& place, const Obstacles& obstacles) {
-  const QRectF rect = place.adjusted(-kMark, -kMark, kMark, kMark);
+bool IsFree(const QRectF& place, const Obstacles& obstacles, double gap) {
+  const QRectF rect = place.adjusted(-gap, -gap, gap, gap);
   const auto holds = [&rect](const QPointF& mark) { return rect.contains(mark); };
   const auto meets = [&rect](const QRectF& text) { return rect.intersects(text); };
   const auto covers = [&rect](const std::vector<QPointF>& line) { return IsCovered(rect, line); };
@@ -71,7 +71,22 @@ std::optional<Qt::Alignment> FreeLegendPlace(const QRectF& room, const QSizeF& s
                                                 Qt::AlignRight | Qt::AlignVCenter,
                                                 Qt::AlignCenter};
   for (const Qt::Alignment place : places) {
-    if (place && IsFree(Placed(room, size, place), obstacles)) return place;
+    if (place && IsFree(Placed(room, size, place), obstacles, kMark)) return place;
+  }
+  return std::nullopt;
+}
+
+std::optional<QPointF> FreeNotePlace(const QRectF& room, const QSizeF& size,
+                                     const Obstacles& obstacles) {
+  // Beside a line of its own size, in a strip that is hardly higher than the text.
+  constexpr double kGap = 3;
+  constexpr std::array kShares = {1., .5, 0., .75, .25, .875, .625, .375, .125};
+  const double way = room.width() - size.width();
+  for (const double top : {room.top(), room.bottom() - size.height()}) {
+    for (const double share : kShares) {
+      const QPointF corner(room.left() + share * way, top);
+      if (IsFree({corner, size}, obstacles, kGap)) return corner;
+    }
   }
   return std::nullopt;
 }

@@ -49,6 +49,8 @@ QTableWidget* MakeTable() {
   table->setTabKeyNavigation(false);
   table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() * 3 / 2);
   table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+  // Bold headers would fill their columns from edge to edge.
+  table->horizontalHeader()->setHighlightSections(false);
   table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   return table;
 }

@@ -201,6 +201,44 @@ TEST_F(DiagramViewTest, KeepsTheLegendOffTheCurves) {
   }
 }
 
+TEST_F(DiagramViewTest, NamesItsCurvesAndItsWorstErrorInTheSmallestPane) {
+  view.setFont(QFont("DejaVu Sans", 10));
+  for (const bool isLinear : {false, true}) {
+    choices.isLinear = isLinear;
+    view.resize(350, 198);
+    QApplication::processEvents();
+    for (const DiagramKind kind : {DiagramKind::magnitude, DiagramKind::delay}) {
+      Show(kind);
+      EXPECT_TRUE(view.legend->visible()) << "nothing else tells the curves apart";
+    }
+    view.resize(330, 85);
+    QApplication::processEvents();
+    Show(DiagramKind::error);
+    const auto& note = *view.findChild<QCPItemText*>("note");
+    const QRectF text(note.topLeft->pixelPosition(), note.bottomRight->pixelPosition());
+    for (const Stop& stop : diagram.stops) {
+      EXPECT_FALSE(
+          text.contains(view.xAxis->coordToPixel(stop.x), view.yAxis->coordToPixel(stop.y)));
+    }
+  }
+}
+
+TEST_F(DiagramViewTest, RingsAPlaceAtTheEdgeWhole) {
+  Show(DiagramKind::magnitude);
+  view.Mark(0);
+  view.xAxis->setRange(0, 5);
+  const QColor ring = view.palette().color(QPalette::Highlight);
+  const auto isRinged = [&] {
+    view.replot();
+    image = view.grab().toImage();
+    const QPoint left(view.fontMetrics().height() / 2, 0);
+    return HasColor(view.PositionOf(0).toPoint() - left, ring, 2);
+  };
+  EXPECT_TRUE(isRinged());
+  view.xAxis->setRange(.1, 5);
+  EXPECT_FALSE(isRinged());
+}
+
 TEST_F(DiagramViewTest, ShortensWhatANarrowOneHasNoRoomFor) {
   const auto noteWidth = [this] {
     auto* note = view.findChild<QCPItemText*>("note");
