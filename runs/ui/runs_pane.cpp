@@ -114,6 +114,22 @@ QString TimeText(std::int64_t milliseconds) {
   return QLocale::c().toString(time, isOfThisYear ? "d MMM HH:mm" : "d MMM yyyy");
 }
 
+/// All buttons of a row are seen on a narrow page, too: with less room round their captions.
+void AllowNarrow(QPushButton& button) {
+  const int caption = button.fontMetrics().horizontalAdvance(button.text() + "  ");
+  const bool hasArrow = button.menu() != nullptr;
+  button.setMinimumWidth(caption + (hasArrow ? button.fontMetrics().height() : 0));
+  button.setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+}
+
+/// Columns grow with their contents, and never shrink: the user may have set their widths.
+void WidenColumns(QTreeWidget& table) {
+  for (int column = 0; column < runColumnCount; ++column) {
+    const int wanted = static_cast<QAbstractItemView&>(table).sizeHintForColumn(column);
+    if (table.columnWidth(column) < wanted) table.setColumnWidth(column, wanted);
+  }
+}
+
 }  // namespace
 
 RunsPane::RunsPane() : table_(new RunTable), menu_(new QMenu(this)) {
@@ -172,6 +188,7 @@ void RunsPane::BuildButtons() {
     // The tab has mnemonics of its own.
     auto* button = MakeButton(name, action->text().remove('&'));
     button->setToolTip(action->toolTip());
+    AllowNarrow(*button);
     connect(button, &QPushButton::clicked, action, &QAction::trigger);
     connect(action, &QAction::changed, button,
             [action, button] { button->setEnabled(action->isEnabled()); });
@@ -211,6 +228,7 @@ void RunsPane::BuildButtons() {
   auto* more = new QPushButton(tr("More"));
   more->setObjectName("cmdRunMore");
   more->setMenu(menu_);
+  AllowNarrow(*more);
   row->addWidget(more);
   row->addStretch();
   static_cast<QVBoxLayout*>(layout())->addLayout(row);
@@ -267,6 +285,8 @@ void RunsPane::ShowRuns(const std::vector<KeptRun>& runs) {
   }
   if (isFirst) {
     for (int column = 0; column < runColumnCount; ++column) table_->resizeColumnToContents(column);
+  } else {
+    WidenColumns(*table_);
   }
   FollowSelection();
   if (Ticked().size() != drawn) Q_EMIT ticked(Ticked());  // a run that was drawn is gone

@@ -175,6 +175,12 @@ TEST_F(RunsTest, TheTableSortsByNumbersDrawsWhatIsTickedAndKeepsNotes) {
   QTreeWidget& table = Table();
   EXPECT_THAT(Column(2), ::testing::ElementsAre("three.1", "two.1", "one.1")) << "the newest first";
   EXPECT_EQ(The("cmdSubmit").nextInFocusChain(), &table);
+  EXPECT_GE(table.columnWidth(2), static_cast<QAbstractItemView&>(table).sizeHintForColumn(2))
+      << "wider than at the first run";
+  The<QTabWidget>("CVX_Tabs").window()->resize(921, 630);
+  QCoreApplication::processEvents();
+  const auto& page = dynamic_cast<QScrollArea&>(*The<QTabWidget>("CVX_Tabs").currentWidget());
+  EXPECT_LE(page.widget()->minimumSizeHint().width(), page.viewport()->width());
   table.sortByColumn(5, Qt::AscendingOrder);
   EXPECT_THAT(Column(5), ::testing::ElementsAre("0.9 %", "2 %", "12 %"));
   answers.Do([](QDialog& dialog) {
