@@ -26,8 +26,8 @@ Preview MakePreview(const ResponseRecord& record, const std::function<bool()>& i
   return preview;
 }
 
-PreviewWorker::PreviewWorker(std::function<void(Preview)> done)
-    : done_(std::move(done)), thread_([this] { Work(); }) {}
+PreviewWorker::PreviewWorker(std::function<void()> found)
+    : tellFound_(std::move(found)), thread_([this] { Work(); }) {}
 
 PreviewWorker::~PreviewWorker() {
   {
@@ -43,6 +43,7 @@ void PreviewWorker::Request(const ResponseRecord& record) {
   {
     const std::lock_guard lock(mutex_);
     wanted_ = record;
+    found_.reset();
     isCancelled_ = true;  // what is being solved; the worker clears it before the next one
   }
   wakeUp_.notify_one();
@@ -51,7 +52,21 @@ void PreviewWorker::Request(const ResponseRecord& record) {
 void PreviewWorker::Cancel() {
   const std::lock_guard lock(mutex_);
   wanted_.reset();
+  found_.reset();
   isCancelled_ = true;
+}
+
+std::optional<Preview> PreviewWorker::TakeFound() {
+  const std::lock_guard lock(mutex_);
+  return std::exchange(found_, std::nullopt);
+}
+
+/// Keeps it to be taken, unless it was cancelled.
+bool PreviewWorker::Keep(Preview preview) {
+  const std::lock_guard lock(mutex_);
+  if (!preview.curves || isCancelled_) return false;
+  found_ = std::move(preview);
+  return true;
 }
 
 void PreviewWorker::Work() {
@@ -64,8 +79,7 @@ void PreviewWorker::Work() {
       record = *std::exchange(wanted_, std::nullopt);
       isCancelled_ = false;
     }
-    Preview preview = MakePreview(record, [this] { return isCancelled_.load(); });
-    if (preview.curves && !isCancelled_) done_(std::move(preview));
+    if (Keep(MakePreview(record, [this] { return isCancelled_.load(); }))) tellFound_();
   }
 }
 

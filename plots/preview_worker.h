@@ -21,8 +21,8 @@ struct Preview {
 /// that is being solved. No file is written and no process started.
 class PreviewWorker {
  public:
-  /// `done` is called in the worker's thread with each preview that was not cancelled.
-  explicit PreviewWorker(std::function<void(Preview)> done);
+  /// `found` is called in the worker's thread when there is a preview to take.
+  explicit PreviewWorker(std::function<void()> found);
   /// Stops what is being solved and waits for the thread; that takes one model evaluation at most.
   ~PreviewWorker();
   PreviewWorker(const PreviewWorker&) = delete;
@@ -30,14 +30,18 @@ class PreviewWorker {
 
   void Request(const ResponseRecord& record);
   void Cancel();
+  /// Gives the last preview away; nothing when there is none, or another request came since.
+  std::optional<Preview> TakeFound();
 
  private:
   void Work();
+  bool Keep(Preview preview);
 
-  std::function<void(Preview)> done_;
+  std::function<void()> tellFound_;
   std::mutex mutex_;
   std::condition_variable wakeUp_;
   std::optional<ResponseRecord> wanted_;
+  std::optional<Preview> found_;
   bool ends_ = false;
   std::atomic<bool> isCancelled_ = false;
   std::thread thread_;

@@ -134,11 +134,10 @@ void LiveCurves::SetPreview(bool isWanted) {
     return ShowAll();
   }
   if (!worker_) {
-    worker_ = std::make_unique<PreviewWorker>([this](Preview preview) {
+    worker_ = std::make_unique<PreviewWorker>([this] {
       // From the worker's thread into this one.
-      auto shared = std::make_shared<Preview>(std::move(preview));
       QMetaObject::invokeMethod(
-          this, [this, shared] { TakePreviewed(std::move(*shared)); }, Qt::QueuedConnection);
+          this, [this] { TakePreviewed(); }, Qt::QueuedConnection);
     });
   }
   Update();
@@ -146,8 +145,10 @@ void LiveCurves::SetPreview(bool isWanted) {
 }
 
 /// It may come when the answers have changed again: then it is not shown.
-void LiveCurves::TakePreviewed(Preview preview) {
-  if (!wantsPreview_ || timer_.isActive() || !curves_.SetPreview(std::move(preview))) return;
+void LiveCurves::TakePreviewed() {
+  std::optional<Preview> preview = worker_->TakeFound();
+  if (!preview || !wantsPreview_ || timer_.isActive()) return;
+  if (!curves_.SetPreview(*std::move(preview))) return;
   ShowAll();
   Q_EMIT previewShown();
 }

@@ -57,7 +57,7 @@ class LiveCurves final : public QObject {
   void ReadForm();
   void ShowAll();
   void RequestPreview();
-  void TakePreviewed(Preview preview);
+  void TakePreviewed();
   void PutAsStep(const ResponseRecord& record, const QString& step);
   void ReplaceStart();
   void SelectPoint(bool isDelay, std::size_t row);

@@ -48,7 +48,7 @@ TEST(CurveSet, BearsTheLargestProblem) {
     EXPECT_LT(diagram.y.from, diagram.y.to) << kind;
   }
   EXPECT_EQ(set.Typed()->h->PoleCount(), 120);
-  PreviewWorker worker([](const Preview&) {});
+  PreviewWorker worker([] {});
   worker.Request(record);
   std::this_thread::sleep_for(std::chrono::milliseconds(20));  // and away while it solves
 }

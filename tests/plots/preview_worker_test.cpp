@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <future>
+#include <semaphore>
 
 #include "solver/example_problem.h"
 
@@ -19,18 +19,26 @@ TEST(Preview, IsTheFitThatARunWouldGive) {
 }
 
 TEST(PreviewWorker, GivesTheLastOfManyRequests) {
-  std::promise<double> last;
-  PreviewWorker worker([&last](const Preview& preview) {
-    if (preview.record.Slot(slot::kFreqNorm) == "11") last.set_value(preview.curves->h->FreqNorm());
-  });
+  std::counting_semaphore<> found(0);
+  PreviewWorker worker([&found] { found.release(); });
   for (int i = 0; i < 20; ++i) worker.Request(ExampleRecord("Ex-Zpair.1"));
   worker.Request(ExampleRecord("Ex-Zpair.1", "5=11"));
-  EXPECT_EQ(last.get_future().get(), 11);
+  std::optional<Preview> last;
+  while (!last) {
+    found.acquire();
+    last = worker.TakeFound();
+  }
+  EXPECT_EQ(last->curves->h->FreqNorm(), 11);
+  EXPECT_FALSE(worker.TakeFound());
+  worker.Request(ExampleRecord("Ex-Zpair.1"));
+  found.acquire();
+  worker.Cancel();
+  EXPECT_FALSE(worker.TakeFound()) << "the answers have changed";
 }
 
 TEST(PreviewWorker, EndsWhileItSolves) {
   for (int i = 0; i < 5; ++i) {
-    PreviewWorker worker([](const Preview&) {});
+    PreviewWorker worker([] {});
     worker.Request(ExampleRecord("Ex-Yzero.101"));
     std::this_thread::sleep_for(std::chrono::milliseconds(i));
     if (i == 3) worker.Cancel();
