@@ -125,7 +125,6 @@ void OrdersDialog::Build() {
 
 void OrdersDialog::Start() {
   worker_.reset();
-  const int round = ++round_;
   fits_ = {};
   table_->setRowCount(0);
   diagram_->Show(OrderDiagram(fits_));
@@ -135,19 +134,18 @@ void OrdersDialog::Start() {
   progress_->show();
   stop_->setEnabled(true);
   take_->setEnabled(false);
-  // From the worker's thread into this one.
-  const auto inWindow = [this, round](auto action) {
+  worker_ = std::make_unique<OrdersWorker>(record_, kFewest, most_->value(), [this] {
+    // From the worker's thread into this one.
     QMetaObject::invokeMethod(
-        this,
-        [this, round, action] {
-          if (round == round_) action();
-        },
-        Qt::QueuedConnection);
-  };
-  worker_ = std::make_unique<OrdersWorker>(
-      record_, kFewest, most_->value(),
-      [this, inWindow](const OrderFit& fit) { inWindow([this, fit] { AddFit(fit); }); },
-      [this, inWindow](const OrderTable& table) { inWindow([this, table] { End(table); }); });
+        this, [this] { ShowNews(); }, Qt::QueuedConnection);
+  });
+}
+
+/// The word of a worker that was ended finds nothing here, or what its successor has found.
+void OrdersDialog::ShowNews() {
+  if (!worker_) return;
+  for (const OrderFit& fit : worker_->TakeFits()) AddFit(fit);
+  if (std::optional<OrderTable> table = worker_->TakeTable()) End(*std::move(table));
 }
 
 void OrdersDialog::AddFit(const OrderFit& fit) {
@@ -165,7 +163,6 @@ void OrdersDialog::AddFit(const OrderFit& fit) {
 }
 
 void OrdersDialog::End(OrderTable table) {
-  ++round_;
   fits_ = std::move(table);
   progress_->hide();
   stop_->setEnabled(false);

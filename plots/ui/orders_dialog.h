@@ -32,6 +32,7 @@ class OrdersDialog final : public QDialog {
  private:
   void Build();
   void Start();
+  void ShowNews();
   void AddFit(const OrderFit& fit);
   void End(OrderTable table);
   void TellWhatStandsOut();
@@ -48,8 +49,6 @@ class OrdersDialog final : public QDialog {
   QSpinBox* most_;
   QPushButton* stop_;
   QPushButton* take_;
-  /// Which start of the worker what arrives belongs to: the rest is of one that was ended.
-  int round_ = 0;
   std::unique_ptr<OrdersWorker> worker_;
 };
 
