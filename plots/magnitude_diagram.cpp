@@ -52,9 +52,11 @@ void DiagramParts::AddObtained(Diagram& diagram) const {
       series.y = Levels(HasPoints() ? curves->obtained : curves->magnitude);
     }
     diagram.series.push_back(std::move(series));
-    if (!choices_.showsPlainMagnitude || !HasPoints() || !IsSeen(*curves)) continue;
-    diagram.series.push_back({curves->name + ", |H| alone", SeriesRole::plainMagnitude,
-                              InUnit(curves->megahertz), Levels(curves->magnitude)});
+  }
+  // Of more than one they could not be told apart.
+  if (choices_.showsPlainMagnitude && HasPoints() && IsSeen(main_) && !main_.isPointsAlone) {
+    diagram.series.push_back({main_.name + ", |H| alone", SeriesRole::plainMagnitude,
+                              InUnit(main_.megahertz), Levels(main_.magnitude)});
   }
 }
 

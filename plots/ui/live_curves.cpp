@@ -170,6 +170,7 @@ void LiveCurves::TakeAnswers(const std::vector<ChangedAnswer>& answers, const QS
 }
 
 void LiveCurves::SuggestStart() {
+  program_.notices.Remove(kSuggestNotice);
   const SuggestedStart suggested = polefit::SuggestStart(Record(), false);
   switch (suggested.outcome) {
     case SuggestedStart::Outcome::found:

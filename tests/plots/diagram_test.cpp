@@ -179,6 +179,13 @@ TEST(Diagrams, TellOfTheCurvesThatAreSeen) {
   const Diagram upper = MakeDiagram(DiagramKind::magnitude, shown, choices);
   EXPECT_THAT(upper.sentence, StartsWith("wanted, typed and a run, 0 to 10 MHz, worst error 6.66"));
   EXPECT_THAT(StopText(upper, 3, shown, choices), Not(HasSubstr("result")));
+  choices.showsPlainMagnitude = true;
+  std::vector<std::string> names;
+  for (const Series& line : MakeDiagram(DiagramKind::magnitude, shown, choices).series) {
+    if (line.role == SeriesRole::plainMagnitude) names.push_back(line.name);
+  }
+  EXPECT_THAT(names, ElementsAre("typed, |H| alone")) << "one grey line";
+  choices.showsPlainMagnitude = false;
   const Diagram poles = MakeDiagram(DiagramKind::poles, shown, choices);
   EXPECT_EQ(SeriesOf(poles, SeriesRole::poles).x,
             SeriesOf(MakeDiagram(DiagramKind::poles, {&typed}, {}), SeriesRole::poles).x);

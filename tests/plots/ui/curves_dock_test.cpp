@@ -253,6 +253,11 @@ TEST_F(CurvesDockTest, SuggestsStartValuesAndOffersToReplaceTypedOnes) {
   ASSERT_EQ(program.notices.Waiting().size(), 1U);
   program.notices.Waiting().front().buttons.front().action();
   EXPECT_NE(form.Text("poleReal"), ".9 .9 .9");
+  Find<QAction>("mnuFitSuggest").trigger();
+  EXPECT_EQ(program.notices.Waiting().size(), 1U);
+  form.SetText("poleReal", "");
+  Find<QAction>("mnuFitSuggest").trigger();
+  EXPECT_TRUE(program.notices.Waiting().empty()) << "one was missing";
   form.SetText("freqNorm", "x");
   form.SetText("poleReal", "");
   Find<QAction>("mnuFitSuggest").trigger();
