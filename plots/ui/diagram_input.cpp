@@ -4,6 +4,7 @@
 #include <QNativeGestureEvent>
 #include <QPinchGesture>
 #include <QRubberBand>
+#include <QTimer>
 #include <algorithm>
 #include <cmath>
 
@@ -238,7 +239,10 @@ void DiagramView::keyPressEvent(QKeyEvent* event) {
 void DiagramView::focusInEvent(QFocusEvent* event) {
   QCustomPlot::focusInEvent(event);
   ShowFocus(true);
-  Q_EMIT stopReached(marked_);
+  // When it is here to stay: a tab that is left passes it on for a moment.
+  QTimer::singleShot(0, this, [this] {
+    if (hasFocus()) Q_EMIT stopReached(marked_);
+  });
 }
 
 void DiagramView::focusOutEvent(QFocusEvent* event) {

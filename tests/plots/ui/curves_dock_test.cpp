@@ -97,6 +97,7 @@ TEST_F(CurvesDockTest, StepsZoomsAndPansByKeys) {
 TEST_F(CurvesDockTest, SaysOfTheFocusedDiagramWhatIsReadOut) {
   Click("optPhase");
   Lower().setFocus();
+  QApplication::processEvents();
   EXPECT_TRUE(ReadOut().startsWith("row 1: 0 MHz, typed 0 degrees")) << ReadOut().toStdString();
   Press(Qt::SHIFT | Qt::Key_Right);
   EXPECT_TRUE(ReadOut().startsWith("row 11: 5 MHz, typed ")) << ReadOut().toStdString();
@@ -106,11 +107,21 @@ TEST_F(CurvesDockTest, SaysOfTheFocusedDiagramWhatIsReadOut) {
   EXPECT_EQ(Lower().accessibleDescription(), "phase of H, 7 poles, 3 zeros");
   Click("optStep");
   Lower().setFocus();
+  QApplication::processEvents();
   EXPECT_TRUE(ReadOut().startsWith("step response, ends at 1")) << ReadOut().toStdString();
   Press(Qt::Key_Right);
   EXPECT_TRUE(ReadOut().startsWith("0 ns, typed 0")) << ReadOut().toStdString();
   QTest::mouseClick(&Lower(), Qt::LeftButton, {}, Lower().PositionOf(9).toPoint());
   EXPECT_EQ(form.PassData().CurrentRow(), 1) << "no row belongs to a moment";
+}
+
+TEST_F(CurvesDockTest, SaysNothingOfADiagramThatFocusOnlyPasses) {
+  form.SetFocus("freqNorm");
+  const QString sentence = ReadOut();
+  Upper().setFocus();
+  form.SetFocus("nPoles");
+  QApplication::processEvents();
+  EXPECT_EQ(ReadOut(), sentence);
 }
 
 TEST_F(CurvesDockTest, KeepsItsFrequencyDiagramsTogether) {
