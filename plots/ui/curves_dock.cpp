@@ -9,6 +9,7 @@
 #include "form/ui/main_window.h"
 #include "plots/ui/curves_pane.h"
 #include "plots/ui/diagram_view.h"
+#include "widgets/window_size.h"
 
 namespace polefit {
 
@@ -142,7 +143,13 @@ void CurvesDock::ApplyWidth() {
 
 void CurvesDock::Float() {
   setFloating(true);
-  restoreGeometry(QByteArray::fromStdString(program_.host.UserSetting(kOwnWindow)));
+  if (restoreGeometry(QByteArray::fromStdString(program_.host.UserSetting(kOwnWindow)))) return;
+  // At first over the form's right side, large enough for all that the diagrams say.
+  const int line = form_.fontMetrics().height();
+  ResizeOnScreen(*this, {28 * line, 42 * line});
+  const QRect screen = this->screen()->availableGeometry();
+  move(std::min(form_.geometry().right(), screen.right()) - width(),
+       std::clamp(form_.y(), screen.top(), std::max(screen.top(), screen.bottom() - height())));
 }
 
 void CurvesDock::ShowAsKept() {

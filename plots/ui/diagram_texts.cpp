@@ -47,13 +47,9 @@ void DiagramView::AddNote() {
   ground.setAlpha(210);
   text->setBrush(ground);
   text->setPadding(QMargins(3, 0, 3, 0));
-  if (!diagram_.hasFigures) {
-    text->setPositionAlignment(Qt::AlignCenter);
-    return text->position->setCoords(.5, .5);
-  }
-  // Above the curves there may have to be room for the legend.
-  text->setPositionAlignment(Qt::AlignHCenter | (showsLegend_ ? Qt::AlignBottom : Qt::AlignTop));
-  text->position->setCoords(.5, showsLegend_ ? .98 : .02);
+  // Where there are curves it finds its place beside them.
+  text->setPositionAlignment(Qt::AlignCenter);
+  text->position->setCoords(.5, .5);
 }
 
 Obstacles DiagramView::DrawnObstacles() const {
@@ -79,40 +75,36 @@ Obstacles DiagramView::DrawnObstacles() const {
   return obstacles;
 }
 
-/// The worst error's figures, off the errors themselves: where there is no room for all of them the
-/// first ones.
-void DiagramView::PlaceNote() {
+/// Puts the note where it covers nothing, and returns that place: of the worst error's figures,
+/// where there is no room for all of them, the first ones.
+QRectF DiagramView::PlaceNote() {
   QCPItemText* note = nullptr;
   for (int i = 0; i < itemCount() && note == nullptr; ++i) {
     note = qobject_cast<QCPItemText*>(item(i));
   }
-  if (note == nullptr || diagram_.kind != DiagramKind::error) return;
+  if (note == nullptr || !diagram_.hasFigures) return {};
   const QRectF room = axisRect()->rect();
   const Obstacles obstacles = DrawnObstacles();
-  const QMargins padding = note->padding();
+  const bool isWorst = diagram_.kind == DiagramKind::error;
+  // Above the curves there may have to be room for the legend.
+  const Qt::Edge edge = showsLegend_ ? Qt::BottomEdge : Qt::TopEdge;
+  QSizeF size;
   std::optional<QPointF> place;
   for (QString text = NoteText();; text = text.section(',', 0, -2)) {
-    const QSizeF size = QFontMetrics(note->font()).size(0, text).grownBy(padding);
-    if (size.width() <= room.width()) {
+    size = QFontMetrics(note->font()).size(0, text).grownBy(note->padding());
+    if (size.width() <= room.width() || !isWorst) {
       note->setText(text);
-      place = FreeNotePlace(room, size, obstacles);
+      place = FreeNotePlace(room, size, obstacles, edge);
     }
-    if (place || !text.contains(',')) break;
+    if (place || !isWorst || !text.contains(',')) break;
   }
-  const QPointF corner = place.value_or(room.topLeft()) - room.topLeft();
+  const double usualTop = edge == Qt::TopEdge ? room.top() : room.bottom() - size.height();
+  const QPointF usual(room.center().x() - size.width() / 2, usualTop);
+  const QPointF corner = place.value_or(usual);
+  const QPointF way = corner - room.topLeft();
   note->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
-  note->position->setCoords(corner.x() / room.width(), corner.y() / room.height());
-}
-
-/// What the legend must not cover.
-Obstacles DiagramView::LegendObstacles(const QRectF& room) const {
-  Obstacles all = DrawnObstacles();
-  if (diagram_.note.empty()) return all;
-  // It stands in the middle of the lower edge.
-  const QSizeF note = fontMetrics().size(0, NoteText());
-  all.texts.emplace_back(room.center().x() - note.width() / 2, room.bottom() - note.height(),
-                         note.width(), note.height());
-  return all;
+  note->position->setCoords(way.x() / room.width(), way.y() / room.height());
+  return {corner, size};
 }
 
 /// Writes the legend with the figures behind the names or without them, and returns its size.
@@ -148,22 +140,24 @@ bool DiagramView::LiftLegend(const QRectF& room, bool hasFigures, double most) {
 /// Where it covers nothing, with figures if there is room for them. A diagram that is too low for
 /// any legend has none.
 void DiagramView::PlaceLegend() {
-  PlaceNote();
+  const QRectF note = PlaceNote();
   legend->setVisible(showsLegend_ && !isCompact_ && legend->itemCount() > 0);
   if (!legend->visible()) return;
   const QRectF room =
       QRectF(axisRect()->rect()).adjusted(kLegendGap, kLegendGap, -kLegendGap, -kLegendGap);
-  const Obstacles obstacles = LegendObstacles(room);
+  Obstacles obstacles = DrawnObstacles();
+  if (!note.isEmpty()) obstacles.texts.push_back(note);
+  auto* inset = axisRect()->insetLayout();
+  inset->setMargins({kLegendGap, kLegendGap, kLegendGap, kLegendGap});
   const auto isFree = [&](bool hasFigures, int columns) {
     const QSizeF size = ShapeLegend(hasFigures, columns);
-    auto* inset = axisRect()->insetLayout();
     const auto place = size.width() > room.width()
                            ? std::nullopt
                            : FreeLegendPlace(room, size, obstacles, inset->insetAlignment(0));
     if (place) inset->setInsetAlignment(0, *place);
     return place.has_value();
   };
-  constexpr double kLittle = .35;
+  constexpr double kLittle = .5;
   constexpr double kMost = .62;
   const bool stands = isFree(true, 1) || isFree(true, 2) || LiftLegend(room, true, kLittle) ||
                       isFree(false, 1) || isFree(false, 2) || LiftLegend(room, false, kMost);

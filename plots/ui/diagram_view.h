@@ -82,9 +82,8 @@ class DiagramView final : public QCustomPlot {
   void AddNote();
   QString NoteText() const;
   Obstacles DrawnObstacles() const;
-  void PlaceNote();
+  QRectF PlaceNote();
   void PlaceLegend();
-  Obstacles LegendObstacles(const QRectF& room) const;
   QSizeF ShapeLegend(bool hasFigures, int columns);
   bool LiftLegend(const QRectF& room, bool hasFigures, double most);
   void PlaceAxes();

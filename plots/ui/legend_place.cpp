@@ -3,6 +3,7 @@
 #include <QLineF>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace polefit {
 
@@ -77,12 +78,14 @@ std::optional<Qt::Alignment> FreeLegendPlace(const QRectF& room, const QSizeF& s
 }
 
 std::optional<QPointF> FreeNotePlace(const QRectF& room, const QSizeF& size,
-                                     const Obstacles& obstacles) {
+                                     const Obstacles& obstacles, Qt::Edge first) {
   // Beside a line of its own size, in a strip that is hardly higher than the text.
   constexpr double kGap = 3;
   constexpr std::array kShares = {1., .5, 0., .75, .25, .875, .625, .375, .125};
   const double way = room.width() - size.width();
-  for (const double top : {room.top(), room.bottom() - size.height()}) {
+  std::array tops = {room.top(), room.bottom() - size.height()};
+  if (first == Qt::BottomEdge) std::swap(tops[0], tops[1]);
+  for (const double top : tops) {
     for (const double share : kShares) {
       const QPointF corner(room.left() + share * way, top);
       if (IsFree({corner, size}, obstacles, kGap)) return corner;

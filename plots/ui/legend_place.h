@@ -20,10 +20,10 @@ struct Obstacles {
 std::optional<Qt::Alignment> FreeLegendPlace(const QRectF& room, const QSizeF& size,
                                              const Obstacles& obstacles, Qt::Alignment present);
 
-/// The upper left corner of a line of text of `size` inside `room` that covers nothing: along the
-/// upper edge, first at its end and its middle, or else along the lower edge. Nothing where none is
-/// free.
+/// The upper left corner of a text of `size` inside `room` that covers nothing: along the upper or
+/// the lower edge, first at its end and its middle, or else along the other one. Nothing where none
+/// is free.
 std::optional<QPointF> FreeNotePlace(const QRectF& room, const QSizeF& size,
-                                     const Obstacles& obstacles);
+                                     const Obstacles& obstacles, Qt::Edge first);
 
 }  // namespace polefit

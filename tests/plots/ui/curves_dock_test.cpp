@@ -287,6 +287,8 @@ TEST_F(CurvesDockTest, IsAWindowOfItsOwnBesideANarrowOne) {
   EXPECT_FALSE(dock.isVisible()) << "until it is called for";
   Find<QAction>("mnuViewCurves").trigger();
   EXPECT_TRUE(dock.isVisible());
+  EXPECT_GT(dock.width(), 25 * form.fontMetrics().height())
+      << "as much as the diagrams have to say";
   form.resize(1200, 700);
   QApplication::processEvents();
   EXPECT_FALSE(dock.isFloating());

@@ -40,15 +40,17 @@ TEST(NotePlace, IsTheFirstAlongTheEdgesThatIsFree) {
   const QRectF strip(0, 0, 400, 60);
   const QSizeF text(150, 18);
   Obstacles obstacles;
-  EXPECT_EQ(FreeNotePlace(strip, text, obstacles), QPointF(250, 0));
+  EXPECT_EQ(FreeNotePlace(strip, text, obstacles, Qt::TopEdge), QPointF(250, 0));
   obstacles.lines = {{{0, 30}, {400, 30}}, {{240, 0}, {280, 60}}};
-  EXPECT_EQ(FreeNotePlace(strip, text, obstacles), QPointF(0, 0)) << "left of what falls";
+  EXPECT_EQ(FreeNotePlace(strip, text, obstacles, Qt::TopEdge), QPointF(0, 0))
+      << "left of what falls";
   obstacles.marks = {{20, 10}};
-  EXPECT_EQ(FreeNotePlace(strip, text, obstacles), QPointF(62.5, 0));
+  EXPECT_EQ(FreeNotePlace(strip, text, obstacles, Qt::TopEdge), QPointF(62.5, 0));
   obstacles.lines.push_back({{0, 10}, {400, 10}});
-  EXPECT_EQ(FreeNotePlace(strip, text, obstacles), QPointF(0, 42));
+  EXPECT_EQ(FreeNotePlace(strip, text, obstacles, Qt::TopEdge), QPointF(0, 42));
+  EXPECT_EQ(FreeNotePlace(strip, text, {}, Qt::BottomEdge), QPointF(250, 42));
   obstacles.lines.push_back({{0, 50}, {400, 50}});
-  EXPECT_FALSE(FreeNotePlace(strip, text, obstacles));
+  EXPECT_FALSE(FreeNotePlace(strip, text, obstacles, Qt::TopEdge));
 }
 
 }  // namespace
