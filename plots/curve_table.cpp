@@ -8,6 +8,14 @@ namespace polefit {
 
 namespace {
 
+/// A name of a file may hold a comma.
+std::string Quoted(const std::string& name) {
+  if (name.find_first_of(",\"") == std::string::npos) return name;
+  std::string quoted = "\"";
+  for (const char sign : name) quoted += sign == '"' ? "\"\"" : std::string(1, sign);
+  return quoted + '"';
+}
+
 void AddCell(double value, std::string& line) {
   line += ',';
   if (std::isfinite(value)) line += Format("%.10g", value);
@@ -18,8 +26,9 @@ void AddCell(double value, std::string& line) {
 std::string CurvesAsCsv(const ShownCurves& shown) {
   std::string text = "MHz";
   for (const FitCurves* const curves : shown) {
-    text += "," + curves->name + " |H|," + curves->name + " Yin*|H|," + curves->name +
-            " delay ns," + curves->name + " phase deg";
+    for (const char* const column : {" |H|", " Yin*|H|", " delay ns", " phase deg"}) {
+      text += ',' + Quoted(curves->name + column);
+    }
   }
   text += '\n';
   if (shown.empty()) return text;

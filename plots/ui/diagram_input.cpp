@@ -178,7 +178,8 @@ void DiagramView::Step(int count) {
 /// Ctrl+Shift and an arrow move the marked location by 1 % of its distance from 0.
 bool DiagramView::MovesStop(const QKeyEvent& event) {
   constexpr double kShare = .01;
-  if (event.modifiers() != (Qt::ControlModifier | Qt::ShiftModifier)) return false;
+  const Qt::KeyboardModifiers held = event.modifiers() & ~Qt::KeypadModifier;
+  if (held != (Qt::ControlModifier | Qt::ShiftModifier)) return false;
   if (diagram_.kind != DiagramKind::poles || !marked_) return false;
   const Stop& at = diagram_.stops[*marked_];
   const double way = kShare * std::hypot(at.x, at.y);

@@ -410,12 +410,14 @@ TEST(StartValues, FillWhatIsMissingAndLeaveTheRest) {
 }
 
 TEST(CurveTable, HasACellForEachFigureAndNoneWhereNothingIsDrawn) {
-  const FitCurves curves = Curves(ExampleRecord("Ex-Zpair.1"));
+  FitCurves curves = Curves(ExampleRecord("Ex-Zpair.1"));
   const std::string text = CurvesAsCsv({&curves});
   EXPECT_THAT(text, StartsWith("MHz,typed |H|,typed Yin*|H|,typed delay ns,typed phase deg\n0,"));
   const std::string last = text.substr(text.rfind('\n', text.size() - 2) + 1);
   EXPECT_THAT(last, StartsWith("30,"));
   EXPECT_THAT(last, HasSubstr(",,")) << "beyond the points there is no Yin |H|";
+  curves.name = "1,5 \"MHz\"";
+  EXPECT_THAT(CurvesAsCsv({&curves}), StartsWith("MHz,\"1,5 \"\"MHz\"\" |H|\",\"1,5"));
 }
 
 }  // namespace

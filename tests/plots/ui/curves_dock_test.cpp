@@ -351,8 +351,10 @@ TEST_F(CurvesDockTest, RemembersWhatWasChosen) {
   dock.Pane().ChooseLinear(true);
   dock.Pane().ChooseLower(DiagramKind::step, true);
   dock.Pane().SetLogFrequency(true);
+  form.addDockWidget(Qt::LeftDockWidgetArea, &dock);
   Find<QAction>("actHideCurves").trigger();
-  const CurvesDock next(form, program);
+  CurvesDock next(form, program);
+  EXPECT_EQ(form.dockWidgetArea(&next), Qt::LeftDockWidgetArea);
   EXPECT_FALSE(next.isVisible());
   auto* pane = next.findChild<CurvesPane*>("CurvesPane");
   EXPECT_TRUE(pane->Choices().isLinear);
