@@ -67,7 +67,7 @@ void FindAxes(Diagram& diagram) {
   }
   diagram.x.from = left - .12 * top;
   diagram.x.to = right + .12 * top;
-  diagram.y.from = -.06 * top;
+  diagram.y.from = -.1 * top;
   diagram.y.to = 1.12 * top;
 }
 

@@ -38,6 +38,17 @@ double MarkSize(double usual, std::size_t count) {
   return std::min(usual, std::max(kLeast, kRoom / static_cast<double>(count)));
 }
 
+/// The figures of a low axis from -a to a: 0 and one on either side.
+class ThreeFigures final : public QCPAxisTicker {
+ protected:
+  double getTickStep(const QCPRange& range) override {
+    const double half = range.size() / 2;
+    const double power = std::pow(10, std::floor(std::log10(half)));
+    const double mantissa = half / power;
+    return power * (mantissa >= 5 ? 5 : mantissa >= 2.5 ? 2.5 : mantissa >= 2 ? 2 : 1);
+  }
+};
+
 QSharedPointer<QCPAxisTicker> WholeNumbers() {
   auto* ticker = new QCPAxisTickerFixed;
   ticker->setScaleStrategy(QCPAxisTickerFixed::ssMultiples);
@@ -105,7 +116,7 @@ void DiagramView::AddFrame(const Frame& frame) {
 
 void DiagramView::AddEllipse(const Ellipse& ellipse) {
   auto* shape = new QCPItemEllipse(this);
-  shape->setPen(QPen(ColorOf(ellipse.curve, palette()), 1));
+  shape->setPen(QPen(ColorOf(ellipse.curve, palette()), 1.5));
   shape->topLeft->setCoords(ellipse.x - ellipse.width, ellipse.y + ellipse.height);
   shape->bottomRight->setCoords(ellipse.x + ellipse.width, ellipse.y - ellipse.height);
 }
@@ -159,6 +170,11 @@ void DiagramView::FitFigures() {
   const QFontMetrics metrics(yAxis->tickLabelFont());
   const int wide = metrics.horizontalAdvance("-0.00005");
   xAxis->ticker()->setTickCount(std::clamp(axisRect()->width() / wide, 2, kMostFigures));
+  constexpr int kLow = 7;  // lines of text
+  if (diagram_.kind == DiagramKind::error) {
+    const bool isLow = axisRect()->height() < kLow * metrics.height();
+    yAxis->setTicker(QSharedPointer<QCPAxisTicker>(isLow ? new ThreeFigures : new QCPAxisTicker));
+  }
   yAxis->ticker()->setTickCount(
       std::clamp(axisRect()->height() / (2 * metrics.height()), 3, kMostFigures));
   const QString label = ToQString(diagram_.y.label);

@@ -157,10 +157,12 @@ void DiagramView::PlaceLegend() {
     if (place) inset->setInsetAlignment(0, *place);
     return place.has_value();
   };
-  constexpr double kLittle = .5;
+  constexpr double kLittle = .35;
+  constexpr double kHalf = .5;
   constexpr double kMost = .62;
   const bool stands = isFree(true, 1) || isFree(true, 2) || LiftLegend(room, true, kLittle) ||
-                      isFree(false, 1) || isFree(false, 2) || LiftLegend(room, false, kMost);
+                      isFree(false, 1) || isFree(false, 2) || LiftLegend(room, true, kHalf) ||
+                      LiftLegend(room, false, kMost);
   legend->setVisible(stands);
 }
 

@@ -19,6 +19,7 @@
 #include "runs/ui/error_plot.h"
 #include "runs/ui/run_parts.h"
 #include "widgets/controls.h"
+#include "widgets/cut_label.h"
 #include "widgets/status_line.h"
 
 namespace polefit {
@@ -140,6 +141,9 @@ void RunPanel::ShowRun(const std::vector<Finding>& findings, bool isDemo) {
   const Command command{run.words.front(), {run.words.begin() + 1, run.words.end()}};
   parts_->lblDataFile->setText(run.DataFile().empty() ? tr("No data file was chosen.")
                                                       : QString::fromStdString(run.DataFile()));
+  // A long name leaves room for the rest; a short one leaves its own to the command.
+  parts_->lblDataFile->setMaximumWidth(WidthOf(*parts_->lblDataFile, parts_->lblDataFile->text()));
+  parts_->lblDataFile->setToolTip(parts_->lblDataFile->text());
   parts_->lblCommand->setText("> " + QString::fromStdString(CommandLine(command)));
   parts_->lblCommand->setToolTip(parts_->lblCommand->text());
   parts_->output->clear();

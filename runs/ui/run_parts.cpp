@@ -33,11 +33,18 @@ QLabel* MakeLabel(const char* name, bool isStrong = false) {
   return label;
 }
 
-QLabel* MakeCutLabel(const char* name) {
+QLabel* MakeCutLabel(const char* name, const QFont& font) {
   auto* label = new CutLabel;
   label->setObjectName(name);
-  label->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  label->setTextFormat(Qt::PlainText);
+  label->setFont(font);
   return label;
+}
+
+QFont Strong() {
+  QFont font;
+  font.setBold(true);
+  return font;
 }
 
 QPlainTextEdit* MakeOutput() {
@@ -76,8 +83,8 @@ QListWidget* MakeFindings() {
 
 RunParts::RunParts()
     : content(new QWidget),
-      lblDataFile(MakeLabel("lblDataFile", true)),
-      lblCommand(MakeCutLabel("lblCommand")),
+      lblDataFile(MakeCutLabel("lblDataFile", Strong())),
+      lblCommand(MakeCutLabel("lblCommand", QFontDatabase::systemFont(QFontDatabase::FixedFont))),
       lblState(MakeLabel("lblState")),
       lblElapsed(MakeLabel("lblElapsed")),
       lblVerdict(MakeLabel("lblVerdict", true)),
@@ -109,9 +116,9 @@ RunParts::RunParts()
 
 void RunParts::LayOut() const {
   auto* head = new QHBoxLayout;
-  for (QLabel* const label : {lblDataFile, lblState, lblElapsed}) label->setWordWrap(false);
+  for (QLabel* const label : {lblState, lblElapsed}) label->setWordWrap(false);
   head->setSpacing(content->fontMetrics().averageCharWidth());
-  head->addWidget(lblDataFile);
+  head->addWidget(lblDataFile, 2);
   head->addWidget(lblCommand, 1);
   head->addWidget(lblState);
   head->addWidget(lblElapsed);

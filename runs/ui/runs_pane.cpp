@@ -122,11 +122,21 @@ void AllowNarrow(QPushButton& button) {
   button.setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 }
 
+/// As wide as what stands in it, but a long file name or note must not push the figures out.
+int WantedWidth(QTreeWidget& table, int column) {
+  constexpr int kMostCharacters = 30;
+  const int most = kMostCharacters * table.fontMetrics().averageCharWidth();
+  const int contents = static_cast<QAbstractItemView&>(table).sizeHintForColumn(column);
+  const bool isText = column == file || column == RunColumn::note;
+  return std::max(table.header()->sectionSizeHint(column),
+                  isText ? std::min(contents, most) : contents);
+}
+
 /// Columns grow with their contents, and never shrink: the user may have set their widths.
-void WidenColumns(QTreeWidget& table) {
+void SizeColumns(QTreeWidget& table, bool isFirst) {
   for (int column = 0; column < runColumnCount; ++column) {
-    const int wanted = static_cast<QAbstractItemView&>(table).sizeHintForColumn(column);
-    if (table.columnWidth(column) < wanted) table.setColumnWidth(column, wanted);
+    const int wanted = WantedWidth(table, column);
+    if (isFirst || table.columnWidth(column) < wanted) table.setColumnWidth(column, wanted);
   }
 }
 
@@ -252,7 +262,7 @@ void RunsPane::AddRun(const KeptRun& run, bool isTicked) {
                                   TimeOf(run.ended).toString("HH:mm:ss")));
   item->setData(time, kKeyRole, static_cast<double>(run.started));
   item->setText(file, run.file.empty() ? tr("(none)") : QString::fromStdString(run.file));
-  item->setToolTip(file, QString::fromStdString(run.folder));
+  item->setToolTip(file, QString::fromStdString(run.folder + "\n" + run.file));
   ShowFigures(*item, run);
   item->setText(verdict, WordOf(run.verdict.outcome));
   item->setToolTip(verdict, QString::fromStdString(run.verdict.text));
@@ -283,11 +293,7 @@ void RunsPane::ShowRuns(const std::vector<KeptRun>& runs) {
     if (current == id) table_->setCurrentItem(item, time, QItemSelectionModel::NoUpdate);
     item->setSelected(std::ranges::find(selected, id) != selected.end());
   }
-  if (isFirst) {
-    for (int column = 0; column < runColumnCount; ++column) table_->resizeColumnToContents(column);
-  } else {
-    WidenColumns(*table_);
-  }
+  SizeColumns(*table_, isFirst);
   FollowSelection();
   if (Ticked().size() != drawn) Q_EMIT ticked(Ticked());  // a run that was drawn is gone
 }

@@ -224,6 +224,19 @@ TEST_F(DiagramViewTest, NamesItsCurvesAndItsWorstErrorInTheSmallestPane) {
   }
 }
 
+TEST_F(DiagramViewTest, HasThreeFiguresAtTheLowStripsErrors) {
+  Show(DiagramKind::error);
+  EXPECT_GT(view.yAxis->ticker()->tickCount(), 3) << "where there is room";
+  view.resize(600, 90);
+  for (const double half : {.0026, .082, .21, .24, 4.9, 5.07, 99., 100.}) {
+    view.yAxis->setRange(-half, half);
+    view.replot();
+    const QVector<double> seen = view.yAxis->tickVector();
+    const auto isSeen = [half](double tick) { return std::abs(tick) <= half * (1 + 1e-9); };
+    EXPECT_EQ(std::ranges::count_if(seen, isSeen), 3) << half;
+  }
+}
+
 TEST_F(DiagramViewTest, RingsAPlaceAtTheEdgeWhole) {
   Show(DiagramKind::magnitude);
   view.Mark(0);
