@@ -17,7 +17,7 @@ KeptChoices ReadChoices(Host& host) {
   KeptChoices kept;
   std::istringstream line(host.UserSetting(kChoices));
   line >> kept.isLinear >> kept.isLogFrequency >> kept.showsPlainMagnitude >> kept.lower >>
-      kept.isShown >> kept.width >> kept.isLeft >> kept.isFloating;
+      kept.isShown >> kept.width >> kept.isLeft >> kept.isFloating >> kept.prefersLower;
   const bool isKind = kept.lower >= -1 && kept.lower <= static_cast<int>(DiagramKind::step);
   if (!isKind) kept.lower = -1;
   return kept;
@@ -28,7 +28,7 @@ void KeepChoices(Host& host, const KeptChoices& choices) {
   std::ostringstream line;
   line << choices.isLinear << ' ' << choices.isLogFrequency << ' ' << choices.showsPlainMagnitude
        << ' ' << choices.lower << ' ' << choices.isShown << ' ' << choices.width << ' '
-       << choices.isLeft << ' ' << choices.isFloating;
+       << choices.isLeft << ' ' << choices.isFloating << ' ' << choices.prefersLower;
   host.KeepUserSetting(kChoices, line.str());
 }
 

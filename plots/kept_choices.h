@@ -18,6 +18,7 @@ struct KeptChoices {
   int width = 0;
   bool isLeft = false;  ///< left of the tabs, not right
   bool isFloating = false;
+  bool prefersLower = false;  ///< of the upper and the lower diagram where there is room for one
 
   bool operator==(const KeptChoices&) const = default;
 };

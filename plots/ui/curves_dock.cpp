@@ -69,6 +69,7 @@ void CurvesDock::RestoreChoices() {
   pane_->ChooseLinear(kept.isLinear);
   pane_->SetLogFrequency(kept.isLogFrequency);
   pane_->SetPlainMagnitude(kept.showsPlainMagnitude);
+  pane_->PreferLower(kept.prefersLower);
   if (kept.lower >= 0) pane_->ChooseLower(static_cast<DiagramKind>(kept.lower), true);
   form_.addDockWidget(kept.isLeft ? Qt::LeftDockWidgetArea : Qt::RightDockWidgetArea, this);
   setVisible(kept.isShown && !kept.isFloating);
@@ -81,6 +82,7 @@ void CurvesDock::SaveChoices() const {
   kept.isLinear = pane_->Choices().isLinear;
   kept.isLogFrequency = pane_->Choices().isLogFrequency;
   kept.showsPlainMagnitude = pane_->Choices().showsPlainMagnitude;
+  kept.prefersLower = pane_->PrefersLower();
   if (pane_->HasChosenLower()) kept.lower = static_cast<int>(pane_->Lower());
   if (isFloating()) program_.host.KeepUserSetting(kOwnWindow, saveGeometry().toStdString());
   if (!wasNarrow_) {

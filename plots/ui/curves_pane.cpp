@@ -119,16 +119,14 @@ void CurvesPane::BuildChoices(QBoxLayout* top, QBoxLayout* middle) {
   }
   lowerGroup_->button(0)->setChecked(true);
   connect(upperGroup_, &QButtonGroup::idClicked, this, [this](int id) {
-    prefersLower_ = false;
     if (whole_ == lower_) whole_ = nullptr;
     ChooseLinear(id == 1);
-    ApplyRoom();
+    PreferLower(false);
   });
   connect(lowerGroup_, &QButtonGroup::idClicked, this, [this](int id) {
-    prefersLower_ = true;
     if (whole_ != lower_) whole_ = nullptr;
     ChooseLower(kLowerKinds[static_cast<std::size_t>(id)], true);
-    ApplyRoom();
+    PreferLower(true);
   });
 }
 
@@ -208,6 +206,12 @@ void CurvesPane::ChooseLower(DiagramKind kind, bool byUser) {
     return;
   }
   if (byUser) Q_EMIT choicesChanged();
+}
+
+void CurvesPane::PreferLower(bool isPreferred) {
+  const bool isOther = std::exchange(prefersLower_, isPreferred) != isPreferred;
+  ApplyRoom();
+  if (isOther) Q_EMIT choicesChanged();
 }
 
 void CurvesPane::ChooseLinear(bool isLinear) {

@@ -32,6 +32,9 @@ class CurvesPane final : public QWidget {
   /// The user's own choice keeps the pane from choosing by itself.
   void ChooseLower(DiagramKind kind, bool byUser);
   void ChooseLinear(bool isLinear);
+  /// Which diagram there is where there is room for one of them only.
+  void PreferLower(bool isPreferred);
+  bool PrefersLower() const { return prefersLower_; }
   void SetLogFrequency(bool isLogarithmic);
   void SetPlainMagnitude(bool shows);
   bool HasChosenLower() const { return hasChosenLower_; }
@@ -81,7 +84,6 @@ class CurvesPane final : public QWidget {
   DiagramChoices choices_;
   DiagramKind lowerKind_ = DiagramKind::poles;
   bool hasChosenLower_ = false;
-  /// Where there is room for one of them only.
   bool prefersLower_ = false;
   DiagramView* upper_;
   DiagramView* errors_;

@@ -17,6 +17,7 @@ TEST(KeptChoices, ComeBackAndAreWrittenOnlyWhenTheyDiffer) {
   choices.width = 480;
   choices.isLeft = true;
   choices.isFloating = true;
+  choices.prefersLower = true;
   KeepChoices(host, choices);
   EXPECT_EQ(ReadChoices(host), choices);
   host.TakeTranscript();

@@ -374,7 +374,9 @@ TEST_F(CurvesDockTest, DrawsWhatThereIsInEachRoom) {
   Click("optPhase");
   EXPECT_EQ(seen(), (std::array{false, false, true}));
   EXPECT_EQ(Lower().Shown().kind, DiagramKind::phase);
+  EXPECT_TRUE(ReadChoices(host).prefersLower);
   Click("optLinear");
+  EXPECT_FALSE(ReadChoices(host).prefersLower);
   EXPECT_EQ(seen(), (std::array{true, true, false}));
   dock.Pane().setFixedHeight(300);
   EXPECT_EQ(seen(), (std::array{true, false, false}));
