@@ -255,8 +255,10 @@ void DiagramView::ApplyStyle() {
   const int line = fontMetrics().height();
   // As wide in every diagram, so that equal frequencies stand below each other.
   const int left = fontMetrics().horizontalAdvance("-0.0005") + line * 2;
-  axisRect()->setMargins(QMargins(left, line / 2, line, 0));
-  axisRect()->setMinimumMargins(QMargins(left, line / 2, line, line / 4));
+  // Half a figure stands above the upper end of an axis.
+  const int top = line / 2 + 2;
+  axisRect()->setMargins(QMargins(left, top, line, 0));
+  axisRect()->setMinimumMargins(QMargins(left, top, line, line / 4));
 }
 
 }  // namespace polefit

@@ -83,7 +83,9 @@ QRectF DiagramView::PlaceNote() {
     note = qobject_cast<QCPItemText*>(item(i));
   }
   if (note == nullptr || !diagram_.hasFigures) return {};
-  const QRectF room = axisRect()->rect();
+  constexpr int kGap = 2;
+  const QRectF axes = axisRect()->rect();
+  const QRectF room = axes.adjusted(kGap, 0, -kGap, 0);
   const Obstacles obstacles = DrawnObstacles();
   const bool isWorst = diagram_.kind == DiagramKind::error;
   // Above the curves there may have to be room for the legend.
@@ -101,9 +103,9 @@ QRectF DiagramView::PlaceNote() {
   const double usualTop = edge == Qt::TopEdge ? room.top() : room.bottom() - size.height();
   const QPointF usual(room.center().x() - size.width() / 2, usualTop);
   const QPointF corner = place.value_or(usual);
-  const QPointF way = corner - room.topLeft();
+  const QPointF way = corner - axes.topLeft();
   note->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
-  note->position->setCoords(way.x() / room.width(), way.y() / room.height());
+  note->position->setCoords(way.x() / axes.width(), way.y() / axes.height());
   return {corner, size};
 }
 

@@ -118,7 +118,7 @@ void RunParts::LayOut() const {
   auto* head = new QHBoxLayout;
   for (QLabel* const label : {lblState, lblElapsed}) label->setWordWrap(false);
   head->setSpacing(content->fontMetrics().averageCharWidth());
-  head->addWidget(lblDataFile, 2);
+  head->addWidget(lblDataFile, 8);
   head->addWidget(lblCommand, 1);
   head->addWidget(lblState);
   head->addWidget(lblElapsed);
