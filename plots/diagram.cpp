@@ -118,13 +118,14 @@ std::string RowText(std::size_t row, double megahertz) {
   return "row " + std::to_string(row + 1) + ": " + FrequencyText(megahertz);
 }
 
-/// What one set of curves has there; nothing where it has no such row.
-std::string ObtainedText(std::size_t row, const FitCurves& curves, double megahertz,
+/// What one set of curves has at a row of the points; nothing where it has no such row.
+std::string ObtainedText(std::size_t row, const FitCurves& curves, const PassbandFit& points,
                          bool isLinear) {
-  if (curves.isPointsAlone || !HasRow(curves, row, megahertz)) return {};
+  if (curves.isPointsAlone || !HasRow(curves, row, points.frequency[row])) return {};
   std::string text = ", " + curves.name + " " + Level(curves.passband.obtained[row], isLinear);
   const double error = isLinear ? curves.passband.weighted[row] : curves.passband.decibels[row];
-  if (std::isnan(error)) return text;
+  // Against another wanted value it would say nothing beside this one.
+  if (std::isnan(error) || curves.passband.yout[row] != points.yout[row]) return text;
   return text +
          (isLinear ? ", error " + Figure(error, 3) : ", error " + DecibelFigure(error) + " dB");
 }
@@ -133,11 +134,10 @@ std::string ObtainedText(std::size_t row, const FitCurves& curves, double megahe
 std::vector<std::string> PointTexts(std::size_t row, const ShownCurves& shown,
                                     const DiagramChoices& choices) {
   const PassbandFit& points = shown.front()->passband;
-  const double megahertz = points.frequency[row];
   const auto obtained = [&](const FitCurves& curves) {
-    return ObtainedText(row, curves, megahertz, choices.isLinear);
+    return ObtainedText(row, curves, points, choices.isLinear);
   };
-  const std::string place = RowText(row, megahertz);
+  const std::string place = RowText(row, points.frequency[row]);
   const std::string wanted = ", wanted " + Level(points.yout[row], choices.isLinear);
   std::string all;
   for (const FitCurves* const curves : shown) {
@@ -174,19 +174,21 @@ std::string CurveValue(DiagramKind kind, const FitCurves& curves, double megaher
   }
 }
 
-/// What H has at a row, or at a step along the curve where there are no rows.
-std::string CurveText(const Diagram& diagram, std::size_t index, const ShownCurves& shown,
-                      const DiagramChoices& choices) {
+/// What H has at a row, or at a step along the curve where there are no rows: of all, then of the
+/// main curves alone.
+std::vector<std::string> CurveTexts(const Diagram& diagram, std::size_t index,
+                                    const ShownCurves& shown, const DiagramChoices& choices) {
+  const FitCurves& main = MainCurves(shown, choices);
   const bool isRow = diagram.stopKind == StopKind::passbandRow;
-  const double megahertz = isRow ? shown.front()->passband.frequency[index]
-                                 : MainCurves(shown, choices).megahertz[index];
-  std::string text = isRow ? RowText(index, megahertz) : FrequencyText(megahertz);
-  for (const FitCurves* const curves : shown) {
-    if (IsHidden(*curves, choices)) continue;
-    text +=
-        ", " + curves->name + " " + CurveValue(diagram.kind, *curves, megahertz, choices.isLinear);
-  }
-  return text;
+  const double megahertz = isRow ? shown.front()->passband.frequency[index] : main.megahertz[index];
+  const auto valueOf = [&](const FitCurves& curves) {
+    if (IsHidden(curves, choices)) return std::string();
+    return ", " + curves.name + " " + CurveValue(diagram.kind, curves, megahertz, choices.isLinear);
+  };
+  const std::string place = isRow ? RowText(index, megahertz) : FrequencyText(megahertz);
+  std::string all = place;
+  for (const FitCurves* const curves : shown) all += valueOf(*curves);
+  return {all, place + valueOf(main)};
 }
 
 }  // namespace
@@ -229,7 +231,7 @@ std::vector<std::string> StopTexts(const Diagram& diagram, std::size_t stop,
                                    const ShownCurves& shown, const DiagramChoices& choices) {
   if (stop >= diagram.stops.size() || shown.empty()) return {};
   const std::size_t index = diagram.stops[stop].index;
-  if (diagram.kind == DiagramKind::step) return {StepText(diagram, index, shown)};
+  if (diagram.kind == DiagramKind::step) return StepTexts(diagram, index, shown, choices);
   if (diagram.stopKind == StopKind::location) return {TextAmongCurves(diagram.stops[stop], shown)};
   if (diagram.stopKind == StopKind::delayRow) return DelayTexts(index, shown, choices);
   const bool isWanted =
@@ -237,7 +239,7 @@ std::vector<std::string> StopTexts(const Diagram& diagram, std::size_t stop,
   if (isWanted && diagram.stopKind == StopKind::passbandRow) {
     return PointTexts(index, shown, choices);
   }
-  return {CurveText(diagram, index, shown, choices)};
+  return CurveTexts(diagram, index, shown, choices);
 }
 
 std::string StopText(const Diagram& diagram, std::size_t stop, const ShownCurves& shown,

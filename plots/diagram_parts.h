@@ -22,8 +22,10 @@ bool IsHidden(const FitCurves& curves, const DiagramChoices& choices);
 /// its preview and its result, else of earlier runs. With all hidden the typed ones.
 const FitCurves& MainCurves(const ShownCurves& shown, const DiagramChoices& choices);
 
-/// "12.5 ns, typed 0.93": a step of the step responses that are drawn.
-std::string StepText(const Diagram& diagram, std::size_t index, const ShownCurves& shown);
+/// "12.5 ns, typed 0.93": a step of the step responses that are drawn, of all, then of the main
+/// curve alone.
+std::vector<std::string> StepTexts(const Diagram& diagram, std::size_t index,
+                                   const ShownCurves& shown, const DiagramChoices& choices);
 
 /// Draws each kind of diagram of at least one set of curves; all frequency diagrams on one axis.
 class DiagramParts {

@@ -14,12 +14,16 @@ void DiagramParts::DrawErrors(Diagram& diagram) const {
   diagram.y.label = choices_.isLinear ? "e / Ymax" : "error, dB";
   diagram.horizontals.push_back(0);
   diagram.hasFigures = HasPoints();
-  for (const FitCurves* const curves : shown_) {
-    if (!IsSeen(*curves)) continue;
+  const auto add = [&](const FitCurves& curves) {
     diagram.series.push_back(
-        {"", RoleOf(curves->role), InUnit(curves->passband.frequency), ErrorsOf(*curves)});
-    diagram.series.back().isPale = curves->isPale;
+        {"", RoleOf(curves.role), InUnit(curves.passband.frequency), ErrorsOf(curves)});
+    diagram.series.back().isPale = curves.isPale;
+  };
+  for (const FitCurves* const curves : shown_) {
+    if (IsSeen(*curves) && curves != &main_) add(*curves);
   }
+  // Over the others, with marks at the rows that are read out.
+  if (IsSeen(main_)) add(main_);
   const std::vector<double>& errors = ErrorsOf(main_);
   const std::vector<double>& megahertz = main_.passband.frequency;
   const WorstRow worst = WorstOf(errors, megahertz);

@@ -62,15 +62,19 @@ void DiagramParts::DrawStep(Diagram& diagram) const {
   if (!diagram.note.empty()) diagram.sentence += ", " + diagram.note;
 }
 
-std::string StepText(const Diagram& diagram, std::size_t index, const ShownCurves& shown) {
+std::vector<std::string> StepTexts(const Diagram& diagram, std::size_t index,
+                                   const ShownCurves& shown, const DiagramChoices& choices) {
   const auto steps = static_cast<double>(shown.front()->step.values.size() - 1);
-  std::string text = TimeText(LongestStep(shown) * static_cast<double>(index) / steps);
+  const std::string place = TimeText(LongestStep(shown) * static_cast<double>(index) / steps);
+  std::string all = place;
+  std::string main = place;
   for (const Series& series : diagram.series) {
-    if (series.IsLine() && !series.name.empty()) {
-      text += ", " + series.name + " " + Figure(series.y[index], 4);
-    }
+    if (!series.IsLine() || series.name.empty()) continue;
+    const std::string value = ", " + series.name + " " + Figure(series.y[index], 4);
+    all += value;
+    if (series.name == MainCurves(shown, choices).name) main += value;
   }
-  return text;
+  return {all, main};
 }
 
 }  // namespace polefit

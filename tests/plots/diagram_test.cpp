@@ -14,6 +14,7 @@ namespace polefit::testing {
 namespace {
 
 using ::testing::Contains;
+using ::testing::ContainsRegex;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -174,6 +175,16 @@ TEST(Diagrams, TellOfTheCurvesThatAreSeen) {
     return MakeDiagram(DiagramKind::error, curves, {}).note;
   };
   EXPECT_EQ(note(shown), note({&result})) << "an earlier run is there to compare with";
+  const Diagram errors = MakeDiagram(DiagramKind::error, shown, {});
+  EXPECT_EQ(errors.series[2].role, SeriesRole::result) << "the last line has the marks";
+  other.passband.yout[3] = .5;
+  EXPECT_THAT(StopText(errors, 3, shown, {}), Not(ContainsRegex("a run [^,]*, error")))
+      << "against other wanted values";
+  EXPECT_THAT(StopText(errors, 4, shown, {}), ContainsRegex("a run [^,]*, error"));
+  const Diagram step = MakeDiagram(DiagramKind::step, shown, {});
+  const auto steps = StopTexts(step, 9, shown, {});
+  EXPECT_THAT(steps[0], HasSubstr("typed"));
+  EXPECT_THAT(steps.back(), ContainsRegex("ns, result 19:40 [^,]*$"));
   DiagramChoices choices;
   choices.hidden = {result.name};
   const Diagram upper = MakeDiagram(DiagramKind::magnitude, shown, choices);
