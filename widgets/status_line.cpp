@@ -53,7 +53,6 @@ StatusLine::StatusLine()
     : findings_(new CutButton("cmdFindings")),
       run_(new CutButton("cmdRunState")),
       readOut_(new CutLabel) {
-  findings_->setToolTip(tr("Shows or hides the list of findings (F7)"));
   readOut_->setObjectName("lblReadOut");
   readOut_->setTextFormat(Qt::PlainText);
   readOut_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -70,6 +69,7 @@ StatusLine::StatusLine()
 void StatusLine::ShowFindings(const QStringList& texts) {
   findings_->SetTexts(texts);
   findings_->setAccessibleName(tr("Findings: %1").arg(texts.value(0)));
+  findings_->setToolTip(texts.value(0) + '\n' + tr("Shows or hides the list of findings (F7)"));
   Arrange();
 }
 

@@ -92,7 +92,7 @@ CurvesPane::CurvesPane(QWidget* parent)
     Connect(view);
   }
   // Its figures need a line above or below the errors.
-  errors_->setMinimumHeight(fontMetrics().height() * 11 / 2);
+  errors_->setMinimumHeight(fontMetrics().height() * 6);
 }
 
 void CurvesPane::BuildChoices(QBoxLayout* top, QBoxLayout* middle) {

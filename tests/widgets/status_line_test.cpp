@@ -58,6 +58,7 @@ TEST_F(StatusLineTest, SaysLessRatherThanBeingCut) {
         EXPECT_TRUE(IsWhole("cmdFindings", findings));
         EXPECT_TRUE(run.isEmpty() || IsWhole("cmdRunState", run));
         EXPECT_EQ(bar.findChild<QLabel*>("lblReadOut")->text(), readOut[0]) << "is its name";
+        EXPECT_TRUE(bar.findChild<QWidget*>("cmdFindings")->toolTip().startsWith(findings[0]));
       }
     }
   }
