@@ -46,10 +46,14 @@ void AddViewEntries(MainWindow& form, CurvesDock& dock) {
   form.addAction(hide);
 }
 
-/// Before a menu that has the entry opens.
-void AllowTakePreview(const QMenu& fit, const LiveCurves& live) {
-  const bool hasPreview = live.Curves().Previewed().has_value();
+/// Before a menu that has the entries opens: only what is drawn can be taken, copied, saved.
+void AllowEntries(const QMenu& fit, CurvesDock& dock) {
+  const bool hasPreview = dock.Live().Curves().Previewed().has_value();
   fit.findChild<QAction*>("mnuFitTakePreview")->setEnabled(hasPreview);
+  for (const char* const name : {"mnuFitView", "mnuFitCopy", "mnuFitCopyData", "mnuFitSavePicture",
+                                 "mnuFitSaveData", "mnuFitPrint"}) {
+    fit.findChild<QAction*>(name)->setEnabled(dock.isVisible());
+  }
 }
 
 void AddFitEntries(QMenu& menu, CurvesDock& dock) {
@@ -59,8 +63,7 @@ void AddFitEntries(QMenu& menu, CurvesDock& dock) {
   preview->setShortcut(QKeySequence("Ctrl+F5"));
   AddEntry(menu, "mnuFitTakePreview", QObject::tr("&Take Preview"), "",
            [&live] { live.TakePreview(); });
-  QObject::connect(&menu, &QMenu::aboutToShow, &live,
-                   [&menu, &live] { AllowTakePreview(menu, live); });
+  QObject::connect(&menu, &QMenu::aboutToShow, &live, [&menu, &dock] { AllowEntries(menu, dock); });
   AddEntry(menu, "mnuFitTakeImproved", QObject::tr("Take &Improved Values"), "",
            [&dock] { dock.improvedValuesWanted(); });
   AddEntry(menu, "mnuFitSuggest", QObject::tr("S&uggest Start Values ..."), "Ctrl+G",
@@ -92,7 +95,7 @@ void ShowContextMenu(QMenu& fit, CurvesDock& dock, DiagramView& view, const QPoi
   menu->setObjectName("mnuDiagram");
   menu->setAttribute(Qt::WA_DeleteOnClose);
   if (view.Shown().kind == DiagramKind::poles) AddStructureEntries(*menu, dock.Live(), view, at);
-  AllowTakePreview(fit, dock.Live());
+  AllowEntries(fit, dock);
   menu->addActions(fit.actions());
   menu->popup(view.mapToGlobal(at));
 }

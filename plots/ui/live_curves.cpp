@@ -87,9 +87,12 @@ void LiveCurves::ReadForm() {
   }
 }
 
-const ResponseRecord& LiveCurves::Record() {
-  ReadForm();
-  return curves_.Record();
+ResponseRecord LiveCurves::Record() const {
+  try {
+    return RecordOf(program_);
+  } catch (const RunTimeError&) {
+    return curves_.Record();
+  }
 }
 
 void LiveCurves::Update() {
@@ -106,11 +109,10 @@ void LiveCurves::RequestPreview() {
 }
 
 void LiveCurves::ShowAll() {
-  const ResponseRecord& record = curves_.Record();
-  pane_.ChooseLower(IsYes(record.Slot(slot::kEqualDelay)) ? DiagramKind::delay : DiagramKind::poles,
-                    false);
   const ShownCurves shown = curves_.Shown();
   pane_.Show(shown, ToQString(curves_.StateInWords()), curves_.State() == PaneState::preview);
+  const bool isOfDelay = IsYes(curves_.Record().Slot(slot::kEqualDelay));
+  pane_.ChooseLower(isOfDelay ? DiagramKind::delay : DiagramKind::poles, false);
   form_.Status().ShowReadOut(pane_.ReadOut());
   boxes_.ShowPairs(curves_.Typed());
 }
@@ -118,12 +120,18 @@ void LiveCurves::ShowAll() {
 void LiveCurves::ShowResult(const ResponseRecord& record, const QString& time) {
   if (worker_) worker_->Cancel();
   curves_.SetResult(record, time.toStdString());
-  timer_.start(0);
+  ShowNow();
 }
 
 void LiveCurves::ShowOthers(const std::vector<NamedAnswers>& others) {
   curves_.SetOthers(others);
-  timer_.start(0);
+  ShowNow();
+}
+
+/// Curves that the pane showed are gone.
+void LiveCurves::ShowNow() {
+  if (!isSeen_) return pane_.Show({}, {}, false);
+  Update();
 }
 
 void LiveCurves::SetPreview(bool isWanted) {
@@ -204,7 +212,8 @@ void LiveCurves::SelectPoint(bool isDelay, std::size_t row) {
 
 void LiveCurves::MoveTo(std::size_t location, double real, double imaginary, bool isEnd) {
   if (!drag_) {
-    const ResponseRecord& record = Record();
+    Update();
+    const ResponseRecord& record = curves_.Record();
     const FitCurves* typed = curves_.Typed();
     if (typed == nullptr || location >= typed->locations.size()) return;
     form_.RecordStep(tr("Typing"));

@@ -30,7 +30,7 @@ class LiveCurves final : public QObject {
   /// Reads and shows the form now.
   void Update();
   /// The form as it stands.
-  const ResponseRecord& Record();
+  ResponseRecord Record() const;
 
   /// Shows the answers that a run has found beside what is typed; `time` is the run's.
   void ShowResult(const ResponseRecord& record, const QString& time);
@@ -56,6 +56,7 @@ class LiveCurves final : public QObject {
   void WatchPane();
   void ReadForm();
   void ShowAll();
+  void ShowNow();
   void RequestPreview();
   void TakePreviewed();
   void PutAsStep(const ResponseRecord& record, const QString& step);

@@ -332,6 +332,34 @@ TEST_F(CurvesDockTest, FloatsWhereItWasPutAndGoesWithTheForm) {
   }
 }
 
+TEST_F(CurvesDockTest, ReadsOutNoCurveThatIsGone) {
+  const auto readOut = [this] {
+    Hover(Upper(), Upper().PositionOf(3).toPoint());
+    return ReadOut();
+  };
+  dock.Live().ShowOthers({{"a run", ExampleRecord("Ex-Delay.101", "8=.9 .9 .9")}});
+  EXPECT_TRUE(readOut().contains("a run"));
+  dock.Live().ShowOthers({});
+  EXPECT_FALSE(readOut().contains("a run")) << "at once";
+  QMenu& menu = Find<QMenu>("mnuFit");
+  for (const bool isSeen : {false, true}) {
+    dock.setVisible(isSeen);
+    Q_EMIT menu.aboutToShow();
+    EXPECT_EQ(Find<QAction>("mnuFitCopyData").isEnabled(), isSeen) << "what is not drawn";
+  }
+  host.KeepUserSetting("curves", "");
+  CurvesDock fresh(form, program);
+  fresh.show();
+  fresh.Live().Update();
+  QSignalSpy shown(&fresh.Live(), &LiveCurves::previewShown);
+  fresh.Live().SetPreview(true);
+  ASSERT_TRUE(shown.wait(20000));
+  form.SetChecked("chkEqualDelay", false);  // the preview goes, and another diagram comes
+  fresh.Live().Update();
+  EXPECT_EQ(fresh.Pane().Lower(), DiagramKind::poles);
+  EXPECT_EQ(fresh.Live().State(), PaneState::typed);
+}
+
 TEST_F(CurvesDockTest, ChoosesTheDelayByItselfUntilTheUserChooses) {
   host.KeepUserSetting("curves", "");
   CurvesDock fresh(form, program);

@@ -404,6 +404,13 @@ TEST(CurveStyle, CanBeToldByTheColourBlindAndInGrey) {
     EXPECT_EQ(pen(SeriesRole::preview).style(), Qt::DotLine);
     EXPECT_EQ(pen(SeriesRole::other).style(), Qt::DashLine);
     EXPECT_GT(pen(SeriesRole::result).widthF(), pen(SeriesRole::typed).widthF());
+    for (const SeriesRole role : {SeriesRole::typed, SeriesRole::result}) {
+      Series pale = {"", role, {}, {}, true};
+      const double contrast =
+          ContrastOf(PenOf(pale, palette).color(), palette.color(QPalette::Base));
+      EXPECT_GE(contrast, 3) << "an old curve is seen too";
+      EXPECT_LT(contrast, ContrastOf(pen(role).color(), palette.color(QPalette::Base)) - .5);
+    }
   }
 }
 
