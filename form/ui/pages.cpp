@@ -169,6 +169,8 @@ Page* MakeMiscPage() {
   for (const NoteBox& note : kNoteBoxes) {
     AnswerEdit* box = MakeBox(note.name, note.defaultText, kNoteLength, true);
     box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    // On a narrow page they hold the notes all the same.
+    box->setMinimumWidth(box->sizeHint().width() / 3);
     box->setAccessibleName(ToQString(note.name));
     box->setToolTip(QObject::tr("Any text; the run does not use it"));
     if (&note == kNoteBoxes.data()) {

@@ -164,7 +164,8 @@ void DiagramView::AddSeries(const Series& series, bool isLastLine) {
   }
 }
 
-/// As many figures at the axes as there is room for, and no name that is longer than its axis.
+/// As many figures at the axes as there is room for, and no name that is longer than its axis:
+/// its unit has to do.
 void DiagramView::FitFigures() {
   constexpr int kMostFigures = 6;
   const QFontMetrics metrics(yAxis->tickLabelFont());
@@ -177,10 +178,13 @@ void DiagramView::FitFigures() {
   }
   yAxis->ticker()->setTickCount(
       std::clamp(axisRect()->height() / (2 * metrics.height()), 3, kMostFigures));
+  const QFontMetrics names(yAxis->labelFont());
+  const auto fits = [&](const QString& name) {
+    return names.horizontalAdvance(name) < axisRect()->height();
+  };
   const QString label = ToQString(diagram_.y.label);
-  const int length = QFontMetrics(yAxis->labelFont()).horizontalAdvance(label);
-  const bool fits = length < axisRect()->height();
-  yAxis->setLabel(fits ? label : QString());
+  const QString unit = label.section(", ", 1);
+  yAxis->setLabel(fits(label) ? label : fits(unit) ? unit : QString());
 }
 
 /// The diagram that the keys act on has a frame.

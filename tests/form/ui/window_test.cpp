@@ -138,5 +138,16 @@ TEST_F(Window, NothingIsClippedOverlapsOrScrollsAndLabelsStandOnTheLineOfTheirBo
   }
 }
 
+TEST_F(Window, NoPageIsWiderThanTheTabsInALargeFont) {
+  form.setFont(QFont("DejaVu Sans", 14));
+  form.resize(1260, 720);
+  for (int tab = 0; tab < tabs.count(); ++tab) Show(tab);
+  Show(0);
+  form.resize(std::max(560, 35 * form.fontMetrics().height()), 720);
+  for (int tab = 0; tab < tabs.count(); ++tab) {
+    EXPECT_FALSE(Show(tab)->horizontalScrollBar()->isVisible()) << tab + 1;
+  }
+}
+
 }  // namespace
 }  // namespace polefit::testing
