@@ -74,8 +74,10 @@ void LiveCurves::WatchPane() {
 }
 
 void LiveCurves::SetSeen(bool isSeen) {
-  isSeen_ = isSeen;
-  if (isSeen) timer_.start(0);
+  const bool wasSeen = std::exchange(isSeen_, isSeen);
+  if (isSeen) return timer_.start(0);
+  // It would not follow what is typed.
+  if (wasSeen) form_.Status().ShowReadOut({QString()});
 }
 
 void LiveCurves::ReadForm() {

@@ -344,6 +344,8 @@ TEST_F(CurvesDockTest, ReadsOutNoCurveThatIsGone) {
   QMenu& menu = Find<QMenu>("mnuFit");
   for (const bool isSeen : {false, true}) {
     dock.setVisible(isSeen);
+    QApplication::processEvents();
+    EXPECT_EQ(ReadOut().isEmpty(), !isSeen);
     Q_EMIT menu.aboutToShow();
     EXPECT_EQ(Find<QAction>("mnuFitCopyData").isEnabled(), isSeen) << "what is not drawn";
   }
