@@ -18,7 +18,7 @@ constexpr int kLegendGap = 8;
 /// The note in lines that fit; that of the worst error is one line.
 QString DiagramView::NoteText() const {
   constexpr int kGap = 16;
-  const QString text = ToQString(diagram_.note);
+  QString text = ToQString(diagram_.note);
   if (diagram_.kind == DiagramKind::error) return text;
   const QFontMetrics metrics(font());
   QStringList lines{QString()};
