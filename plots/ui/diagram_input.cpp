@@ -138,7 +138,21 @@ bool DiagramView::Pinch(QEvent& event) {
   return true;
 }
 
+/// By a key the menu is of what is marked, wherever the pointer or the middle is.
+bool DiagramView::AsksForMenuByKey(const QEvent& event) {
+  if (event.type() != QEvent::ContextMenu || !marked_) return false;
+  if (static_cast<const QContextMenuEvent&>(event).reason() != QContextMenuEvent::Keyboard) {
+    return false;
+  }
+  Q_EMIT customContextMenuRequested(PositionOf(*marked_).toPoint());
+  return true;
+}
+
 bool DiagramView::event(QEvent* event) {
+  if (AsksForMenuByKey(*event)) {
+    event->accept();
+    return true;
+  }
   const bool isPinch = event->type() == QEvent::NativeGesture || event->type() == QEvent::Gesture;
   if (!isPinch || !Pinch(*event)) return QCustomPlot::event(event);
   event->accept();

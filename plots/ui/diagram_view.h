@@ -91,6 +91,7 @@ class DiagramView final : public QCustomPlot {
   void FitFigures();
   void Zoom(double factor, const QPointF& at);
   bool Pinch(QEvent& event);
+  bool AsksForMenuByKey(const QEvent& event);
   void Pan(double right, double up);
   void ShowNewView();
   QRectF DrawnBox(const QPointF& at) const;

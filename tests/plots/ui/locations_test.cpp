@@ -137,6 +137,18 @@ TEST_F(LocationsTest, AddsAndRemovesLocationsInOneStep) {
   EXPECT_EQ(form.Text("nZpairs"), "0");
 }
 
+TEST_F(LocationsTest, HaveAMenuByAKeyWhereTheRingIs) {
+  Lower().setFocus();
+  Lower().Mark(1);
+  const QPoint middle = Lower().rect().center();
+  QContextMenuEvent key(QContextMenuEvent::Keyboard, middle, Lower().mapToGlobal(middle));
+  QApplication::sendEvent(&Lower(), &key);
+  auto* action = Lower().findChild<QAction*>("actRemoveLocation");
+  ASSERT_NE(action, nullptr);
+  EXPECT_EQ(action->text(), "Remove pair 2");
+  delete Lower().findChild<QWidget*>("mnuDiagram");
+}
+
 TEST_F(LocationsTest, TellsOfEachPairInBoxesEightAndNine) {
   for (const char* const name : {"poleReal", "poleImag"}) {
     EXPECT_TRUE(Find<QLineEdit>(name).toolTip().contains("pair 2: -0.4 + j0.7, 8.062 MHz, Q 1.01"))
