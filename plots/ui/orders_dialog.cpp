@@ -144,8 +144,10 @@ void OrdersDialog::Start() {
 /// The word of a worker that was ended finds nothing here, or what its successor has found.
 void OrdersDialog::ShowNews() {
   if (!worker_) return;
+  // The table first: once it is there, so are all its rows.
+  std::optional<OrderTable> table = worker_->TakeTable();
   for (const OrderFit& fit : worker_->TakeFits()) AddFit(fit);
-  if (std::optional<OrderTable> table = worker_->TakeTable()) End(*std::move(table));
+  if (table) End(*std::move(table));
 }
 
 void OrdersDialog::AddFit(const OrderFit& fit) {
