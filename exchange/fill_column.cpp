@@ -192,7 +192,8 @@ std::string CellText(double value, int digits) {
 template <std::size_t Columns>
 void PutRows(const Fill& fill, const FilledColumn& filled, PointLists<Columns>& points) {
   const int rows = static_cast<int>(filled.values.size());
-  points = points.FirstRows(rows).FirstRows(rows + 1);  // the spare row is empty
+  points.KeepRows(rows);
+  points.KeepRows(rows + 1);  // the spare row is empty
   for (int row = 1; row <= rows; ++row) {
     const auto i = static_cast<std::size_t>(row) - 1;
     if (fill.grid) points.At(row, kFrequencyColumn) = CellText(filled.frequencies[i], 12);

@@ -31,7 +31,7 @@ void ShowZeroCountBoxes(FormView& form, const FormCells& cells) {
 void CommitEditedCell(FormCells& cells) {
   if (!cells.editor) return;
   const auto put = [&edited = *cells.editor](auto& points) {
-    if (edited.row >= points.RowsOf(1)) points = points.FirstRows(edited.row + 1);
+    if (edited.row >= points.RowsOf(1)) points.KeepRows(edited.row + 1);
     points.At(edited.row, edited.column) = edited.text;
   };
   if (cells.editor->isDelay) {
@@ -46,8 +46,10 @@ void CommitEditedCell(FormCells& cells) {
 ResponseRecord WithCountedRows(const ResponseRecord& typed) {
   constexpr std::int16_t kNone = 0;
   ResponseRecord record = WithoutRows(typed);
-  record.passband = typed.passband.FirstRows(std::max(typed.nFreqPoints, kNone) + 1);
-  record.delay = typed.delay.FirstRows(std::max(typed.nDelayPoints, kNone) + 1);
+  record.passband = typed.passband;
+  record.passband.KeepRows(std::max(typed.nFreqPoints, kNone) + 1);
+  record.delay = typed.delay;
+  record.delay.KeepRows(std::max(typed.nDelayPoints, kNone) + 1);
   DeriveCounts(record);
   return record;
 }

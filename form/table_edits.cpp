@@ -42,7 +42,7 @@ template <std::size_t Columns>
 void DropEmptyEnd(PointLists<Columns>& points) {
   int rows = RowCount(points);
   while (rows > 0 && IsEmptyRow(points, rows)) --rows;
-  if (rows < RowCount(points)) points = points.FirstRows(rows + 1);
+  if (rows < RowCount(points)) points.KeepRows(rows + 1);
 }
 
 /// The table with its rows in another order: row i of the result is row `sources[i]`, an empty one
@@ -142,7 +142,7 @@ void PutBlock(PointLists<Columns>& points, const PastedRows& rows, int row, int 
               bool isWeightHidden) {
   const int before = RowCount(points);
   const int last = row - 1 + static_cast<int>(rows.size());
-  if (last > before) points = points.FirstRows(last + 1);
+  if (last > before) points.KeepRows(last + 1);
   for (const std::vector<std::string_view>& cells : rows) {
     for (int at = column; const std::string_view cell : cells) points.At(row, at++) = cell;
     if constexpr (static_cast<int>(Columns) >= kWeightColumn) {
@@ -238,7 +238,7 @@ void FillDown(FormCells& cells, Table table, const CellBlock& block) {
   const int lastColumn = std::min(block.lastColumn, ShownColumns(cells, table));
   With(cells, table, [&](auto& points, auto&) {
     if (block.firstRow > RowCount(points)) return;
-    if (block.lastRow > RowCount(points)) points = points.FirstRows(block.lastRow + 1);
+    if (block.lastRow > RowCount(points)) points.KeepRows(block.lastRow + 1);
     for (int row = block.firstRow + 1; row <= block.lastRow; ++row) {
       for (int column = block.firstColumn; column <= lastColumn; ++column) {
         points.At(row, column) = points.At(block.firstRow, column);

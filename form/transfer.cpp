@@ -108,8 +108,8 @@ ResponseRecord RecordOf(const Program& program) {
   record.nDelayPoints = shown.nDelayPoints;
   TakeForm(program, record);
   // How many spare rows the grids have is no part of it.
-  record.passband = record.passband.FirstRows(std::max<int>(record.nFreqPoints, 0) + 1);
-  record.delay = record.delay.FirstRows(std::max<int>(record.nDelayPoints, 0) + 1);
+  record.passband.KeepRows(std::max<int>(record.nFreqPoints, 0) + 1);
+  record.delay.KeepRows(std::max<int>(record.nDelayPoints, 0) + 1);
   DeriveCounts(record);
   return record;
 }

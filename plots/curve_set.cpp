@@ -21,16 +21,16 @@ bool HasEmptyLists(const FitCurves& curves) {
 
 }  // namespace
 
-void CurveSet::Read(const ResponseRecord& typed) {
+void CurveSet::Read(ResponseRecord typed) {
   if (preview_ && !(typed == record_)) preview_.reset();
-  record_ = typed;
+  record_ = std::move(typed);
   std::vector<Finding> findings;
-  std::optional<FitCurves> curves = CurvesOf(typed, CurveRole::typed, "typed", findings);
+  std::optional<FitCurves> curves = CurvesOf(record_, CurveRole::typed, "typed", findings);
   isGood_ = curves.has_value();
   if (curves) {
     typed_ = std::move(curves);
   } else {
-    ReadPointsAlone(typed);
+    ReadPointsAlone();
   }
 }
 
@@ -40,10 +40,10 @@ void CurveSet::ReadFault() {
 }
 
 /// The last good curve stays over its own points, as they stand now.
-void CurveSet::ReadPointsAlone(const ResponseRecord& typed) {
-  std::optional<FitCurves> points = PointsAlone(typed);
+void CurveSet::ReadPointsAlone() {
+  std::optional<FitCurves> points = PointsAlone(record_);
   // With all points gone the curve is that of a former problem.
-  if (typed.nFreqPoints == 0 && typed_ && typed_->h->HasPoints()) typed_.reset();
+  if (record_.nFreqPoints == 0 && typed_ && typed_->h->HasPoints()) typed_.reset();
   if (!points) return;
   PassbandFit& now = points->passband;
   if (typed_ && typed_->passband.frequency == now.frequency && !typed_->isPointsAlone) {

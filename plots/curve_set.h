@@ -22,7 +22,7 @@ class CurveSet {
  public:
   /// The form as it stands. Answers with a fault leave the last good curve; where there is none of
   /// these points, the points alone.
-  void Read(const ResponseRecord& typed);
+  void Read(ResponseRecord typed);
   /// The form holds more points than a file: as with other faults.
   void ReadFault();
 
@@ -45,7 +45,7 @@ class CurveSet {
   const std::optional<Preview>& Previewed() const { return preview_; }
 
  private:
-  void ReadPointsAlone(const ResponseRecord& typed);
+  void ReadPointsAlone();
   bool ShowsResult() const;
 
   ResponseRecord record_;

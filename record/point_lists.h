@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string>
@@ -29,16 +28,11 @@ class PointLists {
     columns_[Index(column)].resize(static_cast<std::size_t>(rows));
   }
 
-  /// The first `rows` rows, filled up with empty ones when there are fewer. Fewer than 1 row is
-  /// error 9.
-  PointLists FirstRows(int rows) const {
-    PointLists first;
-    first.Resize(rows);
-    for (std::size_t i = 0; i < ColumnCount; ++i) {
-      const auto count = std::min(columns_[i].size(), first.columns_[i].size());
-      std::copy_n(columns_[i].begin(), count, first.columns_[i].begin());
-    }
-    return first;
+  /// Keeps the first `rows` rows, filled up with empty ones when there are fewer. Fewer than 1 row
+  /// is error 9.
+  void KeepRows(int rows) {
+    if (rows < 1) throw MakeRunTimeError(error_number::kSubscriptOutOfRange);
+    for (auto& column : columns_) column.resize(static_cast<std::size_t>(rows));
   }
 
   /// The cell at `row`, `column`; outside the column it is error 9.

@@ -134,7 +134,7 @@ TEST(FillColumn, RowsAndWeightsComeWithTheGrid) {
 
 TEST(FillColumn, KeepsWhatItWasNotAskedToFill) {
   ResponseRecord record = ExampleRecord("Ex-Yzero.101", "3=Y");
-  record.passband = record.passband.FirstRows(30);
+  record.passband.KeepRows(30);
   record.passband.At(3, 4) = "";
   record.passband.At(25, 2) = "typed";
   record.nFreqPoints = 2;

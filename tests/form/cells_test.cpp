@@ -82,8 +82,8 @@ TEST_F(CellsTest, TheRecordReadIsTheOneThatASaveWritesAndReadingChangesNothing) 
     PutAnswers(program);
     WriteResponseFile(host, program.document.record, {user, "saved"});
     ResponseRecord saved = program.document.record;
-    saved.passband = saved.passband.FirstRows(saved.nFreqPoints + 1);
-    saved.delay = saved.delay.FirstRows(saved.nDelayPoints + 1);
+    saved.passband.KeepRows(saved.nFreqPoints + 1);
+    saved.delay.KeepRows(saved.nDelayPoints + 1);
     EXPECT_EQ(saved, read) << what;
   }
 }
