@@ -1,6 +1,7 @@
 #include "plots/ui/live_curves.h"
 
 #include <QAbstractItemModel>
+#include <QApplication>
 #include <QCheckBox>
 #include <QItemSelectionModel>
 #include <QLineEdit>
@@ -62,6 +63,9 @@ void LiveCurves::WatchForm() {
 
 void LiveCurves::WatchPane() {
   connect(&pane_, &CurvesPane::drawn, this, &LiveCurves::MarkCurrentCells);
+  connect(qApp, &QApplication::focusChanged, this, [this](const QWidget* left, const QWidget* now) {
+    if (now != nullptr && qobject_cast<const DiagramView*>(left) != nullptr) MarkCurrentCells();
+  });
   connect(&pane_, &CurvesPane::readOut, &form_.Status(), &StatusLine::ShowReadOut);
   connect(&pane_, &CurvesPane::pointChosen, this, &LiveCurves::SelectPoint);
   connect(&pane_, &CurvesPane::locationChosen, this, [this](std::size_t location) {

@@ -35,6 +35,11 @@ TEST_F(CurvesDockTest, ReadsOutThePointUnderThePointerAndSelectsItsCell) {
   Find<QWidget>("PassData").setFocus();
   form.PassData().SetCurrentRow(6);
   EXPECT_EQ(Upper().Marked(), 5U) << "the current cell is ringed";
+  Upper().setFocus();
+  Press(Qt::Key_Right);
+  EXPECT_EQ(Upper().Marked(), 6U);
+  Lower().setFocus();
+  EXPECT_EQ(Upper().Marked(), 5U) << "again";
 }
 
 TEST_F(CurvesDockTest, LeadsFromDiagramToDiagramByTab) {
