@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "plots/move_location.h"
+#include "plots/start_values.h"
 #include "solver/example_problem.h"
 
 namespace polefit::testing {
@@ -94,6 +96,54 @@ TEST(AddLocation, GivesWhatIsThenDrawn) {
     EXPECT_EQ(again.Slot(slot::kZeroCounts), record.Slot(slot::kZeroCounts));
     EXPECT_EQ(again.Slot(slot::kPoleReal), record.Slot(slot::kPoleReal));
   }
+}
+
+TEST(MoveLocation, KeepsKindsToTheirAxisAndBounds) {
+  const ResponseRecord record = ExampleRecord(
+      "Ex-Delay.101", "6=1 2; 7=.8; 8=.5 .4; 9=.3 .7; 10c=N; 10a=-.5; 11=2 0 0; 11a=1.5 1");
+  const FitCurves curves = TypedCurves(record);
+  const auto texts = [&](std::size_t location, double real, double imaginary) {
+    std::string all;
+    for (const ChangedAnswer& answer : MoveLocation(record, curves, location, real, imaginary)) {
+      all += answer.text + "; ";
+    }
+    return all;
+  };
+  // The factors stand in the order of the questions; omega-axis zeros ascending.
+  EXPECT_EQ(texts(0, -.6, .9), ".6; ");
+  EXPECT_EQ(texts(2, -.25, .66), ".5 .25; .3 .66; ");
+  EXPECT_EQ(texts(2, +.25, 9), ".5 .05; .3 3; ") << "left half-plane, inside the bounds";
+  EXPECT_EQ(texts(3, .75, 1), "-.75; ") << "the typed side stays";
+  EXPECT_EQ(texts(5, 7, 1.25), "1.25 1; ") << "the second zero is typed first";
+  const ResponseRecord empty = ExampleRecord("Ex-Yzero.101", "6=0 2; 8=; 9=; 11=1 0 0; 11a=");
+  EXPECT_EQ(WithDrawnLists(empty, TypedCurves(empty)).Slot(slot::kYzero), "1.1");
+  const auto moved = MoveLocation(empty, TypedCurves(empty), 1, -.3, .8);
+  ASSERT_EQ(moved.size(), 2U) << "both lists get all their numbers";
+  EXPECT_EQ(moved[0].text + "; " + moved[1].text, ".5 .3; .15 .8");
+  const ResponseRecord example = ExampleRecord("Ex-Delay.101");
+  EXPECT_THAT(MoveLocation(example, TypedCurves(example), 4, 0, 2), ::testing::IsEmpty())
+      << "held at 1";
+}
+
+TEST(StartValues, FillWhatIsMissingAndLeaveTheRest) {
+  using Outcome = SuggestedStart::Outcome;
+  const ResponseRecord full = ExampleRecord("Ex-Yzero.101");
+  EXPECT_EQ(SuggestStart(full, false).outcome, Outcome::allTyped);
+  EXPECT_EQ(SuggestStart(ExampleRecord("Ex-Yzero.101", "8=; 5=x"), false).outcome, Outcome::faulty);
+  EXPECT_EQ(SuggestStart(ResponseRecord(), false).outcome, Outcome::faulty);
+  const SuggestedStart filled = SuggestStart(ExampleRecord("Ex-Yzero.101", "8=.5 .4"), false);
+  ASSERT_EQ(filled.outcome, Outcome::found);
+  EXPECT_EQ(Words(filled.record.Slot(slot::kPoleReal)).size(), 4U);
+  EXPECT_NE(filled.record.Slot(slot::kPoleImag), full.Slot(slot::kPoleImag)) << "both parts";
+  EXPECT_EQ(filled.record.Slot(slot::kYzero), full.Slot(slot::kYzero));
+  EXPECT_LT(TypedCurves(filled.record).h->RmsError(), TypedCurves(full).h->RmsError());
+  const SuggestedStart replaced = SuggestStart(full, true);
+  ASSERT_EQ(replaced.outcome, Outcome::found);
+  EXPECT_NE(replaced.record.Slot(slot::kYzero), full.Slot(slot::kYzero));
+  // The points have their null below Freq Norm: exactly 1 would hold the zero there for good.
+  const SuggestedStart atBound =
+      SuggestStart(ExampleRecord("Ex-Yzero.102", "5=20; 11=1 0 0; 11a="), false);
+  EXPECT_EQ(atBound.record.Slot(slot::kYzero), "1.001");
 }
 
 }  // namespace

@@ -5,8 +5,6 @@
 #include <cmath>
 
 #include "plots/curve_table.h"
-#include "plots/move_location.h"
-#include "plots/start_values.h"
 #include "plots/units.h"
 #include "solver/example_problem.h"
 
@@ -255,11 +253,6 @@ TEST(ErrorDiagram, HasTheScaleOfTheLastCurve) {
   result.name = "result";
   const Diagram diagram = MakeDiagram(DiagramKind::error, {&typed, &result}, {});
   EXPECT_NEAR(diagram.y.to, 1.15 * std::abs(SeriesOf(diagram, SeriesRole::worst).y[0]), .3);
-  DiagramChoices without;
-  without.hidden = {result.name};
-  EXPECT_EQ(MakeDiagram(DiagramKind::error, {&typed, &result}, without).note,
-            MakeDiagram(DiagramKind::error, {&typed}, {}).note)
-      << "of a curve that is seen";
 }
 
 TEST(ErrorDiagram, LeadsOnlyToRowsThatTheTableStillHas) {
@@ -334,90 +327,6 @@ TEST(StepDiagram, HasItsCurvesOverTheSameTime) {
   const Diagram diagram = MakeDiagram(DiagramKind::step, {&quick, &slow}, {});
   ASSERT_EQ(diagram.series.size(), 2U);
   EXPECT_NEAR(diagram.series[0].x.back() / diagram.series[1].x.back(), 1, 1e-9);
-}
-
-TEST(Curves, StandForEveryTableThatCanBeTyped) {
-  struct Case {
-    int rows;
-    const char* frequency;
-    const char* yout;
-    bool hasCurves;
-  };
-  const Case cases[] = {
-      {0, "0", "1", true},                          // H alone
-      {1, "0", "1", true},    {2, "0", "1", true},  // equal frequencies
-      {2, "5", "1", true},    {2, "5", "0", false},    {2, "nan", "1", false},
-      {2, "inf", "1", false}, {2, "5", "1e-30", true}, {2, "", "1", false},
-  };
-  for (const Case& each : cases) {
-    SCOPED_TRACE(std::to_string(each.rows) + " rows, " + each.frequency + ", " + each.yout);
-    ResponseRecord record = ExampleRecord("Ex-Zpair.1");
-    record.nFreqPoints = static_cast<std::int16_t>(each.rows);
-    record.passband.At(1, 1) = "0";
-    record.passband.At(2, 1) = each.frequency;
-    for (const int row : {1, 2}) record.passband.At(row, 3) = each.yout;
-    std::vector<Finding> findings;
-    const auto curves = CurvesOf(record, CurveRole::typed, "typed", findings);
-    EXPECT_EQ(curves.has_value(), each.hasCurves);
-    if (!curves) continue;
-    for (const DiagramKind kind : {DiagramKind::magnitude, DiagramKind::error, DiagramKind::poles,
-                                   DiagramKind::delay, DiagramKind::phase, DiagramKind::step}) {
-      for (const bool isLogarithmic : {false, true}) {
-        DiagramChoices choices;
-        choices.isLogFrequency = isLogarithmic;
-        const Diagram diagram = MakeDiagram(kind, {&*curves}, choices);
-        EXPECT_LT(diagram.x.from, diagram.x.to) << static_cast<int>(kind);
-        EXPECT_LT(diagram.y.from, diagram.y.to) << static_cast<int>(kind);
-      }
-    }
-  }
-}
-
-TEST(MoveLocation, KeepsKindsToTheirAxisAndBounds) {
-  const ResponseRecord record = ExampleRecord(
-      "Ex-Delay.101", "6=1 2; 7=.8; 8=.5 .4; 9=.3 .7; 10c=N; 10a=-.5; 11=2 0 0; 11a=1.5 1");
-  const FitCurves curves = Curves(record);
-  const auto texts = [&](std::size_t location, double real, double imaginary) {
-    std::string all;
-    for (const ChangedAnswer& answer : MoveLocation(record, curves, location, real, imaginary)) {
-      all += answer.text + "; ";
-    }
-    return all;
-  };
-  // The factors stand in the order of the questions; omega-axis zeros ascending.
-  EXPECT_EQ(texts(0, -.6, .9), ".6; ");
-  EXPECT_EQ(texts(2, -.25, .66), ".5 .25; .3 .66; ");
-  EXPECT_EQ(texts(2, +.25, 9), ".5 .05; .3 3; ") << "left half-plane, inside the bounds";
-  EXPECT_EQ(texts(3, .75, 1), "-.75; ") << "the typed side stays";
-  EXPECT_EQ(texts(5, 7, 1.25), "1.25 1; ") << "the second zero is typed first";
-  const ResponseRecord empty = ExampleRecord("Ex-Yzero.101", "6=0 2; 8=; 9=; 11=1 0 0; 11a=");
-  EXPECT_EQ(WithDrawnLists(empty, Curves(empty)).Slot(slot::kYzero), "1.1");
-  const auto moved = MoveLocation(empty, Curves(empty), 1, -.3, .8);
-  ASSERT_EQ(moved.size(), 2U) << "both lists get all their numbers";
-  EXPECT_EQ(moved[0].text + "; " + moved[1].text, ".5 .3; .15 .8");
-  const ResponseRecord example = ExampleRecord("Ex-Delay.101");
-  EXPECT_THAT(MoveLocation(example, Curves(example), 4, 0, 2), IsEmpty()) << "held at 1";
-}
-
-TEST(StartValues, FillWhatIsMissingAndLeaveTheRest) {
-  using Outcome = SuggestedStart::Outcome;
-  const ResponseRecord full = ExampleRecord("Ex-Yzero.101");
-  EXPECT_EQ(SuggestStart(full, false).outcome, Outcome::allTyped);
-  EXPECT_EQ(SuggestStart(ExampleRecord("Ex-Yzero.101", "8=; 5=x"), false).outcome, Outcome::faulty);
-  EXPECT_EQ(SuggestStart(ResponseRecord(), false).outcome, Outcome::faulty);
-  const SuggestedStart filled = SuggestStart(ExampleRecord("Ex-Yzero.101", "8=.5 .4"), false);
-  ASSERT_EQ(filled.outcome, Outcome::found);
-  EXPECT_EQ(Words(filled.record.Slot(slot::kPoleReal)).size(), 4U);
-  EXPECT_NE(filled.record.Slot(slot::kPoleImag), full.Slot(slot::kPoleImag)) << "both parts";
-  EXPECT_EQ(filled.record.Slot(slot::kYzero), full.Slot(slot::kYzero));
-  EXPECT_LT(Curves(filled.record).h->RmsError(), Curves(full).h->RmsError());
-  const SuggestedStart replaced = SuggestStart(full, true);
-  ASSERT_EQ(replaced.outcome, Outcome::found);
-  EXPECT_NE(replaced.record.Slot(slot::kYzero), full.Slot(slot::kYzero));
-  // The points have their null below Freq Norm: exactly 1 would hold the zero there for good.
-  const SuggestedStart atBound =
-      SuggestStart(ExampleRecord("Ex-Yzero.102", "5=20; 11=1 0 0; 11a="), false);
-  EXPECT_EQ(atBound.record.Slot(slot::kYzero), "1.001");
 }
 
 TEST(CurveTable, HasACellForEachFigureAndNoneWhereNothingIsDrawn) {

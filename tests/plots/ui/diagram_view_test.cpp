@@ -10,9 +10,7 @@
 #include "plots/diagram_parts.h"
 #include "plots/ui/curve_style.h"
 #include "plots/ui/curves_form.h"
-#include "plots/ui/plot_page.h"
 #include "widgets/controls.h"
-#include "widgets/program_style.h"
 
 namespace polefit::testing {
 namespace {
@@ -62,6 +60,11 @@ class DiagramViewTest : public ::testing::Test {
       }
     }
     return false;
+  }
+
+  double RatioOfScales() const {
+    return view.xAxis->range().size() / view.axisRect()->width() /
+           (view.yAxis->range().size() / view.axisRect()->height());
   }
 
   QColor ColorOfRole(SeriesRole role) const { return ColorOf(role, view.palette()); }
@@ -140,19 +143,12 @@ TEST_F(DiagramViewTest, DrawsManyPointsFinerThanAFew) {
 
 TEST_F(DiagramViewTest, PutsPolesZerosAndGhostsIntoEqualScales) {
   Show(DiagramKind::poles);
-  const double across = view.xAxis->range().size() / view.axisRect()->width();
-  const double up = view.yAxis->range().size() / view.axisRect()->height();
-  EXPECT_NEAR(across / up, 1, .01);
+  EXPECT_NEAR(RatioOfScales(), 1, .01);
   for (const Location& at : result.locations) {
     EXPECT_TRUE(HasColor(Pixel(at.real, at.imaginary), ColorOfRole(SeriesRole::result), 8));
   }
   const Location& ghost = typed.locations[2];
   EXPECT_TRUE(HasColor(Pixel(ghost.real, ghost.imaginary), ColorOfRole(SeriesRole::ghostPoles), 3));
-  view.resize(300, 400);
-  QApplication::processEvents();
-  EXPECT_NEAR(view.xAxis->range().size() / view.axisRect()->width() /
-                  (view.yAxis->range().size() / view.axisRect()->height()),
-              1, .01);
 }
 
 TEST_F(DiagramViewTest, DrawsDeviationsAsEllipses) {
@@ -254,27 +250,6 @@ TEST_F(DiagramViewTest, RingsAPlaceAtTheEdgeWhole) {
   EXPECT_FALSE(isRinged());
 }
 
-TEST_F(DiagramViewTest, ShortensWhatANarrowOneHasNoRoomFor) {
-  const auto noteWidth = [this] {
-    auto* note = view.findChild<QCPItemText*>("note");
-    return note->right->pixelPosition().x() - note->left->pixelPosition().x();
-  };
-  QFont large = view.font();
-  large.setPointSize(14);
-  view.setFont(large);
-  view.resize(330, 260);
-  QApplication::processEvents();
-  choices.isLogFrequency = true;
-  for (const DiagramKind kind : {DiagramKind::magnitude, DiagramKind::error}) {
-    Show(kind);
-    EXPECT_LE(noteWidth(), view.axisRect()->width());
-    if (view.legend->visible()) {
-      EXPECT_LE(view.legend->outerRect().width(), view.axisRect()->width());
-    }
-  }
-  EXPECT_TRUE(diagram.sentence.find("9.5 MHz, row 20") != std::string::npos) << "which tells all";
-}
-
 TEST_F(DiagramViewTest, ZoomsByWheelPinchAndBoxAtThePointer) {
   Show(DiagramKind::magnitude);
   const QPoint at = view.axisRect()->rect().center() + QPoint(60, 0);
@@ -312,10 +287,7 @@ TEST_F(DiagramViewTest, ZoomsByWheelPinchAndBoxAtThePointer) {
   const QCPRange across = view.xAxis->range();
   drawBox(at + QPoint(90, 60));
   EXPECT_LT(view.xAxis->range().size(), across.size());
-  EXPECT_NEAR(view.xAxis->range().size() / view.axisRect()->width() /
-                  (view.yAxis->range().size() / view.axisRect()->height()),
-              1, .01)
-      << "equal scales stay";
+  EXPECT_NEAR(RatioOfScales(), 1, .01) << "equal scales stay";
 }
 
 TEST_F(DiagramViewTest, KeepsWhatIsLookedAt) {
@@ -331,10 +303,7 @@ TEST_F(DiagramViewTest, KeepsWhatIsLookedAt) {
   QTest::keyClick(&view, Qt::Key_Plus);
   view.resize(300, 400);
   QApplication::processEvents();
-  EXPECT_NEAR(view.xAxis->range().size() / view.axisRect()->width() /
-                  (view.yAxis->range().size() / view.axisRect()->height()),
-              1, .01)
-      << "equal scales in another size";
+  EXPECT_NEAR(RatioOfScales(), 1, .01) << "equal scales in another size";
 }
 
 TEST_F(DiagramViewTest, NamesInTheLegendWhatItHasRoomFor) {
@@ -379,38 +348,6 @@ TEST_F(DiagramViewTest, TellsTheStopUnderThePointerInEachDiagram) {
     const auto found = reached[0][0].value<std::optional<std::size_t>>();
     ASSERT_TRUE(found) << static_cast<int>(kind);
     EXPECT_EQ(view.PositionOf(*found), view.PositionOf(stop));
-  }
-}
-
-TEST(CurveStyle, CanBeToldByTheColourBlindAndInGrey) {
-  QPalette light;
-  light.setColor(QPalette::Base, Qt::white);
-  light.setColor(QPalette::Text, Qt::black);
-  QPalette dark;
-  dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
-  dark.setColor(QPalette::Text, Qt::white);
-  for (const QPalette& palette : {light, dark}) {
-    for (int role = 0; role <= static_cast<int>(SeriesRole::ghostZeros); ++role) {
-      const QColor color = ColorOf(static_cast<SeriesRole>(role), palette);
-      EXPECT_GE(ContrastOf(color, palette.color(QPalette::Base)), 3) << role;
-    }
-    // Lines differ in more than their colour.
-    const auto pen = [&](SeriesRole role) {
-      Series series;
-      series.role = role;
-      return PenOf(series, palette);
-    };
-    EXPECT_EQ(pen(SeriesRole::typed).style(), Qt::SolidLine);
-    EXPECT_EQ(pen(SeriesRole::preview).style(), Qt::DotLine);
-    EXPECT_EQ(pen(SeriesRole::other).style(), Qt::DashLine);
-    EXPECT_GT(pen(SeriesRole::result).widthF(), pen(SeriesRole::typed).widthF());
-    for (const SeriesRole role : {SeriesRole::typed, SeriesRole::result}) {
-      Series pale = {"", role, {}, {}, true};
-      const double contrast =
-          ContrastOf(PenOf(pale, palette).color(), palette.color(QPalette::Base));
-      EXPECT_GE(contrast, 3) << "an old curve is seen too";
-      EXPECT_LT(contrast, ContrastOf(pen(role).color(), palette.color(QPalette::Base)) - .5);
-    }
   }
 }
 
