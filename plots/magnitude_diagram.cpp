@@ -36,8 +36,8 @@ void DiagramParts::AddWanted(Diagram& diagram) const {
     series.x.push_back(x);
     series.y.push_back(isBelow ? kNoLevel : Level(points.yout[i]));
     diagram.stops.push_back({x, series.y.back(), i});
-    diagram.stopKind = StopKind::passbandRow;
   }
+  diagram.stopKind = StopKind::passbandRow;
   diagram.series.push_back(std::move(wanted));
   if (!notCounted.x.empty()) diagram.series.push_back(std::move(notCounted));
   if (!below.x.empty()) diagram.series.push_back(std::move(below));

@@ -66,13 +66,14 @@ std::vector<std::string> StepTexts(const Diagram& diagram, std::size_t index,
                                    const ShownCurves& shown, const DiagramChoices& choices) {
   const auto steps = static_cast<double>(shown.front()->step.values.size() - 1);
   const std::string place = TimeText(LongestStep(shown) * static_cast<double>(index) / steps);
+  const std::string& chief = MainCurves(shown, choices).name;
   std::string all = place;
   std::string main = place;
   for (const Series& series : diagram.series) {
     if (!series.IsLine() || series.name.empty()) continue;
     const std::string value = ", " + series.name + " " + Figure(series.y[index], 4);
     all += value;
-    if (series.name == MainCurves(shown, choices).name) main += value;
+    if (series.name == chief) main += value;
   }
   return {all, main};
 }
